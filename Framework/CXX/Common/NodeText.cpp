@@ -1,0 +1,71 @@
+#include "NodeText.h"
+
+namespace quarn {
+
+namespace {
+
+using xercesc::DOMNode;
+
+constexpr char32_t kFirstLead = 0xD800;
+constexpr char32_t kFirstTrail = 0xDC00;
+constexpr char32_t kAfterTrail = 0xE000;
+constexpr char32_t kFirstSupplementary = 0x10000;
+
+void appendXmlText(const XMLCh* text, std::wstring& result) {
+    if (text == nullptr) return;
+    while (*text != 0) {
+        char32_t character = *text++;
+        const char32_t next = *text;
+        const bool isLead = character >= kFirstLead && character < kFirstTrail;
+        if (isLead && next >= kFirstTrail && next < kAfterTrail) {
+            character = kFirstSupplementary + ((character - kFirstLead) << 10U) + (next - kFirstTrail);
+            ++text;
+        }
+        result.push_back(static_cast<wchar_t>(character));
+    }
+}
+
+bool holdsTextInChildren(const DOMNode& node) {
+    const auto type = node.getNodeType();
+    return type == DOMNode::ELEMENT_NODE || type == DOMNode::ENTITY_NODE ||
+           type == DOMNode::ENTITY_REFERENCE_NODE || type == DOMNode::DOCUMENT_FRAGMENT_NODE;
+}
+
+bool holdsTextItself(const DOMNode& node) {
+    const auto type = node.getNodeType();
+    return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
+}
+
+// The node that follows in document order, the children of `node` left out; null behind the last one below
+// `top`.
+const DOMNode* nextBelow(const DOMNode& top, const DOMNode* node) {
+    while (node != &top) {
+        if (const DOMNode* sibling = node->getNextSibling()) return sibling;
+        node = node->getParentNode();
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::wstring fromXmlText(const XMLCh* text) {
+    std::wstring result;
+    appendXmlText(text, result);
+    return result;
+}
+
+std::wstring textContent(const DOMNode& node) {
+    if (!holdsTextInChildren(node))
+        return fromXmlText(node.getNodeType() == DOMNode::DOCUMENT_NODE ? nullptr : node.getNodeValue());
+
+    std::wstring result;
+    const DOMNode* current = node.getFirstChild();
+    while (current != nullptr) {
+        if (holdsTextItself(*current)) appendXmlText(current->getNodeValue(), result);
+        const DOMNode* child = holdsTextInChildren(*current) ? current->getFirstChild() : nullptr;
+        current = child != nullptr ? child : nextBelow(node, current);
+    }
+    return result;
+}
+
+}  // namespace quarn

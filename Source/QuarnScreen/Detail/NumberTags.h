@@ -1,0 +1,19 @@
+/// \file
+/// Child elements that hold one number.
+#pragma once
+
+#include <ostream>
+#include <xercesc/dom/DOMNode.hpp>
+
+namespace quarn {
+
+/// Writes a child element with 16 significant digits.
+void writeNumberTag(int indent, std::wostream& out, const wchar_t* tag, double value);
+
+/// Whether \p child is the element \p tag, by exact comparison.
+[[nodiscard]] bool isTag(const xercesc::DOMNode& child, const wchar_t* tag);
+
+/// Reads \p child into \p value where it is the element \p tag.
+void readNumberTag(xercesc::DOMNode* child, const wchar_t* tag, double& value);
+
+}  // namespace quarn

@@ -1,0 +1,215 @@
+#include <QuarnScreen/FlatScreen.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include "Detail/NumberTags.h"
+#include "Detail/Sign.h"
+
+namespace {
+
+// How far off the plane and its edges a position may lie, in the screen's unit.
+constexpr double kOnScreenTolerance = 1e-6;
+// Least |direction . normal| of a ray that meets the plane, in the screen's unit.
+constexpr double kParallelTolerance = 1e-6;
+
+constexpr Point<double, 3> kNormal(0.0, -1.0, 0.0);
+
+constexpr const wchar_t* kWidthTag = L"Screen_Width";
+constexpr const wchar_t* kHeightTag = L"Screen_Height";
+
+}  // namespace
+
+FlatScreen::FlatScreen() {
+    computeCorners();
+}
+
+FlatScreen::FlatScreen(double initialWidth, double initialHeight) {
+    reset(initialWidth, initialHeight);
+}
+
+FlatScreen::FlatScreen(IScreenConfig* config) {
+    FlatScreen::updateGeometry(config);
+}
+
+FlatScreen::~FlatScreen() = default;
+
+const std::string& FlatScreen::type() {
+    static const std::string name = "class FlatScreen";
+    return name;
+}
+
+const std::string& FlatScreen::getType() const {
+    return type();
+}
+
+void FlatScreen::serialize(std::wostream& out, int indent) {
+    ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
+    quarn::writeNumberTag(indent + 1, out, kWidthTag, width);
+    quarn::writeNumberTag(indent + 1, out, kHeightTag, height);
+    ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
+}
+
+void FlatScreen::deserialize(xercesc::DOMNode* node) {
+    for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
+        quarn::readNumberTag(child, kWidthTag, width);
+        quarn::readNumberTag(child, kHeightTag, height);
+    }
+    computeCorners();
+}
+
+void FlatScreen::updateGeometry(IScreenConfig* config) {
+    const double newHeight = config->getHeight();
+    reset(config->getWidth(), newHeight);
+}
+
+void FlatScreen::reset(double newWidth, double newHeight) {
+    width = newWidth;
+    height = newHeight;
+    computeCorners();
+}
+
+void FlatScreen::computeCorners() {
+    topLeft = Point<double, 3>(width * -0.5, 0.0, height * 0.5);
+    topRight = Point<double, 3>(width * 0.5, 0.0, height * 0.5);
+    bottomLeft = Point<double, 3>(width * -0.5, 0.0, height * -0.5);
+    bottomRight = Point<double, 3>(width * 0.5, 0.0, height * -0.5);
+}
+
+Point<double, 3> FlatScreen::leftEdgeAt(double v) const {
+    return topLeft + (bottomLeft - topLeft) * v;
+}
+
+Point<double, 3> FlatScreen::rightEdgeAt(double v) const {
+    return topRight + (bottomRight - topRight) * v;
+}
+
+bool FlatScreen::isOnScreenSection(const Point<double, 3>& point) const {
+    const double x = point[0];
+    const double z = point[2];
+    if (std::abs(point[1]) > kOnScreenTolerance) return false;
+    if (x < -width / 2 - kOnScreenTolerance || x > width / 2 + kOnScreenTolerance) return false;
+    return !(z < -height / 2 - kOnScreenTolerance || z > height / 2 + kOnScreenTolerance);
+}
+
+Point<double, 3> FlatScreen::getScreenNormal(const Point<double, 3>& /*point*/) const {
+    return kNormal;
+}
+
+Point<double, 2> FlatScreen::mapInto2D(const Point<double, 3>& point, bool /*extrapolate*/) const {
+    return {(width / 2 + point[0]) / width, (height / 2 - point[2]) / height};
+}
+
+bool FlatScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& point, bool extrapolate) const {
+    const Point<double, 3> left = leftEdgeAt(uv[1]);
+    const Point<double, 3> right = rightEdgeAt(uv[1]);
+    point = left + (right - left) * uv[0];
+    return extrapolate || isOnScreenSection(point);
+}
+
+IntersectionSet FlatScreen::intersectWithExtrapolation(const Point<double, 3>& from,
+                                                       const Point<double, 3>& to) const {
+    const Point<double, 3> direction = to - from;
+    // The whole product, not -y alone: a NaN or infinity in x or z has to show.
+    const double approach = dot(direction, kNormal);
+    if (std::abs(approach) < kParallelTolerance) return {};
+
+    const double t = -(dot(from, kNormal) / approach);
+    Intersection hit;
+    hit.point = from + t * direction;
+    hit.normalSign = quarn::signOf(dot(direction, getScreenNormal(hit.point)));
+    return hit;
+}
+
+IntersectionSet FlatScreen::intersect(const Point<double, 3>& from, const Point<double, 3>& to) const {
+    IntersectionSet hits = intersectWithExtrapolation(from, to);
+    if (hits.empty() || !isOnScreenSection(hits.first().point)) return {};
+    return hits;
+}
+
+IntersectionSet FlatScreen::intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& from,
+                                                                     const Point<double, 3>& to,
+                                                                     int /*normalSign*/) const {
+    return intersectWithExtrapolation(from, to);
+}
+
+void FlatScreen::sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
+                                    GridSamples& samples, bool extrapolate) const {
+    if (count < 2) return;
+    const Point<double, 3> left = leftEdgeAt(v);
+    const Point<double, 3> right = rightEdgeAt(v);
+    const double step = (uEnd - uStart) / (count - 1);
+    for (int i = 0; i < count; ++i) {
+        const double u = i * step + uStart;
+        const bool isOnScreen = u >= 0.0 && u <= 1.0 && v >= 0.0 && v <= 1.0;
+        if (extrapolate || isOnScreen) samples[Point<int, 2>(i, row)] = left + (right - left) * u;
+    }
+}
+
+std::vector<Point<double, 3>> FlatScreen::getDefaultCalibrationPoints(int columns, int rows) const {
+    if (columns <= 0 || rows <= 0) return {};
+    std::vector<Point<double, 3>> points;
+    points.reserve(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
+    const double dx = width / (columns - 1);
+    const double dz = height / (rows - 1);
+    for (int i = 0; i < columns; ++i) {
+        const double x = i * dx - width * 0.5;
+        for (int j = 0; j < rows; ++j) points.emplace_back(x, 0.0, height * 0.5 - j * dz);
+    }
+    return points;
+}
+
+void FlatScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
+                                  std::vector<Point<double, 3>>& vertices,
+                                  std::vector<Point<double, 3>>& normals) const {
+    const double size = std::max(width, height);
+    const double distance = size < 1 ? -1.0 : size >= 1 && size < 5 ? -5.0 : -10.0;
+    viewPoint = Point<double, 3>(0.0, size * distance, 0.0);
+    indices.assign({0, 2, 1, 1, 2, 3});
+    vertices.insert(vertices.end(), {topLeft, topRight, bottomLeft, bottomRight});
+    normals.insert(normals.end(), 4, kNormal);
+}
+
+bool FlatScreen::isPlanar() const {
+    return true;
+}
+
+bool FlatScreen::hasParameterization() const {
+    return true;
+}
+
+Point<double, 3> FlatScreen::getEyepoint() const {
+    return {0.0, -std::max(width, height) / 2, 0.0};
+}
+
+Point<double, 3> FlatScreen::getCenterOfScreenHeading() const {
+    return {0.0, 1.0, 0.0};
+}
+
+double FlatScreen::getMaxAngleFromHeading() const {
+    return std::atan2(std::sqrt(width * width + height * height), std::max(width, height) / 2);
+}
+
+bool FlatScreen::isValid() const {
+    return width >= 0.0;
+}
+
+void FlatScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    *min = Point<double, 3>(topLeft[0], 0.0, bottomRight[2]);
+    *max = Point<double, 3>(bottomRight[0], 0.0, topLeft[2]);
+}
+
+ScreenGeometry::DataHash FlatScreen::getUniqueDataHash() const {
+    return calcUniqueDataHash({width, height});
+}
+
+ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(const FlatScreenParams& params) {
+    static_assert(sizeof(params) == 2 * sizeof(double), "the digest covers the values and no padding");
+    return calculateHash(reinterpret_cast<const unsigned char*>(&params), sizeof params);
+}
+
+ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(IScreenConfig* config) {
+    return calcUniqueDataHash({config->getWidth(), config->getHeight()});
+}

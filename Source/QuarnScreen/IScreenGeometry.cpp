@@ -1,0 +1,11 @@
+#include <QuarnScreen/IScreenGeometry.h>
+
+// The first virtual function of each interface is defined here, so that its type information exists once.
+ITypeid::~ITypeid() = default;
+IXmlSerializable::~IXmlSerializable() = default;
+IScreenGeometry::~IScreenGeometry() = default;
+IScreenConfig::~IScreenConfig() = default;
+void IScreenConfig::firstReserved() {}
+void IScreenConfig::secondReserved() {}
+
+const bool IScreenGeometry::kNoExtrapolation = false;

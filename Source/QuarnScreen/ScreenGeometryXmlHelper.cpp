@@ -1,0 +1,69 @@
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include <Common/NodeText.h>
+#include <Common/TextConversion.h>
+#include <Common/XmlHelper.h>
+#include <Common/ZelmoreException.h>
+
+namespace {
+constexpr int kElementWithoutTextLine = 378;
+}
+
+const std::wstring& ScreenGeometryXmlHelper::rootNodeName() {
+    static const std::wstring name = L"ScreenGeometry";
+    return name;
+}
+
+const std::wstring& ScreenGeometryXmlHelper::classTypeNodeName() {
+    static const std::wstring name = L"ClassType";
+    return name;
+}
+
+std::wstring ScreenGeometryXmlHelper::makeParseExceptionMsg(const std::wstring& tag) {
+    return XmlHelper::format(L"Error extracting value from tag %s", tag);
+}
+
+void ScreenGeometryXmlHelper::serializeOpenTag(std::wostream& out, int indent, const std::string& type,
+                                               bool hasChildren) {
+    const std::wstring tag =
+        L"<" + rootNodeName() + L" " + classTypeNodeName() + L"=\"" + fromUtf8(type) + L"\">";
+    XmlHelper::writeIndented(indent, out, hasChildren ? tag + L"\n" : tag);
+}
+
+void ScreenGeometryXmlHelper::serializeCloseTag(std::wostream& out, int indent, bool hasChildren) {
+    XmlHelper::writeIndented(hasChildren ? indent : 0, out, L"</" + rootNodeName() + L">\n");
+}
+
+void ScreenGeometryXmlHelper::serializeOpenTagHasChildren(std::wostream& out, int indent,
+                                                          const std::string& type) {
+    serializeOpenTag(out, indent, type, true);
+}
+
+void ScreenGeometryXmlHelper::serializeCloseTagHasChildren(std::wostream& out, int indent) {
+    serializeCloseTag(out, indent, true);
+}
+
+void ScreenGeometryXmlHelper::serializeOpenTagNoChildren(std::wostream& out, int indent,
+                                                         const std::string& type) {
+    serializeOpenTag(out, indent, type, false);
+}
+
+void ScreenGeometryXmlHelper::serializeCloseTagNoChildren(std::wostream& out, int indent) {
+    serializeCloseTag(out, indent, false);
+}
+
+void ScreenGeometryXmlHelper::serializeAndBase64EncodeScreenGeometry(std::wostream& out, int indent,
+                                                                     const std::string& type,
+                                                                     const std::string& definition) {
+    serializeOpenTagNoChildren(out, indent, type);
+    const auto* bytes = reinterpret_cast<const unsigned char*>(definition.data());
+    XmlHelper::writeIndented(0, out,
+                             fromUtf8(encodeBase64(bytes, static_cast<unsigned int>(definition.size()))));
+    serializeCloseTagNoChildren(out, indent);
+}
+
+std::string ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(xercesc::DOMNode* node) {
+    if (!node->hasChildNodes())
+        throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kElementWithoutTextLine, L"");
+    return toUtf8(decodeBase64Wide(quarn::textContent(*node)));
+}
