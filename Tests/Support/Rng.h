@@ -1,0 +1,45 @@
+/// \file
+/// Random numbers for tests, seeded by the index of the case.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+#include <QuarnScreen/Point.h>
+
+namespace quarn::test {
+
+/// Generator of one random case. The same index gives the same numbers on every machine.
+class Rng {
+public:
+    explicit Rng(int index) : engine(static_cast<std::uint64_t>(index) * 0x9E3779B97F4A7C15U + 1U) {}
+
+    /// Uniform over all 64-bit patterns.
+    std::uint64_t bits() { return engine(); }
+    /// Uniform in [low, high).
+    double uniform(double low, double high) {
+        constexpr double kUnit = 1.0 / 9007199254740992.0;  // 2^-53
+        return low + (high - low) * (static_cast<double>(bits() >> 11U) * kUnit);
+    }
+    /// Uniform in low..high, both included.
+    int integer(int low, int high) {
+        const auto range = static_cast<std::uint64_t>(static_cast<std::int64_t>(high) - low + 1);
+        return static_cast<int>(low + static_cast<std::int64_t>(bits() % range));
+    }
+    bool coin() { return (bits() >> 63U) != 0; }
+    /// A number of either sign whose exponent is uniform from 2^lowExponent to 2^highExponent.
+    double spread(int lowExponent = -1022, int highExponent = 1023) {
+        return std::ldexp(uniform(1.0, 2.0) * (coin() ? 1.0 : -1.0), integer(lowExponent, highExponent));
+    }
+    Point<double, 3> point(double low, double high) {
+        const double x = uniform(low, high);
+        const double y = uniform(low, high);
+        return {x, y, uniform(low, high)};
+    }
+
+private:
+    std::mt19937_64 engine;
+};
+
+}  // namespace quarn::test
