@@ -5,6 +5,8 @@
 
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
+#include "Detail/CalibrationGrid.h"
+#include "Detail/DisplayGrid.h"
 #include "Detail/NumberTags.h"
 #include "Detail/Sign.h"
 
@@ -109,12 +111,13 @@ bool FlatScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& point, 
     return extrapolate || isOnScreenSection(point);
 }
 
-IntersectionSet FlatScreen::intersectWithExtrapolation(const Point<double, 3>& from,
-                                                       const Point<double, 3>& to) const {
+// The hit on the endless plane, in front of `from` or behind it.
+std::optional<Intersection> FlatScreen::intersectWithExtrapolation(const Point<double, 3>& from,
+                                                                   const Point<double, 3>& to) const {
     const Point<double, 3> direction = to - from;
     // The whole product, not -y alone: a NaN or infinity in x or z has to show.
     const double approach = dot(direction, kNormal);
-    if (std::abs(approach) < kParallelTolerance) return {};
+    if (std::abs(approach) < kParallelTolerance) return std::nullopt;
 
     const double t = -(dot(from, kNormal) / approach);
     Intersection hit;
@@ -124,15 +127,15 @@ IntersectionSet FlatScreen::intersectWithExtrapolation(const Point<double, 3>& f
 }
 
 IntersectionSet FlatScreen::intersect(const Point<double, 3>& from, const Point<double, 3>& to) const {
-    IntersectionSet hits = intersectWithExtrapolation(from, to);
-    if (hits.empty() || !isOnScreenSection(hits.first().point)) return {};
-    return hits;
+    const std::optional<Intersection> hit = intersectWithExtrapolation(from, to);
+    return hit && isOnScreenSection(hit->point) ? IntersectionSet(*hit) : IntersectionSet();
 }
 
 IntersectionSet FlatScreen::intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& from,
                                                                      const Point<double, 3>& to,
                                                                      int /*normalSign*/) const {
-    return intersectWithExtrapolation(from, to);
+    const std::optional<Intersection> hit = intersectWithExtrapolation(from, to);
+    return hit ? IntersectionSet(*hit) : IntersectionSet();
 }
 
 void FlatScreen::sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
@@ -149,24 +152,20 @@ void FlatScreen::sampleHorizontally(double v, double uStart, double uEnd, int co
 }
 
 std::vector<Point<double, 3>> FlatScreen::getDefaultCalibrationPoints(int columns, int rows) const {
-    if (columns <= 0 || rows <= 0) return {};
-    std::vector<Point<double, 3>> points;
-    points.reserve(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
-    const double dx = width / (columns - 1);
-    const double dz = height / (rows - 1);
-    for (int i = 0; i < columns; ++i) {
-        const double x = i * dx - width * 0.5;
-        for (int j = 0; j < rows; ++j) points.emplace_back(x, 0.0, height * 0.5 - j * dz);
-    }
-    return points;
+    const double dx = width / (columns - 1.0);
+    const double dz = height / (rows - 1.0);
+    return quarn::columnByColumn(columns, rows, [&](int i) {
+        return [x = i * dx - width * 0.5, top = height * 0.5, dz](int j) {
+            return Point<double, 3>(x, 0.0, top - j * dz);
+        };
+    });
 }
 
 void FlatScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
                                   std::vector<Point<double, 3>>& vertices,
                                   std::vector<Point<double, 3>>& normals) const {
     const double size = std::max(width, height);
-    const double distance = size < 1 ? -1.0 : size >= 1 && size < 5 ? -5.0 : -10.0;
-    viewPoint = Point<double, 3>(0.0, size * distance, 0.0);
+    viewPoint = Point<double, 3>(0.0, size * quarn::viewDistanceFactor(size), 0.0);
     indices.assign({0, 2, 1, 1, 2, 3});
     vertices.insert(vertices.end(), {topLeft, topRight, bottomLeft, bottomRight});
     normals.insert(normals.end(), 4, kNormal);

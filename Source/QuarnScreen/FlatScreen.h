@@ -2,6 +2,8 @@
 /// Flat screens.
 #pragma once
 
+#include <optional>
+
 #include <Common/Export.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
@@ -89,8 +91,8 @@ private:
     void computeCorners();
     [[nodiscard]] Point<double, 3> leftEdgeAt(double v) const;
     [[nodiscard]] Point<double, 3> rightEdgeAt(double v) const;
-    [[nodiscard]] IntersectionSet intersectWithExtrapolation(const Point<double, 3>& from,
-                                                             const Point<double, 3>& to) const;
+    [[nodiscard]] std::optional<Intersection> intersectWithExtrapolation(const Point<double, 3>& from,
+                                                                         const Point<double, 3>& to) const;
 
     double width = -1.0;
     double height = -1.0;

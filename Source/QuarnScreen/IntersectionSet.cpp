@@ -5,7 +5,9 @@
 
 IntersectionSet::IntersectionSet() = default;
 IntersectionSet::IntersectionSet(const Intersection& hit) : hits{hit} {}
-IntersectionSet::IntersectionSet(const Point<double, 3>& point) : hits(1) { hits.front().point = point; }
+IntersectionSet::IntersectionSet(const Point<double, 3>& point) : hits(1) {
+    hits.front().point = point;
+}
 IntersectionSet::IntersectionSet(const IntersectionSet& other) = default;
 IntersectionSet::IntersectionSet(IntersectionSet&& other) noexcept : hits(std::exchange(other.hits, {})) {}
 IntersectionSet& IntersectionSet::operator=(const IntersectionSet& other) = default;

@@ -5,6 +5,7 @@
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
 #include <Common/ZelmoreException.h>
+#include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
 #include <QuarnScreen/IScreenConfig.h>
 #include <QuarnScreen/IScreenGeometry.h>
@@ -17,6 +18,10 @@
 #include <QuarnScreen/ObjLoadException.h>
 #include <QuarnScreen/Point.h>
 #include <QuarnScreen/Ray.h>
+#include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/ScreenGeometry.h>
+#include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
+#include <QuarnScreen/ScreenUtils.h>
+#include <QuarnScreen/SphericalScreen.h>
 #include <QuarnScreen/Triangle.h>

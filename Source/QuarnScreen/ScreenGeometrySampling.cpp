@@ -2,7 +2,10 @@
 
 #include <optional>
 
+#include "Detail/PolylineSampler.h"
 #include "Detail/Sign.h"
+
+using quarn::PolylineSampler;
 
 namespace {
 
@@ -17,22 +20,6 @@ constexpr double kIntervalsPerEdge = 20.0;
 bool isOdd(int number) {
     return (number & 1) != 0;
 }
-
-// Appends positions by UV to a polyline, leaving out those that the screen does not map.
-class PolylineSampler {
-public:
-    PolylineSampler(const IScreenGeometry& sampledScreen, std::vector<Point<double, 3>>& sampledPolyline)
-        : screen(sampledScreen), polyline(sampledPolyline) {}
-
-    void sample(double u, double v) {
-        Point<double, 3> point;
-        if (screen.mapInto3D(Point<double, 2>(u, v), point, true)) polyline.push_back(point);
-    }
-
-private:
-    const IScreenGeometry& screen;
-    std::vector<Point<double, 3>>& polyline;
-};
 
 // The lines of constant u, from left to right: down, along the bottom, up, along the top, and so on.
 void sampleLinesOfConstantU(PolylineSampler& sampler, int lines) {

@@ -19,4 +19,9 @@ void readNumberTag(xercesc::DOMNode* child, const wchar_t* tag, double& value) {
     value = XmlHelper::readDouble(child, ScreenGeometryXmlHelper::makeParseExceptionMsg(tag).c_str());
 }
 
+void readPointTag(xercesc::DOMNode* child, const wchar_t* tag, Point<double, 3>& point) {
+    if (!isTag(*child, tag)) return;
+    point = XmlHelper::readPoint(child, ScreenGeometryXmlHelper::makeParseExceptionMsg(tag).c_str());
+}
+
 }  // namespace quarn

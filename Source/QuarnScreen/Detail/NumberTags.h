@@ -1,9 +1,11 @@
 /// \file
-/// Child elements that hold one number.
+/// Child elements that hold a number or a position.
 #pragma once
 
 #include <ostream>
 #include <xercesc/dom/DOMNode.hpp>
+
+#include <QuarnScreen/Point.h>
 
 namespace quarn {
 
@@ -15,5 +17,8 @@ void writeNumberTag(int indent, std::wostream& out, const wchar_t* tag, double v
 
 /// Reads \p child into \p value where it is the element \p tag.
 void readNumberTag(xercesc::DOMNode* child, const wchar_t* tag, double& value);
+
+/// Reads \p child into \p point where it is the element \p tag.
+void readPointTag(xercesc::DOMNode* child, const wchar_t* tag, Point<double, 3>& point);
 
 }  // namespace quarn

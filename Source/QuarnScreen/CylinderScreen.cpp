@@ -1,0 +1,293 @@
+#include <QuarnScreen/CylinderScreen.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <Common/XmlHelper.h>
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include "Detail/Angles.h"
+#include "Detail/ArcSamples.h"
+#include "Detail/CalibrationGrid.h"
+#include "Detail/DisplayGrid.h"
+#include "Detail/HitPair.h"
+#include "Detail/NumberTags.h"
+#include "Detail/PolylineSampler.h"
+#include "Detail/Sign.h"
+
+namespace {
+
+// Slack of the section's edges in z (the screen's unit) and azimuth (radians), and of the wall (squared
+// unit).
+constexpr double kOnScreenTolerance = 1e-06;
+// Nearer to the axis than this, in the screen's unit, no direction towards it exists.
+constexpr double kLeastAxisDistance = 1e-06;
+
+constexpr int kPointsPerRuling = 20;
+constexpr double kIntervalsPerRuling = 20.0;
+constexpr double kBoundarySamplesPerDegree = 0.5;
+
+constexpr const wchar_t* kCenterTag = L"Center_Point";
+constexpr const wchar_t* kHeightTag = L"Screen_Height";
+constexpr const wchar_t* kRadiusTag = L"Screen_Radius";
+constexpr const wchar_t* kMinThetaTag = L"Screen_MinTheta";
+constexpr const wchar_t* kMaxThetaTag = L"Screen_MaxTheta";
+
+}  // namespace
+
+CylinderScreen::CylinderScreen() = default;
+
+CylinderScreen::CylinderScreen(IScreenConfig* config) {
+    CylinderScreen::updateGeometry(config);
+}
+
+CylinderScreen::CylinderScreen(Point<double, 3> center, double radius, double minTheta, double maxTheta,
+                               double height)
+    : params{center, radius, minTheta, maxTheta, height} {}
+
+CylinderScreen::~CylinderScreen() = default;
+
+const std::string& CylinderScreen::type() {
+    static const std::string name = "class CylinderScreen";
+    return name;
+}
+
+const std::string& CylinderScreen::getType() const {
+    return type();
+}
+
+void CylinderScreen::serialize(std::wostream& out, int indent) {
+    ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
+    XmlHelper::writeTagPoint(indent + 1, out, kCenterTag, params.center);
+    quarn::writeNumberTag(indent + 1, out, kHeightTag, params.height);
+    quarn::writeNumberTag(indent + 1, out, kRadiusTag, params.radius);
+    quarn::writeNumberTag(indent + 1, out, kMinThetaTag, params.minTheta);
+    quarn::writeNumberTag(indent + 1, out, kMaxThetaTag, params.maxTheta);
+    ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
+}
+
+void CylinderScreen::deserialize(xercesc::DOMNode* node) {
+    for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
+        quarn::readPointTag(child, kCenterTag, params.center);
+        quarn::readNumberTag(child, kHeightTag, params.height);
+        quarn::readNumberTag(child, kRadiusTag, params.radius);
+        quarn::readNumberTag(child, kMinThetaTag, params.minTheta);
+        quarn::readNumberTag(child, kMaxThetaTag, params.maxTheta);
+    }
+}
+
+void CylinderScreen::updateGeometry(IScreenConfig* config) {
+    params = {config->getCenter(), config->getRadius(), config->getMinTheta(), config->getMaxTheta(),
+              config->getHeight()};
+}
+
+// Hits on the endless cylinder in front of `from`, nearest first.
+quarn::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>& from,
+                                                          const Point<double, 3>& to) const {
+    const double ox = from[0] - params.center[0];
+    const double oy = from[1] - params.center[1];
+    // Intended: `to` is not shifted by the centre here; a reader would expect to - from.
+    const double dx = to[0] - ox;
+    const double dy = to[1] - oy;
+
+    // Solve |o + t d| = radius for t.
+    quarn::HitPair hits;
+    const double a = dy * dy + dx * dx;
+    const double b = 2 * (dy * oy + dx * ox);
+    const double c = oy * oy + ox * ox - params.radius * params.radius;
+    if (a == 0.0) return hits;
+    const double discriminant = b * b - c * (4 * a);
+    if (discriminant < 0.0) return hits;
+
+    const Point<double, 3> direction = to - from;
+    const auto addInFront = [&](double t) {
+        if (!(t > 0.0)) return;
+        Intersection hit;
+        hit.point = from + t * direction;
+        hit.normalSign = quarn::signOf(dot(direction, getScreenNormal(hit.point)));
+        hits.add(hit);
+    };
+    if (discriminant == 0.0) {
+        addInFront(b / (-2 * a));
+        return hits;
+    }
+    const double root = std::sqrt(discriminant);
+    addInFront((-b - root) / (2 * a));
+    addInFront((root - b) / (2 * a));
+    return hits;
+}
+
+IntersectionSet CylinderScreen::intersect(const Point<double, 3>& from, const Point<double, 3>& to) const {
+    return intersectWithExtrapolation(from, to).filtered(
+        [this](const Intersection& hit) { return isOnScreenSection(hit.point); });
+}
+
+IntersectionSet CylinderScreen::intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& from,
+                                                                         const Point<double, 3>& to,
+                                                                         int normalSign) const {
+    const Point<double, 3> direction = to - from;
+    return intersectWithExtrapolation(from, to).filtered([&](const Intersection& hit) {
+        return quarn::signOf(dot(direction, getScreenNormal(hit.point))) == normalSign;
+    });
+}
+
+bool CylinderScreen::isOnScreenSection(const Point<double, 3>& point) const {
+    const double dz = point[2] - params.center[2];
+    if (dz > params.height * 0.5 + kOnScreenTolerance) return false;
+    if (params.height * -0.5 - kOnScreenTolerance > dz) return false;
+
+    const double dx = point[0] - params.center[0];
+    const double dy = point[1] - params.center[1];
+    if (std::abs(dy * dy + dx * dx - params.radius * params.radius) > kOnScreenTolerance) return false;
+
+    // Bring the azimuth into the range by whole turns, upwards first.
+    const double low = std::min(params.minTheta, params.maxTheta) - kOnScreenTolerance;
+    const double high = std::max(params.minTheta, params.maxTheta) + kOnScreenTolerance;
+    double theta = std::atan2(dx / params.radius, dy / params.radius);
+    while (low > theta) theta += quarn::kTwoPi;
+    while (theta > high) theta -= quarn::kTwoPi;
+    return theta >= low && high >= theta;
+}
+
+Point<double, 3> CylinderScreen::getScreenNormal(const Point<double, 3>& point) const {
+    const Point<double, 3> towardsAxis(params.center[0] - point[0], params.center[1] - point[1], 0.0);
+    const double distance = length(towardsAxis);
+    if (kLeastAxisDistance > distance) return {};
+    return towardsAxis / distance;
+}
+
+Point<double, 2> CylinderScreen::mapInto2D(const Point<double, 3>& point, bool /*extrapolate*/) const {
+    const double v = (params.height * 0.5 - (point[2] - params.center[2])) / params.height;
+    double theta = std::atan2((point[0] - params.center[0]) / params.radius,
+                              (point[1] - params.center[1]) / params.radius);
+    if (theta < 0.0) {
+        const double high = std::max(params.minTheta, params.maxTheta);
+        if (high >= theta + quarn::kTwoPi) theta = theta + quarn::kTwoPi;
+    }
+    return {(theta - params.minTheta) / (params.maxTheta - params.minTheta), v};
+}
+
+bool CylinderScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& point, bool extrapolate) const {
+    const double u = uv[0];
+    const double v = uv[1];
+    const double theta = (1 - u) * params.minTheta + u * params.maxTheta;
+    const double halfHeight = params.height * 0.5;
+    point = Point<double, 3>(std::sin(theta) * params.radius + params.center[0],
+                             std::cos(theta) * params.radius + params.center[1],
+                             (1 - v) * halfHeight - halfHeight * v + params.center[2]);
+    return extrapolate || isOnScreenSection(point);
+}
+
+std::vector<Point<double, 3>> CylinderScreen::getDefaultCalibrationPoints(int columns, int rows) const {
+    // Intended: the centre is not added, unlike in mapInto3D.
+    const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
+    const double stepZ = params.height / (rows - 1.0);
+    return quarn::columnByColumn(columns, rows, [&](int i) {
+        const double theta = i * stepTheta + params.minTheta;
+        return [x = params.radius * std::sin(theta), y = params.radius * std::cos(theta), stepZ,
+                top = params.height * 0.5](int j) { return Point<double, 3>(x, y, top - j * stepZ); };
+    });
+}
+
+void CylinderScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
+                                      std::vector<Point<double, 3>>& vertices,
+                                      std::vector<Point<double, 3>>& normals) const {
+    const double size = std::max(params.radius, params.height * 0.5);
+    viewPoint = Point<double, 3>(0.0, quarn::viewDistanceFactor(size) * size, 0.0);
+
+    // Intended: the centre is not added to the vertices.
+    for (int r = 0; r < quarn::kDisplayGridSize; ++r) {
+        const double z = params.height * 0.5 - (r * params.height) / quarn::kDisplayGridIntervals;
+        for (int c = 0; c < quarn::kDisplayGridSize; ++c) {
+            const double theta =
+                ((params.maxTheta - params.minTheta) * c) / quarn::kDisplayGridIntervals + params.minTheta;
+            const double sine = std::sin(theta);
+            const double cosine = std::cos(theta);
+            vertices.emplace_back(sine * params.radius, cosine * params.radius, z);
+            normals.emplace_back(-sine, -cosine, 0.0);
+        }
+    }
+    quarn::appendDisplayGridIndices(indices);
+}
+
+void CylinderScreen::sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
+                                        GridSamples& samples, bool extrapolate) const {
+    const double zOffset = params.height * 0.5 - params.height * v;
+    const Point<double, 3> center(params.center[0], params.center[1], zOffset + params.center[2]);
+    quarn::sampleArc({center, params.radius, params.minTheta, params.maxTheta}, v, uStart, uEnd, count, row,
+                     samples, extrapolate);
+}
+
+void CylinderScreen::sampleBoundary(Polylines& boundary) const {
+    if (!hasParameterization()) return;
+    const double arc = params.maxTheta - params.minTheta;
+    const int arcSamples =
+        quarn::truncatedCount(std::abs(arc * quarn::kDegreesPerRadian * kBoundarySamplesPerDegree));
+    const double arcIntervals = arcSamples;
+    const bool isFullCircle = std::abs(arc) >= quarn::kTwoPi;
+    const int rulingSamples = isFullCircle ? 0 : kPointsPerRuling;
+
+    Polylines edges(4);
+    quarn::PolylineSampler top(*this, edges[0]);
+    for (int i = 0; i < arcSamples; ++i) top.sample(i / arcIntervals, 0.0);
+    quarn::PolylineSampler right(*this, edges[1]);
+    for (int j = 0; j < rulingSamples; ++j) right.sample(1.0, j / kIntervalsPerRuling);
+    quarn::PolylineSampler bottom(*this, edges[2]);
+    for (int i = arcSamples; i > 0; --i) bottom.sample(i / arcIntervals, 1.0);
+    quarn::PolylineSampler left(*this, edges[3]);
+    for (int j = rulingSamples; j > 0; --j) left.sample(0.0, j / kIntervalsPerRuling);
+    boundary.insert(boundary.end(), edges.begin(), edges.end());
+}
+
+bool CylinderScreen::isPlanar() const {
+    return false;
+}
+
+bool CylinderScreen::hasParameterization() const {
+    return true;
+}
+
+Point<double, 3> CylinderScreen::getEyepoint() const {
+    return {};
+}
+
+Point<double, 3> CylinderScreen::getCenterOfScreenHeading() const {
+    const double theta = (params.maxTheta + params.minTheta) * 0.5;
+    return {std::sin(theta), std::cos(theta), 0.0};
+}
+
+double CylinderScreen::getMaxAngleFromHeading() const {
+    const Point<double, 3> heading = normalized(getCenterOfScreenHeading());
+    // Intended: the azimuth of the corner is measured from +Y and not from the heading.
+    const double azimuth = std::max(std::abs(params.minTheta), std::abs(params.maxTheta));
+    const double elevation = std::atan2(params.height * 0.5, params.radius);
+    const Point<double, 3> corner =
+        normalized(Point<double, 3>(std::sin(azimuth) * std::cos(elevation),
+                                    std::cos(azimuth) * std::cos(elevation), std::sin(elevation)));
+    return std::acos(dot(corner, heading));
+}
+
+bool CylinderScreen::isValid() const {
+    return params.radius >= 0.0;
+}
+
+void CylinderScreen::getBounds(Point<double, 3>* /*min*/, Point<double, 3>* /*max*/) const {}
+
+ScreenGeometry::DataHash CylinderScreen::getUniqueDataHash() const {
+    return calcUniqueDataHash(params);
+}
+
+ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(const CylinderScreenParams& record) {
+    static_assert(sizeof(record) == 7 * sizeof(double), "the digest covers the values and no padding");
+    return calculateHash(reinterpret_cast<const unsigned char*>(&record), sizeof record);
+}
+
+ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(IScreenConfig* config) {
+    CylinderScreenParams record;
+    record.height = config->getHeight();
+    record.maxTheta = config->getMaxTheta();
+    record.minTheta = config->getMinTheta();
+    record.radius = config->getRadius();
+    record.center = config->getCenter();
+    return calcUniqueDataHash(record);
+}

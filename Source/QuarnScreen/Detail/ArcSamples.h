@@ -1,0 +1,21 @@
+/// \file
+/// Samples along a horizontal arc.
+#pragma once
+
+#include <QuarnScreen/IScreenGeometry.h>
+
+namespace quarn {
+
+/// A horizontal arc, u running from 0 at `minTheta` to 1 at `maxTheta`.
+struct Arc {
+    Point<double, 3> center;  ///< Centre of the arc's circle.
+    double radius;            ///< Radius of the circle.
+    double minTheta;          ///< Azimuth of u = 0, in radians.
+    double maxTheta;          ///< Azimuth of u = 1, in radians.
+};
+
+/// Does what IScreenGeometry::sampleHorizontally() tells, along an arc.
+void sampleArc(const Arc& arc, double v, double uStart, double uEnd, int count, int row,
+               IScreenGeometry::GridSamples& samples, bool extrapolate);
+
+}  // namespace quarn

@@ -1,0 +1,27 @@
+/// \file
+/// Polylines of positions that a screen maps from UV.
+#pragma once
+
+#include <vector>
+
+#include <QuarnScreen/IScreenGeometry.h>
+
+namespace quarn {
+
+/// Appends positions by UV to a polyline, leaving out those that the screen does not map.
+class PolylineSampler {
+public:
+    PolylineSampler(const IScreenGeometry& sampledScreen, std::vector<Point<double, 3>>& sampledPolyline)
+        : screen(sampledScreen), polyline(sampledPolyline) {}
+
+    void sample(double u, double v) {
+        Point<double, 3> point;
+        if (screen.mapInto3D(Point<double, 2>(u, v), point, true)) polyline.push_back(point);
+    }
+
+private:
+    const IScreenGeometry& screen;
+    std::vector<Point<double, 3>>& polyline;
+};
+
+}  // namespace quarn
