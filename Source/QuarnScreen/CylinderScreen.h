@@ -40,7 +40,7 @@ public:
     /// A screen without parameters: the radius is -1, and isValid() is false.
     CylinderScreen();
     /// A screen with the centre, radius, azimuth limits and height of \p config.
-    explicit CylinderScreen(IScreenConfig* config);
+    CylinderScreen(IScreenConfig* config);
     /// Stores the parameters as they are; angles are in radians.
     CylinderScreen(Point<double, 3> center, double radius, double minTheta, double maxTheta, double height);
     CylinderScreen(const CylinderScreen&) = default;

@@ -28,7 +28,7 @@ public:
     FlatScreen();
     FlatScreen(double width, double height);
     /// A screen with the width and height of \p config.
-    explicit FlatScreen(IScreenConfig* config);
+    FlatScreen(IScreenConfig* config);
     FlatScreen(const FlatScreen&) = default;
     FlatScreen& operator=(const FlatScreen&) = default;
     ~FlatScreen() override;

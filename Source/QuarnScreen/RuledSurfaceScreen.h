@@ -45,7 +45,7 @@ public:
     RuledSurfaceScreen(double width, double height, double minTheta, double maxTheta, double minPhi,
                        double maxPhi);
     /// A screen with the width, height and limits of \p config.
-    explicit RuledSurfaceScreen(IScreenConfig* config);
+    RuledSurfaceScreen(IScreenConfig* config);
     RuledSurfaceScreen(const RuledSurfaceScreen&) = default;
     RuledSurfaceScreen& operator=(const RuledSurfaceScreen&) = default;
     ~RuledSurfaceScreen() override;

@@ -35,7 +35,7 @@ public:
     /// A screen without parameters: the radius is -1, and isValid() is false.
     SphericalScreen();
     /// A screen with the centre, radius and limits of \p config.
-    explicit SphericalScreen(IScreenConfig* config);
+    SphericalScreen(IScreenConfig* config);
     /// Stores the parameters as they are; angles are in radians.
     SphericalScreen(Point<double, 3> center, double radius, double minTheta, double maxTheta, double minPhi,
                     double maxPhi);

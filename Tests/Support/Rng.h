@@ -37,6 +37,18 @@ public:
         const double y = uniform(low, high);
         return {x, y, uniform(low, high)};
     }
+    /// A position of whole numbers in low..high, both included.
+    Point<double, 3> integerPoint(int low, int high) {
+        const double x = integer(low, high);
+        const double y = integer(low, high);
+        return {x, y, static_cast<double>(integer(low, high))};
+    }
+    /// A position whose coordinates have exponents uniform from 2^lowExponent to 2^highExponent.
+    Point<double, 3> spreadPoint(int lowExponent = -1022, int highExponent = 1023) {
+        const double x = spread(lowExponent, highExponent);
+        const double y = spread(lowExponent, highExponent);
+        return {x, y, spread(lowExponent, highExponent)};
+    }
 
 private:
     std::mt19937_64 engine;

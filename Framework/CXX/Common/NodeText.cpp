@@ -55,8 +55,7 @@ std::wstring fromXmlText(const XMLCh* text) {
 }
 
 std::wstring textContent(const DOMNode& node) {
-    if (!holdsTextInChildren(node))
-        return fromXmlText(node.getNodeType() == DOMNode::DOCUMENT_NODE ? nullptr : node.getNodeValue());
+    if (!holdsTextInChildren(node)) return fromXmlText(node.getNodeValue());
 
     std::wstring result;
     const DOMNode* current = node.getFirstChild();

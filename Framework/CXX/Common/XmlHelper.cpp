@@ -63,14 +63,15 @@ std::wistringstream streamOf(const xercesc::DOMNode* node, const wchar_t* messag
 }  // namespace
 
 void XmlHelper::writeIndented(int indent, std::wostream& out, const std::wstring& text) {
+    if (text.empty()) return;
     const std::wstring blanks(static_cast<std::size_t>(std::max(indent, 0)) * kBlanksPerLevel, L' ');
     std::wstring_view rest = text;
-    while (!rest.empty()) {
+    do {
         const std::wstring_view line = rest.substr(0, std::min(rest.find(L'\n'), rest.size() - 1) + 1);
         out.write(blanks.data(), static_cast<std::streamsize>(blanks.size()));
         out.write(line.data(), static_cast<std::streamsize>(line.size()));
         rest.remove_prefix(line.size());
-    }
+    } while (!rest.empty());
 }
 
 void XmlHelper::writeTag(int indent, std::wostream& out, const std::wstring& tag, const std::wstring& value) {
@@ -109,8 +110,9 @@ std::wstring XmlHelper::formatVariadic(const wchar_t* pattern, ...) {
             buffer.resize(static_cast<std::size_t>(length));
             return buffer;
         }
-        // A buffer that is too small leaves no error number, a conversion that fails does.
-        if (errno != 0) return {};
+        // A buffer that is too small leaves no error number (newer C libraries: E2BIG), a conversion that
+        // fails does.
+        if (errno != 0 && errno != E2BIG) return {};
         buffer.resize(buffer.size() * 2);
     }
 }

@@ -53,12 +53,15 @@ private:
 
     static const wchar_t* asVariadic(const std::wstring& text) { return text.c_str(); }
     template <class T>
-    static std::decay_t<T> asVariadic(const T& value);
+    static std::decay_t<const T&> asVariadic(const T& value);
 };
 
 template <class T>
-std::decay_t<T> XmlHelper::asVariadic(const T& value) {
-    static_assert(std::is_scalar_v<std::decay_t<T>>, "format takes numbers, pointers and wide strings");
+std::decay_t<const T&> XmlHelper::asVariadic(const T& value) {
+    using Argument = std::decay_t<const T&>;
+    static_assert(std::is_arithmetic_v<Argument> || std::is_same_v<Argument, const wchar_t*> ||
+                      std::is_same_v<Argument, wchar_t*>,
+                  "format takes numbers and wide strings");
     return value;
 }
 
