@@ -6,9 +6,9 @@
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 #include "Detail/CalibrationGrid.h"
-#include "Detail/DisplayGrid.h"
 #include "Detail/NumberTags.h"
 #include "Detail/Sign.h"
+#include "Detail/ViewDistance.h"
 
 namespace {
 
@@ -55,11 +55,13 @@ void FlatScreen::serialize(std::wostream& out, int indent) {
 }
 
 void FlatScreen::deserialize(xercesc::DOMNode* node) {
+    double newWidth = width;
+    double newHeight = height;
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        quarn::readNumberTag(child, kWidthTag, width);
-        quarn::readNumberTag(child, kHeightTag, height);
+        quarn::readNumberTag(child, kWidthTag, newWidth);
+        quarn::readNumberTag(child, kHeightTag, newHeight);
     }
-    computeCorners();
+    reset(newWidth, newHeight);
 }
 
 void FlatScreen::updateGeometry(IScreenConfig* config) {

@@ -30,8 +30,8 @@
 ///
 /// **extrapolate** means the same in every operation: whether answers beyond the screen are wanted.
 ///
-/// **No answer** is told by value: an empty IntersectionSet, false, or kNoUV. Queries throw nothing but
-/// std::bad_alloc.
+/// **No answer** is told by value: an empty IntersectionSet, false, or kNoUV. Queries throw
+/// nothing but what containers throw when memory runs out.
 ///
 /// **Threads.** All const operations of one screen may run on any number of threads at once. serialize(),
 /// deserialize() and updateGeometry() must not overlap with anything else on the same screen.
@@ -56,7 +56,8 @@ public:
     /// \param count number of samples; below 2 nothing is written
     /// \param row second part of the keys
     /// \param[in,out] samples gets each position under (number of the sample, \p row), entries with that key
-    /// replaced \param extrapolate keep samples outside of the unit square too
+    ///        replaced
+    /// \param extrapolate keep samples outside of the unit square too
     virtual void sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
                                     GridSamples& samples, bool extrapolate) const = 0;
 
@@ -66,17 +67,17 @@ public:
 
     /// Hits on the surface continued beyond the screen.
     /// \param normalSign side of the surface to keep. Intended: its meaning differs by shape. Flat and ruled
-    /// screens
-    ///        ignore it; cylinder and sphere keep hits whose Intersection::normalSign equals it, so that 0
-    ///        keeps exact tangents alone; for a mesh 0 means no filter.
+    ///        screens ignore it; cylinder and sphere keep hits whose Intersection::normalSign equals it, so
+    ///        that 0 keeps exact tangents alone; for a mesh 0 means no filter.
     [[nodiscard]] virtual IntersectionSet intersectExtrapolatedWithSpecifiedNormal(
         const Point<double, 3>& from, const Point<double, 3>& to, int normalSign) const = 0;
 
     /// Where the boundary rays of a channel meet the screen or its continuation, all on the side of the
-    /// surface that the first hit on the screen shows. \param rays rays to answer \param extraRays rays that
-    /// only help to find the side \return the first hit of each ray in order, rays without a hit left out;
-    /// nothing where no ray of either list
-    ///         hits the screen itself
+    /// surface that the first hit on the screen shows.
+    /// \param rays rays to answer
+    /// \param extraRays rays that only help to find the side
+    /// \return the first hit of each ray in order, rays without a hit left out; nothing where no ray of
+    ///        either list hits the screen itself
     [[nodiscard]] virtual std::vector<Point<double, 3>> intersectChannelBoundary(
         const PointPairs& rays, const PointPairs& extraRays) const = 0;
 
@@ -108,7 +109,7 @@ public:
     /// \param[out] viewPoint where to view it from
     /// \param[out] indices replaced; three for each triangle
     /// \param[in,out] vertices, normals appended to. Intended: they are not cleared although `indices` is;
-    /// pass empty ones
+    ///        pass empty ones
     virtual void generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
                                   std::vector<Point<double, 3>>& vertices,
                                   std::vector<Point<double, 3>>& normals) const = 0;
@@ -150,7 +151,8 @@ public:
     /// Whether getTesselation() yields anything.
     [[nodiscard]] virtual bool hasTesselation() const = 0;
 
-    /// Axis-aligned bounds; shapes without them leave both positions untouched. \pre neither pointer is null.
+    /// Axis-aligned bounds; shapes without them leave both positions untouched.
+    /// \pre neither pointer is null.
     virtual void getBounds(Point<double, 3>* min, Point<double, 3>* max) const = 0;
 
     /// Distance to getClosestPoint().

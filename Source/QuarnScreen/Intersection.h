@@ -7,8 +7,7 @@
 /// One place where a ray meets a screen.
 struct Intersection {
     Point<double, 3> point;  ///< Position of the hit.
-    bool hasUV =
-        false;  ///< Whether `uv` means something. Ruled surfaces and meshes set it; other shapes do not.
+    bool hasUV = false;      ///< Whether `uv` means something; ruled surfaces and meshes set it.
     Point<double, 2> uv;     ///< UV of the hit.
     int triangleIndex = -1;  ///< Index of the triangle in the mesh; -1 on every other shape.
     int normalSign = 0;      ///< Sign of (ray direction . surface normal): 1, -1, or 0 for exactly zero.

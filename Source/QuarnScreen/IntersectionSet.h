@@ -31,7 +31,8 @@ public:
     [[nodiscard]] bool empty() const { return hits.empty(); }
     [[nodiscard]] int count() const { return static_cast<int>(hits.size()); }
 
-    /// Hits by position. \pre the hit exists; it is not checked.
+    /// Hits by position.
+    /// \pre the hit exists; it is not checked.
     [[nodiscard]] const Intersection& first() const { return hits.front(); }
     [[nodiscard]] const Intersection& last() const { return hits.back(); }
     [[nodiscard]] const Intersection& get(int index) const { return hits[static_cast<std::size_t>(index)]; }

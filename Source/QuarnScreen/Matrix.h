@@ -18,7 +18,8 @@ public:
     /// Ones on the diagonal, zeros elsewhere.
     [[nodiscard]] static constexpr Matrix identity();
 
-    /// Element of a row and a column, from 0. \pre both are below N; it is not checked.
+    /// Element of a row and a column, from 0.
+    /// \pre both are below N; it is not checked.
     constexpr T& operator()(std::size_t row, std::size_t column) { return elements[N * row + column]; }
     constexpr const T& operator()(std::size_t row, std::size_t column) const {
         return elements[N * row + column];
@@ -41,8 +42,7 @@ public:
     ///
     /// \param[out] result left half done where the answer is false
     /// \return false as soon as a pivot's magnitude falls below kLeastPivot. Intended: the limit does not
-    /// follow the
-    ///         matrix's scale, so a small invertible matrix is refused.
+    ///        follow the matrix's scale, so a small invertible matrix is refused.
     bool inverse(Matrix& result) const;
 
     /// Least magnitude of a pivot, in the unit of the elements.

@@ -27,7 +27,8 @@ public:
     constexpr Point() = default;
     constexpr explicit(N == 1) Point(Coordinate<I>... values) : coordinates{values...} {}
 
-    /// Coordinate \p index, from 0. \pre index < N; it is not checked.
+    /// Coordinate \p index, from 0.
+    /// \pre index < N; it is not checked.
     constexpr T& operator[](std::size_t index) { return coordinates[index]; }
     constexpr const T& operator[](std::size_t index) const { return coordinates[index]; }
 

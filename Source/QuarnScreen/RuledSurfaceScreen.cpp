@@ -8,6 +8,7 @@
 #include "Detail/CalibrationGrid.h"
 #include "Detail/DisplayGrid.h"
 #include "Detail/NumberTags.h"
+#include "Detail/ViewDistance.h"
 
 namespace {
 

@@ -27,7 +27,7 @@ struct RuledSurfaceScreenParams {
 /// at the apex. Rays are answered by a search for the ruling that they cross, so all answers hold to about
 /// 1e-6 in u. Properties:
 ///  1. mapInto2D(mapInto3D(uv)) is uv within the search's accuracy, for uv in the unit square and arcs below
-///  pi.
+///     pi.
 ///  2. mapInto3D() of the corners of the unit square gives the corners above.
 ///  3. A line is answered where it runs towards +Y through the surface. Intended: its reverse gives no hit.
 ///
@@ -35,8 +35,7 @@ struct RuledSurfaceScreenParams {
 /// but the results of queries and log lines takes memory.
 ///
 /// \warning The search does not end for arcs so small (below about 1e-9 radians) that neighbouring parameters
-/// lie
-///          farther apart than its tolerance.
+///        lie farther apart than its tolerance.
 class QUARNSCREEN_EXPORT RuledSurfaceScreen : public ScreenGeometry {
 public:
     /// A screen without parameters: the width is -1, and isValid() is false.

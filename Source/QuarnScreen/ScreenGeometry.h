@@ -23,17 +23,14 @@ public:
     ///
     /// \param from position to start at
     /// \param direction direction of the line. Intended: a vector and not a position as in intersect(); its
-    /// length
-    ///        does not matter
+    ///        length does not matter
     /// \param screen screen to ask
     /// \param[out] result written where the answer is true, always with a UV
     /// \param extrapolate ask intersectExtrapolatedWithSpecifiedNormal() with a sign of 0 instead of
-    /// intersect().
-    ///        Intended: on cylinders and spheres that keeps exact tangents alone, so the answer is false in
-    ///        practice
+    ///        intersect(). Intended: on cylinders and spheres that keeps exact tangents alone, so the answer
+    ///        is false in practice
     /// \return false without a hit, for a hit that equals a default Intersection, and for a hit that lies
-    /// farther
-    ///         from \p from than about sqrt(3) times the distance of getClosestPoint()
+    ///        farther from \p from than about sqrt(3) times the distance of getClosestPoint()
     static bool getClosestIntersection(const Point<double, 3>& from, const Point<double, 3>& direction,
                                        IScreenGeometry* screen, Intersection& result, bool extrapolate);
 
@@ -43,7 +40,8 @@ public:
     /// SHA-1 of the string's bytes.
     [[nodiscard]] static DataHash calculateHash(const std::string& data);
 
-    /// Writes the middle of getBounds(); (0, 0, 0) for a shape without bounds. \pre \p centre is not null.
+    /// Writes the middle of getBounds(); (0, 0, 0) for a shape without bounds.
+    /// \pre \p centre is not null.
     void getCentreFromScreenBounds(Point<double, 3>* centre) const;
 
     [[nodiscard]] std::vector<Point<double, 3>> intersectChannelBoundary(

@@ -13,6 +13,7 @@
 #include "Detail/NumberTags.h"
 #include "Detail/PolylineSampler.h"
 #include "Detail/Sign.h"
+#include "Detail/ViewDistance.h"
 
 namespace {
 

@@ -56,10 +56,9 @@ public:
     /// \param point position, in the plane or off it
     /// \param[out] a, b written where the answer is true
     /// \param allowOutside accept a foot beyond the edges b = 0 and a + b = 1. Intended: it does not relax
-    /// the edge
-    ///        a = 0, as a reader would expect.
-    /// \return whether the foot lies in the triangle, within kParameterTolerance; false for edges that are
-    ///         parallel or zero.
+    ///        the edge a = 0, as a reader would expect.
+    /// \return whether the foot lies in the triangle, within 1e-6 in a and b; false for edges that are
+    ///        parallel or zero.
     bool barycentric(const Point<double, 3>& point, double& a, double& b, bool allowOutside) const;
 };
 
@@ -69,8 +68,7 @@ public:
 /// \param triangle with computed geometry
 /// \param[out] t parameter of the hit along `target - origin`, may be negative
 /// \param[out] hit position of the hit. \p t and \p hit are written wherever the line is not parallel to the
-/// plane,
-///        also where the answer is false
+///        plane, also where the answer is false
 /// \param[out] a, b as Triangle::barycentric() writes them
 /// \param allowOutside as for Triangle::barycentric()
 /// \return false for a line parallel to the plane, else the answer of Triangle::barycentric() for the hit

@@ -39,12 +39,12 @@ public:
 
     /// Number at the start of the node's text, as a stream reads it; 0.0 where there is none.
     /// \throws ZelmoreParseException (line 223, empty message) where \p message is null and \p node has no
-    /// children.
-    ///         With a message nothing is thrown, and the message is not looked at.
+    ///        children. With a message nothing is thrown, and the message is not looked at.
     static double readDouble(xercesc::DOMNode* node, const wchar_t* message);
 
     /// Three numbers from the node's text, with one word of any kind between two of them; 0.0 for each that
-    /// is missing. \throws ZelmoreParseException as readDouble() does.
+    /// is missing.
+    /// \throws ZelmoreParseException as readDouble() does.
     static Point<double, 3> readPoint(xercesc::DOMNode* node, const wchar_t* message);
 
 private:

@@ -10,8 +10,8 @@
 namespace quarn {
 
 /// Positions column by column, each column from its first row to its last; none where a count is not
-/// positive. \param column called with the index of a column; it returns what makes a position from the index
-/// of a row
+/// positive.
+/// \param column called with the index of a column; it returns what makes a position from the index of a row
 template <class Column>
 [[nodiscard]] std::vector<Point<double, 3>> columnByColumn(int columns, int rows, Column column) {
     if (columns <= 0 || rows <= 0) return {};
