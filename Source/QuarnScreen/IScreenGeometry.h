@@ -107,9 +107,9 @@ public:
 
     /// A list of triangles to display, and a position to view it from.
     /// \param[out] viewPoint where to view it from
-    /// \param[out] indices replaced; three for each triangle
-    /// \param[in,out] vertices, normals appended to. Intended: they are not cleared although `indices` is;
-    ///        pass empty ones
+    /// \param[in,out] indices three for each triangle, counted from 0. Intended: replaced by the flat screen,
+    ///        appended to by the others
+    /// \param[in,out] vertices, normals appended to. Intended: nothing is cleared; pass empty ones
     virtual void generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
                                   std::vector<Point<double, 3>>& vertices,
                                   std::vector<Point<double, 3>>& normals) const = 0;

@@ -34,6 +34,9 @@ struct RuledSurfaceScreenParams {
 /// Const operations read the fields alone, but for log lines, and are safe on any number of threads. Nothing
 /// but the results of queries and log lines takes memory.
 ///
+/// A screen whose rulings are shorter than 1e-5 has no UV, as a ruling and the line along Y then count as parallel.
+/// getClosestPoint() of a position far above the screen lies on the bottom edge, as v has no sign.
+///
 /// \warning The search does not end for arcs so small (below about 1e-9 radians) that neighbouring parameters
 ///        lie farther apart than its tolerance.
 class QUARNSCREEN_EXPORT RuledSurfaceScreen : public ScreenGeometry {
@@ -73,7 +76,8 @@ public:
     [[nodiscard]] IntersectionSet intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& from,
                                                                            const Point<double, 3>& to,
                                                                            int normalSign) const override;
-    /// Within 1e-6 of the surface along Y, and of the unit square in UV.
+    /// Within 1e-6 of the surface along Y, and of the unit square in UV. Intended: as v has no sign, this
+    /// holds up to one ruling's length above the top edge too.
     [[nodiscard]] bool isOnScreenSection(const Point<double, 3>& point) const override;
     /// Unit normal at a position on the surface; zero, with a log line, where the position is off by 1 % of
     /// the width. An arc of pi or more is logged on every call.

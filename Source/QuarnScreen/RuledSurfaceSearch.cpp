@@ -33,9 +33,18 @@ constexpr double kGreatestNormalError = 0.01;
 
 constexpr Point<double, 3> kTowardsScreen(0.0, 1.0, 0.0);
 
+// Both texts are formed only where somebody listens: a query takes no memory otherwise.
+void warnOfGreatArc(const log4cxx::LoggerPtr& logger) {
+    if (!logger->isWarnEnabled()) return;
+    logger->warn(
+        std::wstring(L"getScreenNormal for ruled surface screen might not work if the angle of curvature is "
+                     L"more that 180 degrees"));
+}
+
 Point<double, 3> normalNotFound(const log4cxx::LoggerPtr& logger, const Point<double, 3>& point) {
-    logger->warn(XmlHelper::format(L"couldn't find solution for getScreenNormal at : %f %f %f", point[0],
-                                   point[1], point[2]));
+    if (logger->isWarnEnabled())
+        logger->warn(XmlHelper::format(L"couldn't find solution for getScreenNormal at : %f %f %f", point[0],
+                                       point[1], point[2]));
     return {};
 }
 
@@ -146,10 +155,7 @@ double RuledSurfaceScreen::signedSineFromRuling(double u, const Point<double, 3>
 }
 
 Point<double, 3> RuledSurfaceScreen::getScreenNormal(const Point<double, 3>& point) const {
-    if (std::abs(topArc) > kGreatestArc || std::abs(bottomArc) > kGreatestArc)
-        log->warn(std::wstring(
-            L"getScreenNormal for ruled surface screen might not work if the angle of curvature is more "
-            L"that 180 degrees"));
+    if (std::abs(topArc) > kGreatestArc || std::abs(bottomArc) > kGreatestArc) warnOfGreatArc(log);
 
     // Find the UV of the position.
     const double v = (point[2] - topCenter[2]) / (bottomCenter[2] - topCenter[2]);

@@ -4,7 +4,7 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "ScriptedScreen.h"
+#include "Support/ScriptedScreen.h"
 
 using namespace quarn::test;
 

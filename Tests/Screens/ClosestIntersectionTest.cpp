@@ -5,7 +5,7 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "ScriptedScreen.h"
+#include "Support/ScriptedScreen.h"
 
 using namespace quarn::test;
 

@@ -5,7 +5,7 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "ScriptedScreen.h"
+#include "Support/ScriptedScreen.h"
 #include "Support/WildNumbers.h"
 
 using namespace quarn::test;

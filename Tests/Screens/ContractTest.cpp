@@ -4,8 +4,8 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "ScriptedScreen.h"
 #include "Support/FixedConfig.h"
+#include "Support/ScriptedScreen.h"
 
 using namespace quarn::test;
 

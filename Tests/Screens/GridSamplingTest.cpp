@@ -6,8 +6,8 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "ScriptedScreen.h"
 #include "SharedReference.h"
+#include "Support/ScriptedScreen.h"
 
 using namespace quarn::test;
 

@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "ScriptedScreen.h"
 #include "SharedReference.h"
+#include "Support/ScriptedScreen.h"
 #include "Support/WildNumbers.h"
 
 using namespace quarn::test;
