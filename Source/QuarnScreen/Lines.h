@@ -15,7 +15,8 @@
 ///
 /// \param[out] outA, outB the points on A and on B; written where the answer is true
 /// \param clampAStart, clampAEnd, clampBStart, clampBEnd keep the point from passing that end of its segment
-/// \return false for lines that are parallel or shorter than 1e-10
+/// \return false for segments shorter than 1e-10, and where the squared area between both is below 1e-10.
+///        Intended: that limit does not follow the lengths, so short segments count as parallel
 QUARNSCREEN_EXPORT bool closestPointsBetweenLines(const Point<double, 3>& a0, const Point<double, 3>& a1,
                                                   const Point<double, 3>& b0, const Point<double, 3>& b1,
                                                   Point<double, 3>& outA, Point<double, 3>& outB,

@@ -17,8 +17,7 @@ constexpr double kRulingTolerance = 1e-06;
 // How far off the surface a position on the screen may lie, in the screen's unit, and off the unit square in
 // UV.
 constexpr double kOnScreenTolerance = 1e-06;
-// Not 1.0 + kOnScreenTolerance, which is another number.
-constexpr double kGreatestOnScreenUV = 1.000001;
+constexpr double kGreatestOnScreenUV = 1.0 + kOnScreenTolerance;
 
 // Greatest arc whose normals are sure to be found, in radians: pi cut to twelve decimals, so pi itself
 // exceeds it.

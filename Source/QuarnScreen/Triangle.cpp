@@ -10,8 +10,7 @@ constexpr double kOneThird = 0.333333333333333;
 // Slack of the parameters a and b, in units of an edge's length: a point on an edge must not fall off by
 // rounding.
 constexpr double kParameterTolerance = 1e-6;
-// Not 1.0 + kParameterTolerance, which is another number.
-constexpr double kGreatestParameterSum = 1.000001;
+constexpr double kGreatestParameterSum = 1.0 + kParameterTolerance;
 
 // Least |normal . direction| of a line that meets a plane, in units of the direction's length.
 constexpr double kParallelTolerance = 1e-6;
