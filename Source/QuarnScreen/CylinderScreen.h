@@ -23,8 +23,9 @@ struct CylinderScreenParams {
 /// A position at azimuth theta is (center.x + radius sin theta, center.y + radius cos theta, z). The limits
 /// are not restricted to a principal range: they may be negative, pass pi, or span a full circle and more.
 /// The normal points towards the axis. Properties:
-///  1. mapInto2D(mapInto3D(uv)) is uv up to rounding, for limits within [-pi, 2 pi] that span less than a
-///     circle.
+///  1. mapInto2D(mapInto3D(uv)) is uv up to rounding inside the unit square, for limits within [-pi, 2 pi]
+///     that span less than a circle. On the very edge of a section that passes pi, rounding can take u a turn
+///     lower.
 ///  2. u is linear in theta and v in z.
 ///  3. Swapped limits describe the same section for isOnScreenSection(), and run u backwards.
 ///
@@ -33,7 +34,8 @@ struct CylinderScreenParams {
 /// memory.
 ///
 /// \warning isOnScreenSection() takes a step for each turn that the limits lie away from the principal range,
-///        and does not end for limits so large that a turn does not change them.
+///        and does not end for limits so large that a turn does not change them, also where the other limit is
+///        NaN.
 class QUARNSCREEN_EXPORT CylinderScreen : public ScreenGeometry {
 public:
     /// A screen without parameters: the radius is -1, and isValid() is false.

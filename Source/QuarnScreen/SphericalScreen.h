@@ -23,8 +23,9 @@ struct SphericalScreenParams {
 ///
 /// A position is center + radius (sin theta cos phi, cos theta cos phi, sin phi). The normal points to the
 /// centre. Properties:
-///  1. mapInto2D(mapInto3D(uv)) is uv up to rounding, for azimuths within [-pi, 2 pi] that span less than a
-///     circle and elevations within (-pi / 2, pi / 2).
+///  1. mapInto2D(mapInto3D(uv)) is uv up to rounding inside the unit square, for minTheta < maxTheta within
+///     [-pi, 2 pi] that span less than a circle, and elevations within (-pi / 2, pi / 2). On the very edge of a
+///     section that passes pi, rounding can take u a turn lower.
 ///  2. u is linear in theta and v in phi.
 ///
 /// Degenerate parameters (equal limits, zero radius) give NaN or infinite UV. Const operations read the
