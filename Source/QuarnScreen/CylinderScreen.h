@@ -12,10 +12,10 @@ class HitPair;
 /// What defines a cylindrical screen. Its bytes in memory feed the digest.
 struct CylinderScreenParams {
     Point<double, 3> center;  ///< A position on the axis; the section's height is centred on its z.
-    double radius;            ///< Radius of the cylinder; negative means "not yet defined".
-    double minTheta;          ///< Azimuth of u = 0, in radians.
-    double maxTheta;          ///< Azimuth of u = 1, in radians.
-    double height;            ///< Length of the section along Z.
+    double radius = 0.0;      ///< Radius of the cylinder; negative means "not yet defined".
+    double minTheta = 0.0;    ///< Azimuth of u = 0, in radians.
+    double maxTheta = 0.0;    ///< Azimuth of u = 1, in radians.
+    double height = 0.0;      ///< Length of the section along Z.
 };
 
 /// A section of a right circular cylinder whose axis is parallel to Z.

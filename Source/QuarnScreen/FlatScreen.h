@@ -9,8 +9,8 @@
 
 /// What defines a flat screen. Its bytes in memory feed the digest.
 struct FlatScreenParams {
-    double width;   ///< Horizontal size.
-    double height;  ///< Vertical size.
+    double width = 0.0;   ///< Horizontal size.
+    double height = 0.0;  ///< Vertical size.
 };
 
 /// A rectangle in the plane y = 0, centred on the origin and facing -Y, towards the viewer.

@@ -11,12 +11,12 @@
 /// Two dimensions and the limits of the two arcs, in radians. Their bytes in memory feed the digest,
 /// whichever dimension the caller put first.
 struct RuledSurfaceScreenParams {
-    double width;     ///< Chord of both arcs.
-    double height;    ///< Distance between the planes of the arcs.
-    double minTheta;  ///< Lower limit of the top arc.
-    double maxTheta;  ///< Upper limit of the top arc.
-    double minPhi;    ///< Lower limit of the bottom arc.
-    double maxPhi;    ///< Upper limit of the bottom arc.
+    double width = 0.0;     ///< Chord of both arcs.
+    double height = 0.0;    ///< Distance between the planes of the arcs.
+    double minTheta = 0.0;  ///< Lower limit of the top arc.
+    double maxTheta = 0.0;  ///< Upper limit of the top arc.
+    double minPhi = 0.0;    ///< Lower limit of the bottom arc.
+    double maxPhi = 0.0;    ///< Upper limit of the bottom arc.
 };
 
 /// A surface of straight rulings between a top arc and a bottom arc over the same chord.

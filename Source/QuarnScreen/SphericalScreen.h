@@ -12,11 +12,11 @@ class HitPair;
 /// What defines a spherical screen. Its bytes in memory feed the digest.
 struct SphericalScreenParams {
     Point<double, 3> center;  ///< Centre of the sphere.
-    double radius;            ///< Radius of the sphere; negative means "not yet defined".
-    double minTheta;          ///< Azimuth of u = 0, in radians.
-    double maxTheta;          ///< Azimuth of u = 1, in radians.
-    double minPhi;            ///< Elevation of v = 1, the bottom edge, in radians.
-    double maxPhi;            ///< Elevation of v = 0, the top edge, in radians.
+    double radius = 0.0;      ///< Radius of the sphere; negative means "not yet defined".
+    double minTheta = 0.0;    ///< Azimuth of u = 0, in radians.
+    double maxTheta = 0.0;    ///< Azimuth of u = 1, in radians.
+    double minPhi = 0.0;      ///< Elevation of v = 1, the bottom edge, in radians.
+    double maxPhi = 0.0;      ///< Elevation of v = 0, the top edge, in radians.
 };
 
 /// A section of a sphere between two azimuths and two elevations, such as a dome.

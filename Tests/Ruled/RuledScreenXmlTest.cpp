@@ -1,29 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "RuledScreens.h"
-#include "Support/Dom.h"
+#include "Support/ScreenXml.h"
 
 using namespace quarn::test;
 
 namespace {
 
-std::wstring xmlOf(RuledSurfaceScreen screen, int indent = 0) {
-    std::wostringstream out;
-    screen.serialize(out, indent);
-    return out.str();
-}
-
-void load(RuledSurfaceScreen& screen, const std::string& children) {
-    const DocumentPtr document = parseDocument("<ScreenGeometry>" + children + "</ScreenGeometry>");
-    screen.deserialize(document->getDocumentElement());
-}
-
 RuledSurfaceScreenParams loaded(const std::string& children,
                                 RuledSurfaceScreenParams before = {1, 2, 3, 4, 5, 6}) {
     OpenRuledScreen screen(before);
-    load(screen, children);
+    readChildren(screen, children);
     return screen.getParams();
 }
 
@@ -39,7 +26,8 @@ void expectParams(const RuledSurfaceScreenParams& p, const RuledSurfaceScreenPar
 }  // namespace
 
 TEST(RuledScreenXml, WritesSixNumbersInOrder) {
-    EXPECT_EQ(xmlOf(OpenRuledScreen(2.0, 3.0, -0.5, 0.5, -0.25, 0.75), 1),
+    OpenRuledScreen written(2.0, 3.0, -0.5, 0.5, -0.25, 0.75);
+    EXPECT_EQ(xmlOf(written, 1),
               L"    <ScreenGeometry ClassType=\"class RuledSurfaceScreen\">\n"
               L"        <Screen_Width>2.000000000000000e+00</Screen_Width>\n"
               L"        <Screen_Height>3.000000000000000e+00</Screen_Height>\n"
@@ -51,7 +39,7 @@ TEST(RuledScreenXml, WritesSixNumbersInOrder) {
 }
 
 TEST(RuledScreenXml, IndentOfZeroOrLessIndentsTheChildrenByOneMoreLevel) {
-    const OpenRuledScreen screen(kQuarters);
+    OpenRuledScreen screen(kQuarters);
     EXPECT_EQ(xmlOf(screen, 0).substr(0, 16), L"<ScreenGeometry ");
     EXPECT_NE(xmlOf(screen, 0).find(L"\n    <Screen_Width>"), std::wstring::npos);
     EXPECT_NE(xmlOf(screen, -1).find(L"\n<Screen_Width>"), std::wstring::npos);
@@ -62,22 +50,22 @@ TEST(RuledScreenXml, ASavedScreenLoadsWithTheSameSixteenDigits) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto number = [&] { return rng.coin() ? rng.uniform(-10, 10) : rng.spread(); };
-        const OpenRuledScreen screen(number(), number(), number(), number(), number(), number());
-        const std::wstring xml = xmlOf(screen);
+        OpenRuledScreen screen(number(), number(), number(), number(), number(), number());
+        const std::wstring xml = xmlOf(screen, 0);
         const DocumentPtr document = parseDocument(std::string(xml.begin(), xml.end()));
         RuledSurfaceScreen again;
         again.deserialize(document->getDocumentElement());
-        EXPECT_EQ(xmlOf(again), xml);
+        EXPECT_EQ(xmlOf(again, 0), xml);
     }
 }
 
 TEST(RuledScreenXml, DerivedFieldsFollow) {
     OpenRuledScreen screen(9.0, 9.0, -1.0, 1.0, -1.0, 1.0);
-    load(screen,
-         "<Screen_Width>2</Screen_Width><Screen_Height>3</Screen_Height><Screen_MinTheta>-0.5</"
-         "Screen_MinTheta>"
-         "<Screen_MaxTheta>0.5</Screen_MaxTheta><Screen_MinPhi>-0.25</Screen_MinPhi>"
-         "<Screen_MaxPhi>0.75</Screen_MaxPhi>");
+    readChildren(screen,
+                 "<Screen_Width>2</Screen_Width><Screen_Height>3</Screen_Height><Screen_MinTheta>-0.5</"
+                 "Screen_MinTheta>"
+                 "<Screen_MaxTheta>0.5</Screen_MaxTheta><Screen_MinPhi>-0.25</Screen_MinPhi>"
+                 "<Screen_MaxPhi>0.75</Screen_MaxPhi>");
     const OpenRuledScreen expected(2.0, 3.0, -0.5, 0.5, -0.25, 0.75);
     expectParams(screen.getParams(), expected.getParams());
     const Point3 from(0.3, -4, 0.2);
@@ -95,7 +83,7 @@ TEST(RuledScreenXml, AMissingTagKeepsTheField) {
     expectParams(loaded("<Screen_MinPhi>9</Screen_MinPhi>"), {1, 2, 3, 4, 9, 6});
     expectParams(loaded("<Screen_MaxPhi>9</Screen_MaxPhi>"), {1, 2, 3, 4, 5, 9});
     RuledSurfaceScreen fresh;
-    load(fresh, "<Screen_Height>9</Screen_Height>");
+    readChildren(fresh, "<Screen_Height>9</Screen_Height>");
     EXPECT_FALSE(fresh.isValid());
 }
 
@@ -120,8 +108,8 @@ TEST(RuledScreenXml, TextThatIsNoNumberGivesZero) {
 
 TEST(RuledScreenXml, AWidthOfSeventeenDigitsLosesItsLastBits) {
     const double width = std::nextafter(0.1, 1.0);
-    const OpenRuledScreen screen(width, 2.0, -0.5, 0.5, -0.5, 0.5);
-    const std::wstring xml = xmlOf(screen);
+    OpenRuledScreen screen(width, 2.0, -0.5, 0.5, -0.5, 0.5);
+    const std::wstring xml = xmlOf(screen, 0);
     const DocumentPtr document = parseDocument(std::string(xml.begin(), xml.end()));
     RuledSurfaceScreen again;
     again.deserialize(document->getDocumentElement());

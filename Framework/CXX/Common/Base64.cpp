@@ -65,7 +65,7 @@ std::string decodeBase64(const std::string& text) {
     bytes.reserve((groups + 1) * kBytesPerGroup);
     decodeGroups(text.data(), groups, bytes);
     if (rest > 1) {
-        std::array<char, kCharactersPerGroup> last;
+        std::array<char, kCharactersPerGroup> last{};
         last.fill('A');  // the digit of value zero
         std::copy(stop - static_cast<std::ptrdiff_t>(rest), stop, last.begin());
         decodeGroups(last.data(), 1, bytes);

@@ -9,9 +9,9 @@ namespace quarn {
 /// A horizontal arc, u running from 0 at `minTheta` to 1 at `maxTheta`.
 struct Arc {
     Point<double, 3> center;  ///< Centre of the arc's circle.
-    double radius;            ///< Radius of the circle.
-    double minTheta;          ///< Azimuth of u = 0, in radians.
-    double maxTheta;          ///< Azimuth of u = 1, in radians.
+    double radius = 0.0;      ///< Radius of the circle.
+    double minTheta = 0.0;    ///< Azimuth of u = 0, in radians.
+    double maxTheta = 0.0;    ///< Azimuth of u = 1, in radians.
 };
 
 /// Does what IScreenGeometry::sampleHorizontally() tells, along an arc.
