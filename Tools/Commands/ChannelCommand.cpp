@@ -1,0 +1,126 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "ChannelPoints.h"
+#include "Commands/Answers.h"
+#include "Commands/Commands.h"
+#include "Commands/Options.h"
+#include "Csv.h"
+#include "Finite.h"
+#include "ScreenReader.h"
+#include "ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+using Ray = ChannelPoints::Ray;
+
+// A growing list holds its elements twice while it moves them.
+constexpr std::uint64_t kMemoryPerWaitingRay = 3 * sizeof(Ray);
+
+struct ChannelOptions : QueryOptions {
+    std::string rays;
+    std::string extraRays;
+};
+
+CsvReader openRays(const std::string& path) {
+    return {InputFile::orStandardInput(path, "a CSV file of rays"),
+            {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"}};
+}
+
+Ray rayOf(const std::vector<double>& numbers) {
+    return {pointAt(numbers, 0), pointAt(numbers, 3)};
+}
+
+// The first extra ray that hits. All of them are read, so that a line that is wrong is told.
+std::optional<Ray> firstHitOf(const std::string& path, const ChannelPoints& channel) {
+    std::optional<Ray> first;
+    if (path.empty()) return first;
+    CsvReader rays = openRays(path);
+    std::vector<double> numbers;
+    while (rays.next(numbers))
+        if (!first && channel.hits(rayOf(numbers))) first = rayOf(numbers);
+    return first;
+}
+
+// The rows of a channel. Rays wait until the first of them hits, since none has a point without its side.
+class ChannelRows {
+public:
+    ChannelRows(std::uint64_t maxMemory, ChannelPoints& channelPoints, Answers& rows)
+        : mostWaiting(maxMemory / kMemoryPerWaitingRay), channel(channelPoints), answers(rows) {}
+
+    void add(const Ray& ray, const std::string& inputName) {
+        if (!channel.hasSide() && channel.hits(ray)) channel.useSideOf(ray);
+        waiting.push_back(ray);
+        if (channel.hasSide()) answerWaiting();
+        if (waiting.size() > mostWaiting)
+            throw ToolError{.found = std::to_string(waiting.size()) + " rays before the first that hits",
+                            .expected = "fewer, or a greater --max-memory",
+                            .file = inputName};
+    }
+
+    void answerWaiting() {
+        for (const Ray& ray : waiting) {
+            const auto point = channel.pointOf(ray);
+            ++rowCount;
+            if (point && isFinite(*point))
+                answers.add({rowCount, std::string_view("hit"), (*point)[0], (*point)[1], (*point)[2]},
+                            Answered::Yes);
+            else
+                answers.add({rowCount, std::string_view("miss"), {}, {}, {}}, Answered::No);
+        }
+        waiting.clear();
+    }
+
+private:
+    std::uint64_t mostWaiting;
+    ChannelPoints& channel;
+    Answers& answers;
+    std::vector<Ray> waiting;
+    std::int64_t rowCount = 0;
+};
+
+void run(const ChannelOptions& options) {
+    if (options.rays == "-" && options.extraRays == "-")
+        throw ToolError{.found = "RAYS and --extra both on the standard input",
+                        .expected = "one of them in a file"};
+    const Screen screen = readScreen(options.screen, options.maxMemory);
+    ChannelPoints channel(*screen.geometry);
+    CsvReader rays = openRays(options.rays);
+    const auto extraRay = firstHitOf(options.extraRays, channel);
+
+    std::vector<Column> columns = {{"ray"}, {"status"}};
+    for (const Column& column : positionColumns()) columns.push_back(column);
+    Answers answers(options, {options.screen, options.rays, options.extraRays},
+                    {{"command", "channel"}, {"screen", screen.file}}, columns);
+    ChannelRows rows(options.maxMemory, channel, answers);
+    std::vector<double> numbers;
+    while (rays.next(numbers)) {
+        rows.add(rayOf(numbers), rays.name());
+        answers.flushBeforeWaiting(rays);
+    }
+    if (!channel.hasSide() && extraRay) channel.useSideOf(*extraRay);
+    rows.answerWaiting();
+    answers.finish();
+}
+
+}  // namespace
+
+void registerChannelCommand(CLI::App& tool) {
+    CLI::App& command = addCommand(tool, "channel",
+                                   "Find where a channel's boundary rays meet the screen or its continuation",
+                                   "quarnscreen channel Samples/flat-wall.xml Samples/flat-wall-rays.csv");
+    const auto options = std::make_shared<ChannelOptions>();
+    addQueryOptions(command, *options);
+    addCsvInput(command, "RAYS", options->rays,
+                "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
+        .required();
+    addCsvInput(command, "--extra", options->extraRays,
+                "CSV with rays that only help to find the side of the screen that the channel shows");
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

@@ -1,0 +1,42 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "Commands/Commands.h"
+#include "Commands/Options.h"
+#include "Commands/Polylines.h"
+#include "ScreenReader.h"
+
+namespace quarn {
+
+namespace {
+
+struct GridOptions : QueryOptions {
+    int density = 11;
+};
+
+void run(const GridOptions& options) {
+    // The density is rounded up to odd. Each of its lines has 21 positions and 3 up to the next, both ways.
+    constexpr std::uint64_t kPositionsPerLine = 48;
+    const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
+    refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory);
+    IScreenGeometry::Polylines grid;
+    screen.geometry->sampleGrid(grid, options.density);
+    writePolylines("grid", screen, grid, options);
+}
+
+}  // namespace
+
+void registerGridCommand(CLI::App& tool) {
+    CLI::App& command =
+        addCommand(tool, "grid", "Follow the lines of a regular grid on the screen, as one closed polyline",
+                   "quarnscreen grid Samples/dome.xml --density 5");
+    const auto options = std::make_shared<GridOptions>();
+    addScreenOptions(command, *options);
+    addCountOption(command, "--density", options->density,
+                   "Lines in each direction, rounded up to an odd number");
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

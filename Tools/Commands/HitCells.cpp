@@ -1,0 +1,37 @@
+#include "Commands/HitCells.h"
+
+namespace quarn {
+
+std::vector<Column> hitColumns(const std::string& number, const Column& last) {
+    return {{number},
+            {"status"},
+            {"x", Quantity::Length},
+            {"y", Quantity::Length},
+            {"z", Quantity::Length},
+            {"u"},
+            {"v"},
+            {"side"},
+            {"triangle"},
+            last};
+}
+
+std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last) {
+    const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
+    return {number,    std::string_view("hit"),      hit.point[0], hit.point[1], hit.point[2], hit.uv[0],
+            hit.uv[1], std::int64_t{hit.normalSign}, triangle,     last};
+}
+
+std::vector<Cell> missCells(std::int64_t number, std::string_view status) {
+    std::vector<Cell> cells(10);
+    cells[0] = number;
+    cells[1] = status;
+    return cells;
+}
+
+Intersection withUV(Intersection hit, const IScreenGeometry& geometry) {
+    if (!hit.hasUV) hit.uv = geometry.mapInto2D(hit.point, false);
+    hit.hasUV = true;
+    return hit;
+}
+
+}  // namespace quarn

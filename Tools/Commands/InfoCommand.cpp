@@ -1,0 +1,175 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include <QuarnScreen/ScreenUtils.h>
+
+#include "Commands/Answers.h"
+#include "Commands/Commands.h"
+#include "Commands/Options.h"
+#include "Finite.h"
+#include "Message.h"
+#include "NumberText.h"
+#include "OutputFile.h"
+#include "ScreenReader.h"
+
+namespace quarn {
+
+namespace {
+
+// A file holds 16 digits of an angle in radians, so a 16th digit of its degrees would be noise.
+constexpr int kDegreeDigits = 15;
+
+struct Bounds {
+    Point<double, 3> min;
+    Point<double, 3> max;
+};
+
+// Shapes without bounds leave both positions as they were.
+std::optional<Bounds> boundsOf(const IScreenGeometry& geometry) {
+    constexpr double kUntouched = std::numeric_limits<double>::quiet_NaN();
+    Bounds bounds{{kUntouched, kUntouched, kUntouched}, {kUntouched, kUntouched, kUntouched}};
+    geometry.getBounds(&bounds.min, &bounds.max);
+    if (!isFinite(bounds.min) || !isFinite(bounds.max)) return std::nullopt;
+    return bounds;
+}
+
+nlohmann::ordered_json numberOrNull(double number) {
+    if (!std::isfinite(number)) return nullptr;
+    return number;
+}
+
+nlohmann::ordered_json jsonPoint(const Point<double, 3>& point) {
+    return {numberOrNull(point[0]), numberOrNull(point[1]), numberOrNull(point[2])};
+}
+
+nlohmann::ordered_json jsonAngle(double radians) {
+    return {{"degrees", numberOrNull(radians * kDegreesPerRadian)}, {"radians", numberOrNull(radians)}};
+}
+
+nlohmann::ordered_json jsonParameter(const Parameter& parameter) {
+    switch (parameter.kind) {
+        case ParameterKind::Angle:
+            return jsonAngle(parameter.value);
+        case ParameterKind::Position:
+            return jsonPoint(parameter.position);
+        default:
+            return parameter.value;
+    }
+}
+
+nlohmann::ordered_json jsonInfo(const Screen& screen, const std::string& unit) {
+    const IScreenGeometry& geometry = *screen.geometry;
+    nlohmann::ordered_json info = {{"command", "info"}, {"screen", screen.file}, {"unit", unit}};
+    info["type"] = geometry.getType();
+    info["parameters"] = nlohmann::ordered_json::object();
+    for (const Parameter& parameter : screen.parameters)
+        info["parameters"][parameter.name] = jsonParameter(parameter);
+    info["isValid"] = geometry.isValid();
+    info["hasParameterization"] = geometry.hasParameterization();
+    info["bounds"] = nullptr;
+    info["size"] = nullptr;
+    if (const auto bounds = boundsOf(geometry)) {
+        info["bounds"] = {{"min", jsonPoint(bounds->min)}, {"max", jsonPoint(bounds->max)}};
+        info["size"] = {{"width", bounds->max[0] - bounds->min[0]},
+                        {"height", bounds->max[2] - bounds->min[2]}};
+    }
+    info["eyePoint"] = jsonPoint(geometry.getEyepoint());
+    info["heading"] = jsonPoint(geometry.getCenterOfScreenHeading());
+    info["greatestAngle"] = jsonAngle(geometry.getMaxAngleFromHeading());
+    info["aspectRatio"] = numberOrNull(ScreenUtils::estimateAspectRatioUV(*screen.geometry));
+    info["digest"] = hexText(geometry.getUniqueDataHash());
+    return info;
+}
+
+// Lines of "key: value" with the values below each other.
+class AlignedText {
+public:
+    void add(const std::string& key, const std::string& value) { lines.emplace_back(key, value); }
+    [[nodiscard]] std::string text() const {
+        std::size_t width = 0;
+        for (const auto& [key, value] : lines) width = std::max(width, key.size());
+        std::string result;
+        for (const auto& [key, value] : lines) {
+            result += key;
+            result += ':';
+            result.append(width - key.size() + 1, ' ');
+            result += value;
+            result += '\n';
+        }
+        return result;
+    }
+
+private:
+    std::vector<std::pair<std::string, std::string>> lines;
+};
+
+std::string pointText(const Point<double, 3>& point) {
+    return "(" + numberText(point[0]) + ", " + numberText(point[1]) + ", " + numberText(point[2]) + ")";
+}
+
+std::string angleText(double radians) {
+    return roundedNumberText(radians * kDegreesPerRadian, kDegreeDigits) + " degrees, " +
+           numberText(radians) + " radians";
+}
+
+std::string parameterText(const Parameter& parameter, const std::string& unit) {
+    switch (parameter.kind) {
+        case ParameterKind::Angle:
+            return angleText(parameter.value);
+        case ParameterKind::Position:
+            return pointText(parameter.position) + " " + unit;
+        default:
+            return numberText(parameter.value) + " " + unit;
+    }
+}
+
+std::string yesOrNo(bool isSo) {
+    return isSo ? "yes" : "no";
+}
+
+std::string textInfo(const Screen& screen, const std::string& unit) {
+    const IScreenGeometry& geometry = *screen.geometry;
+    AlignedText info;
+    info.add("file", printable(screen.file));
+    info.add("type", geometry.getType());
+    for (const Parameter& parameter : screen.parameters)
+        info.add(parameter.label, parameterText(parameter, unit));
+    info.add("is valid", yesOrNo(geometry.isValid()));
+    info.add("has UV mapping", yesOrNo(geometry.hasParameterization()));
+    if (const auto bounds = boundsOf(geometry)) {
+        info.add("bounds", pointText(bounds->min) + " to " + pointText(bounds->max) + " " + unit);
+        info.add("width by height", numberText(bounds->max[0] - bounds->min[0]) + " by " +
+                                        numberText(bounds->max[2] - bounds->min[2]) + " " + unit);
+    }
+    info.add("eye point", pointText(geometry.getEyepoint()) + " " + unit);
+    info.add("heading", pointText(geometry.getCenterOfScreenHeading()));
+    info.add("greatest angle", angleText(geometry.getMaxAngleFromHeading()));
+    info.add("aspect ratio", numberText(ScreenUtils::estimateAspectRatioUV(*screen.geometry)));
+    info.add("digest", hexText(geometry.getUniqueDataHash()));
+    return info.text();
+}
+
+void run(const ScreenOptions& options) {
+    const Screen screen = readScreen(options.screen, options.maxMemory);
+    OutputFile output(options.output, {options.screen});
+    output.write(options.format == AnswerFormat::Json ? jsonText(jsonInfo(screen, options.unit), 2) + "\n"
+                                                      : textInfo(screen, options.unit));
+    output.finish();
+}
+
+}  // namespace
+
+void registerInfoCommand(CLI::App& tool) {
+    CLI::App& command = addCommand(tool, "info", "Tell what the screen in a file is",
+                                   "quarnscreen info Samples/flat-wall.xml");
+    const auto options = std::make_shared<ScreenOptions>();
+    addScreenOptions(command, *options);
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

@@ -1,0 +1,235 @@
+#include <CLI/CLI.hpp>
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QuarnScreen/CylinderScreen.h>
+#include <QuarnScreen/FlatScreen.h>
+#include <QuarnScreen/RuledSurfaceScreen.h>
+#include <QuarnScreen/SphericalScreen.h>
+
+#include "Commands/Commands.h"
+#include "Commands/Options.h"
+#include "Measure.h"
+#include "Message.h"
+#include "OutputFile.h"
+#include "ScreenMaker.h"
+#include "ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+constexpr const char* kLength = "LENGTH";
+constexpr const char* kAngle = "ANGLE";
+
+// What the command line tells of a screen.
+class MakeOptions {
+public:
+    std::string unit = "m";
+    std::string output = "-";
+    std::map<std::string, std::string> texts = {};  // by the name of the option
+
+    [[nodiscard]] bool has(const std::string& option) const { return texts.contains(option); }
+    [[nodiscard]] double length(const std::string& option) const {
+        return lengthFrom(option, texts.at(option));
+    }
+    [[nodiscard]] Angle angle(const std::string& option) const {
+        const auto angle = Angle::parse(texts.at(option));
+        if (!angle) throw unexpected(option, "an angle with its unit, such as 210deg or 3.66rad");
+        return *angle;
+    }
+    [[nodiscard]] Point<double, 3> position(const std::string& option) const;
+    [[nodiscard]] ToolError unexpected(const std::string& option, const std::string& expected) const {
+        return {.found = "found " + option + " " + quotedExcerpt(texts.at(option)), .expected = expected};
+    }
+
+private:
+    [[nodiscard]] double lengthFrom(const std::string& option, const std::string& text) const {
+        const auto length = parseLength(text, unit);
+        if (!length)
+            throw unexpected(option,
+                             "a number in " + unit +
+                                 ", or a length such as 6m or 236in where --unit is m, cm, mm, ft or in");
+        return *length;
+    }
+};
+
+Point<double, 3> MakeOptions::position(const std::string& option) const {
+    std::array<double, 3> lengths{};
+    std::string rest = texts.at(option);
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        const std::size_t comma = rest.find(',');
+        const bool isLast = i + 1 == lengths.size();
+        if ((comma == std::string::npos) != isLast)
+            throw unexpected(option, "three lengths such as 0,1.5m,-2m");
+        lengths.at(i) = lengthFrom(option, rest.substr(0, comma));
+        rest = isLast ? "" : rest.substr(comma + 1);
+    }
+    return {lengths[0], lengths[1], lengths[2]};
+}
+
+struct ShapeOption {
+    std::string name;
+    std::string description;
+    const char* type = kLength;
+    bool isRequired = true;
+};
+
+// A shape that can be made: its options, and what they mean for the parameters of the screen.
+struct Shape {
+    std::string name;
+    std::string description;
+    std::string example;
+    std::string screenType;
+    std::vector<ShapeOption> options;
+    void (*fill)(const MakeOptions& options, ScreenValues& values);
+};
+
+const ShapeOption kCenter{"--center", "Centre of the shape, three lengths; the origin by default", "X,Y,Z",
+                          false};
+
+void setAround(ScreenValues& values, const std::string& min, const std::string& max, const Angle& arc) {
+    values.set(min, arc.halved().negated().radians());
+    values.set(max, arc.halved().radians());
+}
+
+void fillFlat(const MakeOptions& options, ScreenValues& values) {
+    values.set("width", options.length("--width"));
+    values.set("height", options.length("--height"));
+}
+
+void fillRound(const MakeOptions& options, ScreenValues& values) {
+    values.set("radius", options.length("--radius"));
+    if (options.has("--center")) values.setCenter(options.position("--center"));
+}
+
+void fillCylinder(const MakeOptions& options, ScreenValues& values) {
+    fillRound(options, values);
+    values.set("height", options.length("--height"));
+    if (options.has("--arc")) {
+        setAround(values, "minTheta", "maxTheta", options.angle("--arc"));
+        return;
+    }
+    if (!options.has("--min-theta") || !options.has("--max-theta"))
+        throw ToolError{.found = "found too few limits", .expected = "--arc, or --min-theta and --max-theta"};
+    values.set("minTheta", options.angle("--min-theta").radians());
+    values.set("maxTheta", options.angle("--max-theta").radians());
+}
+
+void fillSphere(const MakeOptions& options, ScreenValues& values) {
+    fillRound(options, values);
+    values.set("minTheta", options.angle("--min-theta").radians());
+    values.set("maxTheta", options.angle("--max-theta").radians());
+    values.set("minPhi", options.angle("--min-phi").radians());
+    values.set("maxPhi", options.angle("--max-phi").radians());
+}
+
+void fillDome(const MakeOptions& options, ScreenValues& values) {
+    fillRound(options, values);
+    setAround(values, "minTheta", "maxTheta", Angle::degrees(360.0));
+    const double zenith = Angle::degrees(90.0).radians();
+    const double edge = options.angle("--angle").halved().complement().radians();
+    if (!(edge >= -zenith && edge <= zenith))
+        throw options.unexpected("--angle", "an angle from 0deg to 360deg");
+    values.set("minPhi", edge);
+    values.set("maxPhi", zenith);
+}
+
+void fillRuled(const MakeOptions& options, ScreenValues& values) {
+    fillFlat(options, values);
+    setAround(values, "minTheta", "maxTheta", options.angle("--top-arc"));
+    setAround(values, "minPhi", "maxPhi", options.angle("--bottom-arc"));
+}
+
+std::vector<Shape> shapes() {
+    return {
+        {"flat",
+         "A rectangle",
+         "quarnscreen make flat --width 4m --height 3m",
+         FlatScreen::type(),
+         {{"--width", "Width"}, {"--height", "Height"}},
+         fillFlat},
+        {"cylinder",
+         "A section of an upright cylinder",
+         "quarnscreen make cylinder --radius 3m --arc 200deg --height 2.5m",
+         CylinderScreen::type(),
+         {{"--radius", "Radius"},
+          {"--height", "Height"},
+          {"--arc", "Azimuth from edge to edge, half of it to each side of +Y", kAngle, false},
+          {"--min-theta", "Azimuth of the edge u = 0, from +Y towards +X", kAngle, false},
+          {"--max-theta", "Azimuth of the edge u = 1", kAngle, false},
+          kCenter},
+         fillCylinder},
+        {"sphere",
+         "A section of a sphere",
+         "quarnscreen make sphere --radius 3m --min-theta -60deg --max-theta 60deg --min-phi -20deg "
+         "--max-phi 40deg",
+         SphericalScreen::type(),
+         {{"--radius", "Radius"},
+          {"--min-theta", "Azimuth of the edge u = 0, from +Y towards +X", kAngle},
+          {"--max-theta", "Azimuth of the edge u = 1", kAngle},
+          {"--min-phi", "Elevation of the bottom edge", kAngle},
+          {"--max-phi", "Elevation of the top edge", kAngle},
+          kCenter},
+         fillSphere},
+        {"dome",
+         "The part of a sphere around its highest point",
+         "quarnscreen make dome --radius 6m --angle 180deg",
+         SphericalScreen::type(),
+         {{"--radius", "Radius"},
+          {"--angle", "Angle from edge to edge over that point; 180deg is half a sphere", kAngle},
+          kCenter},
+         fillDome},
+        {"ruled",
+         "Straight lines between a top arc and a bottom arc",
+         "quarnscreen make ruled --width 4m --height 2.5m --top-arc 120deg --bottom-arc 60deg",
+         RuledSurfaceScreen::type(),
+         {{"--width", "Distance between the sides, the chord of both arcs"},
+          {"--height", "Height"},
+          {"--top-arc", "Angle of the top arc, more than 0 and less than 360deg", kAngle},
+          {"--bottom-arc", "Angle of the bottom arc, likewise", kAngle}},
+         fillRuled},
+    };
+}
+
+void run(const Shape& shape, const MakeOptions& options) {
+    ScreenValues values;
+    shape.fill(options, values);
+    const std::string document = screenDocument(shape.screenType, values);
+    OutputFile output(options.output, {});
+    output.write(document);
+    output.finish();
+}
+
+void registerShape(CLI::App& make, const Shape& shape) {
+    CLI::App& command = addCommand(make, shape.name, shape.description, shape.example);
+    const auto options = std::make_shared<MakeOptions>();
+    for (const ShapeOption& option : shape.options)
+        command
+            .add_option_function<std::string>(
+                option.name,
+                [options, name = option.name](const std::string& text) { options->texts[name] = text; },
+                option.description)
+            ->required(option.isRequired)
+            ->type_name(option.type);
+    if (CLI::Option* arc = command.get_option_no_throw("--arc"))
+        arc->excludes(command.get_option("--min-theta"))->excludes(command.get_option("--max-theta"));
+    addUnitOption(command, options->unit,
+                  "Unit of the lengths in the file, which holds no unit itself; lengths are converted to it");
+    addOutputOption(command, options->output);
+    command.callback([shape, options] { run(shape, *options); });
+}
+
+}  // namespace
+
+void registerMakeCommand(CLI::App& tool) {
+    CLI::App& make = addCommand(tool, "make", "Make the XML file of a screen",
+                                "quarnscreen make dome --radius 6m --angle 180deg");
+    make.require_subcommand(1);
+    for (const Shape& shape : shapes()) registerShape(make, shape);
+}
+
+}  // namespace quarn

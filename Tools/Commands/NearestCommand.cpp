@@ -1,0 +1,62 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include <QuarnScreen/ScreenGeometry.h>
+
+#include "Commands/Answers.h"
+#include "Commands/Commands.h"
+#include "Commands/HitCells.h"
+#include "Commands/Options.h"
+#include "Csv.h"
+#include "Finite.h"
+#include "ScreenReader.h"
+
+namespace quarn {
+
+namespace {
+
+struct NearestOptions : QueryOptions {
+    std::string lines = "-";
+    bool extrapolates = false;
+};
+
+void run(const NearestOptions& options) {
+    const Screen screen = readScreen(options.screen, options.maxMemory);
+    CsvReader lines(InputFile::orStandardInput(options.lines, "a CSV file of lines"),
+                    {"x", "y", "z", "dx", "dy", "dz"});
+    Answers answers(options, {options.screen, options.lines},
+                    {{"command", "nearest"}, {"screen", screen.file}},
+                    hitColumns("line", {"distance", Quantity::Length}));
+    std::vector<double> numbers;
+    for (std::int64_t line = 1; lines.next(numbers); ++line) {
+        const Point<double, 3> from = pointAt(numbers, 0);
+        const Point<double, 3> direction = pointAt(numbers, 3);
+        Intersection hit;
+        const bool isHit = ScreenGeometry::getClosestIntersection(from, direction, screen.geometry.get(), hit,
+                                                                  options.extrapolates);
+        if (isHit && isFinite(hit.point))
+            answers.add(hitCells(line, hit, length(hit.point - from)), Answered::Yes);
+        else
+            answers.add(missCells(line, "none"), Answered::No);
+        answers.flushBeforeWaiting(lines);
+    }
+    answers.finish();
+}
+
+}  // namespace
+
+void registerNearestCommand(CLI::App& tool) {
+    CLI::App& command =
+        addCommand(tool, "nearest", "Find the hit nearest to a position, both ways along a line",
+                   "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv");
+    const auto options = std::make_shared<NearestOptions>();
+    addQueryOptions(command, *options);
+    addCsvInput(command, "LINES", options->lines,
+                "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input")
+        .capture_default_str();
+    command.add_flag("--extrapolate", options->extrapolates, "Look for hits on the continued surface");
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

@@ -1,0 +1,93 @@
+#include "Commands/Options.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <limits>
+
+#include "Message.h"
+#include "ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+const std::vector<std::string>& units() {
+    static const std::vector<std::string> names = {"mm", "cm", "dm", "m", "km", "in", "ft", "yd"};
+    return names;
+}
+
+std::uint64_t memorySizeFrom(const std::string& text) {
+    const auto size = parseMemorySize(text);
+    if (!size)
+        throw ToolError{.found = "found --max-memory \"" + text + "\"",
+                        .expected = "a size such as 500M or 2G"};
+    return *size;
+}
+
+int countFrom(const std::string& name, const std::string& text) {
+    constexpr int kLeastCount = 2;
+    int count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error != std::errc() || end != text.data() + text.size() || count < kLeastCount)
+        throw ToolError{.found = "found " + name + " " + quotedExcerpt(text),
+                        .expected = "a whole number from " + std::to_string(kLeastCount) + " to " +
+                                    std::to_string(std::numeric_limits<int>::max())};
+    return count;
+}
+
+}  // namespace
+
+CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string& description,
+                     const std::string& example) {
+    CLI::App* command = tool.add_subcommand(name, description);
+    command->footer("Example:\n  " + example);
+    return *command;
+}
+
+void addScreenOptions(CLI::App& command, ScreenOptions& options) {
+    command.add_option("SCREEN", options.screen, "XML file with a ScreenGeometry element")
+        ->required()
+        ->type_name("FILE");
+    addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
+    command.add_flag_callback(
+        "--json", [&options] { options.format = AnswerFormat::Json; }, "Answer with one JSON document");
+    command
+        .add_option_function<std::string>(
+            "--max-memory", [&options](const std::string& text) { options.maxMemory = memorySizeFrom(text); },
+            "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory")
+        ->type_name("SIZE");
+    addOutputOption(command, options.output);
+}
+
+void addQueryOptions(CLI::App& command, QueryOptions& options) {
+    addScreenOptions(command, options);
+    command.add_flag("--require", options.areAnswersRequired, "Exit with 1 when a row has no answer");
+}
+
+void addUnitOption(CLI::App& command, std::string& unit, const std::string& description) {
+    command.add_option("--unit", unit, description)
+        ->check(CLI::IsMember(units()))
+        ->type_name("NAME")
+        ->capture_default_str();
+}
+
+void addOutputOption(CLI::App& command, std::string& path) {
+    command.add_option("-o,--output", path, "File to write, whole or not at all; - is the standard output")
+        ->type_name("FILE")
+        ->capture_default_str();
+}
+
+void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description) {
+    command
+        .add_option_function<std::string>(
+            name, [name, &count](const std::string& text) { count = countFrom(name, text); }, description)
+        ->type_name("COUNT")
+        ->default_str(std::to_string(count));
+}
+
+CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string& path,
+                         const std::string& description) {
+    return *command.add_option(name, path, description)->type_name("FILE");
+}
+
+}  // namespace quarn

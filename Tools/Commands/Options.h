@@ -1,0 +1,51 @@
+/// \file
+/// Options that commands share.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "AnswerWriter.h"
+#include "MemoryLimit.h"
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace quarn {
+
+/// Options of every command that reads a screen.
+struct ScreenOptions {
+    std::string screen;
+    std::string unit = "m";
+    AnswerFormat format = AnswerFormat::Csv;
+    std::uint64_t maxMemory = defaultMemoryLimit();  ///< In bytes.
+    std::string output = "-";
+};
+
+/// Options of the commands that answer rows.
+struct QueryOptions : ScreenOptions {
+    bool areAnswersRequired = false;
+};
+
+/// Adds a command. \p example is a command line that works in the project's folder.
+CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string& description,
+                     const std::string& example);
+
+/// Adds the argument SCREEN and the options. \p options has to outlive \p command.
+void addScreenOptions(CLI::App& command, ScreenOptions& options);
+void addQueryOptions(CLI::App& command, QueryOptions& options);
+
+/// Adds the options --unit and --output.
+void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);
+void addOutputOption(CLI::App& command, std::string& path);
+
+/// Adds an option for a whole number of at least 2.
+void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description);
+
+/// Adds a CSV input as an option or argument.
+CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string& path,
+                         const std::string& description);
+
+}  // namespace quarn

@@ -1,0 +1,34 @@
+/// \file
+/// Files and streams that the tool reads.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "FileHandle.h"
+
+namespace quarn {
+
+/// An input as a run of bytes. Not safe on several threads.
+class InputFile {
+public:
+    /// Opens the file \p path. \p expected says in the error what it should be, as in "a CSV file".
+    InputFile(const std::string& path, const std::string& expected);
+
+    /// As the constructor, where "-" stands for the standard input.
+    [[nodiscard]] static InputFile orStandardInput(const std::string& path, const std::string& expected);
+
+    /// Fills \p buffer as far as the input goes at the moment; 0 bytes at its end.
+    [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
+
+    /// What error lines call it.
+    [[nodiscard]] const std::string& name() const { return displayName; }
+
+private:
+    InputFile(FileHandle handle, std::string name);
+
+    std::string displayName;
+    FileHandle file;
+};
+
+}  // namespace quarn

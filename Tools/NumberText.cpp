@@ -1,0 +1,72 @@
+#include "NumberText.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <locale>
+#include <sstream>
+
+namespace quarn {
+
+namespace {
+
+// The longest shortest text is like -2.2250738585072014e-308.
+constexpr std::size_t kLongestNumber = 32;
+
+// For text that is a number but no normal double. A stream, unlike std::from_chars, tells which end it fell
+// off.
+std::optional<double> parseBeyondRange(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
+    double value = 0.0;
+    stream >> value;
+    if (std::abs(value) > 1.0) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+std::string numberText(double value) {
+    if (std::isnan(value)) return "nan";  // and never "-nan"
+    std::array<char, kLongestNumber> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return {buffer.data(), result.ptr};
+}
+
+std::string roundedNumberText(double value, int digits) {
+    if (std::isnan(value)) return "nan";
+    std::array<char, kLongestNumber> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::general, digits);
+    return {buffer.data(), result.ptr};
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string hexText(std::span<const unsigned char> bytes) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text;
+    for (const unsigned char byte : bytes) {
+        text += kDigits[byte / 16U];
+        text += kDigits[byte % 16U];
+    }
+    return text;
+}
+
+std::optional<double> parseNumber(std::string_view text) {
+    text = trimmed(text);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (end != text.data() + text.size()) return std::nullopt;
+    if (error == std::errc::result_out_of_range) return parseBeyondRange(text);
+    if (error != std::errc()) return std::nullopt;
+    return value;
+}
+
+}  // namespace quarn

@@ -1,0 +1,12 @@
+/// \file
+/// Colours, strokes and letters of plots.
+#pragma once
+
+#include <string>
+
+namespace quarn {
+
+/// The style sheet of every plot. Its shades stay apart where they are printed without colour.
+[[nodiscard]] std::string plotStyleSheet();
+
+}  // namespace quarn

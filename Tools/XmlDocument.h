@@ -1,0 +1,37 @@
+/// \file
+/// XML documents from files that nobody vouches for.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+#include <xercesc/dom/DOMElement.hpp>
+
+namespace quarn {
+
+/// A parsed document.
+///
+/// A document type, more than 64 levels of elements and a file that could need more memory than allowed are
+/// refused, and no other file is ever opened for it. Errors are ToolErrors that name the file and the line.
+class XmlDocument {
+public:
+    /// Reads and parses the file \p path.
+    XmlDocument(const std::string& path, std::uint64_t maxMemory);
+    XmlDocument(const XmlDocument&) = delete;
+    XmlDocument& operator=(const XmlDocument&) = delete;
+    ~XmlDocument();
+
+    /// The elements called \p name, in the order of the document.
+    [[nodiscard]] std::vector<xercesc::DOMElement*> elementsNamed(const std::wstring& name) const;
+
+    /// Line on which the start tag of an element of this document ends.
+    [[nodiscard]] std::uint64_t lineOf(const xercesc::DOMNode& element) const;
+
+private:
+    class Parser;
+
+    std::unique_ptr<Parser> parser;
+};
+
+}  // namespace quarn

@@ -1,0 +1,67 @@
+#include <fcntl.h>
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+#include "Commands/Commands.h"
+#include "LogOutput.h"
+#include "OutputFile.h"
+#include "ToolError.h"
+
+namespace {
+
+// A caller may have closed a standard stream. The next file to be opened would take its number, and messages
+// would land in it. /dev/null takes it instead, opened so that the stream's use still fails.
+void reserveStandardStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(descriptor, F_GETFD) == -1)
+            ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+}
+
+void writeToStandardOutput(const std::string& text) {
+    quarn::OutputFile output("-", {});
+    output.write(text);
+    output.finish();
+}
+
+void runTool(int argc, const char* const* argv) {
+    CLI::App tool("Models of physical display screens: answers questions about a screen from a file.",
+                  "quarnscreen");
+    tool.set_version_flag("--version", "quarnscreen " QUARN_VERSION);
+    tool.require_subcommand(1);
+    tool.footer(
+        "Exit codes: 0 success, 1 a required answer is missing, 2 bad input or usage, 3 the system "
+        "failed.\n\n"
+        "Example:\n  quarnscreen info Samples/flat-wall.xml");
+    quarn::registerInfoCommand(tool);
+    quarn::registerMapCommand(tool);
+    quarn::registerIntersectCommand(tool);
+    quarn::registerNearestCommand(tool);
+    quarn::registerChannelCommand(tool);
+    quarn::registerGridCommand(tool);
+    quarn::registerBoundaryCommand(tool);
+    quarn::registerPointsCommand(tool);
+    quarn::registerPlotCommand(tool);
+    quarn::registerMakeCommand(tool);
+    quarn::registerCompletionCommand(tool);
+    try {
+        tool.parse(argc, argv);
+    } catch (const CLI::Success& request) {
+        std::ostringstream text;
+        tool.exit(request, text, text);
+        writeToStandardOutput(text.str());
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        reserveStandardStreams();
+        quarn::installLogOutput();
+        runTool(argc, argv);
+        return static_cast<int>(quarn::ExitCode::Success);
+    } catch (...) {
+        return static_cast<int>(quarn::reportCurrentError());
+    }
+}
