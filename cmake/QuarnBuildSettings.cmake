@@ -21,6 +21,8 @@ endif()
 # Warnings, and sanitizers where a preset asks for them.
 function(quarn_target_settings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    # g++ 12 sees overlaps in the concatenation of strings where there are none (GCC bug 105651).
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
     if(QUARN_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
