@@ -44,7 +44,6 @@ class Answers(ToolTest):
         self.assertEqual(self.text_of("intersect", str(root), RAYS), self.text_of("intersect", WALL, RAYS))
 
     def test_answers_do_not_depend_on_the_locale(self):
-        # The C library never frees the path of its locales, which the leak checker would tell.
         environment = dict(os.environ, LC_ALL=os.environ["QUARN_LOCALE"], LOCPATH=os.environ["QUARN_LOCPATH"])
         for arguments in (["info", WALL], ["info", WALL, "--json"], ["map", WALL, "--to", "3d", UV],
                           ["intersect", WALL, RAYS], ["intersect", WALL, RAYS, "--json"]):

@@ -95,7 +95,6 @@ class Make(ToolTest):
                 self.assertEqual(sorted(numbers), sorted(value for [value] in made.values()))
 
     def test_the_locale_changes_nothing(self):
-        # The C library never frees the path of its locales, which the leak checker would tell.
         environment = dict(os.environ, LC_ALL=os.environ["QUARN_LOCALE"], LOCPATH=os.environ["QUARN_LOCPATH"])
         for name, arguments in MADE.items():
             with self.subTest(name):
