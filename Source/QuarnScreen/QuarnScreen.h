@@ -2,6 +2,7 @@
 /// Everything that a caller of the library needs.
 #pragma once
 
+#include <Common/PointKDTree.h>
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
 #include <Common/ZelmoreException.h>
@@ -18,6 +19,7 @@
 #include <QuarnScreen/ObjLoadException.h>
 #include <QuarnScreen/Point.h>
 #include <QuarnScreen/Ray.h>
+#include <QuarnScreen/RegionMap.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/ScreenGeometry.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>

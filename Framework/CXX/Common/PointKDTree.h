@@ -1,0 +1,375 @@
+/// \file
+/// Search for the nearest of many points.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include <Common/ZelmoreException.h>
+#include <QuarnScreen/Point.h>
+
+/// A balanced k-d tree over values that each stand at a point, for searches by squared Euclidean distance.
+///
+/// \tparam Value a cheap value, such as a pointer; `Value()` means "none"
+/// \tparam N number of dimensions
+/// \tparam KeyAccessor empty function object: `double operator()(const Value&, int axis) const` is the
+/// coordinate of
+///         a value on an axis
+///
+/// Source: J. L. Bentley, "Multidimensional Binary Search Trees Used for Associative Searching" (1975), with
+/// the median of each range as its node. The order in which nodes are met, and so the answer among equally
+/// distant values, is part of the behaviour.
+///
+/// Thread-safety: after build() any number of threads may search at once.
+template <class Value, int N, class KeyAccessor>
+class PointKDTree {
+public:
+    using Key = Point<double, N>;
+    class NearestIterator;
+
+    PointKDTree() = default;
+
+    /// Rebuilds the tree over a range of values.
+    template <class It>
+    void build(It first, It last);
+
+    /// Greatest depth that any build of this tree reached, 0 for the root. Intended: it does not fall when a
+    /// tree is rebuilt over fewer values, as a reader would expect.
+    [[nodiscard]] int depth() const { return greatestDepth; }
+
+    /// The nearest value; of equally distant ones that which the walk meets first. None where no distance is
+    /// finite. \throws ZelmoreException "There are no values in the KDTree" (line 668) for an empty tree
+    [[nodiscard]] Value findNearest(const Key& point) const;
+
+    /// The nearest value for which \p accept, a callable `bool(const Value&)`, answers true; `Value()` where
+    /// there is none. A value is asked about only while it is nearer than the one held. What \p accept throws
+    /// ends the search. \throws ZelmoreException "There are no values in the KDTree" (line 692) for an empty
+    /// tree
+    template <class Accept>
+    [[nodiscard]] Value findNearestIf(const Key& point, Accept&& accept) const;
+
+    /// As findNearestIf() above, but leaves out each subtree for whose root \p skip, a callable
+    /// `bool(std::size_t slot)`, answers true. The slots of a tree are numbered in preorder from 0.
+    template <class Accept, class Skip>
+    [[nodiscard]] Value findNearestIf(const Key& point, Accept&& accept, Skip&& skip) const;
+
+    /// Up to \p k values, nearest first; of equally distant ones that which the walk meets first.
+    [[nodiscard]] std::vector<Value> findKNearest(const Key& point, int k) const;
+
+    /// Number of values.
+    [[nodiscard]] std::size_t size() const { return nodes.size(); }
+    /// Value of a slot. \pre slot < size()
+    [[nodiscard]] const Value& valueAt(std::size_t slot) const { return nodes[slot].value; }
+
+private:
+    // A value with its coordinates beside it, so that a search touches one place for each node.
+    struct Node {
+        std::array<double, N> key;
+        Value value;
+    };
+
+    // A subtree: its nodes lie side by side in preorder, and its size tells those of its children.
+    struct Subtree {
+        std::size_t slot = 0;
+        std::size_t size = 0;
+
+        [[nodiscard]] Subtree left() const { return {slot + 1, size / 2}; }
+        [[nodiscard]] Subtree right() const { return {slot + 1 + size / 2, size - size / 2 - 1}; }
+    };
+
+    struct Sides {
+        Subtree near;
+        Subtree far;
+        double squaredGap;  // from the point to the plane between both
+    };
+
+    struct NearestState {
+        Value best{};
+        double bestSquared = std::numeric_limits<double>::max();
+    };
+
+    struct KNearestState {
+        std::vector<Value> values;
+        std::vector<double> squared;
+        std::size_t room = 0;
+
+        [[nodiscard]] bool takes(double candidate) const {
+            return values.size() < room || squared.back() > candidate;
+        }
+        void insert(const Value& value, double candidate);
+    };
+
+    // Lines that identify the places of the failures.
+    static constexpr int kNearestLine = 668;
+    static constexpr int kNearestIfLine = 692;
+
+    [[nodiscard]] Subtree whole() const { return {0, nodes.size()}; }
+    [[nodiscard]] static int next(int axis) { return axis + 1 == N ? 0 : axis + 1; }
+    [[nodiscard]] Sides sidesOf(const Subtree& tree, int axis, const Key& point) const;
+    [[nodiscard]] double squaredDistance(std::size_t slot, const Key& point) const;
+    void requireValues(int line) const;
+
+    void buildRange(std::vector<Node>& values, std::size_t low, std::size_t high, int axis);
+    template <class Accept, class Skip>
+    void walkNearest(Subtree tree, int axis, const Key& point, Accept& accept, Skip& skip,
+                     NearestState& state) const;
+    void walkKNearest(Subtree tree, int axis, const Key& point, KNearestState& state) const;
+
+    std::vector<Node> nodes;
+    int greatestDepth = 0;
+};
+
+/// A walk over the values of a tree in rising order of distance from a point.
+///
+/// Intended: the order of its steps is fixed. By it a nearer value may come after a farther one, and where
+/// distances are NaN a value may come twice, without end, or a subtree be missed. It serves callers who take a
+/// few steps and average. The tree must outlive the walk and not be rebuilt meanwhile.
+template <class Value, int N, class KeyAccessor>
+class PointKDTree<Value, N, KeyAccessor>::NearestIterator {
+public:
+    NearestIterator(const PointKDTree& walkedTree, const Key& from);
+
+    /// Whether the walk is over.
+    [[nodiscard]] bool done() const { return found.empty(); }
+    /// The current value. \pre not done()
+    [[nodiscard]] const Value& value() const { return found.front().value; }
+    /// Goes on to the next value. Does nothing once the walk is over and nothing is left to look at.
+    void advance();
+
+private:
+    struct Found {
+        Value value;
+        double squared;
+    };
+    struct Pending {
+        Subtree subtree;
+        int axis;
+        double squared;  // lower bound
+    };
+    struct IsFarther {
+        template <class Entry>
+        bool operator()(const Entry& a, const Entry& b) const {
+            return a.squared > b.squared;
+        }
+    };
+    static constexpr std::size_t kFirstRoom = 32;
+
+    template <class Entry>
+    static void push(std::vector<Entry>& heap, const Entry& entry);
+    template <class Entry>
+    static void pop(std::vector<Entry>& heap);
+    void descend(Subtree subtree, int axis);
+    void expandNearestPending();
+
+    const PointKDTree* tree;
+    Key point;
+    std::vector<Found> found;
+    std::vector<Pending> pending;
+};
+
+template <class Value, int N, class KeyAccessor>
+template <class It>
+void PointKDTree<Value, N, KeyAccessor>::build(It first, It last) {
+    const KeyAccessor keyOf;
+    std::vector<Node> values;
+    for (; first != last; ++first) {
+        Node node{{}, *first};
+        for (int axis = 0; axis < N; ++axis)
+            node.key[static_cast<std::size_t>(axis)] = keyOf(node.value, axis);
+        values.push_back(node);
+    }
+    nodes.clear();
+    nodes.reserve(values.size());
+    buildRange(values, 0, values.size(), 0);
+
+    // The left half is never the smaller one, so its depth is that of the tree.
+    int depthOfThis = 0;
+    for (std::size_t count = values.size(); count > 1; count /= 2) ++depthOfThis;
+    greatestDepth = std::max(greatestDepth, depthOfThis);
+}
+
+// Appends the nodes of a range of values in preorder.
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::buildRange(std::vector<Node>& values, std::size_t low,
+                                                    std::size_t high, int axis) {
+    if (low == high) return;
+    const std::size_t middle = low + (high - low) / 2;
+    if (high - low > 1) {
+        const auto at = [&values](std::size_t i) { return values.begin() + static_cast<std::ptrdiff_t>(i); };
+        std::nth_element(at(low), at(middle), at(high), [axis](const Node& a, const Node& b) {
+            return a.key[static_cast<std::size_t>(axis)] < b.key[static_cast<std::size_t>(axis)];
+        });
+    }
+    nodes.push_back(values[middle]);
+    buildRange(values, low, middle, next(axis));
+    buildRange(values, middle + 1, high, next(axis));
+}
+
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::requireValues(int line) const {
+    if (nodes.empty())
+        throw ZelmoreException("Framework/CXX/Common/PointKDTree", line,
+                               L"There are no values in the KDTree");
+}
+
+template <class Value, int N, class KeyAccessor>
+auto PointKDTree<Value, N, KeyAccessor>::sidesOf(const Subtree& tree, int axis, const Key& point) const
+    -> Sides {
+    const double q = point[static_cast<std::size_t>(axis)];
+    const double c = nodes[tree.slot].key[static_cast<std::size_t>(axis)];
+    const double gap = q - c;
+    if (c > q) return {tree.left(), tree.right(), gap * gap};
+    return {tree.right(), tree.left(), gap * gap};
+}
+
+template <class Value, int N, class KeyAccessor>
+double PointKDTree<Value, N, KeyAccessor>::squaredDistance(std::size_t slot, const Key& point) const {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < N; ++i) {
+        const double difference = point[i] - nodes[slot].key[i];
+        sum = sum + difference * difference;
+    }
+    return sum;
+}
+
+template <class Value, int N, class KeyAccessor>
+template <class Accept, class Skip>
+void PointKDTree<Value, N, KeyAccessor>::walkNearest(Subtree tree, int axis, const Key& point, Accept& accept,
+                                                     Skip& skip, NearestState& state) const {
+    while (tree.size > 0 && !skip(tree.slot)) {
+        const Sides sides = sidesOf(tree, axis, point);
+        walkNearest(sides.near, next(axis), point, accept, skip, state);
+
+        const double squared = squaredDistance(tree.slot, point);
+        if (state.bestSquared > squared && accept(nodes[tree.slot].value)) {
+            state.best = nodes[tree.slot].value;
+            state.bestSquared = squared;
+        }
+        if (!(state.bestSquared > sides.squaredGap)) return;
+        tree = sides.far;
+        axis = next(axis);
+    }
+}
+
+template <class Value, int N, class KeyAccessor>
+Value PointKDTree<Value, N, KeyAccessor>::findNearest(const Key& point) const {
+    requireValues(kNearestLine);
+    const auto accept = [](const Value&) { return true; };
+    const auto skip = [](std::size_t) { return false; };
+    NearestState state;
+    walkNearest(whole(), 0, point, accept, skip, state);
+    return state.best;
+}
+
+template <class Value, int N, class KeyAccessor>
+template <class Accept>
+Value PointKDTree<Value, N, KeyAccessor>::findNearestIf(const Key& point, Accept&& accept) const {
+    return findNearestIf(point, accept, [](std::size_t) { return false; });
+}
+
+template <class Value, int N, class KeyAccessor>
+template <class Accept, class Skip>
+Value PointKDTree<Value, N, KeyAccessor>::findNearestIf(const Key& point, Accept&& accept,
+                                                        Skip&& skip) const {
+    requireValues(kNearestIfLine);
+    NearestState state;
+    walkNearest(whole(), 0, point, accept, skip, state);
+    return state.best;
+}
+
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::KNearestState::insert(const Value& value, double candidate) {
+    if (values.size() == room) {
+        values.pop_back();
+        squared.pop_back();
+    }
+    const auto place = std::upper_bound(squared.begin(), squared.end(), candidate);
+    values.insert(values.begin() + (place - squared.begin()), value);
+    squared.insert(place, candidate);
+}
+
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::walkKNearest(Subtree tree, int axis, const Key& point,
+                                                      KNearestState& state) const {
+    while (tree.size > 0) {
+        const Sides sides = sidesOf(tree, axis, point);
+        walkKNearest(sides.near, next(axis), point, state);
+
+        const double squared = squaredDistance(tree.slot, point);
+        if (state.takes(squared)) state.insert(nodes[tree.slot].value, squared);
+        if (!state.takes(sides.squaredGap)) return;
+        tree = sides.far;
+        axis = next(axis);
+    }
+}
+
+template <class Value, int N, class KeyAccessor>
+std::vector<Value> PointKDTree<Value, N, KeyAccessor>::findKNearest(const Key& point, int k) const {
+    if (k <= 0) return {};
+    KNearestState state;
+    state.room = static_cast<std::size_t>(k);
+    state.values.reserve(std::min(state.room, nodes.size()));
+    state.squared.reserve(std::min(state.room, nodes.size()));
+    walkKNearest(whole(), 0, point, state);
+    return std::move(state.values);
+}
+
+template <class Value, int N, class KeyAccessor>
+PointKDTree<Value, N, KeyAccessor>::NearestIterator::NearestIterator(const PointKDTree& walkedTree,
+                                                                     const Key& from)
+    : tree(&walkedTree), point(from) {
+    found.reserve(kFirstRoom);
+    pending.reserve(kFirstRoom);
+    descend(tree->whole(), 0);
+}
+
+template <class Value, int N, class KeyAccessor>
+template <class Entry>
+void PointKDTree<Value, N, KeyAccessor>::NearestIterator::push(std::vector<Entry>& heap, const Entry& entry) {
+    heap.push_back(entry);
+    std::push_heap(heap.begin(), heap.end(), IsFarther());
+}
+
+template <class Value, int N, class KeyAccessor>
+template <class Entry>
+void PointKDTree<Value, N, KeyAccessor>::NearestIterator::pop(std::vector<Entry>& heap) {
+    std::pop_heap(heap.begin(), heap.end(), IsFarther());
+    heap.pop_back();
+}
+
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::NearestIterator::descend(Subtree subtree, int axis) {
+    while (subtree.size > 0) {
+        const Sides sides = tree->sidesOf(subtree, axis, point);
+        axis = next(axis);
+        descend(sides.near, axis);
+        push(found, Found{tree->nodes[subtree.slot].value, tree->squaredDistance(subtree.slot, point)});
+        if (!(found.front().squared > sides.squaredGap)) {
+            if (sides.far.size > 0) push(pending, Pending{sides.far, axis, sides.squaredGap});
+            return;
+        }
+        subtree = sides.far;
+    }
+}
+
+// Intended: what goes is whatever is nearest after the descent, which may be an entry that the descent added.
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::NearestIterator::expandNearestPending() {
+    const Pending nearest = pending.front();
+    descend(nearest.subtree, nearest.axis);
+    pop(pending);
+}
+
+template <class Value, int N, class KeyAccessor>
+void PointKDTree<Value, N, KeyAccessor>::NearestIterator::advance() {
+    if (!found.empty()) pop(found);
+    if (found.empty()) {
+        if (!pending.empty()) expandNearestPending();
+        return;
+    }
+    while (!pending.empty() && pending.front().squared < found.front().squared) expandNearestPending();
+}
