@@ -5,19 +5,21 @@ include(CMakePackageConfigHelpers)
 set(quarn_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/QuarnScreen")
 set(quarn_generated_dir "${PROJECT_BINARY_DIR}/install")
 
-# Headers. What lies in Detail, and the text of DOM nodes, is the library's own.
+# Headers. What lies in Detail, the text of DOM nodes and the questions of termination are the library's own.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Source/QuarnScreen" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE PATTERN MeshTermination.h EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Framework/CXX/Common" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
         FILES_MATCHING PATTERN "*.h" PATTERN NodeText.h EXCLUDE)
 
 # What no header names is a caller's business only where the library is static.
 set(QUARN_PRIVATE_PACKAGES "")
 set(QUARN_PRIVATE_MODULES "")
+set(QUARN_PRIVATE_LIBS "")
 get_target_property(quarn_library_type QuarnScreen TYPE)
 if(quarn_library_type STREQUAL STATIC_LIBRARY)
-    set(QUARN_PRIVATE_PACKAGES "find_dependency(OpenSSL COMPONENTS Crypto)")
+    set(QUARN_PRIVATE_PACKAGES "find_dependency(OpenSSL COMPONENTS Crypto)\nfind_dependency(embree 3)")
     set(QUARN_PRIVATE_MODULES "libcrypto")
+    set(QUARN_PRIVATE_LIBS "-lembree3") # it brings no pkg-config file
 endif()
 
 # Library and CMake package.

@@ -117,7 +117,7 @@ public:
     /// Appends the outline, anticlockwise as the viewer sees it.
     virtual void sampleBoundary(Polylines& boundary) const = 0;
 
-    /// Appends the outline in UV; only meshes do.
+    /// Replaces \p boundary by the outline in UV; other shapes than meshes leave it alone.
     virtual void sampleBoundaryUV(std::vector<Point<double, 2>>& boundary) const = 0;
 
     /// Replaces \p grid by the lines of a regular grid.

@@ -6,6 +6,7 @@
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
 #include <Common/ZelmoreException.h>
+#include <QuarnScreen/Boundary.h>
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
 #include <QuarnScreen/IScreenConfig.h>
@@ -16,6 +17,7 @@
 #include <QuarnScreen/IntersectionSet.h>
 #include <QuarnScreen/Lines.h>
 #include <QuarnScreen/Matrix.h>
+#include <QuarnScreen/MeshScreen.h>
 #include <QuarnScreen/ObjLoadException.h>
 #include <QuarnScreen/Point.h>
 #include <QuarnScreen/Ray.h>

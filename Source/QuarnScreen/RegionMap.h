@@ -19,6 +19,8 @@ struct RegionRect {
     double maxV = 0.0;  ///< Bottom edge.
 };
 
+class RegionMap;
+
 /// A node of a RegionMap: an inner node with four children, or a leaf with triangles. It lives as long as its
 /// map.
 class QUARNSCREEN_EXPORT RegionNode {
@@ -26,19 +28,20 @@ public:
     /// -1 for an inner node, else the number of triangles of the leaf.
     [[nodiscard]] int count() const { return triangleCount; }
     /// Index of the child in a quadrant, 0 to 3. \pre the node is an inner one; it is not checked.
-    [[nodiscard]] int child(int quadrant) const { return children[static_cast<std::size_t>(quadrant)]; }
+    [[nodiscard]] int child(int quadrant) const { return payload[static_cast<std::size_t>(quadrant)]; }
     /// Triangle of the leaf, in stored order. \pre 0 <= index < count(); it is not checked.
-    [[nodiscard]] const Triangle* triangle(int index) const {
-        return (*leafTriangles)[firstTriangle + static_cast<std::size_t>(index)];
-    }
+    [[nodiscard]] const Triangle* triangle(int index) const;
 
 private:
     friend class RegionMap;
 
+    static constexpr int kRoomInPlace = 8;
+
     int triangleCount = -1;
-    std::array<int, 4> children{};
-    std::size_t firstTriangle = 0;
-    const std::vector<const Triangle*>* leafTriangles = nullptr;
+    // The children of an inner node; the slots of the triangles of a leaf, or, where they are too many, the
+    // place in the map's list where they begin.
+    std::array<int, kRoomInPlace> payload{};
+    const RegionMap* map = nullptr;
 };
 
 /// A quadtree over UV that finds the triangle which holds a UV point, exactly and with no tolerance.
@@ -61,6 +64,9 @@ public:
     /// have been computed. Intended: the nodes of earlier builds stay at the front of nodes(), out of reach
     /// of a search.
     void rebuild(const Triangle* first, const Triangle* last);
+
+    /// Drops all nodes, those of earlier builds as well, and sets the statistics back.
+    void clear();
 
     /// Finds the first triangle that holds (u, v) in a subtree.
     /// \param nodeIndex root of the subtree; the root of the whole tree is the last node
@@ -108,12 +114,13 @@ private:
         int emptyLeafCount = 0;
     };
 
-    // What the test of a triangle reads, side by side for the triangles of a leaf.
-    struct UVTest {
+    // What the test of a triangle reads: one cache line, and those of a leaf near to one another.
+    struct alignas(64) UVTest {
         Point<double, 2> corner;
         Point<double, 2> edge1;
         Point<double, 2> edge2;
-        double determinant;
+        double determinant = 0.0;
+        const Triangle* triangle = nullptr;
 
         [[nodiscard]] bool holds(double u, double v) const;
     };
@@ -126,22 +133,34 @@ private:
         [[nodiscard]] int size() const { return static_cast<int>(last - first); }
     };
 
+    friend class RegionNode;
+
     static RegionRect uvBox(const Triangle& triangle);
-    static RegionRect quadrantOf(const RegionRect& rect, int quadrant);
-    [[nodiscard]] int* partition(const Range& range, const RegionRect& rect) const;
+    template <class Overlaps>
+    int* partition(const Range& range, Overlaps overlaps);
+    int* partitionByQuadrant(const Range& range, double midU, double midV, int quadrant);
     int buildNode(const Range& range, const RegionRect& rect, int depth, int parentCount);
     int makeLeaf(const Range& range, int depth);
+    int slotOf(int triangle);
+    [[nodiscard]] int slotInLeaf(const RegionNode& leaf, int index) const;
     static UVTest uvTestOf(const Triangle& triangle);
     void makeTests();
 
     // Scratch of a build.
-    const Triangle* triangles = nullptr;
-    std::vector<RegionRect> bounds;
+    struct Scratch {
+        const Triangle* triangles = nullptr;
+        std::vector<RegionRect> bounds;
+        std::vector<int> slots;      // by triangle; -1 for none yet
+        std::vector<int> misplaced;  // positions within a range
+    };
+    Scratch scratch;
 
     RegionRect wholeRect;
     std::vector<RegionNode> nodeList;
-    std::vector<const Triangle*> leafTriangles;
-    std::size_t firstTest = 0;  // index in leafTriangles to which the first test belongs
+    std::vector<int> longLists;  // slots of the leaves that do not hold theirs in place
+    // Triangles get a slot when a leaf first takes them, so that those of a leaf have near ones.
+    std::vector<const Triangle*> slotTriangles;
+    std::size_t firstSlot = 0;  // of the last build; the first test belongs to it
     std::vector<UVTest> tests;
     int builtTriangles = 0;
     int splitsGivenUp = 0;

@@ -3,10 +3,9 @@
 #include <log4cxx/logger.h>
 
 #include <cmath>
-#include <locale>
 #include <optional>
-#include <sstream>
-#include <string>
+
+#include "Detail/LogText.h"
 
 namespace {
 
@@ -39,14 +38,6 @@ std::optional<Steps> stepsAtCell(const IScreenGeometry& screen, int i, int j) {
     return Steps{length(alongU - corner), length(alongV - corner)};
 }
 
-// Text of a number as a log stream writes it, but in the classic locale.
-std::string logText(double number) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << number;
-    return text.str();
-}
-
 }  // namespace
 
 double ScreenUtils::estimateAspectRatioUV(IScreenGeometry& screen) {
@@ -70,7 +61,7 @@ double ScreenUtils::estimateAspectRatioUV(IScreenGeometry& screen) {
     }
     const double ratio = sumU / sumV;
     LOG4CXX_INFO(logger, "calculateAspectRatio estimated width/height of screen at "
-                             << logText(ratio)
+                             << quarn::logText(ratio)
                              << ". This doesn't have to be exact, 50-200% of the true value is fine.");
     return ratio;
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -30,6 +31,16 @@ class PointKDTree {
 public:
     using Key = Point<double, N>;
     class NearestIterator;
+
+    /// A subtree: its nodes lie side by side in preorder, its root first, and its size tells those of its
+    /// children.
+    struct Subtree {
+        std::size_t slot = 0;  ///< Slot of the root.
+        std::size_t size = 0;  ///< Number of nodes.
+
+        [[nodiscard]] Subtree left() const { return {slot + 1, size / 2}; }
+        [[nodiscard]] Subtree right() const { return {slot + 1 + size / 2, size - size / 2 - 1}; }
+    };
 
     PointKDTree() = default;
 
@@ -57,6 +68,10 @@ public:
     template <class Accept, class Skip>
     [[nodiscard]] Value findNearestIf(const Key& point, Accept&& accept, Skip&& skip) const;
 
+    /// Whether the searches from a position, where they leave nothing out, meet the value of slot \p a before that of
+    /// slot \p b. \pre both are below size()
+    [[nodiscard]] bool isMetBefore(std::size_t a, std::size_t b, const Key& point) const;
+
     /// Up to \p k values, nearest first; of equally distant ones that which the walk meets first.
     [[nodiscard]] std::vector<Value> findKNearest(const Key& point, int k) const;
 
@@ -64,22 +79,22 @@ public:
     [[nodiscard]] std::size_t size() const { return nodes.size(); }
     /// Value of a slot. \pre slot < size()
     [[nodiscard]] const Value& valueAt(std::size_t slot) const { return nodes[slot].value; }
+    /// Position of a slot's value. \pre slot < size()
+    [[nodiscard]] const std::array<double, N>& keyAt(std::size_t slot) const { return nodes[slot].key; }
+    /// The tree itself as a subtree.
+    [[nodiscard]] Subtree whole() const { return {0, nodes.size()}; }
+    /// Squared distance from a position to a slot's value, as the searches compute it. \pre slot < size()
+    [[nodiscard]] double squaredDistance(std::size_t slot, const Key& point) const;
 
 private:
-    // A value with its coordinates beside it, so that a search touches one place for each node.
-    struct Node {
-        std::array<double, N> key;
-        Value value;
+    // A value with its coordinates beside it.
+    struct Keyed {
+        std::array<double, N> key{};
+        Value value{};
     };
-
-    // A subtree: its nodes lie side by side in preorder, and its size tells those of its children.
-    struct Subtree {
-        std::size_t slot = 0;
-        std::size_t size = 0;
-
-        [[nodiscard]] Subtree left() const { return {slot + 1, size / 2}; }
-        [[nodiscard]] Subtree right() const { return {slot + 1 + size / 2, size - size / 2 - 1}; }
-    };
+    // A search touches one place for each node, and one cache line: it holds two nodes of up to three coordinates and
+    // a pointer.
+    struct alignas(32) Node : Keyed {};
 
     struct Sides {
         Subtree near;
@@ -107,13 +122,11 @@ private:
     static constexpr int kNearestLine = 668;
     static constexpr int kNearestIfLine = 692;
 
-    [[nodiscard]] Subtree whole() const { return {0, nodes.size()}; }
     [[nodiscard]] static int next(int axis) { return axis + 1 == N ? 0 : axis + 1; }
     [[nodiscard]] Sides sidesOf(const Subtree& tree, int axis, const Key& point) const;
-    [[nodiscard]] double squaredDistance(std::size_t slot, const Key& point) const;
     void requireValues(int line) const;
 
-    void buildRange(std::vector<Node>& values, std::size_t low, std::size_t high, int axis);
+    void buildRange(std::vector<Keyed>& values, std::size_t low, std::size_t high, int axis);
     template <class Accept, class Skip>
     void walkNearest(Subtree tree, int axis, const Key& point, Accept& accept, Skip& skip,
                      NearestState& state) const;
@@ -142,13 +155,13 @@ public:
 
 private:
     struct Found {
-        Value value;
-        double squared;
+        Value value{};
+        double squared = 0.0;
     };
     struct Pending {
         Subtree subtree;
-        int axis;
-        double squared;  // lower bound
+        int axis = 0;
+        double squared = 0.0;  // lower bound
     };
     struct IsFarther {
         template <class Entry>
@@ -175,12 +188,13 @@ template <class Value, int N, class KeyAccessor>
 template <class It>
 void PointKDTree<Value, N, KeyAccessor>::build(It first, It last) {
     const KeyAccessor keyOf;
-    std::vector<Node> values;
+    std::vector<Keyed> values;
+    values.reserve(static_cast<std::size_t>(std::distance(first, last)));
     for (; first != last; ++first) {
-        Node node{{}, *first};
+        Keyed keyed{{}, *first};
         for (int axis = 0; axis < N; ++axis)
-            node.key[static_cast<std::size_t>(axis)] = keyOf(node.value, axis);
-        values.push_back(node);
+            keyed.key[static_cast<std::size_t>(axis)] = keyOf(keyed.value, axis);
+        values.push_back(keyed);
     }
     nodes.clear();
     nodes.reserve(values.size());
@@ -194,17 +208,17 @@ void PointKDTree<Value, N, KeyAccessor>::build(It first, It last) {
 
 // Appends the nodes of a range of values in preorder.
 template <class Value, int N, class KeyAccessor>
-void PointKDTree<Value, N, KeyAccessor>::buildRange(std::vector<Node>& values, std::size_t low,
+void PointKDTree<Value, N, KeyAccessor>::buildRange(std::vector<Keyed>& values, std::size_t low,
                                                     std::size_t high, int axis) {
     if (low == high) return;
     const std::size_t middle = low + (high - low) / 2;
     if (high - low > 1) {
         const auto at = [&values](std::size_t i) { return values.begin() + static_cast<std::ptrdiff_t>(i); };
-        std::nth_element(at(low), at(middle), at(high), [axis](const Node& a, const Node& b) {
+        std::nth_element(at(low), at(middle), at(high), [axis](const Keyed& a, const Keyed& b) {
             return a.key[static_cast<std::size_t>(axis)] < b.key[static_cast<std::size_t>(axis)];
         });
     }
-    nodes.push_back(values[middle]);
+    nodes.push_back(Node{values[middle]});
     buildRange(values, low, middle, next(axis));
     buildRange(values, middle + 1, high, next(axis));
 }
@@ -252,6 +266,21 @@ void PointKDTree<Value, N, KeyAccessor>::walkNearest(Subtree tree, int axis, con
         if (!(state.bestSquared > sides.squaredGap)) return;
         tree = sides.far;
         axis = next(axis);
+    }
+}
+
+template <class Value, int N, class KeyAccessor>
+bool PointKDTree<Value, N, KeyAccessor>::isMetBefore(std::size_t a, std::size_t b, const Key& point) const {
+    const auto holds = [](const Subtree& tree, std::size_t slot) { return slot - tree.slot < tree.size; };
+    Subtree tree = whole();
+    for (int axis = 0;; axis = next(axis)) {
+        const Sides sides = sidesOf(tree, axis, point);
+        const bool isNearA = holds(sides.near, a);
+        const bool isNearB = holds(sides.near, b);
+        if (isNearA != isNearB) return isNearA;
+        // Of what is not on the near side, the root comes first.
+        if (!isNearA && (a == tree.slot || b == tree.slot)) return a == tree.slot && b != tree.slot;
+        tree = isNearA ? sides.near : sides.far;
     }
 }
 

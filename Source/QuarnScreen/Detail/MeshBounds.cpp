@@ -1,0 +1,52 @@
+#include "MeshBounds.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quarn {
+namespace {
+
+constexpr double kGreatest = std::numeric_limits<double>::max();
+
+template <std::size_t N>
+void grow(Point<double, N>& min, Point<double, N>& max, const Point<double, N>& point) {
+    for (std::size_t i = 0; i < N; ++i) {
+        min[i] = std::min(min[i], point[i]);
+        max[i] = std::max(max[i], point[i]);
+    }
+}
+
+// Heron's formula; rounding may take the product below zero.
+double areaOf(const Triangle& triangle) {
+    const auto& [v0, v1, v2] = triangle.vertices;
+    const double a = length(v1.position - v0.position);
+    const double b = length(v2.position - v1.position);
+    const double c = length(v0.position - v2.position);
+    const double s = (a + b + c) * 0.5;
+    return std::sqrt(std::abs((s - a) * s * (s - b) * (s - c)));
+}
+
+}  // namespace
+
+MeshBounds boundsOf(const std::vector<Triangle>& triangles) {
+    MeshBounds bounds;
+    bounds.min = {kGreatest, kGreatest, kGreatest};
+    bounds.max = {-kGreatest, -kGreatest, -kGreatest};
+    bounds.uvMin = {kGreatest, kGreatest};
+    bounds.uvMax = {-kGreatest, -kGreatest};
+    double total = 0.0;
+    Point<double, 3> weighted;
+    for (const Triangle& triangle : triangles) {
+        for (const TriangleVertex& corner : triangle.vertices) {
+            grow(bounds.min, bounds.max, corner.position);
+            grow(bounds.uvMin, bounds.uvMax, corner.uv);
+        }
+        const double area = areaOf(triangle);
+        total += area;
+        weighted = weighted + area * triangle.centroid;
+    }
+    if (total > 0.0) bounds.centroid = weighted / total;
+    return bounds;
+}
+
+}  // namespace quarn

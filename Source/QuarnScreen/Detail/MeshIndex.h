@@ -1,0 +1,22 @@
+/// \file
+/// The indexes of a mesh.
+#pragma once
+
+#include <QuarnScreen/RegionMap.h>
+#include "CentroidSearch.h"
+#include "MeshBounds.h"
+#include "PointInOutline.h"
+#include "TriangleTrees.h"
+
+namespace quarn {
+
+/// Everything that is derived from a mesh's triangles, but for its outline and the ray tracer's scene.
+struct MeshIndex {
+    CentroidSearch centroidSearch;  ///< By position.
+    UVTree uvTree;                  ///< By UV centroid.
+    RegionMap regionMap;            ///< By UV.
+    OutlineBands outline;           ///< The outline in UV, for the question whether it holds a UV.
+    MeshBounds bounds;              ///< All zero until the first build.
+};
+
+}  // namespace quarn

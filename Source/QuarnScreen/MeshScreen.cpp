@@ -1,0 +1,89 @@
+#include <QuarnScreen/MeshScreen.h>
+
+#include "Detail/GridCache.h"
+#include "Detail/MappingCache.h"
+#include "Detail/MeshIndex.h"
+#include "Detail/RayScene.h"
+
+MeshScreen::MeshScreen()
+    : scene(std::make_unique<quarn::RayScene>()),
+      index(std::make_unique<quarn::MeshIndex>()),
+      mappingCache(std::make_unique<quarn::MappingCache>()),
+      gridCache(std::make_unique<quarn::GridCache>()) {}
+
+MeshScreen::~MeshScreen() = default;
+
+void MeshScreen::addScreenToScene() {
+    initTriangleData();
+    scene->upload(triangles);
+}
+
+void MeshScreen::initTriangleData() {
+    boundaryValid = false;
+    clearBoundary();
+    index->centroidSearch.build(triangles);
+    quarn::buildOver(index->uvTree, triangles);
+    index->regionMap.rebuild(triangles.data(), triangles.data() + triangles.size());
+    boundaryValid = findBoundaryNew(triangles, boundary);
+    index->outline = quarn::OutlineBands(boundary.uvPoints);
+    gridCache->invalidate();
+    index->bounds = quarn::boundsOf(triangles);
+}
+
+void MeshScreen::dropTriangleData() {
+    static const std::vector<Triangle> none;
+    clearBoundary();
+    index->centroidSearch.build(none);
+    quarn::buildOver(index->uvTree, none);
+    index->regionMap.clear();
+    index->outline = quarn::OutlineBands();
+    gridCache->invalidate();
+}
+
+void MeshScreen::clearBoundary() {
+    boundary.points.clear();
+    boundary.uvPoints.clear();
+    boundary.triangles.clear();
+}
+
+bool MeshScreen::hasValidBoundary() const {
+    return boundaryValid;
+}
+
+const Point<double, 3>& MeshScreen::getCentroid() const {
+    return index->bounds.centroid;
+}
+
+void MeshScreen::sampleBoundaryUV(std::vector<Point<double, 2>>& outline) const {
+    outline = boundary.uvPoints;
+}
+
+bool MeshScreen::isPlanar() const {
+    return false;
+}
+
+Point<double, 3> MeshScreen::getEyepoint() const {
+    return {};
+}
+
+MeshScreen::DataHash MeshScreen::getUniqueDataHash() const {
+    return {};
+}
+
+void MeshScreen::getTesselation(std::vector<Triangle>& copy) const {
+    copy = triangles;
+}
+
+bool MeshScreen::hasTesselation() const {
+    return !triangles.empty();
+}
+
+void MeshScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    if (min == nullptr || max == nullptr) return;
+    *min = index->bounds.min;
+    *max = index->bounds.max;
+}
+
+MeshScreen::DataHash MeshScreen::calcUniqueDataHash(const std::string& data) {
+    return calculateHash(data);
+}

@@ -1,0 +1,100 @@
+// Mapping between positions and UV.
+#include <QuarnScreen/MeshScreen.h>
+
+#include <optional>
+#include <string>
+
+#include "Detail/LogText.h"
+#include "Detail/MappingCache.h"
+#include "Detail/MeshIndex.h"
+#include "Detail/UVParameters.h"
+
+using quarn::logText;
+
+namespace {
+
+bool isWithin(const RegionRect& rect, const Point<double, 2>& uv) {
+    return !(rect.minU > uv[0]) && !(uv[0] > rect.maxU) && !(rect.minV > uv[1]) && !(uv[1] > rect.maxV);
+}
+
+std::string triangleText(const Triangle& triangle) {
+    const auto& [v0, v1, v2] = triangle.vertices;
+    return logText(triangle.uvCentroid) + " - <" + logText(v0.uv) + ", " + logText(v1.uv) + ", " +
+           logText(v2.uv) + ">";
+}
+
+}  // namespace
+
+Point<double, 2> MeshScreen::mapInto2D(const Point<double, 3>& point, bool extrapolate) const {
+    if (!hasParameterization()) return kNoUV;
+    const Triangle* const triangle = findClosestTriangle(point, extrapolate);
+    if (triangle == nullptr) return kNoUV;
+    double t = 0.0;
+    double a = 0.0;
+    double b = 0.0;
+    Point<double, 3> hit;
+    if (!intersectTrianglePlane(point, point + triangle->normal, *triangle, t, hit, a, b, extrapolate))
+        return kNoUV;
+    return triangle->uvAt(a, b);
+}
+
+bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result, bool extrapolate) const {
+    if (!hasParameterization()) return false;
+    if (const std::optional<MappingInto3D> known = mappingCache->find(uv))
+        return answerFromCache(*known, uv, result, extrapolate);
+    LOG4CXX_TRACE(log, ":-( not in cache (yet)  " << logText(uv));
+
+    if (const Triangle* const triangle = findTriangleAtUV(uv)) {
+        const quarn::UVParameters parameters = quarn::parametersOf(*triangle, uv);
+        result = triangle->pointAt(parameters.a, parameters.b);
+        mappingCache->add({uv, result, MappingInto3D::OnScreen});
+        return true;
+    }
+    LOG4CXX_TRACE(log, "out of bounds: " << logText(uv));
+    if (!extrapolate) {
+        // Intended: the entry keeps whatever the caller passed as the position.
+        mappingCache->add({uv, result, MappingInto3D::OutOfBounds});
+        LOG4CXX_TRACE(log, "extrapolate is false; failed to find triangle for point: " << logText(uv));
+        return false;
+    }
+    result = extrapolateUV(uv);
+    LOG4CXX_TRACE(log, "found via extrapolate: " << logText(uv));
+    mappingCache->add({uv, result, MappingInto3D::Extrapolated});
+    return true;
+}
+
+// Intended: the position is handed out whatever the answer, so a refused one comes with false.
+bool MeshScreen::answerFromCache(const MappingInto3D& known, const Point<double, 2>& uv,
+                                 Point<double, 3>& result, bool extrapolate) const {
+    result = known.point;
+    if (known.state == MappingInto3D::OnScreen) {
+        LOG4CXX_TRACE(
+            log, "good job cache! found " << logText(uv) << " which maps to on screen" << logText(result));
+        return true;
+    }
+    if (known.state == MappingInto3D::Extrapolated) {
+        LOG4CXX_TRACE(
+            log, "good job cache! found " << logText(uv) << " which maps to extrapolated" << logText(result));
+        return extrapolate;
+    }
+    LOG4CXX_TRACE(log, "good job cache! found " << logText(uv) << "but non extrapolated out of bounds");
+    if (!extrapolate) return false;
+    result = extrapolateUV(uv);
+    LOG4CXX_TRACE(log, "extrapolated out of bounds point: " << logText(uv));
+    mappingCache->add({uv, result, MappingInto3D::Extrapolated});
+    return true;
+}
+
+// The triangle that holds a UV, by the quadtree and then by its own fields, which may have changed since.
+const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
+    const RegionMap& map = index->regionMap;
+    if (map.nodes().empty() || !isWithin(map.rootRect(), uv)) return nullptr;
+    std::optional<const Triangle*> found;
+    map.locate(static_cast<int>(map.nodes().size()) - 1, map.rootRect(), uv[0], uv[1], found);
+    if (!found) return nullptr;
+    const Triangle& triangle = **found;
+    if (triangle.uvDeterminant != 0.0 && quarn::parametersOf(triangle, uv).isInside()) return &triangle;
+    LOG4CXX_WARN(log, "RegionMap thought the point was in this triangle, but the triangle disagrees: "
+                          << logText(uv) << triangleText(triangle));
+    return nullptr;
+}

@@ -1,0 +1,20 @@
+/// \file
+/// Which meshes and bounds the mesh engine's own loops do not end for.
+#pragma once
+
+#include <vector>
+
+#include <QuarnScreen/Triangle.h>
+
+namespace quarn {
+
+/// Whether MeshScreen::findBoundaryNew(), and so every build of a mesh, is sure to end: no corner holds a NaN. Without
+/// one every corner of the outline has an even number of its edges, so that each walk gets back to its beginning.
+[[nodiscard]] bool outlineSearchEnds(const std::vector<Triangle>& triangles);
+
+/// Whether MeshScreen::refine() is sure to end, the build behind it included: no corner holds a NaN or comes to hold one,
+/// the bound is above zero, edges that are longer have finite squares, and halving gets them below the bound before
+/// neighbouring numbers are reached. It says nothing about the number of pieces.
+[[nodiscard]] bool refinementEnds(const std::vector<Triangle>& triangles, double maxEdgeLength);
+
+}  // namespace quarn

@@ -1,0 +1,40 @@
+/// \file
+/// A plain second way to make the grid of a mesh: each step written out, each point tested against the whole outline.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QuarnScreen/IScreenGeometry.h>
+
+namespace quarn::test {
+
+using Point2 = Point<double, 2>;
+using Point3 = Point<double, 3>;
+using UVLine = std::vector<Point2>;
+using Lines = IScreenGeometry::Polylines;
+
+/// Where a grid gets its data from.
+struct GridSources {
+    std::function<void(Lines&)> sampleBoundary;
+    std::function<void(UVLine&)> sampleBoundaryUV;
+    std::function<bool(const Point2&, Point3&)> mapInto3D;  // with extrapolation
+};
+
+/// The operations of a screen. It must outlive them.
+[[nodiscard]] GridSources sourcesOf(const IScreenGeometry& screen);
+
+/// Where the segments a-b and c-d meet; NaN where they do not.
+[[nodiscard]] Point2 plainMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d);
+
+/// The pieces of a line in UV that lie within an outline.
+[[nodiscard]] std::vector<UVLine> plainClip(const UVLine& outline, const UVLine& line);
+
+[[nodiscard]] Lines plainGrid(const GridSources& sources, int density);
+
+/// Samples of a line of constant v, without those that do not map.
+[[nodiscard]] IScreenGeometry::GridSamples plainRow(
+    const std::function<bool(const Point2&, Point3&)>& mapInto3D, double v, double uStart, double uEnd,
+    int count, int row);
+
+}  // namespace quarn::test

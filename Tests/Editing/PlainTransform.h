@@ -1,0 +1,15 @@
+/// \file
+/// A plain second way to move a mesh: three by three numbers.
+#pragma once
+
+#include <vector>
+
+#include <QuarnScreen/Triangle.h>
+
+namespace quarn::test {
+
+[[nodiscard]] std::vector<Triangle> plainTransform(std::vector<Triangle> triangles,
+                                                   const Point<double, 3>& translation,
+                                                   const Point<double, 3>& rotation, double scale);
+
+}  // namespace quarn::test
