@@ -24,6 +24,14 @@ Point<double, 3> footOnRay(const Ray& ray, const Point<double, 3>& point) {
     return t > 0.0 ? ray.origin + t * direction : ray.origin;
 }
 
+// Asks the processor for what pointAt() and the parameters of a UV read of a triangle.
+void prefetch(const Triangle& triangle) {
+    __builtin_prefetch(&triangle.vertices[0].position);
+    __builtin_prefetch(&triangle.vertices[0].uv);
+    __builtin_prefetch(&triangle.edge1);
+    __builtin_prefetch(&triangle.uvDeterminant);
+}
+
 // Where a ray comes nearest to a segment.
 struct NearestOnRay {
     bool exists;
@@ -45,12 +53,19 @@ NearestOnRay nearestOnRay(const Ray& ray, const Point<double, 3>& a, const Point
 Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
     const int keep = std::min(index->uvTree.depth(), kMostKept);
     const int candidates = 2 * keep;
+    std::vector<const Triangle*> nearest;
+    nearest.reserve(static_cast<std::size_t>(candidates));
+    quarn::UVTree::NearestIterator walk(index->uvTree, uv);
+    // The steps are counted, as the walk need not end by itself where distances are NaN. Triangles lie far apart in
+    // memory, so each is asked for while the walk goes on.
+    for (int step = 0; step < candidates && !walk.done(); ++step, walk.advance()) {
+        nearest.push_back(walk.value());
+        prefetch(*walk.value());
+    }
     std::vector<Point<double, 3>> points;
-    points.reserve(static_cast<std::size_t>(candidates));
-    quarn::UVTree::NearestIterator nearest(index->uvTree, uv);
-    // The steps are counted, as the walk need not end by itself where distances are NaN.
-    for (int step = 0; step < candidates && !nearest.done(); ++step, nearest.advance()) {
-        const Triangle& triangle = *nearest.value();
+    points.reserve(nearest.size());
+    for (const Triangle* const candidate : nearest) {
+        const Triangle& triangle = *candidate;
         if (triangle.uvDeterminant == 0.0) continue;
         const quarn::UVParameters parameters = quarn::parametersOf(triangle, uv);
         points.push_back(triangle.pointAt(parameters.a, parameters.b));

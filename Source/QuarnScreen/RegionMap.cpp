@@ -5,6 +5,8 @@
 #include <numeric>
 #include <utility>
 
+#include "Detail/RegionShortcuts.h"
+
 namespace {
 
 constexpr int kMaxDepth = 18;
@@ -37,7 +39,7 @@ const Triangle* RegionNode::triangle(int index) const {
     return map->slotTriangles[static_cast<std::size_t>(map->slotInLeaf(*this, index))];
 }
 
-RegionMap::RegionMap() = default;
+RegionMap::RegionMap() : shortcuts(std::make_unique<quarn::RegionShortcuts>()) {}
 RegionMap::~RegionMap() = default;
 
 RegionRect RegionMap::uvBox(const Triangle& triangle) {
@@ -54,10 +56,12 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
 
     const auto count = static_cast<std::size_t>(builtTriangles);
     tests.clear();
+    shortcuts->clear();
     scratch = Scratch();
     scratch.triangles = first;
     scratch.slots.assign(count, kNoSlot);
     scratch.misplaced.resize(count);
+    scratch.quadrants.resize(kMaxDepth);
     scratch.bounds.reserve(count);
     for (const Triangle* triangle = first; triangle != last; ++triangle) {
         const RegionRect box = uvBox(*triangle);
@@ -72,6 +76,7 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
     std::iota(indices.begin(), indices.end(), 0);
     buildNode({indices.data(), indices.data() + indices.size()}, wholeRect, kFirstDepth, kNoParent);
     makeTests();
+    shortcuts->build(nodeList, wholeRect, statistics.leafCount);
     scratch = Scratch();
 }
 
@@ -84,55 +89,55 @@ void RegionMap::clear() {
     longLists.clear();
     slotTriangles.clear();
     tests.clear();
+    shortcuts->clear();
     firstSlot = 0;
 }
 
-// Moves the triangles that overlap to the front, and returns where the others begin. The order decides which of
-// several triangles is found: the first from the front that does not belong there changes places with the first from
-// the back that does, and so on. Both kinds are gathered before, as that needs no branch that depends on the data.
-template <class Overlaps>
-int* RegionMap::partition(const Range& range, Overlaps overlaps) {
-    const int count = range.size();
-    int* const first = range.first;
-    int front = 0;
-    for (int i = 0; i < count; ++i) front += static_cast<int>(overlaps(first[i]));
+// Notes for each triangle which quadrants it overlaps, and counts them by quadrant. Touching counts as overlap, so a
+// triangle on a split line belongs to both sides. The triangles of a node overlap its rectangle, so that only the two
+// inner sides of a quadrant tell.
+std::array<int, 4> RegionMap::findQuadrants(const Range& range, double midU, double midV, int depth) {
+    std::vector<std::uint8_t>& quadrants = scratch.quadrants[static_cast<std::size_t>(depth)];
+    quadrants.resize(scratch.bounds.size());
+    std::array<int, 4> counts{};
+    for (const int* i = range.first; i != range.last; ++i) {
+        const RegionRect& box = scratch.bounds[static_cast<std::size_t>(*i)];
+        const int left = static_cast<int>(!(box.minU > midU));
+        const int right = static_cast<int>(!(midU > box.maxU));
+        const int above = static_cast<int>(!(box.minV > midV));
+        const int below = static_cast<int>(!(midV > box.maxV));
+        const std::array<int, 4> overlaps = {left & above, right & above, left & below, right & below};
+        for (std::size_t quadrant = 0; quadrant < counts.size(); ++quadrant)
+            counts[quadrant] += overlaps[quadrant];
+        quadrants[static_cast<std::size_t>(*i)] =
+            static_cast<std::uint8_t>(overlaps[0] + 2 * overlaps[1] + 4 * overlaps[2] + 8 * overlaps[3]);
+    }
+    return counts;
+}
 
+// Moves the triangles that overlap a quadrant to the front, and returns where the others begin. The order decides which
+// of several triangles is found: the first from the front that does not belong there changes places with the first from
+// the back that does, and so on. Both kinds are gathered before, as that needs no branch that depends on the data.
+int* RegionMap::partition(const Range& range, int overlapping, int quadrant, int depth) {
+    const std::vector<std::uint8_t>& quadrants = scratch.quadrants[static_cast<std::size_t>(depth)];
+    const auto overlaps = [&](int triangle) {
+        return (quadrants[static_cast<std::size_t>(triangle)] >> quadrant) & 1;
+    };
+    int* const first = range.first;
     int* const fromFront = scratch.misplaced.data();
     int misplaced = 0;
-    for (int i = 0; i < front; ++i) {
+    for (int i = 0; i < overlapping; ++i) {
         fromFront[misplaced] = i;
-        misplaced += static_cast<int>(!overlaps(first[i]));
+        misplaced += 1 - overlaps(first[i]);
     }
     int* const fromBack = fromFront + misplaced;
     int found = 0;
-    for (int i = count - 1; found < misplaced; --i) {
+    for (int i = range.size() - 1; found < misplaced; --i) {
         fromBack[found] = i;
-        found += static_cast<int>(overlaps(first[i]));
+        found += overlaps(first[i]);
     }
     for (int k = 0; k < misplaced; ++k) std::swap(first[fromFront[k]], first[fromBack[k]]);
-    return first + front;
-}
-
-// Touching counts as overlap, so a triangle on a split line belongs to both sides. The triangles of a node overlap its
-// rectangle, so that only the two inner sides of a quadrant tell.
-int* RegionMap::partitionByQuadrant(const Range& range, double midU, double midV, int quadrant) {
-    const auto box = [this](int index) -> const RegionRect& {
-        return scratch.bounds[static_cast<std::size_t>(index)];
-    };
-    const auto left = [&](int i) { return !(box(i).minU > midU); };
-    const auto right = [&](int i) { return !(midU > box(i).maxU); };
-    const auto above = [&](int i) { return !(box(i).minV > midV); };
-    const auto below = [&](int i) { return !(midV > box(i).maxV); };
-    switch (quadrant) {
-        case 0:
-            return partition(range, [&](int i) { return left(i) & above(i); });
-        case 1:
-            return partition(range, [&](int i) { return right(i) & above(i); });
-        case 2:
-            return partition(range, [&](int i) { return left(i) & below(i); });
-        default:
-            return partition(range, [&](int i) { return right(i) & below(i); });
-    }
+    return first + overlapping;
 }
 
 int RegionMap::buildNode(const Range& range, const RegionRect& rect, int depth, int parentCount) {
@@ -144,9 +149,10 @@ int RegionMap::buildNode(const Range& range, const RegionRect& rect, int depth, 
     const std::size_t savedLists = longLists.size();
     const double midU = middleU(rect);
     const double midV = middleV(rect);
+    const std::array<int, 4> overlapping = findQuadrants(range, midU, midV, depth);
     RegionNode node;
     for (int quadrant = 0; quadrant < kQuadrants; ++quadrant) {
-        int* const end = partitionByQuadrant(range, midU, midV, quadrant);
+        int* const end = partition(range, overlapping[static_cast<std::size_t>(quadrant)], quadrant, depth);
         // A second level in a row without reduction: the parent becomes a leaf.
         if (end == range.last && count == parentCount) return kGivenUp;
 
@@ -228,6 +234,12 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
                        std::optional<const Triangle*>& result) const {
     const RegionNode* node = &nodeList[static_cast<std::size_t>(nodeIndex)];
     RegionRect part = rect;
+    if (nodeIndex + 1 == static_cast<int>(nodeList.size()) && rect == wholeRect) {
+        if (const auto arrival = shortcuts->find(u, v)) {
+            node = &nodeList[static_cast<std::size_t>(arrival->node)];
+            part = arrival->rect;
+        }
+    }
     while (node->count() < 0) {
         const double midU = middleU(part);
         const double midV = middleV(part);

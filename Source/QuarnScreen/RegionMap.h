@@ -4,12 +4,18 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include <Common/Export.h>
 #include <QuarnScreen/Triangle.h>
+
+namespace quarn {
+class RegionShortcuts;
+}
 
 /// A rectangle in UV.
 struct RegionRect {
@@ -17,6 +23,9 @@ struct RegionRect {
     double maxU = 0.0;  ///< Right edge.
     double minV = 0.0;  ///< Top edge.
     double maxV = 0.0;  ///< Bottom edge.
+
+    /// Edge by edge and exactly.
+    friend bool operator==(const RegionRect& a, const RegionRect& b) = default;
 };
 
 class RegionMap;
@@ -136,9 +145,8 @@ private:
     friend class RegionNode;
 
     static RegionRect uvBox(const Triangle& triangle);
-    template <class Overlaps>
-    int* partition(const Range& range, Overlaps overlaps);
-    int* partitionByQuadrant(const Range& range, double midU, double midV, int quadrant);
+    [[nodiscard]] std::array<int, 4> findQuadrants(const Range& range, double midU, double midV, int depth);
+    int* partition(const Range& range, int overlapping, int quadrant, int depth);
     int buildNode(const Range& range, const RegionRect& rect, int depth, int parentCount);
     int makeLeaf(const Range& range, int depth);
     int slotOf(int triangle);
@@ -152,6 +160,8 @@ private:
         std::vector<RegionRect> bounds;
         std::vector<int> slots;      // by triangle; -1 for none yet
         std::vector<int> misplaced;  // positions within a range
+        // By depth, then by triangle: a bit for each quadrant that it overlaps.
+        std::vector<std::vector<std::uint8_t>> quadrants;
     };
     Scratch scratch;
 
@@ -162,6 +172,7 @@ private:
     std::vector<const Triangle*> slotTriangles;
     std::size_t firstSlot = 0;  // of the last build; the first test belongs to it
     std::vector<UVTest> tests;
+    std::unique_ptr<quarn::RegionShortcuts> shortcuts;
     int builtTriangles = 0;
     int splitsGivenUp = 0;
     Statistics statistics;

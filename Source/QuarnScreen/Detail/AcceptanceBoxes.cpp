@@ -26,59 +26,65 @@ constexpr double kMarginOffPlane = 2.0 * kHoldingDistance;
 constexpr double kMarginAlongEdges = 1e-5;
 constexpr double kRoundingSteps = 1024.0;
 
+// Greatest magnitude that is rounded to a float and not to infinity: half of the greatest float.
+constexpr double kGreatestRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
+
+// A float at most as great as a number, which is one step of the float's rounding away from it at the most.
 float roundedDown(double number) {
     using Limits = std::numeric_limits<float>;
-    if (number < -static_cast<double>(Limits::max())) return -Limits::infinity();
-    const auto rounded = static_cast<float>(number);
-    return static_cast<double>(rounded) > number ? std::nextafter(rounded, -Limits::infinity()) : rounded;
+    if (number < -kGreatestRounded) return -Limits::infinity();
+    return static_cast<float>(number - std::abs(number) * static_cast<double>(Limits::epsilon()));
 }
 
 float roundedUp(double number) {
     return -roundedDown(-number);
 }
 
-bool isZero(const Point<double, 3>& vector) {
-    return vector == Point<double, 3>();
+// A bound of the coordinates, and of the length. NaN where one is NaN, which a maximum would hide.
+double sizeOf(const Point<double, 3>& point) {
+    return std::abs(point[0]) + std::abs(point[1]) + std::abs(point[2]);
 }
 
-double determinantOf(const Triangle& triangle) {
-    const double d12 = dot(triangle.edge1, triangle.edge2);
-    return dot(triangle.edge2, triangle.edge2) * dot(triangle.edge1, triangle.edge1) - d12 * d12;
-}
+// Products of a triangle's stored edges, as the test of a position forms them.
+struct EdgeProducts {
+    double d11;
+    double d22;
+    double determinant;
+
+    explicit EdgeProducts(const Triangle& triangle)
+        : d11(dot(triangle.edge1, triangle.edge1)), d22(dot(triangle.edge2, triangle.edge2)) {
+        const double d12 = dot(triangle.edge1, triangle.edge2);
+        determinant = d22 * d11 - d12 * d12;
+    }
+};
 
 // A zero normal counts as parallel to every line, and without a determinant there are no parameters.
-bool holdsNothing(const Triangle& triangle) {
-    return isZero(triangle.normal) || determinantOf(triangle) == 0.0;
+bool holdsNothing(const Triangle& triangle, const EdgeProducts& products) {
+    return triangle.normal == Point<double, 3>() || products.determinant == 0.0;
 }
 
 // Whether the stored fields fit together, and are neither too large nor too small to reckon with. NaN fails.
-bool isOrdinary(const Triangle& triangle, double size) {
-    const double d11 = dot(triangle.edge1, triangle.edge1);
-    const double d22 = dot(triangle.edge2, triangle.edge2);
-    const double least = std::sqrt(std::min(d11, d22));
-    return size <= kGreatestCoordinate && least >= kLeastEdge &&
+bool isOrdinary(const Triangle& triangle, const EdgeProducts& products, double size) {
+    const double squaredLeast = std::min(products.d11, products.d22);
+    const double tilt1 = dot(triangle.normal, triangle.edge1);
+    const double tilt2 = dot(triangle.normal, triangle.edge2);
+    return size <= kGreatestCoordinate && squaredLeast >= kLeastEdge * kLeastEdge &&
            std::abs(dot(triangle.normal, triangle.normal) - 1.0) <= kUnitTolerance &&
-           std::abs(dot(triangle.normal, triangle.edge1)) <= kGreatestTilt * least &&
-           std::abs(dot(triangle.normal, triangle.edge2)) <= kGreatestTilt * least &&
-           determinantOf(triangle) >= kLeastSquaredSine * d11 * d22;
-}
-
-// A bound of the coordinates. NaN where one is NaN, which a maximum would hide.
-double sizeOf(const Point<double, 3>& point) {
-    return std::abs(point[0]) + std::abs(point[1]) + std::abs(point[2]);
+           std::max(tilt1 * tilt1, tilt2 * tilt2) <= kGreatestTilt * kGreatestTilt * squaredLeast &&
+           products.determinant >= kLeastSquaredSine * products.d11 * products.d22;
 }
 
 }  // namespace
 
 AcceptanceBoxes::Box AcceptanceBoxes::boxOf(const Triangle& triangle) {
-    if (holdsNothing(triangle)) return kNowhere;
+    const EdgeProducts products(triangle);
+    if (holdsNothing(triangle, products)) return kNowhere;
 
-    const double edges = length(triangle.edge1) + length(triangle.edge2);
+    const double edges = sizeOf(triangle.edge1) + sizeOf(triangle.edge2);
     const double size = sizeOf(triangle.vertices[0].position) + edges;
-    if (!isOrdinary(triangle, size)) return kEverywhere;
+    if (!isOrdinary(triangle, products, size)) return kEverywhere;
 
-    const double squaredSine =
-        determinantOf(triangle) / (dot(triangle.edge1, triangle.edge1) * dot(triangle.edge2, triangle.edge2));
+    const double squaredSine = products.determinant / (products.d11 * products.d22);
     const double margin =
         kMarginOffPlane + kMarginAlongEdges * edges + kRoundingSteps * kEpsilon * (size + 1.0) / squaredSine;
     const Point<double, 3>& v0 = triangle.vertices[0].position;

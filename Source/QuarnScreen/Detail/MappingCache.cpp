@@ -1,23 +1,36 @@
 #include "MappingCache.h"
 
+#include <bit>
+#include <cstdint>
+
 namespace quarn {
 
 MappingCache::MappingCache() {
     mappings.reserve(kCapacity);
 }
 
-std::optional<MappingCache::Mapping> MappingCache::find(const Point<double, 2>& uv) {
-    const std::lock_guard<std::mutex> lock(mutex);
-    const std::size_t count = mappings.size();
-    std::size_t i = cursor;
-    for (std::size_t step = 0; step < count; ++step) {
-        if (mappings[i].uv == uv) {
-            cursor = i;
-            return mappings[i];
+// The first entry from the cursor on, then from the beginning. The keys of all entries are compared before any entry is
+// looked at: that needs no branch which depends on where the answer stands.
+std::optional<std::size_t> MappingCache::indexOf(const Point<double, 2>& uv) const {
+    std::uint32_t matches = 0;
+    for (std::size_t i = 0; i < kCapacity; ++i) matches |= static_cast<std::uint32_t>(keys[i] == uv[0]) << i;
+    matches &= (std::uint32_t{1} << mappings.size()) - 1;
+    const std::uint32_t beforeCursor = (std::uint32_t{1} << cursor) - 1;
+    for (std::uint32_t part : {matches & ~beforeCursor, matches & beforeCursor}) {
+        for (; part != 0; part &= part - 1) {
+            const auto i = static_cast<std::size_t>(std::countr_zero(part));
+            if (mappings[i].uv == uv) return i;
         }
-        i = i + 1 == count ? 0 : i + 1;
     }
     return std::nullopt;
+}
+
+std::optional<MappingCache::Mapping> MappingCache::find(const Point<double, 2>& uv) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const std::optional<std::size_t> found = indexOf(uv);
+    if (!found) return std::nullopt;
+    cursor = *found;
+    return mappings[cursor];
 }
 
 void MappingCache::add(const Mapping& mapping) {
@@ -25,10 +38,11 @@ void MappingCache::add(const Mapping& mapping) {
     if (mappings.size() < kCapacity) {
         mappings.push_back(mapping);
         cursor = mappings.size() - 1;
-        return;
+    } else {
+        cursor = (cursor + 1) % kCapacity;
+        mappings[cursor] = mapping;
     }
-    cursor = (cursor + 1) % kCapacity;
-    mappings[cursor] = mapping;
+    keys[cursor] = mapping.uv[0];
 }
 
 }  // namespace quarn

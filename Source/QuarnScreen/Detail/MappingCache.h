@@ -2,6 +2,7 @@
 /// The last answers of mapInto3D().
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <mutex>
 #include <optional>
@@ -33,8 +34,11 @@ public:
 private:
     static constexpr std::size_t kCapacity = 20;
 
+    std::optional<std::size_t> indexOf(const Point<double, 2>& uv) const;
+
     std::mutex mutex;
     std::vector<Mapping> mappings;
+    std::array<double, kCapacity> keys{};  // u of each entry
     std::size_t cursor = 0;
 };
 

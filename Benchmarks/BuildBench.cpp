@@ -1,0 +1,81 @@
+// Making a screen ready to be asked, beside all its indexes written plainly. The ray tracer's part is on one thread in
+// both.
+#include "BenchMeshes.h"
+#include "OneCpu.h"
+#include "PlainIndexes.h"
+#include "PlainScene.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::BenchScreen;
+using quarn::bench::forEachMesh;
+using quarn::bench::MeshCase;
+using quarn::bench::meshOf;
+using quarn::bench::Order;
+using quarn::bench::PlainIndexes;
+using quarn::bench::PlainScene;
+using quarn::bench::processSeconds;
+
+// The tracer is opened once for all, by a scene that stays.
+void keepTracerOpen() {
+    static const BenchScreen screen;
+}
+
+// Each time a new object, since the memory of an old one would be had for less.
+template <class Prepare>
+void measure(benchmark::State& state, const Prepare& prepare) {
+    keepTracerOpen();
+    for ([[maybe_unused]] auto _ : state) {
+        const auto prepared = prepare();
+        const double start = processSeconds();
+        prepared->build();
+        state.SetIterationTime(processSeconds() - start);
+    }
+}
+
+struct ByLibrary {
+    explicit ByLibrary(const MeshCase& mesh) { screen.take(meshOf(mesh)); }
+    void build() { screen.addScreenToScene(); }
+
+    BenchScreen screen;
+};
+
+struct Plainly {
+    explicit Plainly(const MeshCase& mesh) : triangles(meshOf(mesh)) {}
+    void build() {
+        indexes.build(triangles);
+        scene.upload(triangles);
+    }
+
+    std::vector<Triangle> triangles;
+    PlainIndexes indexes;
+    PlainScene scene;
+};
+
+// The part that is the same in both.
+struct TracerAlone {
+    explicit TracerAlone(const MeshCase& mesh) : triangles(meshOf(mesh)) {}
+    void build() { scene.upload(triangles); }
+
+    const std::vector<Triangle>& triangles;
+    PlainScene scene;
+};
+
+template <class Built>
+void addWay(const MeshCase& mesh, const char* way) {
+    add("build", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
+        measure(state, [&] { return std::make_unique<Built>(asked); });
+    })->UseManualTime();
+}
+
+void addAll(const MeshCase& mesh) {
+    addWay<ByLibrary>(mesh, "library");
+    addWay<Plainly>(mesh, "plain");
+    addWay<TracerAlone>(mesh, "tracer-alone");
+}
+
+[[maybe_unused]] const int kRegistered =
+    quarn::bench::stayOnOneCpu() + forEachMesh(Order::InOrder, addAll) + forEachMesh(Order::Shuffled, addAll);
+
+}  // namespace

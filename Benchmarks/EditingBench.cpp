@@ -1,0 +1,99 @@
+// Changes of a mesh, the making of its indexes included, beside the same written plainly.
+#include <cmath>
+
+#include "BenchMeshes.h"
+#include "OneCpu.h"
+#include "PlainEditing.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::BenchScreen;
+using quarn::bench::forEachMesh;
+using quarn::bench::MeshCase;
+using quarn::bench::meshOf;
+using quarn::bench::Order;
+using quarn::bench::PerMesh;
+using quarn::bench::PlainEditing;
+using quarn::bench::processSeconds;
+using quarn::bench::Shape;
+using quarn::test::GridSize;
+using quarn::test::Mesh;
+
+// A mesh with a hundredth of the case's triangles, and the length of edges that makes about all of them again.
+struct Coarse {
+    Mesh mesh;
+    double maxEdgeLength;
+};
+
+Mesh coarseMesh(const MeshCase& mesh) {
+    const int count = mesh.triangleCount;
+    const GridSize cells = count == 1'000'000 ? GridSize{100, 50}
+                           : count == 100'000 ? GridSize{25, 20}
+                                              : GridSize{10, 5};
+    return mesh.shape == Shape::Dome ? quarn::test::dome(cells) : quarn::test::wave(cells);
+}
+
+double lengthForPieces(const Mesh& mesh, int count) {
+    const double longest = length(mesh.front().edge2);
+    double few = longest;
+    double many = longest / 64.0;
+    for (int step = 0; step < 16; ++step) {
+        const double middle = std::sqrt(few * many);
+        const bool areMany = PlainEditing::countPieces(mesh, middle) > static_cast<std::size_t>(count);
+        (areMany ? many : few) = middle;
+    }
+    return many;
+}
+
+const Coarse& coarseOf(const MeshCase& mesh) {
+    static PerMesh<Coarse> coarse;
+    return coarse.get(mesh, [&] {
+        auto made = std::make_unique<Coarse>();
+        made->mesh = coarseMesh(mesh);
+        made->maxEdgeLength = lengthForPieces(made->mesh, mesh.triangleCount);
+        return made;
+    });
+}
+
+// A mesh with its indexes, by either way.
+class LibraryEditing : public BenchScreen {
+public:
+    explicit LibraryEditing(const Mesh& mesh) {
+        take(mesh);
+        initTriangleData();
+    }
+};
+
+// Each time a new mesh; what it takes to make that does not count.
+template <class Edited, class Change>
+void measure(benchmark::State& state, const Mesh& mesh, const Change& change) {
+    for ([[maybe_unused]] auto _ : state) {
+        const auto edited = std::make_unique<Edited>(mesh);
+        const double start = processSeconds();
+        change(*edited);
+        state.SetIterationTime(processSeconds() - start);
+    }
+}
+
+template <class Edited>
+void addWay(const MeshCase& mesh, const char* way) {
+    add("refine", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
+        const Coarse& coarse = coarseOf(asked);
+        measure<Edited>(state, coarse.mesh, [&](Edited& edited) { edited.refine(coarse.maxEdgeLength); });
+    })->UseManualTime();
+    add("transform", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
+        measure<Edited>(state, meshOf(asked), [](Edited& edited) {
+            edited.applyTransform({0.1, 0.2, 0.3}, {10.0, 20.0, 30.0}, 1.1);
+        });
+    })->UseManualTime();
+}
+
+void addAll(const MeshCase& mesh) {
+    addWay<LibraryEditing>(mesh, "library");
+    addWay<PlainEditing>(mesh, "plain");
+}
+
+[[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);
+
+}  // namespace

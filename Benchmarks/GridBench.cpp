@@ -1,0 +1,74 @@
+// The grid of a mesh whose outline has 4,000 points, beside the same written plainly.
+#include "BenchMeshes.h"
+#include "PlainGrid.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::BenchScreen;
+using quarn::bench::forEachMesh;
+using quarn::bench::MeshCase;
+using quarn::bench::Order;
+using quarn::bench::PerMesh;
+using quarn::bench::PlainGrid;
+using quarn::bench::PlainIndexes;
+using quarn::bench::Shape;
+using quarn::test::GridSize;
+
+// Cells of a mesh with 2,000 of them along two edges, and about the case's number of triangles.
+GridSize cellsOf(const MeshCase& mesh) {
+    if (mesh.triangleCount == 10'000) return {1997, 3};
+    if (mesh.triangleCount == 100'000) return {1975, 25};
+    return {1707, 293};
+}
+
+const BenchScreen& longScreenOf(const MeshCase& mesh) {
+    static PerMesh<BenchScreen> screens;
+    return screens.get(mesh, [&] {
+        auto made = std::make_unique<BenchScreen>();
+        made->take(mesh.shape == Shape::Dome ? quarn::test::dome(cellsOf(mesh))
+                                             : quarn::test::wave(cellsOf(mesh)));
+        made->addScreenToScene();
+        return made;
+    });
+}
+
+const PlainIndexes& plainOf(const MeshCase& mesh) {
+    static PerMesh<PlainIndexes> indexes;
+    return indexes.get(mesh, [&] { return std::make_unique<PlainIndexes>(longScreenOf(mesh).mesh()); });
+}
+
+// Two densities in turn, so that no grid is had from the one before.
+template <class Sampled>
+void sampleAnew(benchmark::State& state, Sampled& sampled) {
+    int density = 50;
+    for ([[maybe_unused]] auto _ : state) {
+        MeshScreen::Polylines grid;
+        sampled.sampleGrid(grid, density);
+        benchmark::DoNotOptimize(grid.data());
+        density = density == 50 ? 51 : 50;
+    }
+}
+
+void sampleByLibrary(benchmark::State& state, const MeshCase& mesh) {
+    sampleAnew(state, longScreenOf(mesh));
+}
+
+void samplePlainly(benchmark::State& state, const MeshCase& mesh) {
+    PlainGrid plain(plainOf(mesh));
+    MeshScreen::Polylines expected;
+    MeshScreen::Polylines found;
+    longScreenOf(mesh).sampleGrid(expected, 50);
+    plain.sampleGrid(found, 50);
+    if (found != expected) return state.SkipWithError("another grid than the library's");
+    sampleAnew(state, plain);
+}
+
+void addAll(const MeshCase& mesh) {
+    add("grid", mesh, "library", sampleByLibrary);
+    add("grid", mesh, "plain", samplePlainly);
+}
+
+[[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);
+
+}  // namespace

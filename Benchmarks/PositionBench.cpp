@@ -1,0 +1,139 @@
+// Questions about positions: which centroid is nearest, and which triangle lies there.
+#include <Common/PointKDTree.h>
+
+#include <vector>
+
+#include "Nanoflann.h"
+#include "PlainIndexes.h"
+#include "PlainScene.h"
+#include "Questions.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::agreement;
+using quarn::bench::askEach;
+using quarn::bench::CentroidKey;
+using quarn::bench::forEachMesh;
+using quarn::bench::kDisagreement;
+using quarn::bench::MeshCase;
+using quarn::bench::meshOf;
+using quarn::bench::NanoflannTree;
+using quarn::bench::Order;
+using quarn::bench::PerMesh;
+using quarn::bench::PlainIndexes;
+using quarn::bench::PlainScene;
+using quarn::bench::Point3;
+using quarn::bench::pointersTo;
+using quarn::bench::positionsOffSurface;
+using quarn::bench::positionsOnSurface;
+using quarn::bench::screenOf;
+using Tree = PointKDTree<const Triangle*, 3, CentroidKey>;
+using Positions = std::vector<Point3>;
+
+// Whatever is made for a mesh is made when first asked for.
+const Tree& treeOf(const MeshCase& mesh) {
+    static PerMesh<Tree> trees;
+    return trees.get(mesh, [&] {
+        const auto pointers = pointersTo(meshOf(mesh));
+        auto made = std::make_unique<Tree>();
+        made->build(pointers.begin(), pointers.end());
+        return made;
+    });
+}
+
+const PlainIndexes& plainOf(const MeshCase& mesh) {
+    static PerMesh<PlainIndexes> indexes;
+    return indexes.get(mesh, [&] { return std::make_unique<PlainIndexes>(meshOf(mesh)); });
+}
+
+const NanoflannTree& nanoflannOf(const MeshCase& mesh) {
+    static PerMesh<NanoflannTree> trees;
+    return trees.get(mesh, [&] { return std::make_unique<NanoflannTree>(meshOf(mesh)); });
+}
+
+const PlainScene& sceneOf(const MeshCase& mesh) {
+    static PerMesh<PlainScene> scenes;
+    return scenes.get(mesh, [&] {
+        auto made = std::make_unique<PlainScene>();
+        made->upload(meshOf(mesh));
+        return made;
+    });
+}
+
+// In the mesh's unit: up to some parts in a hundred of its size, and as far as a hit in single precision lies off a mesh
+// of millimetres.
+const Positions& positionsOf(const MeshCase& mesh, const std::string& where) {
+    static PerMesh<Positions> on;
+    static PerMesh<Positions> justOff;
+    static PerMesh<Positions> off;
+    if (where == "on-surface")
+        return on.get(mesh, [&] { return std::make_unique<Positions>(positionsOnSurface(mesh)); });
+    if (where == "just-off")
+        return justOff.get(
+            mesh, [&] { return std::make_unique<Positions>(positionsOffSurface(mesh, 2e-5, 1e-4)); });
+    return off.get(mesh, [&] { return std::make_unique<Positions>(positionsOffSurface(mesh, 0.0, 0.15)); });
+}
+
+// What answers a position, by each way.
+auto nearestByLibrary(const MeshCase& mesh) {
+    return [&tree = treeOf(mesh)](const Point3& position) { return tree.findNearest(position); };
+}
+auto nearestPlainly(const MeshCase& mesh) {
+    return
+        [&tree = plainOf(mesh).centroidTree](const Point3& position) { return tree.findNearest(position); };
+}
+auto nearestByNanoflann(const MeshCase& mesh) {
+    return [&tree = nanoflannOf(mesh), &triangles = meshOf(mesh)](const Point3& position) {
+        return &triangles[tree.findNearest(position)];
+    };
+}
+auto normalByLibrary(const MeshCase& mesh) {
+    return [&screen = screenOf(mesh)](const Point3& position) { return screen.getScreenNormal(position); };
+}
+Point3 normalOf(const Triangle* triangle) {
+    return triangle == nullptr ? Point3() : triangle->normal;
+}
+auto normalPlainly(const MeshCase& mesh) {
+    return [&plain = plainOf(mesh)](const Point3& position) { return normalOf(plain.findHolding(position)); };
+}
+auto normalByEmbree(const MeshCase& mesh) {
+    return [&scene = sceneOf(mesh)](const Point3& position) { return normalOf(scene.findHolding(position)); };
+}
+
+// Equal distances may be told in favour of either triangle, and a plain search off the surface takes too long to be
+// compared often.
+constexpr double kLeastAgreement = 0.9;
+constexpr std::size_t kCheckedHere = 20;
+
+template <class Prepare, class PrepareLibrary>
+void addWay(const std::string& subject, const MeshCase& mesh, const std::string& where, const char* way,
+            const Prepare& prepare, const PrepareLibrary& prepareLibrary) {
+    add(subject, mesh, where + "/" + way, [=](benchmark::State& state, const MeshCase& asked) {
+        const auto answer = prepare(asked);
+        const Positions& positions = positionsOf(asked, where);
+        if (agreement(positions, kCheckedHere, answer, prepareLibrary(asked)) < kLeastAgreement)
+            return state.SkipWithError(kDisagreement);
+        askEach(state, positions,
+                [&](const Point3& position) { benchmark::DoNotOptimize(answer(position)); });
+    });
+}
+
+void addAll(const MeshCase& mesh) {
+    for (const char* where : {"on-surface", "off-surface"}) {
+        const char* const subject = "nearest-centroid";
+        addWay(subject, mesh, where, "library", nearestByLibrary, nearestByLibrary);
+        addWay(subject, mesh, where, "plain", nearestPlainly, nearestByLibrary);
+        addWay(subject, mesh, where, "nanoflann", nearestByNanoflann, nearestByLibrary);
+    }
+    for (const char* where : {"on-surface", "just-off", "off-surface"}) {
+        const char* const subject = "point-on-triangle";
+        addWay(subject, mesh, where, "library", normalByLibrary, normalByLibrary);
+        addWay(subject, mesh, where, "plain", normalPlainly, normalByLibrary);
+        addWay(subject, mesh, where, "Embree", normalByEmbree, normalByLibrary);
+    }
+}
+
+[[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);
+
+}  // namespace
