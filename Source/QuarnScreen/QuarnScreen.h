@@ -18,6 +18,7 @@
 #include <QuarnScreen/Lines.h>
 #include <QuarnScreen/Matrix.h>
 #include <QuarnScreen/MeshScreen.h>
+#include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/ObjLoadException.h>
 #include <QuarnScreen/Point.h>
 #include <QuarnScreen/Ray.h>

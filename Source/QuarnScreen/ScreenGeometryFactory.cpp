@@ -4,6 +4,7 @@
 #include <Common/ZelmoreException.h>
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
+#include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
@@ -12,6 +13,7 @@ constexpr int kUnknownTypeLine = 48;
 }
 
 std::shared_ptr<IScreenGeometry> ScreenGeometryFactory::createScreenGeometry(const std::string& typeName) {
+    if (typeName == OBJScreen::type()) return std::make_shared<OBJScreen>(L"Y", L"Z", 1.0F);
     if (typeName == FlatScreen::type()) return std::make_shared<FlatScreen>();
     if (typeName == CylinderScreen::type()) return std::make_shared<CylinderScreen>();
     if (typeName == RuledSurfaceScreen::type()) return std::make_shared<RuledSurfaceScreen>();

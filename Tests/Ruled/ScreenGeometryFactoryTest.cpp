@@ -2,6 +2,7 @@
 
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
+#include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/SphericalScreen.h>
@@ -12,7 +13,7 @@
 
 #include <Common/ZelmoreException.h>
 
-#include "Support/Dom.h"
+#include "Support/ScreenXml.h"
 
 using namespace quarn::test;
 
@@ -45,10 +46,19 @@ void expectEmpty(const std::string& name) {
 }  // namespace
 
 TEST(ScreenGeometryFactory, MakesAnEmptyScreenOfEachType) {
+    expectEmpty<OBJScreen>("class OBJScreen");
     expectEmpty<FlatScreen>("class FlatScreen");
     expectEmpty<CylinderScreen>("class CylinderScreen");
     expectEmpty<RuledSurfaceScreen>("class RuledSurfaceScreen");
     expectEmpty<SphericalScreen>("class SphericalScreen");
+}
+
+TEST(ScreenGeometryFactory, ObjScreenHasAxesYAndZAndNoScale) {
+    const auto screen = ScreenGeometryFactory::createScreenGeometry("class OBJScreen");
+    const std::wstring xml = xmlOf(*screen, 0);
+    EXPECT_NE(xml.find(L"<AxisForward>Y</AxisForward>"), std::wstring::npos);
+    EXPECT_NE(xml.find(L"<AxisUpward>Z</AxisUpward>"), std::wstring::npos);
+    EXPECT_NE(xml.find(L"<Scale>1.000000000000000e+00</Scale>"), std::wstring::npos);
 }
 
 TEST(ScreenGeometryFactory, MakesANewScreenForEachCall) {
@@ -79,9 +89,10 @@ TEST(ScreenGeometryFactory, STLScreenIsUnknown) {
 }
 
 TEST(ScreenGeometryFactory, NamesAreComparedByEveryByte) {
-    for (const std::string name : {"class FlatScree", "class FlatScreenX", " class FlatScreen",
-                                   "class FlatScreen ", "class  FlatScreen", "Class FlatScreen",
-                                   "class flatscreen", "class ScreenGeometry", "class MeshScreen", "class "})
+    for (const std::string name :
+         {"class FlatScree", "class FlatScreenX", " class FlatScreen", "class FlatScreen ",
+          "class  FlatScreen", "Class FlatScreen", "class flatscreen", "class ObjScreen", "OBJScreen",
+          "class ScreenGeometry", "class MeshScreen", "class "})
         EXPECT_EQ(messageFor(name),
                   L"Screen type [ " + std::wstring(name.begin(), name.end()) + L" ] not implemented");
 }

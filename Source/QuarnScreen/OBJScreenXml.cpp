@@ -1,0 +1,70 @@
+// The XML element of an OBJ screen.
+#include <QuarnScreen/OBJScreen.h>
+
+#include <locale.h>
+
+#include <cwchar>
+#include <sstream>
+
+#include <Common/NodeText.h>
+#include <Common/TextConversion.h>
+#include <Common/XmlHelper.h>
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include "Detail/NumberTags.h"
+
+namespace {
+
+constexpr const wchar_t* kTextTag = L"ScreenString";
+constexpr const wchar_t* kForwardTag = L"AxisForward";
+constexpr const wchar_t* kUpwardTag = L"AxisUpward";
+constexpr const wchar_t* kScaleTag = L"Scale";
+
+// An element with fewer child nodes, blanks between tags counted, is the older form.
+constexpr int kLeastChildren = 4;
+
+int countChildren(const xercesc::DOMNode& node) {
+    int count = 0;
+    for (const xercesc::DOMNode* child = node.getFirstChild(); child != nullptr;
+         child = child->getNextSibling())
+        ++count;
+    return count;
+}
+
+// The number at the text's start as the C library reads it in the C locale; 0 where there is none.
+float scaleFrom(const std::wstring& text) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return static_cast<float>(wcstod_l(text.c_str(), nullptr, cLocale));
+}
+
+}  // namespace
+
+void OBJScreen::serialize(std::wostream& out, int indent) {
+    const std::wstring text = fromUtf8(loadedFileContents);
+    ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
+    XmlHelper::writeTag(indent + 1, out, kTextTag,
+                        encodeBase64Wide(text.data(), static_cast<unsigned int>(text.size())));
+    XmlHelper::writeTag(indent + 1, out, kForwardTag, axisForward);
+    XmlHelper::writeTag(indent + 1, out, kUpwardTag, axisUpward);
+    quarn::writeNumberTag(indent + 1, out, kScaleTag, static_cast<double>(scale));
+    ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
+}
+
+void OBJScreen::deserialize(xercesc::DOMNode* node) {
+    std::string text;
+    if (countChildren(*node) < kLeastChildren) {
+        text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(node);
+    } else {
+        for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr;
+             child = child->getNextSibling()) {
+            if (quarn::isTag(*child, kForwardTag)) axisForward = quarn::textContent(*child);
+            if (quarn::isTag(*child, kUpwardTag)) axisUpward = quarn::textContent(*child);
+            if (quarn::isTag(*child, kScaleTag)) scale = scaleFrom(quarn::textContent(*child));
+            if (quarn::isTag(*child, kTextTag))
+                text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(child);
+        }
+    }
+    // Axes and scale apply wherever they stand, so the text comes last.
+    std::istringstream stream(std::move(text));
+    deserialize(stream);
+}
