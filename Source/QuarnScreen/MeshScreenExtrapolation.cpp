@@ -34,9 +34,9 @@ void prefetch(const Triangle& triangle) {
 
 // Where a ray comes nearest to a segment.
 struct NearestOnRay {
-    bool exists;
+    bool exists = false;
     Point<double, 3> onRay;
-    double squared;
+    double squared = 0.0;
 };
 
 NearestOnRay nearestOnRay(const Ray& ray, const Point<double, 3>& a, const Point<double, 3>& b) {

@@ -2,8 +2,10 @@
 #include <QuarnScreen/OBJScreen.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <locale>
+#include <utility>
 
 #include <Common/ZelmoreException.h>
 
@@ -88,7 +90,7 @@ bool OBJScreen::generateOBJScreenFile(std::string path, const std::vector<Triang
         }
         text << '\n';
     }
-    std::ofstream file(path);
+    std::ofstream file(std::filesystem::path(std::move(path)));
     if (!file) return false;
     file << text.rdbuf();
     return true;

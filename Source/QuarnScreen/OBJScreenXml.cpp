@@ -1,8 +1,7 @@
 // The XML element of an OBJ screen.
 #include <QuarnScreen/OBJScreen.h>
 
-#include <locale.h>
-
+#include <clocale>
 #include <cwchar>
 #include <sstream>
 

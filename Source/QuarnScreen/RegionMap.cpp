@@ -207,7 +207,7 @@ int RegionMap::slotOf(int triangle) {
 
 int RegionMap::slotInLeaf(const RegionNode& leaf, int index) const {
     if (leaf.triangleCount <= RegionNode::kRoomInPlace) return leaf.payload[static_cast<std::size_t>(index)];
-    return longLists[static_cast<std::size_t>(leaf.payload.front() + index)];
+    return longLists[static_cast<std::size_t>(leaf.payload.front()) + static_cast<std::size_t>(index)];
 }
 
 RegionMap::UVTest RegionMap::uvTestOf(const Triangle& triangle) {

@@ -99,7 +99,7 @@ private:
     struct Sides {
         Subtree near;
         Subtree far;
-        double squaredGap;  // from the point to the plane between both
+        double squaredGap = 0.0;  // from the point to the plane between both
     };
 
     struct NearestState {

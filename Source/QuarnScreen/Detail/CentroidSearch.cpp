@@ -48,7 +48,7 @@ const Triangle* CentroidSearch::findHolding(const Point<double, 3>& point) const
         best = slot;
     };
     // Triangles lie far apart in memory, so those of the first candidates are asked for before any is tested.
-    std::array<std::size_t, kCandidatesAhead> ahead;
+    std::array<std::size_t, kCandidatesAhead> ahead{};
     std::size_t aheadCount = 0;
     boxes.visitCandidates(centroidTree, point, [&](std::size_t slot) {
         if (aheadCount == ahead.size()) {

@@ -19,8 +19,8 @@ namespace quarn {
 }
 
 /// A position as (x,y,z), a UV as (u,v).
-template <std::size_t N>
-[[nodiscard]] std::string logText(const Point<double, N>& point) {
+template <std::size_t N, class Indices>
+[[nodiscard]] std::string logText(const Point<double, N, Indices>& point) {
     std::string text = "(";
     for (std::size_t i = 0; i < N; ++i) text += (i == 0 ? "" : ",") + logText(point[i]);
     return text + ")";

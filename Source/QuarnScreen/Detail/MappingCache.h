@@ -34,7 +34,7 @@ public:
 private:
     static constexpr std::size_t kCapacity = 20;
 
-    std::optional<std::size_t> indexOf(const Point<double, 2>& uv) const;
+    [[nodiscard]] std::optional<std::size_t> indexOf(const Point<double, 2>& uv) const;
 
     std::mutex mutex;
     std::vector<Mapping> mappings;

@@ -8,8 +8,9 @@ namespace {
 
 constexpr double kGreatest = std::numeric_limits<double>::max();
 
-template <std::size_t N>
-void grow(Point<double, N>& min, Point<double, N>& max, const Point<double, N>& point) {
+template <std::size_t N, class Indices>
+void grow(Point<double, N, Indices>& min, Point<double, N, Indices>& max,
+          const Point<double, N, Indices>& point) {
     for (std::size_t i = 0; i < N; ++i) {
         min[i] = std::min(min[i], point[i]);
         max[i] = std::max(max[i], point[i]);

@@ -124,7 +124,7 @@ std::optional<RayScene::Hit> RayScene::cast(const Vector& origin, const Vector& 
     query.hit.primID = RTC_INVALID_GEOMETRY_ID;
     query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
 
-    RTCIntersectContext context;
+    RTCIntersectContext context{};
     rtcInitIntersectContext(&context);
     rtcIntersect1(tracer->scene, &context, &query);
     if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
