@@ -96,6 +96,29 @@ TYPED_TEST(KDTreeSearch, AcceptIsAskedAboutTheSameValuesInTheSameOrder) {
     });
 }
 
+TYPED_TEST(KDTreeSearch, TellsWhichOfTwoValuesAWalkMeetsFirst) {
+    constexpr int N = TypeParam::kCount;
+    forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng& rng) {
+        std::vector<const Spot<N>*> met;
+        const auto refuse = [&met](const Spot<N>* spot) {
+            met.push_back(spot);
+            return false;
+        };
+        (void)spots.tree.findNearestIf(point, refuse);
+        // A walk leaves out what lies at no distance.
+        if (met.size() != spots.tree.size()) return;
+        const auto place = [&](std::size_t slot) {
+            return std::find(met.begin(), met.end(), spots.tree.valueAt(slot)) - met.begin();
+        };
+        const auto anySlot = [&] {
+            return static_cast<std::size_t>(rng.integer(0, static_cast<int>(met.size()) - 1));
+        };
+        const std::size_t a = anySlot();
+        const std::size_t b = anySlot();
+        EXPECT_EQ(spots.tree.isMetBefore(a, b, point), place(a) < place(b));
+    });
+}
+
 TYPED_TEST(KDTreeSearch, AcceptThatThrowsIsAskedNoMore) {
     constexpr int N = TypeParam::kCount;
     struct Enough {};

@@ -19,6 +19,47 @@ void append(std::vector<Point3>& answers, const std::vector<Point2>& some) {
     for (const Point2& uv : some) answers.emplace_back(uv[0], uv[1], 0.0);
 }
 
+void append(std::vector<Point3>& answers, const std::vector<Point3>& some) {
+    answers.insert(answers.end(), some.begin(), some.end());
+}
+
+// The answers that map between positions and UV, or go past the edge. Extrapolation is asked for throughout, as an
+// answer without it may come from the cache and so depend on what was asked before.
+void appendMappings(const TriangleScreen& screen, Rng& rng, const Point3& from, const Point3& at,
+                    std::vector<Point3>& answers) {
+    append(answers, {screen.mapInto2D(at, false), screen.mapInto2D(at, true)});
+    const double u = rng.uniform(-0.1, 1.1);
+    const double v = rng.uniform(-0.1, 1.1);
+    Point3 point;
+    answers.emplace_back(screen.mapInto3D({u, v}, point, true), 0.0, 0.0);
+    answers.push_back(point);
+    IScreenGeometry::GridSamples row;
+    screen.sampleHorizontally(v, -0.1, 1.1, 4, 0, row, true);
+    for (const auto& [key, sample] : row) answers.push_back(sample);
+    for (const int side : {-1, 0, 1}) {
+        for (const Intersection& hit : screen.intersectExtrapolatedWithSpecifiedNormal(from, at, side))
+            answers.push_back(hit.point);
+    }
+    answers.push_back(screen.getPointOnMeshEdge(at));
+    answers.emplace_back(screen.getShortestDistance(at), 0.0, 0.0);
+    append(answers, screen.intersectChannelBoundary({{from, at}}, {}));
+}
+
+// What a caller shows of the whole mesh. The grid has one density, so that it is made once.
+void appendViews(const TriangleScreen& screen, std::vector<Point3>& answers) {
+    IScreenGeometry::Polylines lines;
+    screen.sampleBoundary(lines);
+    for (const auto& line : lines) append(answers, line);
+    screen.sampleGrid(lines, 5);
+    for (const auto& line : lines) append(answers, line);
+    Point3 viewPoint;
+    std::vector<int> indices;
+    screen.generateGeometry(viewPoint, indices, answers, answers);
+    append(answers, screen.getDefaultCalibrationPoints(4, 3));
+    answers.push_back(screen.getCenterOfScreenHeading());
+    answers.emplace_back(screen.getMaxAngleFromHeading(), 0.0, 0.0);
+}
+
 // The answers of every const query for one round's random arguments, as one list.
 std::vector<Point3> answersOf(const TriangleScreen& screen, int round) {
     Rng rng(round);
@@ -41,7 +82,9 @@ std::vector<Point3> answersOf(const TriangleScreen& screen, int round) {
     answers.push_back(min);
     answers.push_back(max);
     answers.emplace_back(screen.isPlanar(), screen.hasParameterization(), screen.getUniqueDataHash()[0]);
+    appendMappings(screen, rng, from, at, answers);
     if (round % 16 != 0) return answers;
+    appendViews(screen, answers);
 
     std::vector<Point2> outline;
     screen.sampleBoundaryUV(outline);

@@ -163,6 +163,24 @@ TEST(RegionMap, SecondRebuildAppends) {
     EXPECT_EQ(result, before);
 }
 
+TEST(RegionMap, ClearedMapIsLikeANewOne) {
+    RegionMap map;
+    const std::vector<Triangle> triangles = gridOver(9, 9);
+    rebuildOver(map, triangles);
+    map.clear();
+    EXPECT_TRUE(map.nodes().empty());
+    EXPECT_EQ(map.triangleCount(), 0);
+    EXPECT_EQ(map.leafCount(), 0);
+    EXPECT_EQ(map.innerCount(), 0);
+    EXPECT_GT(map.rootRect().minU, map.rootRect().maxU);
+
+    rebuildOver(map, triangles);
+    RegionMap fresh;
+    rebuildOver(fresh, triangles);
+    EXPECT_EQ(map.nodes().size(), fresh.nodes().size());
+    EXPECT_EQ(locatedIn(map, 0.3, 0.7), locatedIn(fresh, 0.3, 0.7));
+}
+
 TEST(RegionMap, FailedSplitsAreCountedAnewByEachBuild) {
     const std::vector<Triangle> same = copiesOf(kHalfSquare, 9);
     RegionMap map;
