@@ -14,23 +14,13 @@ namespace quarn {
 
 namespace {
 
-constexpr double kPageWidth = 1200.0;
-constexpr double kPageHeight = 900.0;
-constexpr double kMargin = 14.0;
 constexpr double kHeaderHeight = 104.0;
-constexpr double kPanelWidth = (kPageWidth - 3 * kMargin) / 2;
-constexpr double kPanelHeight = (kPageHeight - kHeaderHeight - 2 * kMargin) / 2;
+constexpr double kPanelWidth = (kPageWidth - 3 * kPageMargin) / 2;
+constexpr double kPanelHeight = (kPageHeight - kHeaderHeight - 2 * kPageMargin) / 2;
 constexpr double kUvWidth = kPanelWidth * 0.62;
 
 // An eye point farther from the middle than this, in sizes of the surface, would make the surface too small.
 constexpr double kFarthestEye = 2.0;
-
-Box panelBox(int column, int row) {
-    return {.corner = PagePoint(kMargin + column * (kPanelWidth + kMargin),
-                                kHeaderHeight + row * (kPanelHeight + kMargin)),
-            .width = kPanelWidth,
-            .height = kPanelHeight};
-}
 
 PlotScene sceneOf(const IScreenGeometry& geometry) {
     PlotScene scene{.surface = PlotSurface(geometry)};
@@ -43,18 +33,13 @@ PlotScene sceneOf(const IScreenGeometry& geometry) {
 }
 
 void drawHeader(SvgWriter& svg, const Screen& screen, const PlotScene& scene, const std::string& unit) {
-    svg.text("title", {kMargin + 4.0, 34.0}, shortFileName(screen.file));
-    svg.text("shape", {kPageWidth - kMargin - 4.0, 34.0}, shapeText(*screen.geometry, scene.surface),
+    svg.text("title", {kPageMargin + 4.0, 34.0}, shortFileName(screen.file));
+    svg.text("shape", {kPageWidth - kPageMargin - 4.0, 34.0}, shapeText(*screen.geometry, scene.surface),
              TextAnchor::End);
-    svg.text("fact", {kMargin + 4.0, 60.0}, sizeText(scene.surface, unit));
-    svg.text("fact", {kPageWidth - kMargin - 4.0, 60.0}, "digest " + shortDigest(*screen.geometry),
+    svg.text("fact", {kPageMargin + 4.0, 60.0}, sizeText(scene.surface, unit));
+    svg.text("fact", {kPageWidth - kPageMargin - 4.0, 60.0}, "digest " + shortDigest(*screen.geometry),
              TextAnchor::End);
-    svg.text("fact", {kMargin + 4.0, 82.0}, parametersText(screen, unit));
-}
-
-void drawPanelFrame(SvgWriter& svg, const Box& box, const std::string& title) {
-    svg.rectangle("panel", box.corner, box.width, box.height);
-    svg.text("view", box.corner + PagePoint(12.0, 22.0), title);
+    svg.text("fact", {kPageMargin + 4.0, 82.0}, parametersText(screen, unit));
 }
 
 void drawViews(SvgWriter& svg, const PlotScene& scene, const std::string& unit) {
@@ -89,6 +74,18 @@ void drawNothing(SvgWriter& svg, const Box& box) {
 }
 
 }  // namespace
+
+Box panelBox(int column, int row) {
+    return {.corner = PagePoint(kPageMargin + column * (kPanelWidth + kPageMargin),
+                                kHeaderHeight + row * (kPanelHeight + kPageMargin)),
+            .width = kPanelWidth,
+            .height = kPanelHeight};
+}
+
+void drawPanelFrame(SvgWriter& svg, const Box& box, const std::string& title) {
+    svg.rectangle("panel", box.corner, box.width, box.height);
+    svg.text("view", box.corner + PagePoint(12.0, 22.0), title);
+}
 
 std::string plotPage(const Screen& screen, const std::string& unit) {
     const PlotScene scene = sceneOf(*screen.geometry);

@@ -42,7 +42,7 @@ public:
     ScreenElement(std::string fileName, const XmlDocument& xmlDocument, xercesc::DOMElement& screenElement)
         : file(std::move(fileName)), document(xmlDocument), element(screenElement) {}
 
-    [[nodiscard]] const ScreenType& type() const;
+    [[nodiscard]] std::string typeName() const;
     [[nodiscard]] std::vector<Parameter> parametersOf(const ScreenType& screenType) const;
 
 private:
@@ -61,16 +61,16 @@ private:
     xercesc::DOMElement& element;
 };
 
-const ScreenType& ScreenElement::type() const {
-    std::string known;
-    for (const ScreenType& type : screenTypes()) known += (known.empty() ? "\"" : ", \"") + type.name + "\"";
+std::string ScreenElement::typeName() const {
+    std::string known = '"' + OBJScreen::type() + '"';
+    for (const ScreenType& type : screenTypes()) known += ", \"" + type.name + "\"";
 
     const std::wstring& name16 = ScreenGeometryXmlHelper::classTypeNodeName();
     const std::basic_string<XMLCh> attribute(name16.begin(), name16.end());  // plain ASCII
     if (!element.hasAttribute(attribute.c_str()))
         throw error(element, "found no ClassType in the ScreenGeometry element", known);
-    const std::string name = toUtf8(fromXmlText(element.getAttribute(attribute.c_str())));
-    if (const ScreenType* type = findScreenType(name)) return *type;
+    std::string name = toUtf8(fromXmlText(element.getAttribute(attribute.c_str())));
+    if (name == OBJScreen::type() || findScreenType(name) != nullptr) return name;
     throw error(element, "found the ClassType " + quotedExcerpt(name), known);
 }
 
@@ -117,23 +117,48 @@ void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
     warnIfZero(parameter, file, document.lineOf(child));
 }
 
+Screen screenOf(const std::string& path, ObjMesh mesh) {
+    return {.file = path, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+}
+
+void refuseObjOptions(const ObjOptions& options, const std::string& path) {
+    if (options.forward || options.upward || options.scale)
+        throw ToolError{.found = "found --forward, --up or --scale for a screen from XML",
+                        .expected = "them with an OBJ file only",
+                        .file = path};
+}
+
+void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
+                          const std::vector<xercesc::DOMElement*>& elements) {
+    if (elements.size() > 1)
+        writeWarningLine(
+            atPlace(path, document.lineOf(*elements[1]),
+                    "found " + std::to_string(elements.size()) + " screens, only the first is read"));
+}
+
 }  // namespace
 
-Screen readScreen(const std::string& path, std::uint64_t maxMemory) {
-    const XmlDocument document(path, maxMemory);
+Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions) {
+    ScreenFile file = readScreenFile(path, maxMemory);
+    if (file.format == ScreenFormat::Obj)
+        return screenOf(path, loadObj(std::move(file), objOptions, maxMemory));
+    refuseObjOptions(objOptions, path);
+
+    const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
     if (elements.empty())
         throw ToolError{.found = "found no screen", .expected = "a ScreenGeometry element", .file = path};
 
     const ScreenElement element(path, document, *elements.front());
-    const ScreenType& type = element.type();
+    const std::string type = element.typeName();
+    if (type == OBJScreen::type()) {
+        warnOfFurtherScreens(path, document, elements);
+        return screenOf(path, loadObjElement(path, document, *elements.front(), maxMemory));
+    }
     Screen screen{.file = path,
-                  .geometry = ScreenGeometryFactory::createScreenGeometry(type.name),
-                  .parameters = element.parametersOf(type)};
-    if (elements.size() > 1)
-        writeWarningLine(
-            atPlace(path, document.lineOf(*elements[1]),
-                    "found " + std::to_string(elements.size()) + " screens, only the first is read"));
+                  .geometry = ScreenGeometryFactory::createScreenGeometry(type),
+                  .parameters = element.parametersOf(*findScreenType(type))};
+    warnOfFurtherScreens(path, document, elements);
     screen.geometry->deserialize(elements.front());
     return screen;
 }

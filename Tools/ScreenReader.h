@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <QuarnScreen/IScreenGeometry.h>
 
+#include "ObjReader.h"
 #include "ScreenTags.h"
 
 namespace quarn {
@@ -18,12 +20,15 @@ struct Screen {
     std::string file;
     std::shared_ptr<IScreenGeometry> geometry;
     std::vector<Parameter> parameters = {};
+    std::optional<MeshSource> mesh = {};  ///< Of an OBJ screen alone.
 };
 
-/// Reads the first screen of the XML file \p path.
+/// Reads the screen of an OBJ file, or the first screen of an XML file.
 ///
-/// The numbers are checked before the screen gets them, as the screen would take text that is no number for
-/// 0.
-[[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory);
+/// All is checked before the screen gets it, as the screen would take text that is no number for 0, or not come to an
+/// end.
+/// \param objOptions they are an error where the file is no OBJ file
+[[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
+                                const ObjOptions& objOptions = {});
 
 }  // namespace quarn

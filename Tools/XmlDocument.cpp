@@ -14,7 +14,6 @@
 
 #include <Common/NodeText.h>
 
-#include "InputFile.h"
 #include "MemoryLimit.h"
 #include "ToolError.h"
 
@@ -31,9 +30,8 @@ constexpr std::size_t kMostNames = 10000;
 constexpr std::size_t kMostAttributes = 10000;
 
 // Upper bounds of what the tree needs, measured with documents of nothing but the costly thing
-// (Xerces-C++ 3.2). 11 bytes for each byte of one endless name, 8 of an attribute's value and 6 of text; the
-// file's own included.
-constexpr std::uint64_t kMemoryPerByte = 12;
+// (Xerces-C++ 3.2). kMemoryPerByte: 11 bytes for each byte of one endless name, 8 of an attribute's value and 6 of
+// text; the file's own included.
 constexpr std::uint64_t kMemoryPerElement = 600;  // an empty one 240; and two pieces of text around its tags
 constexpr std::uint64_t kMemoryPerAttribute = 350;  // one that is empty: 300
 
@@ -69,7 +67,7 @@ public:
     };
 
     Parser(std::uint64_t fileSize, std::uint64_t maxMemory)
-        : need(fileSize * kMemoryPerByte), limit(maxMemory) {
+        : need(fileSize * XmlDocument::kMemoryPerByte), limit(maxMemory) {
         setErrorHandler(&handler);
         setSecurityManager(&security);
         setValidationScheme(Val_Never);
@@ -134,23 +132,6 @@ private:
 
 namespace {
 
-constexpr const char* kExpectedFile = "the XML file of a screen";
-constexpr std::size_t kReadSize = 1U << 20U;
-
-std::string readWhole(const std::string& path, std::uint64_t maxMemory) {
-    InputFile input(path, kExpectedFile);
-    const std::uint64_t limit = maxMemory / kMemoryPerByte;
-    std::string text;
-    for (;;) {
-        const std::size_t length = text.size();
-        text.resize(length + std::min<std::uint64_t>(kReadSize, limit + 1 - length));
-        const std::size_t count = input.read(text.data() + length, text.size() - length);
-        text.resize(length + count);
-        if (count == 0) return text;
-        if (text.size() > limit) throw tooLarge(maxMemory, 0);
-    }
-}
-
 // Attributes are searched before the parser tells of their element, so they are counted beforehand: each has
 // an equals sign, and none holds a less-than sign.
 void refuseManyAttributes(const std::string& text) {
@@ -169,10 +150,8 @@ void refuseManyAttributes(const std::string& text) {
 
 }  // namespace
 
-XmlDocument::XmlDocument(const std::string& path, std::uint64_t maxMemory) {
+XmlDocument::XmlDocument(const std::string& path, const std::string& text, std::uint64_t maxMemory) {
     try {
-        const std::string text = readWhole(path, maxMemory);
-        if (text.empty()) throw ToolError{.found = "an empty file", .expected = kExpectedFile};
         refuseManyAttributes(text);
         initialiseXerces();
         parser = std::make_unique<Parser>(text.size(), maxMemory);
@@ -181,7 +160,7 @@ XmlDocument::XmlDocument(const std::string& path, std::uint64_t maxMemory) {
         parser->parse(source);
     } catch (...) {
         ToolError error = currentError();
-        if (!path.empty()) error.file = path;
+        error.file = path;
         throw error;
     }
 }

@@ -16,8 +16,11 @@ namespace quarn {
 /// refused, and no other file is ever opened for it. Errors are ToolErrors that name the file and the line.
 class XmlDocument {
 public:
-    /// Reads and parses the file \p path.
-    XmlDocument(const std::string& path, std::uint64_t maxMemory);
+    /// Upper bound of what parsing needs for each byte of a document without elements.
+    static constexpr std::uint64_t kMemoryPerByte = 12;
+
+    /// Parses \p text, the bytes of the file \p path.
+    XmlDocument(const std::string& path, const std::string& text, std::uint64_t maxMemory);
     XmlDocument(const XmlDocument&) = delete;
     XmlDocument& operator=(const XmlDocument&) = delete;
     ~XmlDocument();

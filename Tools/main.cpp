@@ -37,6 +37,8 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerMapCommand(tool);
     quarn::registerIntersectCommand(tool);
     quarn::registerNearestCommand(tool);
+    quarn::registerClosestCommand(tool);
+    quarn::registerNormalCommand(tool);
     quarn::registerChannelCommand(tool);
     quarn::registerGridCommand(tool);
     quarn::registerBoundaryCommand(tool);

@@ -78,7 +78,7 @@ class Answers(ToolTest):
 
     def test_every_help_has_an_example_that_works(self):
         names = re.findall(r"^  (\w+)  +\w", self.text_of("--help").split("Subcommands:")[1], re.MULTILINE)
-        self.assertEqual(names, ["info", "map", "intersect", "nearest", "channel", "grid", "boundary", "points", "plot", "make", "completion"])
+        self.assertEqual(names, ["info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "make", "completion"])
         for name in names[:-1]:
             example = re.search(r"\nExample:\n  quarnscreen (.*)\n\Z", self.text_of(name, "--help"))[1]
             arguments = [str(SAMPLES.parent / word) if word.startswith("Samples/") else word for word in example.split()]
@@ -112,6 +112,13 @@ add_cases(Answers, [
     Case("nearest_extrapolated", ["nearest", WALL, "--extrapolate"], stdin=b"3,-1,0,0,2,0\n3,-1,0,0,2,9\n",
          out=re.escape(NEAREST + "1,hit,3,0,0,1.25,0.5,-1,,1\n2,none,,,,,,,,\n")),
     Case("nearest_without_extrapolation", ["nearest", WALL], stdin=b"3,-1,0,0,2,0\n", out=re.escape(NEAREST + "1,none,,,,,,,,\n")),
+    Case("normal", ["normal", WALL, POINTS], out=re.escape("x[m],y[m],z[m],status,nx,ny,nz\n0,0,0,found,0,-1,0\n") + ".*"),
+    Case("normal_that_there_is_none_of", ["normal", str(SAMPLES / "dome.xml")], stdin=b"0,0,0\n0,0,5\nnan,0,0\n",
+         out=re.escape("x[m],y[m],z[m],status,nx,ny,nz\n0,0,0,none,,,\n0,0,5,found,0,0,-1\nnan,0,0,none,,,\n")),
+    Case("closest", ["closest", WALL], stdin=b"0,0,0\n3,-1,9\n0,inf,0\n",
+         out=re.escape("x[m],y[m],z[m],status,closestX[m],closestY[m],closestZ[m]\n0,0,0,found,0,0,0\n3,-1,9,found,2,0,1.5\n0,inf,0,none,,,\n")),
+    Case("intersect_extrapolated", ["intersect", WALL, "--extrapolate"], stdin=b"0,-1,0,0,0,0\n3,-1,0,3,0,0\n",
+         out=re.escape(HITS + "1,hit,0,0,0,0.5,0.5,-1,,1\n2,extrapolated,3,0,0,1.25,0.5,-1,,1\n")),
     Case("channel", ["channel", WALL, RAYS], out=re.escape(CHANNEL + "1,hit,0,0,0\n2,hit,-1.9,0,1.4\n3,hit,2,0,-1\n4,hit,3,0,0\n5,hit,-2,0,-1\n6,miss,,,\n")),
     Case("channel_of_rays_that_all_miss", ["channel", WALL, "-"], stdin=b"0,-5,0,9,0,0\n0,-5,0,-9,0,0\n", out=re.escape(CHANNEL + "1,miss,,,\n2,miss,,,\n")),
     Case("channel_whose_first_rays_miss", ["channel", WALL, "-"], stdin=b"0,-5,0,9,0,0\n0,-5,0,-9,0,0\n0,-5,0,0,0,0\n",

@@ -22,7 +22,7 @@ class Arguments(ToolTest):
 
     def test_names_are_shown_escaped(self):
         result = self.run_tool("info", "\x1b[2J\n.xml")
-        self.assertEqual(result.stderr.decode(), "error: \\x1b[2J\\x0a.xml: no such file, expected the XML file of a screen\n")
+        self.assertEqual(result.stderr.decode(), "error: \\x1b[2J\\x0a.xml: no such file, expected the XML or OBJ file of a screen\n")
         self.file("\x1b.xml", FLAT.format(4, 3))
         self.assertIn("\\x1b.xml", self.text_of("info", "\x1b.xml"))
         self.assertIn('"screen": "\\u001b.xml"', self.text_of("info", "\x1b.xml", "--json"))
@@ -36,7 +36,7 @@ class Arguments(ToolTest):
     def test_help_and_version_in_every_place(self):
         self.assertRegex(self.text_of("--version"), r"\Aquarnscreen \d+\.\d+\.\d+\n\Z")
         self.assertEqual(self.text_of("-h"), self.text_of("--help"))
-        for command in ("info", "map", "intersect", "nearest", "channel", "grid", "boundary", "points", "plot", "make", "completion"):
+        for command in ("info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "make", "completion"):
             self.assertIn(f"Usage: quarnscreen {command} ", self.text_of(command, "--help"))
             self.assertEqual(self.text_of(command, "-h"), self.text_of(command, "--help"))
 

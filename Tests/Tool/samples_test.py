@@ -11,7 +11,8 @@ MADE = {
 }
 RAYS = str(SAMPLES / "dome-rays.csv")
 QUERIES = [["map", "--to", "3d", str(SAMPLES / "flat-wall-uv.csv")], ["map", "--to", "2d", str(SAMPLES / "flat-wall-points.csv")],
-           ["intersect", RAYS], ["nearest", str(SAMPLES / "flat-wall-lines.csv")], ["channel", RAYS], ["grid"], ["boundary"], ["points"]]
+           ["intersect", RAYS], ["nearest", str(SAMPLES / "flat-wall-lines.csv")],
+           ["closest", str(SAMPLES / "flat-wall-points.csv")], ["channel", RAYS], ["grid"], ["boundary"], ["points"]]
 
 
 class Samples(ToolTest):

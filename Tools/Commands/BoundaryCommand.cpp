@@ -12,7 +12,7 @@ namespace quarn {
 namespace {
 
 void run(const QueryOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     IScreenGeometry::Polylines boundary;
     screen.geometry->sampleBoundary(boundary);
     writePolylines("boundary", screen, boundary, options);

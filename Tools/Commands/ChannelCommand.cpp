@@ -87,7 +87,7 @@ void run(const ChannelOptions& options) {
     if (options.rays == "-" && options.extraRays == "-")
         throw ToolError{.found = "RAYS and --extra both on the standard input",
                         .expected = "one of them in a file"};
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     ChannelPoints channel(*screen.geometry);
     CsvReader rays = openRays(options.rays);
     const auto extraRay = firstHitOf(options.extraRays, channel);

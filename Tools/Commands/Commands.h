@@ -13,6 +13,8 @@ void registerInfoCommand(CLI::App& tool);
 void registerMapCommand(CLI::App& tool);
 void registerIntersectCommand(CLI::App& tool);
 void registerNearestCommand(CLI::App& tool);
+void registerClosestCommand(CLI::App& tool);
+void registerNormalCommand(CLI::App& tool);
 void registerChannelCommand(CLI::App& tool);
 void registerGridCommand(CLI::App& tool);
 void registerBoundaryCommand(CLI::App& tool);

@@ -20,7 +20,7 @@ void run(const GridOptions& options) {
     constexpr std::uint64_t kPositionsPerLine = 48;
     const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
     refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     IScreenGeometry::Polylines grid;
     screen.geometry->sampleGrid(grid, options.density);
     writePolylines("grid", screen, grid, options);

@@ -16,7 +16,8 @@ namespace quarn {
 [[nodiscard]] std::vector<Column> hitColumns(const std::string& number, const Column& last);
 
 /// The row of a hit, with \p last in the command's own column.
-[[nodiscard]] std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last);
+[[nodiscard]] std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last,
+                                         std::string_view status = "hit");
 
 /// The row where there is no hit.
 [[nodiscard]] std::vector<Cell> missCells(std::int64_t number, std::string_view status);

@@ -10,6 +10,7 @@
 
 #include "Commands/Answers.h"
 #include "Commands/Commands.h"
+#include "Commands/MeshInfo.h"
 #include "Commands/Options.h"
 #include "Finite.h"
 #include "Message.h"
@@ -24,6 +25,8 @@ namespace {
 // A file holds 16 digits of an angle in radians, so a 16th digit of its degrees would be noise.
 constexpr int kDegreeDigits = 15;
 
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
 struct Bounds {
     Point<double, 3> min;
     Point<double, 3> max;
@@ -31,11 +34,16 @@ struct Bounds {
 
 // Shapes without bounds leave both positions as they were.
 std::optional<Bounds> boundsOf(const IScreenGeometry& geometry) {
-    constexpr double kUntouched = std::numeric_limits<double>::quiet_NaN();
-    Bounds bounds{{kUntouched, kUntouched, kUntouched}, {kUntouched, kUntouched, kUntouched}};
+    Bounds bounds{{kNaN, kNaN, kNaN}, {kNaN, kNaN, kNaN}};
     geometry.getBounds(&bounds.min, &bounds.max);
     if (!isFinite(bounds.min) || !isFinite(bounds.max)) return std::nullopt;
     return bounds;
+}
+
+// It is estimated from UV.
+std::optional<double> aspectRatioOf(IScreenGeometry& geometry) {
+    if (!geometry.hasParameterization()) return std::nullopt;
+    return ScreenUtils::estimateAspectRatioUV(geometry);
 }
 
 nlohmann::ordered_json numberOrNull(double number) {
@@ -63,12 +71,13 @@ nlohmann::ordered_json jsonParameter(const Parameter& parameter) {
 }
 
 nlohmann::ordered_json jsonInfo(const Screen& screen, const std::string& unit) {
-    const IScreenGeometry& geometry = *screen.geometry;
+    IScreenGeometry& geometry = *screen.geometry;
     nlohmann::ordered_json info = {{"command", "info"}, {"screen", screen.file}, {"unit", unit}};
     info["type"] = geometry.getType();
     info["parameters"] = nlohmann::ordered_json::object();
     for (const Parameter& parameter : screen.parameters)
         info["parameters"][parameter.name] = jsonParameter(parameter);
+    info["mesh"] = screen.mesh ? jsonMesh(screen) : nlohmann::ordered_json(nullptr);
     info["isValid"] = geometry.isValid();
     info["hasParameterization"] = geometry.hasParameterization();
     info["bounds"] = nullptr;
@@ -81,7 +90,7 @@ nlohmann::ordered_json jsonInfo(const Screen& screen, const std::string& unit) {
     info["eyePoint"] = jsonPoint(geometry.getEyepoint());
     info["heading"] = jsonPoint(geometry.getCenterOfScreenHeading());
     info["greatestAngle"] = jsonAngle(geometry.getMaxAngleFromHeading());
-    info["aspectRatio"] = numberOrNull(ScreenUtils::estimateAspectRatioUV(*screen.geometry));
+    info["aspectRatio"] = numberOrNull(aspectRatioOf(geometry).value_or(kNaN));
     info["digest"] = hexText(geometry.getUniqueDataHash());
     return info;
 }
@@ -133,12 +142,14 @@ std::string yesOrNo(bool isSo) {
 }
 
 std::string textInfo(const Screen& screen, const std::string& unit) {
-    const IScreenGeometry& geometry = *screen.geometry;
+    IScreenGeometry& geometry = *screen.geometry;
     AlignedText info;
     info.add("file", printable(screen.file));
     info.add("type", geometry.getType());
     for (const Parameter& parameter : screen.parameters)
         info.add(parameter.label, parameterText(parameter, unit));
+    if (screen.mesh)
+        for (const auto& [label, text] : meshLines(screen, unit)) info.add(label, text);
     info.add("is valid", yesOrNo(geometry.isValid()));
     info.add("has UV mapping", yesOrNo(geometry.hasParameterization()));
     if (const auto bounds = boundsOf(geometry)) {
@@ -149,13 +160,14 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
     info.add("eye point", pointText(geometry.getEyepoint()) + " " + unit);
     info.add("heading", pointText(geometry.getCenterOfScreenHeading()));
     info.add("greatest angle", angleText(geometry.getMaxAngleFromHeading()));
-    info.add("aspect ratio", numberText(ScreenUtils::estimateAspectRatioUV(*screen.geometry)));
+    const auto ratio = aspectRatioOf(geometry);
+    info.add("aspect ratio", ratio ? numberText(*ratio) : "none");
     info.add("digest", hexText(geometry.getUniqueDataHash()));
     return info.text();
 }
 
 void run(const ScreenOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
     output.write(options.format == AnswerFormat::Json ? jsonText(jsonInfo(screen, options.unit), 2) + "\n"
                                                       : textInfo(screen, options.unit));

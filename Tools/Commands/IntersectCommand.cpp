@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "Commands/Answers.h"
 #include "Commands/Commands.h"
@@ -9,6 +10,7 @@
 #include "Csv.h"
 #include "Finite.h"
 #include "ScreenReader.h"
+#include "ToolError.h"
 
 namespace quarn {
 
@@ -16,7 +18,14 @@ namespace {
 
 struct IntersectOptions : QueryOptions {
     std::string rays = "-";
+    bool extrapolates = false;
+    std::optional<int> side;
 };
+
+int sideFrom(const std::string& text) {
+    if (text == "0") return 0;
+    return text == "-1" ? -1 : 1;
+}
 
 // Where a hit lies along its ray: 0 at its first position, 1 at its second one, negative behind the first.
 double parameterOf(const Intersection& hit, const Point<double, 3>& from, const Point<double, 3>& to) {
@@ -24,28 +33,74 @@ double parameterOf(const Intersection& hit, const Point<double, 3>& from, const 
     return dot(hit.point - from, direction) / dot(direction, direction);
 }
 
-void answerRay(const IScreenGeometry& geometry, std::int64_t ray, const std::vector<double>& numbers,
-               Answers& answers) {
-    const Point<double, 3> from = pointAt(numbers, 0);
-    const Point<double, 3> to = pointAt(numbers, 3);
-    bool isHit = false;
-    for (const Intersection& hit : geometry.intersect(from, to)) {
-        if (!isFinite(hit.point)) continue;
-        answers.add(hitCells(ray, withUV(hit, geometry), parameterOf(hit, from, to)), Answered::Yes);
-        isHit = true;
-    }
-    if (!isHit) answers.add(missCells(ray, "miss"), Answered::No);
+// The hits on the screen, or those on its continuation, on one side or on both.
+IntersectionSet hitsOf(const IScreenGeometry& geometry, const Point<double, 3>& from,
+                       const Point<double, 3>& to, const IntersectOptions& options) {
+    if (!options.extrapolates) return geometry.intersect(from, to);
+    return geometry.intersectExtrapolatedWithSpecifiedNormal(from, to, options.side.value_or(0));
 }
 
+bool hasOutline(const IScreenGeometry& geometry) {
+    IScreenGeometry::Polylines outline;
+    geometry.sampleBoundary(outline);
+    return !outline.empty() && !outline.front().empty();
+}
+
+class RayAnswers {
+public:
+    RayAnswers(const Screen& askedScreen, const IntersectOptions& intersectOptions, Answers& rows)
+        : geometry(*askedScreen.geometry),
+          options(intersectOptions),
+          answers(rows),
+          isMesh(askedScreen.mesh.has_value()),
+          mayFallBack(isMesh && options.extrapolates && hasOutline(geometry)) {}
+
+    void add(std::int64_t ray, const Point<double, 3>& from, const Point<double, 3>& to) {
+        bool isHit = false;
+        for (const Intersection& hit : hitsOf(geometry, from, to, options)) {
+            if (!isFinite(hit.point) || (isFallback(hit) && !mayFallBack)) continue;
+            addHit(ray, hit, parameterOf(hit, from, to));
+            isHit = true;
+        }
+        if (!isHit) answers.add(missCells(ray, "miss"), Answered::No);
+    }
+
+private:
+    // A mesh has no continuation: it tells where the ray passes nearest to its outline, by a hit without triangle.
+    [[nodiscard]] bool isFallback(const Intersection& hit) const { return isMesh && hit.triangleIndex < 0; }
+
+    void addHit(std::int64_t ray, const Intersection& hit, double t) {
+        if (isFallback(hit)) {
+            const Cell none;
+            answers.add({ray, std::string_view("outline"), hit.point[0], hit.point[1], hit.point[2], none,
+                         none, none, none, t},
+                        Answered::Yes);
+            return;
+        }
+        const bool isOnScreen = !options.extrapolates || isMesh || geometry.isOnScreenSection(hit.point);
+        answers.add(hitCells(ray, withUV(hit, geometry), t, isOnScreen ? "hit" : "extrapolated"),
+                    Answered::Yes);
+    }
+
+    const IScreenGeometry& geometry;
+    const IntersectOptions& options;
+    Answers& answers;
+    bool isMesh;
+    bool mayFallBack;
+};
+
 void run(const IntersectOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    if (options.side && !options.extrapolates)
+        throw ToolError{.found = "found --side without --extrapolate", .expected = "both or none"};
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     CsvReader rays(InputFile::orStandardInput(options.rays, "a CSV file of rays"),
                    {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
     Answers answers(options, {options.screen, options.rays},
                     {{"command", "intersect"}, {"screen", screen.file}}, hitColumns("ray", {"t"}));
+    RayAnswers rayAnswers(screen, options, answers);
     std::vector<double> numbers;
     for (std::int64_t ray = 1; rays.next(numbers); ++ray) {
-        answerRay(*screen.geometry, ray, numbers, answers);
+        rayAnswers.add(ray, pointAt(numbers, 0), pointAt(numbers, 3));
         answers.flushBeforeWaiting(rays);
     }
     answers.finish();
@@ -61,6 +116,17 @@ void registerIntersectCommand(CLI::App& tool) {
     addCsvInput(command, "RAYS", options->rays,
                 "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
         .capture_default_str();
+    command.add_flag(
+        "--extrapolate", options->extrapolates,
+        "Answer beyond the screen too: on the continued surface, or where a ray passes nearest to the "
+        "outline of a mesh");
+    command
+        .add_option_function<std::string>(
+            "--side", [options](const std::string& text) { options->side = sideFrom(text); },
+            "With --extrapolate, side of the surface that counts: -1 is the front, 0 for meshes any; 0 if "
+            "not told")
+        ->check(CLI::IsMember({"+1", "1", "0", "-1"}))
+        ->type_name("SIGN");
     command.callback([options] { run(*options); });
 }
 

@@ -22,7 +22,7 @@ struct NearestOptions : QueryOptions {
 };
 
 void run(const NearestOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     CsvReader lines(InputFile::orStandardInput(options.lines, "a CSV file of lines"),
                     {"x", "y", "z", "dx", "dy", "dz"});
     Answers answers(options, {options.screen, options.lines},

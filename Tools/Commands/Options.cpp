@@ -35,6 +35,26 @@ int countFrom(const std::string& name, const std::string& text) {
     return count;
 }
 
+void addAxisOption(CLI::App& command, const std::string& name, std::optional<std::string>& axis,
+                   const std::string& description) {
+    command
+        .add_option_function<std::string>(
+            name, [&axis](const std::string& text) { axis = text; }, description)
+        ->check(CLI::IsMember({"X", "Y", "Z", "-X", "-Y", "-Z"}))
+        ->type_name("AXIS");
+}
+
+void addObjOptions(CLI::App& command, ObjOptions& options) {
+    addAxisOption(command, "--forward", options.forward,
+                  "OBJ: axis that leads away from the viewer; Y if not told");
+    addAxisOption(command, "--up", options.upward, "OBJ: axis that leads upwards; Z if not told");
+    command
+        .add_option_function<std::string>(
+            "--scale", [&options](const std::string& text) { options.scale = objScaleFrom("--scale", text); },
+            "OBJ: factor of all positions; 1 if not told")
+        ->type_name("FACTOR");
+}
+
 }  // namespace
 
 CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string& description,
@@ -45,9 +65,10 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 }
 
 void addScreenOptions(CLI::App& command, ScreenOptions& options) {
-    command.add_option("SCREEN", options.screen, "XML file with a ScreenGeometry element")
+    command.add_option("SCREEN", options.screen, "OBJ file, or XML file with a ScreenGeometry element")
         ->required()
         ->type_name("FILE");
+    addObjOptions(command, options.obj);
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
     command.add_flag_callback(
         "--json", [&options] { options.format = AnswerFormat::Json; }, "Answer with one JSON document");

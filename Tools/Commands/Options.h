@@ -7,6 +7,7 @@
 
 #include "AnswerWriter.h"
 #include "MemoryLimit.h"
+#include "ObjReader.h"
 
 namespace CLI {
 class App;
@@ -18,6 +19,7 @@ namespace quarn {
 /// Options of every command that reads a screen.
 struct ScreenOptions {
     std::string screen;
+    ObjOptions obj;
     std::string unit = "m";
     AnswerFormat format = AnswerFormat::Csv;
     std::uint64_t maxMemory = defaultMemoryLimit();  ///< In bytes.

@@ -4,6 +4,7 @@
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
 #include "OutputFile.h"
+#include "PlotMesh.h"
 #include "PlotPage.h"
 #include "ScreenReader.h"
 
@@ -12,9 +13,9 @@ namespace quarn {
 namespace {
 
 void run(const ScreenOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
-    output.write(plotPage(screen, options.unit));
+    output.write(screen.mesh ? plotMeshPage(screen, options.unit) : plotPage(screen, options.unit));
     output.finish();
 }
 

@@ -18,10 +18,22 @@ struct PointsOptions : QueryOptions {
     int rows = 5;
 };
 
+struct Place {
+    Cell column;
+    Cell row;
+};
+
+// Meshes go row by row, and leave out positions beyond them: then nothing tells which ones are there.
+Place placeOf(std::int64_t index, bool areAllThere, bool isMesh, const PointsOptions& options) {
+    if (!isMesh) return {index / options.rows + 1, index % options.rows + 1};
+    if (!areAllThere) return {};
+    return {index % options.columns + 1, index / options.columns + 1};
+}
+
 void run(const PointsOptions& options) {
     const auto count = static_cast<std::uint64_t>(options.columns) * static_cast<std::uint64_t>(options.rows);
     refuseManyPositions(count, options.maxMemory);
-    const Screen screen = readScreen(options.screen, options.maxMemory);
+    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     const auto points = screen.geometry->getDefaultCalibrationPoints(options.columns, options.rows);
 
     std::vector<Column> columns = {{"column"}, {"row"}};
@@ -29,8 +41,8 @@ void run(const PointsOptions& options) {
     Answers answers(options, {options.screen}, {{"command", "points"}, {"screen", screen.file}}, columns);
     std::int64_t index = 0;
     for (const Point<double, 3>& point : points) {
-        answers.add({index / options.rows + 1, index % options.rows + 1, point[0], point[1], point[2]},
-                    Answered::Yes);
+        const auto [column, row] = placeOf(index, points.size() == count, screen.mesh.has_value(), options);
+        answers.add({column, row, point[0], point[1], point[2]}, Answered::Yes);
         ++index;
     }
     answers.finish();
@@ -42,8 +54,11 @@ void registerPointsCommand(CLI::App& tool) {
     CLI::App& command = addCommand(tool, "points", "Lay out positions to calibrate at",
                                    "quarnscreen points Samples/ruled.xml --columns 3 --rows 2");
     command.footer(
-        "The positions stand column by column from the left, each column from the top. Those of a\ncylinder "
-        "or a sphere are relative to its centre.\n\n" +
+        "The positions stand column by column from the left, each column from the top; those of a mesh\nrow "
+        "by row, "
+        "without those beyond it, and then without their numbers. Those of a cylinder or a\nsphere are "
+        "relative to its "
+        "centre.\n\n" +
         command.get_footer());
     const auto options = std::make_shared<PointsOptions>();
     addScreenOptions(command, *options);

@@ -1,0 +1,50 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Commands/Commands.h"
+#include "Commands/PointCommand.h"
+#include "Finite.h"
+
+namespace quarn {
+
+namespace {
+
+// Sine of the angle below which two directions count as one.
+constexpr double kSameDirection = 1e-9;
+
+// A mesh answers zero where it has no answer. Zero is one only where the origin lies on the mesh, and the position
+// above it.
+bool isAnswer(const Screen& screen, const Point<double, 3>& point, const Point<double, 3>& closest) {
+    if (!screen.mesh || closest != Point<double, 3>()) return true;
+    const Point<double, 3> normal = screen.geometry->getScreenNormal(closest);
+    return normal != Point<double, 3>() && length(cross(normal, point)) <= kSameDirection * length(point);
+}
+
+std::optional<Point<double, 3>> closestTo(const Screen& screen, const Point<double, 3>& point) {
+    if (!isFinite(point)) return std::nullopt;
+    const Point<double, 3> closest = screen.geometry->getClosestPoint(point);
+    if (!isFinite(closest) || !isAnswer(screen, point, closest)) return std::nullopt;
+    return closest;
+}
+
+}  // namespace
+
+void registerClosestCommand(CLI::App& tool) {
+    CLI::App& command = addCommand(tool, "closest", "Find the screen's position for positions beside it",
+                                   "quarnscreen closest Samples/flat-wall.xml Samples/flat-wall-points.csv");
+    command.footer(
+        "It is nearest in UV, and not always in space. On a mesh it is the foot on the triangle with "
+        "the\nnearest "
+        "centre; there is none where that lies beyond the triangle.\n\n" +
+        command.get_footer());
+    const auto options = std::make_shared<PointOptions>();
+    addPointOptions(command, *options);
+    command.callback([options] {
+        answerPoints(
+            "closest",
+            {{"closestX", Quantity::Length}, {"closestY", Quantity::Length}, {"closestZ", Quantity::Length}},
+            *options, closestTo);
+    });
+}
+
+}  // namespace quarn

@@ -1,0 +1,45 @@
+/// \file
+/// What an OBJ text holds, looked through before the library reads it.
+#pragma once
+
+#include <cstdint>
+
+#include "ObjText.h"
+
+namespace quarn {
+
+/// How many records of each kind a text holds.
+struct ObjContents {
+    /// Lines and values that have no effect on the screen.
+    struct Ignored {
+        std::uint64_t materials = 0;          ///< Lines "usemtl".
+        std::uint64_t materialLibraries = 0;  ///< Lines "mtllib".
+        std::uint64_t groups = 0;             ///< Lines "g".
+        std::uint64_t objects = 0;            ///< Lines "o".
+        std::uint64_t smoothing = 0;          ///< Lines "s".
+        std::uint64_t colors = 0;             ///< Lines "v" with three or more values behind the position.
+        std::uint64_t weights = 0;            ///< Lines "v" with one or two values behind the position.
+        std::uint64_t thirdUVs = 0;           ///< Lines "vt" with more than two values.
+        std::uint64_t otherLines = 0;         ///< All other lines but comments and blank ones.
+    };
+
+    std::uint64_t vertices = 0;
+    std::uint64_t uvs = 0;
+    std::uint64_t normals = 0;
+    std::uint64_t faces = 0;
+    std::uint64_t triangles = 0;  ///< Those that the faces become.
+    Ignored ignored = {};
+};
+
+/// Bytes of memory for each byte of a text: the text twice, and lists that are made for its size.
+inline constexpr std::uint64_t kObjMemoryPerByte = 3;
+
+/// Counts what a text holds.
+///
+/// Stops with a ToolError, which names the line, at what the library could not load or would not end for: a face line
+/// without its line feed, numbers that are not finite as floats or would not be after the transform, no vertex, no
+/// normal or no face, and a mesh that could need more than \p maxMemory bytes.
+/// \param scale factor of all positions
+[[nodiscard]] ObjContents examineObj(const ObjText& text, float scale, std::uint64_t maxMemory);
+
+}  // namespace quarn
