@@ -29,13 +29,13 @@ bool holdsExactly(const Polygon& polygon, int u, int v) {
         const auto whole = [](double number) { return static_cast<std::int64_t>(number); };
         const UV& a = polygon[i];
         const UV& b = polygon[(i + 1) % polygon.size()];
-        const std::int64_t au = whole(a[0]) - u;
-        const std::int64_t av = whole(a[1]) - v;
-        const std::int64_t bu = whole(b[0]) - u;
-        const std::int64_t bv = whole(b[1]) - v;
-        const std::int64_t area = au * bv - av * bu;
-        if (area == 0 && au * bu + av * bv <= 0) return true;
-        if ((av > 0) != (bv > 0) && (bv > av ? area > 0 : area < 0)) isInside = !isInside;
+        const std::int64_t startU = whole(a[0]) - u;
+        const std::int64_t startV = whole(a[1]) - v;
+        const std::int64_t endU = whole(b[0]) - u;
+        const std::int64_t endV = whole(b[1]) - v;
+        const std::int64_t area = startU * endV - startV * endU;
+        if (area == 0 && startU * endU + startV * endV <= 0) return true;
+        if ((startV > 0) != (endV > 0) && (endV > startV ? area > 0 : area < 0)) isInside = !isInside;
     }
     return isInside;
 }

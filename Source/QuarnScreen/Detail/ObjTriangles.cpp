@@ -63,7 +63,7 @@ public:
     // Fills a default triangle from a face whose vertices exist.
     void fill(Triangle& triangle, const ObjFace& face) {
         for (std::size_t i = 0; i < face.size(); ++i) {
-            triangle.vertices[i].position = positionOf(face[i]);
+            triangle.vertices[i].position = transformedPosition(face[i]);
             setUV(triangle.vertices[i].uv, face[i]);
         }
         triangle.computeCentroids();
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    [[nodiscard]] Point<double, 3> positionOf(const ObjCorner& corner) const {
+    [[nodiscard]] Point<double, 3> transformedPosition(const ObjCorner& corner) const {
         const auto& [x, y, z] = data.vertices[static_cast<std::size_t>(corner.vertex)];
         if (!isTransformed) return {x, y, z};
         const Point<float, 3> position = transform.transformPoint(x, y, z);
