@@ -24,6 +24,7 @@
 #include <QuarnScreen/Ray.h>
 #include <QuarnScreen/RegionMap.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
+#include <QuarnScreen/STLScreen.h>
 #include <QuarnScreen/ScreenGeometry.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>

@@ -1,0 +1,74 @@
+#include <QuarnScreen/STLScreen.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <utility>
+
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include "Detail/InputFile.h"
+#include "Detail/StlReader.h"
+#include "Detail/UnitRectangle.h"
+
+STLScreen::STLScreen() = default;
+STLScreen::~STLScreen() = default;
+
+const std::string& STLScreen::type() {
+    static const std::string name = "class STLScreen";
+    return name;
+}
+
+const std::string& STLScreen::getType() const {
+    return type();
+}
+
+bool STLScreen::isValid() const {
+    return valid;
+}
+
+bool STLScreen::hasParameterization() const {
+    return false;
+}
+
+STLScreen::DataHash STLScreen::getUniqueDataHash() const {
+    return dataHash;
+}
+
+std::vector<Point<double, 3>> STLScreen::getDefaultCalibrationPoints(int /*columns*/, int /*rows*/) const {
+    return {};
+}
+
+void STLScreen::updateGeometry(IScreenConfig* /*config*/) {}
+
+void STLScreen::deserializeFromFile(const std::wstring& path) {
+    std::ifstream file;
+    valid = quarn::openInputFile(file, path, std::ios::in | std::ios::binary);
+    if (valid) deserialize(file);
+}
+
+void STLScreen::deserialize(std::istream& in) {
+    const std::istream::pos_type start = in.tellg();
+    loadedFileContents.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    in.seekg(start);
+    valid = quarn::readStl(in, loadedFileContents.size(), triangles);
+    if (!valid) {
+        loadedFileContents.clear();
+        dataHash = calculateHash(loadedFileContents);
+    }
+    addScreenToScene();
+}
+
+void STLScreen::scaleToUnitRectangle() {
+    quarn::scaleToUnitRectangle(triangles);
+}
+
+void STLScreen::serialize(std::wostream& out, int indent) {
+    ScreenGeometryXmlHelper::serializeAndBase64EncodeScreenGeometry(out, indent, getType(),
+                                                                    loadedFileContents);
+}
+
+void STLScreen::deserialize(xercesc::DOMNode* node) {
+    std::istringstream stream(ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(node));
+    deserialize(stream);
+}
