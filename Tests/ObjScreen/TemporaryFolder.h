@@ -17,7 +17,7 @@ namespace quarn::test {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "quarn-XXXXXX").string();
+        std::string name = (std::filesystem::temp_directory_path() / "quarn-").string() + std::string(6, 'X');
         if (mkdtemp(name.data()) == nullptr) throw std::filesystem::filesystem_error("mkdtemp", {});
         folder = name;
     }

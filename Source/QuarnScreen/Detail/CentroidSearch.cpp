@@ -27,6 +27,8 @@ void prefetch(const Triangle& triangle) {
 }  // namespace
 
 void CentroidSearch::build(const std::vector<Triangle>& triangles) {
+    // Boxes of the tree before must not stay where memory runs out.
+    boxes = AcceptanceBoxes();
     buildOver(centroidTree, triangles);
     boxes.build(centroidTree, triangles);
     isOrdered = std::all_of(triangles.begin(), triangles.end(),
