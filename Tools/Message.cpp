@@ -66,6 +66,10 @@ void writeWarningLine(std::string_view text) {
     writeLine("warning: ", text);
 }
 
+void writeNoteLine(std::string_view text) {
+    writeLine("note: ", text);
+}
+
 std::string atPlace(std::string_view file, std::uint64_t line, std::string_view text) {
     std::string result(file);
     if (!file.empty() && line > 0) result += ":" + std::to_string(line);

@@ -21,6 +21,9 @@ void writeErrorLine(std::string_view text);
 /// Writes "warning: " and the text as one line.
 void writeWarningLine(std::string_view text);
 
+/// Writes "note: " and the text as one line.
+void writeNoteLine(std::string_view text);
+
 /// `file:line: text`; without the line where it is 0, and without both where \p file is empty.
 [[nodiscard]] std::string atPlace(std::string_view file, std::uint64_t line, std::string_view text);
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <string>
 
+#include <QuarnScreen/Detail/ObjFloats.h>
+
 #include "MemoryLimit.h"
 #include "Message.h"
 #include "NumberText.h"
@@ -54,8 +56,8 @@ void Examiner::examine(const char* line) {
 }
 
 const char* Examiner::examineNumber(const char* p, double largest, const char* what) const {
-    p = nextWord(p);
-    if (scanObjNumber(p).exceeds(largest))
+    p = nextArgument(p);
+    if (std::abs(scanFloatPlainly(p).value) > largest)
         throw ToolError{.found = "found " + quotedExcerpt(wordAt(p)) + " as a " + what,
                         .expected = "a number up to " + numberText(largest),
                         .file = text.name,
@@ -69,7 +71,7 @@ void Examiner::examineVertex(const char* line) {
     for (int i = 0; i < 3; ++i) p = examineNumber(p, largestCoordinate, "coordinate");
     int extras = 0;
     if (!isAtEnd(p))
-        for (p = nextWord(p); !isAtEnd(p) && extras < 3; p = nextWord(p)) ++extras;
+        for (p = nextArgument(p); !isAtEnd(p) && extras < 3; p = nextArgument(p)) ++extras;
     if (extras >= 3) ++found.ignored.colors;
     if (extras == 1 || extras == 2) ++found.ignored.weights;
 }
@@ -78,7 +80,7 @@ void Examiner::examineUV(const char* line) {
     ++found.uvs;
     const char* p = line;
     for (int i = 0; i < 2; ++i) p = examineNumber(p, kLargestNumber, "UV");
-    if (!isAtEnd(p) && !isAtEnd(nextWord(p))) ++found.ignored.thirdUVs;
+    if (!isAtEnd(p) && !isAtEnd(nextArgument(p))) ++found.ignored.thirdUVs;
 }
 
 // Walks over the corners as the library does: at least three, and from then on to a line feed, or to a carriage return
@@ -86,9 +88,9 @@ void Examiner::examineUV(const char* line) {
 void Examiner::examineFace(const char* line) {
     ++found.faces;
     const char* p = line;
-    for (int i = 0; i < 3; ++i) p = nextWord(p);
+    for (int i = 0; i < 3; ++i) p = nextArgument(p);
     ++found.triangles;
-    for (p = nextWord(p); *p != '\n' && *p != '\r'; p = nextWord(p)) {
+    for (p = nextArgument(p); *p != '\n' && *p != '\r'; p = nextArgument(p)) {
         if (*p == '\0' && p == text.text.data() + text.text.size())
             throw ToolError{.found = "found a face line that ends with the file",
                             .expected = "a line feed behind it: add an empty line at the end of the file",
@@ -130,7 +132,7 @@ void refuseNone(std::uint64_t count, const std::string& what, const std::string&
 
 }  // namespace
 
-ObjContents examineObj(const ObjText& text, float scale, std::uint64_t maxMemory) {
+ObjContents examineObj(const ObjText& text, float scale) {
     Examiner examiner(text, scale);
     forEachObjLine(text.text, [&](const char* line) { examiner.examine(line); });
     const ObjContents& found = examiner.contents();
@@ -138,14 +140,17 @@ ObjContents examineObj(const ObjText& text, float scale, std::uint64_t maxMemory
     refuseNone(found.normals, "normal",
                R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
     refuseNone(found.faces, "face", R"(lines that begin with "f")", text.name);
-    const std::uint64_t need = text.text.size() * kObjMemoryPerByte + found.triangles * kMemoryPerTriangle;
+    return found;
+}
+
+void refuseAbove(std::uint64_t maxMemory, const ObjText& text, const ObjContents& contents) {
+    const std::uint64_t need = text.text.size() * kObjMemoryPerByte + contents.triangles * kMemoryPerTriangle;
     if (need > maxMemory)
-        throw ToolError{.found = "found a mesh of " + std::to_string(found.triangles) +
+        throw ToolError{.found = "found a mesh of " + std::to_string(contents.triangles) +
                                  " triangles, which may need " + memorySizeText(need) +
                                  " of memory and not " + memorySizeText(maxMemory),
                         .expected = "a smaller one, or a greater --max-memory",
                         .file = text.name};
-    return found;
 }
 
 }  // namespace quarn

@@ -38,8 +38,11 @@ inline constexpr std::uint64_t kObjMemoryPerByte = 3;
 ///
 /// Stops with a ToolError, which names the line, at what the library could not load or would not end for: a face line
 /// without its line feed, numbers that are not finite as floats or would not be after the transform, no vertex, no
-/// normal or no face, and a mesh that could need more than \p maxMemory bytes.
+/// normal or no face.
 /// \param scale factor of all positions
-[[nodiscard]] ObjContents examineObj(const ObjText& text, float scale, std::uint64_t maxMemory);
+[[nodiscard]] ObjContents examineObj(const ObjText& text, float scale);
+
+/// Stops where the mesh of a text could need more than \p maxMemory bytes.
+void refuseAbove(std::uint64_t maxMemory, const ObjText& text, const ObjContents& contents);
 
 }  // namespace quarn

@@ -2,6 +2,9 @@
 
 #include <vector>
 
+#include <QuarnScreen/Detail/ObjDigits.h>
+#include <QuarnScreen/Detail/ObjFloats.h>
+
 #include "Message.h"
 
 namespace quarn {
@@ -18,16 +21,16 @@ struct Corner {
 // Intended: a blank behind a slash is skipped, and behind the first slash it loses the normal, as in the library.
 Corner cornerAt(const char* p) {
     Corner corner;
-    corner.vertex = scanObjIndex(p);
+    corner.vertex = readDigits(p);
     if (*p != '/') return corner;
     const char* const second = ++p;
     if (*second != '/') {
         p = skipBlanks(second);
-        corner.uv = scanObjIndex(p);
+        corner.uv = readDigits(p);
         if (*second == ' ' || *p != '/') return corner;
     }
     p = skipBlanks(p + 1);
-    corner.normal = scanObjIndex(p);
+    corner.normal = readDigits(p);
     return corner;
 }
 
@@ -41,8 +44,8 @@ const char* findCorner(const ObjText& text, IsWanted isWanted) {
     const char* found = nullptr;
     forEachObjLine(text.text, [&](const char* line) {
         if (found != nullptr || *line != 'f') return;
-        const char* p = nextWord(line);
-        for (int i = 0; i < 3 || (*p != '\n' && *p != '\r' && *p != '\0'); ++i, p = nextWord(p)) {
+        const char* p = nextArgument(line);
+        for (int i = 0; i < 3 || (*p != '\n' && *p != '\r' && *p != '\0'); ++i, p = nextArgument(p)) {
             if (!isWanted(cornerAt(p))) continue;
             found = p;
             return;
@@ -56,7 +59,7 @@ std::uint64_t lineOfCorner(const ObjText& text, const char* corner) {
 }
 
 bool isOutside(const char* p) {
-    const auto value = static_cast<float>(scanObjNumber(p).value());
+    const float value = scanFloatPlainly(p).value;
     return value < 0.0F || value > 1.0F;
 }
 
@@ -64,8 +67,8 @@ std::vector<bool> uvsOutside(const ObjText& text) {
     std::vector<bool> outside;
     forEachObjLine(text.text, [&](const char* line) {
         if (*line != 'v' || line[1] != 't') return;
-        const char* const u = nextWord(line);
-        outside.push_back(isOutside(u) || isOutside(nextWord(u)));
+        const char* const u = nextArgument(line);
+        outside.push_back(isOutside(u) || isOutside(nextArgument(u)));
     });
     return outside;
 }

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include <QuarnScreen/Detail/ObjLines.h>
+
 namespace quarn {
 
 /// An OBJ text whose continued lines are joined. Places in it are pointers.
@@ -22,12 +24,6 @@ struct ObjText {
 /// Joins the lines of \p text that a backslash continues, in place.
 /// \param text it has to outlive the result
 [[nodiscard]] ObjText joinObjLines(std::string name, std::string& text);
-
-/// The first byte from \p p on that is no blank. A tab is none.
-[[nodiscard]] const char* skipBlanks(const char* p);
-
-/// The next word of a line, or its end: a line feed or NUL.
-[[nodiscard]] const char* nextWord(const char* p);
 
 /// Whether \p p stands at the end of its line, a carriage return counted.
 [[nodiscard]] bool isAtEnd(const char* p);
@@ -45,21 +41,5 @@ void forEachObjLine(std::string_view text, Visit visit) {
         while (*p != '\n' && *p != '\0') ++p;
     }
 }
-
-/// A number as the library's scan reads it. Text that is no number gives 0.
-struct ObjNumber {
-    std::uint32_t mantissa = 0;
-    std::int32_t tens = 0;  ///< Power of ten that the mantissa is multiplied by.
-    bool isNegative = false;
-
-    [[nodiscard]] double value() const;
-    /// Whether the number is larger than \p limit, either way. A mantissa alone is below 2e8.
-    [[nodiscard]] bool exceeds(double limit) const;
-};
-
-[[nodiscard]] ObjNumber scanObjNumber(const char* p);
-
-/// Reads a run of digits, which wraps at 32 bits; none gives 0. \p p moves behind it.
-[[nodiscard]] std::uint32_t scanObjIndex(const char*& p);
 
 }  // namespace quarn

@@ -1,6 +1,5 @@
 #include "ScreenMaker.h"
 
-#include <sstream>
 #include <vector>
 
 #include <Common/TextConversion.h>
@@ -59,16 +58,13 @@ double ScreenValues::valueOf(const std::string& parameter) const {
     return number == numbers.end() ? 0.0 : number->second;
 }
 
-std::string screenDocument(const std::string& typeName, const ScreenValues& values) {
+std::shared_ptr<IScreenGeometry> makeScreen(const std::string& typeName, const ScreenValues& values) {
     const ScreenType& type = *findScreenType(typeName);
     ScreenValues stored = asInFile(type, values);
     check(type, stored);
-    const auto screen = ScreenGeometryFactory::createScreenGeometry(typeName);
+    auto screen = ScreenGeometryFactory::createScreenGeometry(typeName);
     screen->updateGeometry(&stored);
-    std::wostringstream text;
-    text << L"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    screen->serialize(text, 0);
-    return toUtf8(text.str());
+    return screen;
 }
 
 }  // namespace quarn

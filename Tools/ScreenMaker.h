@@ -1,11 +1,13 @@
 /// \file
-/// Files of screens from their parameters.
+/// Screens from their parameters.
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
 #include <QuarnScreen/IScreenConfig.h>
+#include <QuarnScreen/IScreenGeometry.h>
 
 namespace quarn {
 
@@ -32,9 +34,10 @@ private:
     Point<double, 3> center;
 };
 
-/// The XML document of a screen. What readScreen() would refuse is refused, and what it would warn of is
-/// warned of, by the numbers as the document holds them.
+/// A screen from its parameters, as its XML document holds them. What readScreen() would refuse is refused, and what it would warn of is
+/// warned of.
 /// \param typeName one of screenTypes()
-[[nodiscard]] std::string screenDocument(const std::string& typeName, const ScreenValues& values);
+[[nodiscard]] std::shared_ptr<IScreenGeometry> makeScreen(const std::string& typeName,
+                                                          const ScreenValues& values);
 
 }  // namespace quarn

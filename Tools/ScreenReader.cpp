@@ -117,12 +117,15 @@ void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
     warnIfZero(parameter, file, document.lineOf(child));
 }
 
-Screen screenOf(const std::string& path, ObjMesh mesh) {
-    return {.file = path, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
+    if (prepare) prepare(source);
+    const std::string file = source.file;
+    ObjMesh mesh = loadObj(std::move(source), maxMemory);
+    return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
-    if (options.forward || options.upward || options.scale)
+    if (options.any())
         throw ToolError{.found = "found --forward, --up or --scale for a screen from XML",
                         .expected = "them with an OBJ file only",
                         .file = path};
@@ -138,10 +141,11 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
 
 }  // namespace
 
-Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions) {
+Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
+                  const std::function<void(ObjSource&)>& prepare) {
     ScreenFile file = readScreenFile(path, maxMemory);
     if (file.format == ScreenFormat::Obj)
-        return screenOf(path, loadObj(std::move(file), objOptions, maxMemory));
+        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare);
     refuseObjOptions(objOptions, path);
 
     const XmlDocument document(path, file.text, maxMemory);
@@ -153,7 +157,7 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     const std::string type = element.typeName();
     if (type == OBJScreen::type()) {
         warnOfFurtherScreens(path, document, elements);
-        return screenOf(path, loadObjElement(path, document, *elements.front(), maxMemory));
+        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare);
     }
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,7 +29,9 @@ struct Screen {
 /// All is checked before the screen gets it, as the screen would take text that is no number for 0, or not come to an
 /// end.
 /// \param objOptions they are an error where the file is no OBJ file
+/// \param prepare may change the text of an OBJ screen before it is loaded
 [[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
-                                const ObjOptions& objOptions = {});
+                                const ObjOptions& objOptions = {},
+                                const std::function<void(ObjSource&)>& prepare = {});
 
 }  // namespace quarn

@@ -34,7 +34,10 @@ ToolError refusedByLibrary(const ZelmoreExceptionBase& error) {
 }
 
 std::string sentenceOf(const ToolError& error) {
-    return error.expected.empty() ? error.found : error.found + ", expected " + error.expected;
+    std::string sentence = error.found;
+    if (!error.expected.empty()) sentence += ", expected " + error.expected;
+    if (!error.remedy.empty()) sentence += "; mend it by: " + error.remedy;
+    return sentence;
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ struct ToolError {
     std::string expected = {};  ///< What would be right; empty where `found` says it all.
     std::string file = {};      ///< Input or output that it is about; empty for arguments.
     std::uint64_t line = 0;     ///< Line in that file, 0 for the file as a whole.
+    std::string remedy = {};    ///< A command that helps; empty where none does.
 };
 
 /// An error that says \p action and why the last system call failed.

@@ -45,6 +45,7 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerPointsCommand(tool);
     quarn::registerPlotCommand(tool);
     quarn::registerMakeCommand(tool);
+    quarn::registerConvertCommand(tool);
     quarn::registerCompletionCommand(tool);
     try {
         tool.parse(argc, argv);

@@ -9,6 +9,7 @@
 #include <QuarnScreen/SphericalScreen.h>
 
 #include "ScreenReader.h"
+#include "ScreenWriter.h"
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 #include "Support/ScreenXml.h"
@@ -41,7 +42,7 @@ TEST(ScreenMaker, WhatIsMadeReadsBackAndIsWrittenAgainAlike) {
         SCOPED_TRACE(i);
         const ScreenValues values = randomValues(rng);
         for (const ScreenType& type : screenTypes()) {
-            const std::string document = screenDocument(type.name, values);
+            const std::string document = xmlTextOf(*makeScreen(type.name, values));
             const Screen screen = readBack(document);
             ASSERT_EQ(screen.geometry->getType(), type.name);
             ASSERT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + toUtf8(xmlOf(*screen.geometry, 0)),
@@ -58,7 +59,7 @@ TEST(ScreenMaker, NumbersOfFewDigitsKeepTheDigest) {
     values.setCenter({1.5, -2.0, 0.1});
     const Point<double, 3> center(1.5, -2.0, 0.1);
     const auto digestOf = [&](const std::string& type) {
-        return readBack(screenDocument(type, values)).geometry->getUniqueDataHash();
+        return readBack(xmlTextOf(*makeScreen(type, values))).geometry->getUniqueDataHash();
     };
     EXPECT_EQ(digestOf(FlatScreen::type()), FlatScreen(2.5, 2.5).getUniqueDataHash());
     EXPECT_EQ(digestOf(CylinderScreen::type()),
@@ -74,9 +75,9 @@ TEST(ScreenMaker, TheNumbersAreCheckedAsTheFileHoldsThem) {
     values.set("radius", 1.0);
     // The digits behind the 16th make it larger than the largest angle.
     values.set("maxTheta", std::nextafter(1000.0, 2000.0));
-    EXPECT_NO_THROW(static_cast<void>(screenDocument(CylinderScreen::type(), values)));
+    EXPECT_NO_THROW(static_cast<void>(makeScreen(CylinderScreen::type(), values)));
     values.set("maxTheta", 1000.000000000001);
-    EXPECT_THROW(static_cast<void>(screenDocument(CylinderScreen::type(), values)), ToolError);
+    EXPECT_THROW(static_cast<void>(makeScreen(CylinderScreen::type(), values)), ToolError);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ void registerNearestCommand(CLI::App& tool);
 void registerClosestCommand(CLI::App& tool);
 void registerNormalCommand(CLI::App& tool);
 void registerChannelCommand(CLI::App& tool);
+void registerConvertCommand(CLI::App& tool);
 void registerGridCommand(CLI::App& tool);
 void registerBoundaryCommand(CLI::App& tool);
 void registerPointsCommand(CLI::App& tool);

@@ -16,6 +16,7 @@
 #include "Message.h"
 #include "OutputFile.h"
 #include "ScreenMaker.h"
+#include "ScreenWriter.h"
 #include "ToolError.h"
 
 namespace quarn {
@@ -30,6 +31,8 @@ class MakeOptions {
 public:
     std::string unit = "m";
     std::string output = "-";
+    GridSize grid;
+    bool isMesh = false;
     std::map<std::string, std::string> texts = {};  // by the name of the option
 
     [[nodiscard]] bool has(const std::string& option) const { return texts.contains(option); }
@@ -198,9 +201,13 @@ std::vector<Shape> shapes() {
 void run(const Shape& shape, const MakeOptions& options) {
     ScreenValues values;
     shape.fill(options, values);
-    const std::string document = screenDocument(shape.screenType, values);
+    const Screen screen{.file = {}, .geometry = makeScreen(shape.screenType, values)};
+    const bool isMesh =
+        options.isMesh || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
+    const std::string text = isMesh ? objTextOf(screen, options.grid) : xmlTextOf(*screen.geometry);
+    if (isMesh) noteMeshStatus(options.output, text, defaultMemoryLimit());
     OutputFile output(options.output, {});
-    output.write(document);
+    output.write(text);
     output.finish();
 }
 
@@ -220,13 +227,17 @@ void registerShape(CLI::App& make, const Shape& shape) {
     addUnitOption(command, options->unit,
                   "Unit of the lengths in the file, which holds no unit itself; lengths are converted to it");
     addOutputOption(command, options->output);
-    command.callback([shape, options] { run(shape, *options); });
+    CLI::Option& grid = addGridOption(command, options->grid);
+    command.callback([shape, options, &grid] {
+        options->isMesh = !grid.empty();
+        run(shape, *options);
+    });
 }
 
 }  // namespace
 
 void registerMakeCommand(CLI::App& tool) {
-    CLI::App& make = addCommand(tool, "make", "Make the XML file of a screen",
+    CLI::App& make = addCommand(tool, "make", "Make the XML file of a screen, or its mesh as OBJ",
                                 "quarnscreen make dome --radius 6m --angle 180deg");
     make.require_subcommand(1);
     for (const Shape& shape : shapes()) registerShape(make, shape);

@@ -7,9 +7,9 @@
 
 #include <QuarnScreen/OBJScreen.h>
 
+#include "MeshStatus.h"
 #include "Message.h"
 #include "NumberText.h"
-#include "ObjReferences.h"
 
 namespace quarn {
 
@@ -21,47 +21,13 @@ struct UVRange {
 };
 
 struct Facts {
-    std::string status;      // a word
-    std::string statusText;  // what is wrong, and what works
+    MeshStatus status;
     std::uint64_t triangles = 0;
     double area = 0.0;
     Point<double, 3> centroid;
     std::optional<UVRange> uvRange;  // of the corners that have a UV
     std::uint64_t outlinePoints = 0;
 };
-
-std::string atLine(std::uint64_t line) {
-    return line == 0 ? std::string() : " at line " + std::to_string(line);
-}
-
-void setStatus(Facts& facts, OBJScreen::Status status, const MeshSource& source) {
-    const std::string noUV = "; rays, normals, closest positions and the outline work, UV does not";
-    switch (status) {
-        case OBJScreen::StatusNoParameterization:
-            facts.status = "no_uv";
-            facts.statusText =
-                (source.contents.uvs == 0 ? std::string("the file holds no vt line")
-                                          : "a face has a corner without UV" +
-                                                atLine(lineWithoutUV(source.text, source.contents))) +
-                noUV;
-            return;
-        case OBJScreen::StatusBadBoundary:
-            facts.status = "bad_outline";
-            facts.statusText =
-                "the mesh has not one closed outline: it has holes, several pieces, no edge at all, or "
-                "faces that meet without sharing position and UV" +
-                noUV;
-            return;
-        case OBJScreen::StatusUvOutOfRange:
-            facts.status = "uv_out_of_range";
-            facts.statusText = "a face has a UV outside of 0 to 1" +
-                               atLine(lineWithUVOutside(source.text, source.contents)) + "; everything works";
-            return;
-        default:
-            facts.status = "ok";
-            facts.statusText = "good; everything works";
-    }
-}
 
 std::optional<UVRange> uvRangeOf(const std::vector<Triangle>& triangles) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -99,7 +65,7 @@ Facts factsOf(const Screen& screen) {
     std::vector<Triangle> triangles;
     mesh.getTesselation(triangles);
     Facts facts;
-    setStatus(facts, mesh.getStatus(), *screen.mesh);
+    facts.status = meshStatusOf(mesh, *screen.mesh);
     facts.triangles = triangles.size();
     facts.area = areaOf(triangles);
     facts.centroid = mesh.getCentroid();
@@ -149,8 +115,8 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
     nlohmann::ordered_json mesh = {
-        {"status", facts.status},    {"statusText", facts.statusText}, {"forward", source.frame.forward},
-        {"up", source.frame.upward}, {"scale", source.frame.scale},    {"triangles", facts.triangles},
+        {"status", facts.status.word}, {"statusText", facts.status.text}, {"forward", source.frame.forward},
+        {"up", source.frame.upward},   {"scale", source.frame.scale},     {"triangles", facts.triangles},
         {"area", facts.area}};
     mesh["centroid"] = {facts.centroid[0], facts.centroid[1], facts.centroid[2]};
     mesh["uvRange"] = nullptr;
@@ -165,7 +131,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
     return {
-        {"status", facts.statusText},
+        {"status", facts.status.text},
         {"frame", "forward " + printable(source.frame.forward) + ", up " + printable(source.frame.upward) +
                       ", scale " + numberText(source.frame.scale)},
         {"triangles", std::to_string(facts.triangles)},

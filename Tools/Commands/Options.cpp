@@ -44,15 +44,24 @@ void addAxisOption(CLI::App& command, const std::string& name, std::optional<std
         ->type_name("AXIS");
 }
 
-void addObjOptions(CLI::App& command, ObjOptions& options) {
-    addAxisOption(command, "--forward", options.forward,
-                  "OBJ: axis that leads away from the viewer; Y if not told");
-    addAxisOption(command, "--up", options.upward, "OBJ: axis that leads upwards; Z if not told");
-    command
-        .add_option_function<std::string>(
-            "--scale", [&options](const std::string& text) { options.scale = objScaleFrom("--scale", text); },
-            "OBJ: factor of all positions; 1 if not told")
-        ->type_name("FACTOR");
+// Cells of a grid that is written, each way; a mesh of them has 33 million triangles.
+constexpr int kMostCells = 4096;
+
+GridSize gridSizeFrom(const std::string& text) {
+    const std::size_t times = text.find('x');
+    const auto cells = [&](std::string_view part) {
+        int count = 0;
+        const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), count);
+        const bool isCount =
+            error == std::errc() && end == part.data() + part.size() && count >= 1 && count <= kMostCells;
+        if (times == std::string::npos || !isCount)
+            throw ToolError{
+                .found = "found --grid " + quotedExcerpt(text),
+                .expected = "rows and columns from 1 to " + std::to_string(kMostCells) + ", such as 32x64"};
+        return count;
+    };
+    const std::string_view view = text;
+    return {.rows = cells(view.substr(0, times)), .columns = cells(view.substr(times + 1))};
 }
 
 }  // namespace
@@ -72,17 +81,24 @@ void addScreenOptions(CLI::App& command, ScreenOptions& options) {
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
     command.add_flag_callback(
         "--json", [&options] { options.format = AnswerFormat::Json; }, "Answer with one JSON document");
-    command
-        .add_option_function<std::string>(
-            "--max-memory", [&options](const std::string& text) { options.maxMemory = memorySizeFrom(text); },
-            "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory")
-        ->type_name("SIZE");
+    addMemoryOption(command, options.maxMemory);
     addOutputOption(command, options.output);
 }
 
 void addQueryOptions(CLI::App& command, QueryOptions& options) {
     addScreenOptions(command, options);
     command.add_flag("--require", options.areAnswersRequired, "Exit with 1 when a row has no answer");
+}
+
+void addObjOptions(CLI::App& command, ObjOptions& options) {
+    addAxisOption(command, "--forward", options.forward,
+                  "OBJ: axis that leads away from the viewer; Y if not told");
+    addAxisOption(command, "--up", options.upward, "OBJ: axis that leads upwards; Z if not told");
+    command
+        .add_option_function<std::string>(
+            "--scale", [&options](const std::string& text) { options.scale = objScaleFrom("--scale", text); },
+            "OBJ: factor of all positions; 1 if not told")
+        ->type_name("FACTOR");
 }
 
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description) {
@@ -92,10 +108,29 @@ void addUnitOption(CLI::App& command, std::string& unit, const std::string& desc
         ->capture_default_str();
 }
 
-void addOutputOption(CLI::App& command, std::string& path) {
-    command.add_option("-o,--output", path, "File to write, whole or not at all; - is the standard output")
-        ->type_name("FILE")
-        ->capture_default_str();
+CLI::Option& addOutputOption(CLI::App& command, std::string& path) {
+    return *command
+                .add_option("-o,--output", path,
+                            "File to write, whole or not at all; - is the standard output")
+                ->type_name("FILE")
+                ->capture_default_str();
+}
+
+void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory) {
+    command
+        .add_option_function<std::string>(
+            "--max-memory", [&maxMemory](const std::string& text) { maxMemory = memorySizeFrom(text); },
+            "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory")
+        ->type_name("SIZE");
+}
+
+CLI::Option& addGridOption(CLI::App& command, GridSize& grid) {
+    return *command
+                .add_option_function<std::string>(
+                    "--grid", [&grid](const std::string& text) { grid = gridSizeFrom(text); },
+                    "Cells of the mesh that a shape becomes")
+                ->type_name("ROWSxCOLUMNS")
+                ->default_str(std::to_string(grid.rows) + "x" + std::to_string(grid.columns));
 }
 
 void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description) {

@@ -6,8 +6,9 @@
 #include <string>
 
 #include "AnswerWriter.h"
+#include "GridMesh.h"
 #include "MemoryLimit.h"
-#include "ObjReader.h"
+#include "ObjSource.h"
 
 namespace CLI {
 class App;
@@ -39,9 +40,12 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 void addScreenOptions(CLI::App& command, ScreenOptions& options);
 void addQueryOptions(CLI::App& command, QueryOptions& options);
 
-/// Adds the options --unit and --output.
+/// Adds the options --unit, --output, --max-memory, --grid, and those that say how an OBJ file lies in the world.
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);
-void addOutputOption(CLI::App& command, std::string& path);
+CLI::Option& addOutputOption(CLI::App& command, std::string& path);
+void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory);
+CLI::Option& addGridOption(CLI::App& command, GridSize& grid);
+void addObjOptions(CLI::App& command, ObjOptions& options);
 
 /// Adds an option for a whole number of at least 2.
 void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description);

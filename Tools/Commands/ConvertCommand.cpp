@@ -1,0 +1,79 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "Commands/Commands.h"
+#include "Commands/Options.h"
+#include "Message.h"
+#include "ObjMender.h"
+#include "OutputFile.h"
+#include "ScreenWriter.h"
+#include "ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+struct ConvertOptions {
+    std::string input;
+    std::string output;
+    std::string format;
+    ObjOptions obj;
+    GridSize grid;
+    std::uint64_t maxMemory = defaultMemoryLimit();
+};
+
+void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
+    for (const ObjRepairs::Tally& tally : repairs.tallies())
+        writeNoteLine(atPlace(name, tally.firstLine, "mended " + repairText(tally)));
+}
+
+void mend(ObjSource& source) {
+    MendedObj mended = mendObj(source.name, source.text);
+    noteRepairs(source.name, mended.repairs);
+    source.text = std::move(mended.text);
+}
+
+ScreenFormat formatFor(const ConvertOptions& options) {
+    if (options.format == "obj") return ScreenFormat::Obj;
+    if (options.format == "xml") return ScreenFormat::Xml;
+    const ScreenFormat format = formatByName(options.output, ScreenFormat::Xml);
+    if (format != formatByName(options.output, ScreenFormat::Obj))
+        throw ToolError{.found = "found the output " + quotedExcerpt(options.output),
+                        .expected = "a name that ends with .obj or .xml, or --to"};
+    return format;
+}
+
+void run(const ConvertOptions& options) {
+    const ScreenFormat format = formatFor(options);
+    OutputFile output(options.output, {options.input});
+    const Screen screen = readScreen(options.input, options.maxMemory, options.obj, mend);
+    if (format == ScreenFormat::Xml) {
+        output.write(xmlTextOf(*screen.geometry));
+    } else {
+        const std::string text = objTextOf(screen, options.grid);
+        noteMeshStatus(options.output, text, options.maxMemory);
+        output.write(text);
+    }
+    output.finish();
+}
+
+}  // namespace
+
+void registerConvertCommand(CLI::App& tool) {
+    CLI::App& command =
+        addCommand(tool, "convert", "Convert a screen between OBJ and XML, and mend OBJ files",
+                   "quarnscreen convert Samples/dome.xml -o dome.obj");
+    const auto options = std::make_shared<ConvertOptions>();
+    command.add_option("INPUT", options->input, "OBJ file from any program, or XML file of a screen")
+        ->required()
+        ->type_name("FILE");
+    addOutputOption(command, options->output).required();
+    command.add_option("--to", options->format, "Format of the output, where its name does not tell")
+        ->check(CLI::IsMember({"obj", "xml"}));
+    addObjOptions(command, options->obj);
+    addGridOption(command, options->grid);
+    addMemoryOption(command, options->maxMemory);
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

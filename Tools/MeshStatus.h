@@ -1,0 +1,18 @@
+/// \file
+/// How good a loaded mesh is, in words.
+#pragma once
+
+#include <string>
+
+#include "ObjReader.h"
+
+namespace quarn {
+
+struct MeshStatus {
+    std::string word;  ///< For programs, as in "no_uv".
+    std::string text;  ///< What is wrong, and what works.
+};
+
+[[nodiscard]] MeshStatus meshStatusOf(const OBJScreen& screen, const MeshSource& source);
+
+}  // namespace quarn

@@ -1,0 +1,42 @@
+#include "ObjFaceNormals.h"
+
+#include <QuarnScreen/Point.h>
+
+#include "ObjNumber.h"
+
+namespace quarn {
+
+namespace {
+
+Point<double, 3> at(const std::array<float, 3>& position) {
+    return {position[0], position[1], position[2]};
+}
+
+// The sum of the areas of the triangles that make up the polygon.
+Point<double, 3> normalOf(const std::vector<std::array<float, 3>>& positions,
+                          const std::vector<std::uint64_t>& vertices) {
+    const auto corner = [&](std::size_t i) { return at(positions.at(vertices.at(i) - 1)); };
+    Point<double, 3> sum;
+    for (std::size_t i = 1; i + 1 < vertices.size(); ++i)
+        sum = sum + cross(corner(i) - corner(0), corner(i + 1) - corner(0));
+    const double size = length(sum);
+    // A face without area has no normal of its own, and any will do.
+    return size > 0.0 ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
+}
+
+}  // namespace
+
+std::uint64_t ObjFaceNormals::numberFor(const std::vector<std::uint64_t>& vertices) {
+    const Point<double, 3> normal = normalOf(positions, vertices);
+    std::string line = "vn";
+    for (std::size_t i = 0; i < 3; ++i) line += " " + objNumberText(static_cast<float>(normal[i]));
+    line += '\n';
+    const auto [entry, isNew] = numbers.try_emplace(line, count + 1);
+    if (isNew) {
+        ++count;
+        text += line;
+    }
+    return entry->second;
+}
+
+}  // namespace quarn

@@ -1,0 +1,45 @@
+/// \file
+/// The lines of an OBJ text from whatever program.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quarn {
+
+/// A line of an OBJ text. Lines of vertices and faces have those with them that a backslash joins to them.
+struct ObjRecord {
+    std::uint64_t line = 0;               ///< Number of the first line.
+    std::string_view text;                ///< All of it, without the line end.
+    std::string_view lineEnd;             ///< Empty at the end of the text.
+    std::vector<std::string_view> words;  ///< The keyword and what follows it, without a comment.
+    std::string_view comment;             ///< From its "#" on; empty where there is none.
+    bool isContinued = false;             ///< Whether other lines are joined to the first.
+};
+
+/// Goes through a text record by record. Line ends are LF, CRLF and CR; words are separated by any white space or NUL.
+class ObjRecords {
+public:
+    /// \param text it has to outlive the object
+    explicit ObjRecords(std::string_view text) : rest(text) {}
+
+    /// Sets \p record to the next one; false at the end. Its views hold until the next call.
+    bool next(ObjRecord& record);
+
+private:
+    std::string_view takeLine(std::string_view& lineEnd);
+    void joinLines(ObjRecord& record);
+
+    std::string_view rest;
+    std::uint64_t lineCount = 0;
+    std::string joined;
+};
+
+/// Whether a byte separates words.
+[[nodiscard]] constexpr bool isObjSpace(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f' || byte == '\0';
+}
+
+}  // namespace quarn

@@ -1,0 +1,28 @@
+/// \file
+/// The files that the tool writes screens to.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "GridMesh.h"
+#include "ScreenReader.h"
+
+namespace quarn {
+
+/// What \p path is to hold by the end of its name; \p otherwise where that tells nothing.
+[[nodiscard]] ScreenFormat formatByName(const std::string& path, ScreenFormat otherwise);
+
+/// The XML document of a screen.
+[[nodiscard]] std::string xmlTextOf(IScreenGeometry& screen);
+
+/// The OBJ text of a screen, which loads with no options. That of an OBJ screen is its own text, but where its axes or
+/// scale tell otherwise; then its positions are those in the screen's frame. A shape becomes a mesh.
+/// \param grid of that mesh
+[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid);
+
+/// Loads a text that was made, and says on standard error where UV does not work on it.
+/// \param path what the line calls the text
+void noteMeshStatus(const std::string& path, const std::string& objText, std::uint64_t maxMemory);
+
+}  // namespace quarn

@@ -1,0 +1,44 @@
+/// \file
+/// Lists in which equal records stand once.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+namespace quarn {
+
+/// Appends records of numbers to a list, each value once. 0 and -0 are one.
+template <std::size_t N>
+class SharedRecords {
+public:
+    using Record = std::array<float, N>;
+
+    /// \param recordList it has to outlive the object
+    explicit SharedRecords(std::vector<Record>& recordList) : list(recordList) {}
+
+    /// Index of the record in the list, where it now stands.
+    [[nodiscard]] std::int32_t indexOf(const Record& record) {
+        const auto [entry, isNew] = indexes.try_emplace(record, static_cast<std::int32_t>(list.size()));
+        if (isNew) list.push_back(record);
+        return entry->second;
+    }
+
+private:
+    struct Hash {
+        std::size_t operator()(const Record& record) const {
+            std::uint64_t hash = 0;
+            // -0 + 0 is 0.
+            for (const float number : record)
+                hash = (hash ^ std::bit_cast<std::uint32_t>(number + 0.0F)) * 0x9E3779B97F4A7C15U;
+            return static_cast<std::size_t>(hash ^ (hash >> 32U));
+        }
+    };
+
+    std::vector<Record>& list;
+    std::unordered_map<Record, std::int32_t, Hash> indexes;
+};
+
+}  // namespace quarn
