@@ -74,7 +74,9 @@ def main():
         program, = blocks(page, "cpp")
         pathlib.Path(argument).write_text(program, encoding="utf-8")
     elif what == "program":
-        expect(blocks(page[page.index("```cpp\n"):], "text")[0], subprocess.run([argument], cwd=ROOT, stdout=subprocess.PIPE, text=True, check=True).stdout, argument)
+        shown, *_ = blocks(page[page.index("```cpp\n"):], "text")
+        result = subprocess.run([argument], cwd=ROOT, stdout=subprocess.PIPE, text=True, check=True)
+        expect(shown, result.stdout, argument)
     else:
         check_commands(page, argument)
 
