@@ -1,0 +1,65 @@
+"""The page about tolerances names constants of the code with their values, and leaves none out."""
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+FOLDERS = [ROOT / "Source/QuarnScreen", ROOT / "Framework/CXX/Common", ROOT / "Tools"]
+ROW = re.compile(r"^\| `(k\w+)` \| ([^|]+) \| [^|]+ \| `([^`]+)` \| [^|]+ \|$", re.MULTILINE)
+CONSTANT = re.compile(r"\bconstexpr ((?:long )?(?:\w|::|<double, 2>)+) (k[A-Z]\w*)\s*(?:= ([^;]+)|(\([^;]+\)));")
+
+# Counts that are limits are told by their names, numbers that may be tolerances by their type.
+LIMIT = re.compile(r"k(Most|Least|Greatest|Largest|Longest|Deepest|Fewest|Max)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
+# Measures of a drawing.
+DRAWINGS = re.compile(r"Tools/Plot(Labels|Legend|Mesh|Page|Panel|Style|Uv)\.(cpp|h)")
+# Ends of a type's range, and names of numbers that are none.
+NO_LIMITS = {"kNaN", "kInfinity", "kEpsilon", "kGreatest"}
+
+
+def value_of(text):
+    """A number where the text is one, else the text without what differs by layout alone."""
+    text = " ".join(text.split())
+    try:
+        return float(re.sub(r"[FLU]$", "", text))
+    except ValueError:
+        return text
+
+
+def constants():
+    """All constants of the code: (file, name) to (type, value)."""
+    found = {}
+    for folder in FOLDERS:
+        for file in sorted([*folder.rglob("*.h"), *folder.rglob("*.cpp")]):
+            for kind, name, value, arguments in CONSTANT.findall(file.read_text(encoding="utf-8")):
+                found[file, name] = (kind, value_of(value or arguments))
+    return found
+
+
+def is_limit(file, name, kind):
+    if name in NO_LIMITS or DRAWINGS.fullmatch(str(file.relative_to(ROOT))):
+        return False
+    return kind in ("double", "float", "long double") or LIMIT.match(name) is not None
+
+
+def main():
+    page = (ROOT / "Docs/tolerances.md").read_text(encoding="utf-8")
+    code = constants()
+    told = {}
+    faults = []
+    for name, value, where in ROW.findall(page):
+        file = next((folder / where for folder in FOLDERS if (folder / where).exists()), None)
+        told[file, name] = value
+        if (file, name) not in code:
+            faults.append(f"{name}: not in {where}")
+        elif code[file, name][1] != value_of(value):
+            faults.append(f"{name}: the page tells {value}, {where} has {code[file, name][1]}")
+    faults += [f"{name} of {file.relative_to(ROOT)} is missing: add a row with its value, unit and reason"
+               for (file, name), (kind, _) in code.items() if is_limit(file, name, kind) and (file, name) not in told]
+    if len(ROW.findall(page)) != len(re.findall(r"^\| `", page, re.MULTILINE)):
+        faults.append("a row that begins with a name has not five cells")
+    if faults or not told:
+        sys.exit("Docs/tolerances.md\n" + "\n".join(faults))
+
+
+if __name__ == "__main__":
+    main()
