@@ -19,8 +19,14 @@ std::string missingUVText(const MeshSource& source) {
 
 }  // namespace
 
-MeshStatus meshStatusOf(const OBJScreen& screen, const MeshSource& source) {
-    switch (screen.getStatus()) {
+MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source) {
+    const auto* const obj = dynamic_cast<const OBJScreen*>(&screen);
+    if (obj == nullptr)
+        return {"no_uv",
+                "an STL file holds no UV, and the screen finds positions on few of its triangles; rays and "
+                "the outline "
+                "work, and quarnscreen convert makes an OBJ file of it for which more does"};
+    switch (obj->getStatus()) {
         case OBJScreen::StatusNoParameterization:
             return {"no_uv", missingUVText(source) + kNoUVWorks};
         case OBJScreen::StatusBadBoundary:

@@ -13,6 +13,7 @@ struct MeshStatus {
     std::string text;  ///< What is wrong, and what works.
 };
 
-[[nodiscard]] MeshStatus meshStatusOf(const OBJScreen& screen, const MeshSource& source);
+/// \param screen a mesh
+[[nodiscard]] MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source);
 
 }  // namespace quarn

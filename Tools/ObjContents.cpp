@@ -143,14 +143,15 @@ ObjContents examineObj(const ObjText& text, float scale) {
     return found;
 }
 
-void refuseAbove(std::uint64_t maxMemory, const ObjText& text, const ObjContents& contents) {
-    const std::uint64_t need = text.text.size() * kObjMemoryPerByte + contents.triangles * kMemoryPerTriangle;
+void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint64_t textSize,
+                     std::uint64_t triangles) {
+    const std::uint64_t need = textSize * kMeshMemoryPerByte + triangles * kMemoryPerTriangle;
     if (need > maxMemory)
-        throw ToolError{.found = "found a mesh of " + std::to_string(contents.triangles) +
+        throw ToolError{.found = "found a mesh of " + std::to_string(triangles) +
                                  " triangles, which may need " + memorySizeText(need) +
                                  " of memory and not " + memorySizeText(maxMemory),
                         .expected = "a smaller one, or a greater --max-memory",
-                        .file = text.name};
+                        .file = name};
 }
 
 }  // namespace quarn

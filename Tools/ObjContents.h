@@ -32,7 +32,7 @@ struct ObjContents {
 };
 
 /// Bytes of memory for each byte of a text: the text twice, and lists that are made for its size.
-inline constexpr std::uint64_t kObjMemoryPerByte = 3;
+inline constexpr std::uint64_t kMeshMemoryPerByte = 3;
 
 /// Counts what a text holds.
 ///
@@ -43,6 +43,7 @@ inline constexpr std::uint64_t kObjMemoryPerByte = 3;
 [[nodiscard]] ObjContents examineObj(const ObjText& text, float scale);
 
 /// Stops where the mesh of a text could need more than \p maxMemory bytes.
-void refuseAbove(std::uint64_t maxMemory, const ObjText& text, const ObjContents& contents);
+void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint64_t textSize,
+                     std::uint64_t triangles);
 
 }  // namespace quarn

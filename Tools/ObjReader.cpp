@@ -60,7 +60,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
     mesh.screen = std::make_shared<OBJScreen>(fromUtf8(frame.forward), fromUtf8(frame.upward), frame.scale);
     withRemedy(source.file, mesh.source.text,
                [&] { mesh.source.contents = examineObj(mesh.source.text, frame.scale); });
-    refuseAbove(maxMemory, mesh.source.text, mesh.source.contents);
+    refuseMeshAbove(maxMemory, source.name, mesh.source.text.text.size(), mesh.source.contents.triangles);
     withRemedy(source.file, mesh.source.text, [&] { load(mesh, std::move(source.text)); });
     return mesh;
 }

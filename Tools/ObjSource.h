@@ -39,7 +39,8 @@ struct ObjSource {
     ObjFrame frame;
 };
 
-/// Stops where the options tell axes that do not go together.
+/// That of an OBJ file, or of the mesh in an STL file of any form. Stops where the options tell axes that do not go
+/// together.
 [[nodiscard]] ObjSource objSourceOf(ScreenFile file, const ObjOptions& options);
 
 /// That of a ScreenGeometry element. Stops where it holds no text, or axes or a scale that no mesh can have.

@@ -8,6 +8,7 @@
 #include "MemoryLimit.h"
 #include "NumberText.h"
 #include "ObjContents.h"
+#include "StlForm.h"
 #include "ToolError.h"
 #include "XmlDocument.h"
 
@@ -15,7 +16,7 @@ namespace quarn {
 
 namespace {
 
-constexpr const char* kExpectedFile = "the XML or OBJ file of a screen";
+constexpr const char* kExpectedFile = "the XML, OBJ or STL file of a screen";
 // The beginning by which the format is told.
 constexpr std::size_t kReadSize = 1U << 20U;
 
@@ -30,6 +31,7 @@ ScreenFormat formatOf(std::string_view text) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     if (trimmed(text).starts_with('<')) return ScreenFormat::Xml;
+    if (beginsLikeStl(text)) return ScreenFormat::Stl;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         if (beginsWithKeyword(trimmed(text.substr(0, end)))) return ScreenFormat::Obj;
@@ -39,7 +41,7 @@ ScreenFormat formatOf(std::string_view text) {
 }
 
 std::uint64_t longestText(ScreenFormat format, std::uint64_t maxMemory) {
-    return maxMemory / (format == ScreenFormat::Xml ? XmlDocument::kMemoryPerByte : kObjMemoryPerByte);
+    return maxMemory / (format == ScreenFormat::Xml ? XmlDocument::kMemoryPerByte : kMeshMemoryPerByte);
 }
 
 }  // namespace

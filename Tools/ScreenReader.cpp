@@ -1,121 +1,17 @@
 #include "ScreenReader.h"
 
-#include <algorithm>
-#include <array>
-#include <optional>
-
-#include <Common/NodeText.h>
-#include <Common/TextConversion.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 #include "Message.h"
-#include "NumberText.h"
-#include "ScreenRules.h"
+#include "ScreenElement.h"
+#include "StlReader.h"
 #include "ToolError.h"
 #include "XmlDocument.h"
 
 namespace quarn {
 
 namespace {
-
-// The three numbers of a position. A screen takes what stands between two of them for a word of its own, so
-// that "1,2,3" would be (1, 0, 0).
-std::optional<std::array<double, 3>> parsePosition(std::string_view text) {
-    std::array<double, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const std::size_t length = i + 1 < numbers.size() ? text.find(',') : text.size();
-        if (length == std::string_view::npos) return std::nullopt;
-        const std::string_view cell = text.substr(0, length);
-        const auto number = parseNumber(cell);
-        const bool isApart = i == 0 || trimmed(cell.substr(0, 1)).empty();
-        if (!number || !isApart) return std::nullopt;
-        numbers.at(i) = *number;
-        text.remove_prefix(std::min(length + 1, text.size()));
-    }
-    return numbers;
-}
-
-// One screen element and the file around it, for errors that name the line.
-class ScreenElement {
-public:
-    ScreenElement(std::string fileName, const XmlDocument& xmlDocument, xercesc::DOMElement& screenElement)
-        : file(std::move(fileName)), document(xmlDocument), element(screenElement) {}
-
-    [[nodiscard]] std::string typeName() const;
-    [[nodiscard]] std::vector<Parameter> parametersOf(const ScreenType& screenType) const;
-
-private:
-    [[nodiscard]] Parameter parameterOf(const ScreenTag& tag) const;
-    void readInto(Parameter& parameter, const ScreenTag& tag, const xercesc::DOMNode& child) const;
-    [[nodiscard]] ToolError error(const xercesc::DOMNode& node, std::string found,
-                                  std::string expected) const {
-        return {.found = std::move(found),
-                .expected = std::move(expected),
-                .file = file,
-                .line = document.lineOf(node)};
-    }
-
-    std::string file;
-    const XmlDocument& document;
-    xercesc::DOMElement& element;
-};
-
-std::string ScreenElement::typeName() const {
-    std::string known = '"' + OBJScreen::type() + '"';
-    for (const ScreenType& type : screenTypes()) known += ", \"" + type.name + "\"";
-
-    const std::wstring& name16 = ScreenGeometryXmlHelper::classTypeNodeName();
-    const std::basic_string<XMLCh> attribute(name16.begin(), name16.end());  // plain ASCII
-    if (!element.hasAttribute(attribute.c_str()))
-        throw error(element, "found no ClassType in the ScreenGeometry element", known);
-    std::string name = toUtf8(fromXmlText(element.getAttribute(attribute.c_str())));
-    if (name == OBJScreen::type() || findScreenType(name) != nullptr) return name;
-    throw error(element, "found the ClassType " + quotedExcerpt(name), known);
-}
-
-std::vector<Parameter> ScreenElement::parametersOf(const ScreenType& screenType) const {
-    std::vector<Parameter> parameters;
-    for (const ScreenTag& tag : screenType.tags) parameters.push_back(parameterOf(tag));
-    checkRanges(screenType, parameters, file, document.lineOf(element));
-    return parameters;
-}
-
-Parameter ScreenElement::parameterOf(const ScreenTag& tag) const {
-    // The screen takes the last one where a tag is repeated; all of them have to be right.
-    Parameter parameter{.name = tag.parameter, .kind = tag.kind, .label = tag.label};
-    bool isThere = false;
-    for (const auto* child = element.getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        if (fromXmlText(child->getNodeName()) != tag.tag) continue;
-        readInto(parameter, tag, *child);
-        isThere = true;
-    }
-    const std::string name = toUtf8(tag.tag);
-    if (!isThere)
-        throw error(element, "found no " + name + " in the ScreenGeometry element", "<" + name + ">");
-    return parameter;
-}
-
-void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
-                             const xercesc::DOMNode& child) const {
-    const std::string text(trimmed(toUtf8(textContent(child))));
-    const std::string found = "found " + quotedExcerpt(text) + " in " + toUtf8(tag.tag);
-    const auto check = [&](double number) {
-        if (const auto expected = expectedInsteadOf(number, tag.kind)) throw error(child, found, *expected);
-    };
-    if (tag.kind == ParameterKind::Position) {
-        const auto numbers = parsePosition(text);
-        if (!numbers) throw error(child, found, R"(three numbers such as "0, 1.5, -2")");
-        parameter.position = {numbers->at(0), numbers->at(1), numbers->at(2)};
-        for (const double number : *numbers) check(number);
-        return;
-    }
-    const auto number = parseNumber(text);
-    if (!number) throw error(child, found, "a number");
-    parameter.value = *number;
-    check(parameter.value);
-    warnIfZero(parameter, file, document.lineOf(child));
-}
 
 Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
     if (prepare) prepare(source);
@@ -124,9 +20,31 @@ Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<v
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
+Screen screenOf(const std::string& path, StlMesh mesh) {
+    Screen screen{.file = path, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
+    screen.mesh->contents.triangles = mesh.triangleCount;
+    return screen;
+}
+
+// The factory does not know the type. Intended: bytes above 0x7F do not survive in the element, so that hardly a binary
+// file comes back whole.
+Screen screenOfStlElement(const std::string& path, const XmlDocument& document, xercesc::DOMElement& element,
+                          std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
+    const std::string name = path + " (STL text)";
+    if (element.getFirstChild() == nullptr)
+        throw ToolError{.found = "found no STL text in the ScreenGeometry element",
+                        .expected = "its base64",
+                        .file = path,
+                        .line = document.lineOf(element)};
+    std::string text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element);
+    if (!prepare) return screenOf(path, loadStl(path, name, std::move(text), maxMemory));
+    ScreenFile file{.path = name, .text = std::move(text), .format = ScreenFormat::Stl};
+    return loadMesh(objSourceOf(std::move(file), {}), maxMemory, prepare);
+}
+
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
     if (options.any())
-        throw ToolError{.found = "found --forward, --up or --scale for a screen from XML",
+        throw ToolError{.found = "found --forward, --up or --scale for a screen that is no OBJ file",
                         .expected = "them with an OBJ file only",
                         .file = path};
 }
@@ -144,9 +62,11 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
 Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
                   const std::function<void(ObjSource&)>& prepare) {
     ScreenFile file = readScreenFile(path, maxMemory);
-    if (file.format == ScreenFormat::Obj)
+    if (file.format == ScreenFormat::Obj || (file.format == ScreenFormat::Stl && prepare))
         return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare);
     refuseObjOptions(objOptions, path);
+    if (file.format == ScreenFormat::Stl)
+        return screenOf(path, loadStl(path, path, std::move(file.text), maxMemory));
 
     const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
@@ -159,12 +79,21 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
         warnOfFurtherScreens(path, document, elements);
         return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare);
     }
+    if (type == STLScreen::type()) {
+        warnOfFurtherScreens(path, document, elements);
+        return screenOfStlElement(path, document, *elements.front(), maxMemory, prepare);
+    }
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),
                   .parameters = element.parametersOf(*findScreenType(type))};
     warnOfFurtherScreens(path, document, elements);
     screen.geometry->deserialize(elements.front());
     return screen;
+}
+
+void warnWithoutUV(const Screen& screen) {
+    if (screen.mesh && !screen.geometry->hasParameterization())
+        writeWarningLine(atPlace(screen.file, 0, "the mesh has no UV to map by, see quarnscreen info"));
 }
 
 }  // namespace quarn

@@ -22,7 +22,7 @@ class Arguments(ToolTest):
 
     def test_names_are_shown_escaped(self):
         result = self.run_tool("info", "\x1b[2J\n.xml")
-        self.assertEqual(result.stderr.decode(), "error: \\x1b[2J\\x0a.xml: no such file, expected the XML or OBJ file of a screen\n")
+        self.assertEqual(result.stderr.decode(), "error: \\x1b[2J\\x0a.xml: no such file, expected the XML, OBJ or STL file of a screen\n")
         self.file("\x1b.xml", FLAT.format(4, 3))
         self.assertIn("\\x1b.xml", self.text_of("info", "\x1b.xml"))
         self.assertIn('"screen": "\\u001b.xml"', self.text_of("info", "\x1b.xml", "--json"))

@@ -105,7 +105,7 @@ class MeshErrors(ObjTest):
         mesh = self.xml("mesh.xml")
         for option in (["--forward", "Y"], ["--up", "Z"], ["--scale", "1"]):
             for screen in (WALL, mesh):
-                self.assertIn(": found --forward, --up or --scale for a screen from XML, expected them with an OBJ file only\n",
+                self.assertIn(": found --forward, --up or --scale for a screen that is no OBJ file, expected them with an OBJ file only\n",
                               self.error_line("info", screen, *option))
 
     def test_the_memory_limit_counts_text_and_triangles(self):

@@ -10,7 +10,7 @@ SIZES = "<Screen_Width>4</Screen_Width><Screen_Height>3</Screen_Height>"
 
 # name: content of the file, and what follows "error: FILE" in the line.
 REFUSED = {
-    "empty": ("", ": an empty file, expected the XML or OBJ file of a screen"),
+    "empty": ("", ": an empty file, expected the XML, OBJ or STL file of a screen"),
     "no_xml": ("Screen\n", ":1: not well-formed XML: .*"),
     "cut": (OPEN + SIZES + "\n", ":2: not well-formed XML: .*"),
     "wrong_end_tag": ("<a>\n\n<b></a>", ":3: not well-formed XML: .*"),
@@ -86,14 +86,14 @@ class ScreenErrors(ToolTest):
     def test_files_that_cannot_be_read(self):
         (self.folder / "folder").mkdir()
         self.file("file", "")
-        for path, message in (("nowhere.xml", "no such file, expected the XML or OBJ file of a screen"),
-                              ("folder", "a directory, expected the XML or OBJ file of a screen"),
+        for path, message in (("nowhere.xml", "no such file, expected the XML, OBJ or STL file of a screen"),
+                              ("folder", "a directory, expected the XML, OBJ or STL file of a screen"),
                               ("file/a.xml", "cannot be opened: Not a directory"),
                               ("x" * 300, "cannot be opened: File name too long"),
-                              ("-", "no such file, expected the XML or OBJ file of a screen")):
+                              ("-", "no such file, expected the XML, OBJ or STL file of a screen")):
             with self.subTest(path):
                 self.assertEqual(self.error_line("info", path), f"error: {path}: {message}\n")
-        self.assertEqual(self.error_line("info", ""), "error: an empty file name, expected the XML or OBJ file of a screen\n")
+        self.assertEqual(self.error_line("info", ""), "error: an empty file name, expected the XML, OBJ or STL file of a screen\n")
 
     @unittest.skipIf(os.geteuid() == 0, "root may read everything")
     def test_a_file_without_permission(self):

@@ -64,7 +64,7 @@ void registerConvertCommand(CLI::App& tool) {
         addCommand(tool, "convert", "Convert a screen between OBJ and XML, and mend OBJ files",
                    "quarnscreen convert Samples/dome.xml -o dome.obj");
     const auto options = std::make_shared<ConvertOptions>();
-    command.add_option("INPUT", options->input, "OBJ file from any program, or XML file of a screen")
+    command.add_option("INPUT", options->input, "OBJ or STL file from any program, or XML file of a screen")
         ->required()
         ->type_name("FILE");
     addOutputOption(command, options->output).required();

@@ -21,6 +21,7 @@ void run(const GridOptions& options) {
     const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
     refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
     const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    warnWithoutUV(screen);
     IScreenGeometry::Polylines grid;
     screen.geometry->sampleGrid(grid, options.density);
     writePolylines("grid", screen, grid, options);

@@ -18,9 +18,17 @@ std::vector<Column> hitColumns(const std::string& number, const Column& last) {
 std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last,
                            std::string_view status) {
     const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
-    return {number,       status,    hit.point[0], hit.point[1],
-            hit.point[2], hit.uv[0], hit.uv[1],    std::int64_t{hit.normalSign},
-            triangle,     last};
+    const bool hasUV = hit.uv != kNoUV;
+    return {number,
+            status,
+            hit.point[0],
+            hit.point[1],
+            hit.point[2],
+            hasUV ? Cell(hit.uv[0]) : Cell(),
+            hasUV ? Cell(hit.uv[1]) : Cell(),
+            std::int64_t{hit.normalSign},
+            triangle,
+            last};
 }
 
 std::vector<Cell> missCells(std::int64_t number, std::string_view status) {

@@ -8,7 +8,6 @@
 #include "Commands/Options.h"
 #include "Csv.h"
 #include "Finite.h"
-#include "Message.h"
 #include "ScreenReader.h"
 
 namespace quarn {
@@ -72,8 +71,7 @@ void run(const MapOptions& options) {
     const std::vector<std::string> inputNames =
         to3D ? std::vector<std::string>{"u", "v"} : std::vector<std::string>{"x", "y", "z"};
     CsvReader points(InputFile::orStandardInput(options.points, "a CSV file of points"), inputNames);
-    if (screen.mesh && !screen.geometry->hasParameterization())
-        writeWarningLine(atPlace(screen.file, 0, "the mesh has no UV to map by, see quarnscreen info"));
+    warnWithoutUV(screen);
     Answers answers(options, {options.screen, options.points},
                     {{"command", "map"}, {"screen", screen.file}, {"to", options.to}}, columnsTo(to3D));
 

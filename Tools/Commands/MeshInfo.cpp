@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include <QuarnScreen/OBJScreen.h>
+#include <QuarnScreen/MeshScreen.h>
 
 #include "MeshStatus.h"
 #include "Message.h"
@@ -61,7 +61,7 @@ std::uint64_t outlinePointsOf(const IScreenGeometry& geometry) {
 }
 
 Facts factsOf(const Screen& screen) {
-    const auto& mesh = dynamic_cast<const OBJScreen&>(*screen.geometry);
+    const auto& mesh = dynamic_cast<const MeshScreen&>(*screen.geometry);
     std::vector<Triangle> triangles;
     mesh.getTesselation(triangles);
     Facts facts;

@@ -74,7 +74,8 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 }
 
 void addScreenOptions(CLI::App& command, ScreenOptions& options) {
-    command.add_option("SCREEN", options.screen, "OBJ file, or XML file with a ScreenGeometry element")
+    command
+        .add_option("SCREEN", options.screen, "OBJ or STL file, or XML file with a ScreenGeometry element")
         ->required()
         ->type_name("FILE");
     addObjOptions(command, options.obj);

@@ -34,6 +34,7 @@ void run(const PointsOptions& options) {
     const auto count = static_cast<std::uint64_t>(options.columns) * static_cast<std::uint64_t>(options.rows);
     refuseManyPositions(count, options.maxMemory);
     const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    warnWithoutUV(screen);
     const auto points = screen.geometry->getDefaultCalibrationPoints(options.columns, options.rows);
 
     std::vector<Column> columns = {{"column"}, {"row"}};

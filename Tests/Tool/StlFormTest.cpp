@@ -1,0 +1,72 @@
+#include "StlForm.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include <QuarnScreen/STLScreen.h>
+
+#include "Support/Rng.h"
+
+namespace quarn::test {
+namespace {
+
+std::string binary(const std::string& header, std::int32_t count, std::size_t records) {
+    std::string text = header;
+    text.resize(StlLayout::kHeaderSize, '\0');
+    text.append(reinterpret_cast<const char*>(&count), sizeof count);
+    return text.append(records * StlLayout::kRecordSize, '\0');
+}
+
+TEST(StlForm, AFileCountsTheRecordsThatItTellsOfAndHolds) {
+    EXPECT_FALSE(stlLayoutOf(std::string(83, 'x')));
+    EXPECT_EQ(stlLayoutOf(binary("", 3, 5))->count(), 3U);
+    EXPECT_EQ(stlLayoutOf(binary("", 5, 3))->count(), 3U);
+    EXPECT_EQ(stlLayoutOf(binary("", -1, 3))->count(), 0U);
+    EXPECT_EQ(stlLayoutOf(binary("", 3, 3) + std::string(49, 'x'))->recordCount, 3U);
+}
+
+TEST(StlForm, FilesAreKnownByTheirBeginning) {
+    EXPECT_TRUE(beginsLikeStl("solid wall\nfacet"));
+    EXPECT_TRUE(beginsLikeStl(" SOLID\n"));
+    EXPECT_TRUE(beginsLikeStl(binary("made by a program", 1, 1)));
+    EXPECT_TRUE(beginsLikeStl(binary("", 2000000000, 1)));
+    EXPECT_TRUE(beginsLikeStl(binary("a header of 80 letters " + std::string(60, 'x'), 12, 1)));
+    EXPECT_FALSE(beginsLikeStl(""));
+    EXPECT_FALSE(beginsLikeStl("solids are made of\n"));
+    EXPECT_FALSE(beginsLikeStl("# a comment in an OBJ file\n" + std::string(200, 'v')));
+    EXPECT_FALSE(beginsLikeStl("v 0 0 0\n" + std::string("f 1\0 2 3\n", 9) + std::string(200, '#')));
+    EXPECT_FALSE(beginsLikeStl("\xFF\xFE" + binary("", 1, 1)));
+}
+
+TEST(StlForm, ABinaryFileMayBeginWithSolid) {
+    EXPECT_TRUE(isBinaryStl(binary("solid", 1, 1)));
+    EXPECT_TRUE(isBinaryStl(binary("solid wall\n", 10, 10)));
+    EXPECT_TRUE(isBinaryStl(binary("solid", 10, 3)));
+    EXPECT_FALSE(isBinaryStl("solid wall\nendsolid\n" + std::string(200, ' ')));
+}
+
+// The text form without a facet loads, and a binary file that is empty: what differs is the word that is needed behind
+// the first line.
+TEST(StlForm, TheLibraryTakesTheSameFilesForText) {
+    for (int i = 0; i < 3000; ++i) {
+        SCOPED_TRACE(i);
+        Rng rng(i);
+        constexpr std::string_view kLetters = "s \n\tx";
+        std::string text = rng.coin() ? "solid" : rng.coin() ? " solid" : "solidx";
+        const int length = rng.integer(0, 100);
+        for (int k = 0; k < length; ++k)
+            text += rng.integer(0, 30) == 0 ? kLetters[static_cast<std::size_t>(rng.integer(0, 4))] : 'a';
+        STLScreen screen;
+        std::istringstream stream(text);
+        testing::internal::CaptureStderr();
+        screen.deserialize(stream);
+        const std::string message = testing::internal::GetCapturedStderr();
+        const bool wasText =
+            message.find("facet") != std::string::npos || message.find("EOF") != std::string::npos;
+        EXPECT_EQ(isStlTextToLibrary(text), wasText) << text << message;
+    }
+}
+
+}  // namespace
+}  // namespace quarn::test
