@@ -143,8 +143,12 @@ ObjContents examineObj(const ObjText& text, float scale) {
     return found;
 }
 
+std::uint64_t meshMemory(const ObjText& text, const ObjContents& contents) {
+    return text.text.size() * kObjMemoryPerByte + contents.triangles * kMemoryPerTriangle;
+}
+
 void refuseAbove(std::uint64_t maxMemory, const ObjText& text, const ObjContents& contents) {
-    const std::uint64_t need = text.text.size() * kObjMemoryPerByte + contents.triangles * kMemoryPerTriangle;
+    const std::uint64_t need = meshMemory(text, contents);
     if (need > maxMemory)
         throw ToolError{.found = "found a mesh of " + std::to_string(contents.triangles) +
                                  " triangles, which may need " + memorySizeText(need) +

@@ -193,6 +193,13 @@ std::vector<RegionRect> uvBoxesOf(const std::vector<Triangle>& triangles) {
     return boxes;
 }
 
+std::vector<RegionRect> uvBoxesOf(const std::vector<std::array<Point<double, 2>, 3>>& triangles) {
+    std::vector<RegionRect> boxes(triangles.size());
+    std::transform(triangles.begin(), triangles.end(), boxes.begin(),
+                   [](const auto& uvs) { return uvBoxOf(uvs[0], uvs[1], uvs[2]); });
+    return boxes;
+}
+
 RegionMapGrowth countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t mostSteps) {
     CountingSink sink(mostSteps);
     Subdivision(boxes, sink).run(unionOf(boxes));

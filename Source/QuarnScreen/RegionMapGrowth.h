@@ -2,6 +2,7 @@
 /// How large the UV quadtree of a mesh would become, without building it.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -26,6 +27,9 @@ struct RegionMapGrowth {
 
 /// The UV boxes of triangles, from which a RegionMap is built.
 [[nodiscard]] std::vector<RegionRect> uvBoxesOf(const std::vector<Triangle>& triangles);
+/// The same of triangles that are given by the UVs of their corners.
+[[nodiscard]] std::vector<RegionRect> uvBoxesOf(
+    const std::vector<std::array<Point<double, 2>, 3>>& triangles);
 
 /// Counts what a build would make, cut by cut as it would go, and in about half of its time.
 /// \param mostSteps where it would take more, the count ends, and is not whole

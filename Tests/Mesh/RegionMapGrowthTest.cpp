@@ -86,7 +86,7 @@ TEST(RegionMapGrowth, UsualMeshesAreSurelySmall) {
 
 // A disk of UVs, as a dome has them, meets in its middle with very many triangles.
 TEST(RegionMapGrowth, FanAroundOnePointIsSurelySmallAmongManyTriangles) {
-    Mesh mesh = dome({60, 60}, kHalfSphere);
+    Mesh mesh = dome({300, 200}, kHalfSphere);
     for (Triangle& triangle : mesh)
         for (TriangleVertex& vertex : triangle.vertices) {
             const double angle = 6.283185307179586 * vertex.uv[0];
