@@ -30,8 +30,8 @@ class RegionMap::NodeSink {
 public:
     struct Saved {
         Statistics statistics;
-        std::size_t nodes;
-        std::size_t lists;
+        std::size_t nodes = 0;
+        std::size_t lists = 0;
     };
 
     NodeSink(RegionMap& owner, const Triangle* first, std::size_t count)

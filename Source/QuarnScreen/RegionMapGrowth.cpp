@@ -79,7 +79,7 @@ public:
         std::size_t cell;
         int box;
 
-        friend auto operator<=>(const Member&, const Member&) = default;
+        friend bool operator<(const Member& a, const Member& b) { return a.cell < b.cell; }
     };
 
     // The crowded cells that a box touches.
@@ -92,8 +92,10 @@ public:
     }
 
     [[nodiscard]] RegionRect rectOf(std::size_t cell) const {
-        const auto column = static_cast<double>(cell % static_cast<std::size_t>(size));
-        const auto row = static_cast<double>(cell / static_cast<std::size_t>(size));
+        const std::size_t cellsPerRow = static_cast<std::size_t>(size);
+        const std::size_t fullRows = cell / cellsPerRow;
+        const auto column = static_cast<double>(cell % cellsPerRow);
+        const auto row = static_cast<double>(fullRows);
         return {rect.minU + column / cellsPerU, rect.minU + (column + 1.0) / cellsPerU,
                 rect.minV + row / cellsPerV, rect.minV + (row + 1.0) / cellsPerV};
     }

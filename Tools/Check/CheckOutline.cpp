@@ -18,12 +18,12 @@ double lengthOf(const Loop& loop, const CheckedMesh& mesh, const CornerNumbers& 
     double sum = 0.0;
     for (const EdgeUse& use : loop) {
         const auto& numbers = corners[use.triangle];
-        const auto positionOf = [&](std::uint32_t corner) {
+        const auto positionAt = [&](std::uint32_t corner) {
             const auto place =
                 static_cast<std::size_t>(std::find(numbers.begin(), numbers.end(), corner) - numbers.begin());
             return mesh.triangles[use.triangle].vertices.at(place).position;
         };
-        sum += length(positionOf(use.high) - positionOf(use.low));
+        sum += length(positionAt(use.high) - positionAt(use.low));
     }
     return sum;
 }

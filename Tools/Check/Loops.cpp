@@ -40,7 +40,9 @@ private:
         std::uint32_t corner;
         std::uint32_t edge;
 
-        friend auto operator<=>(const End&, const End&) = default;
+        friend bool operator<(const End& a, const End& b) {
+            return a.corner != b.corner ? a.corner < b.corner : a.edge < b.edge;
+        }
     };
 
     const std::vector<EdgeUse>& edges;

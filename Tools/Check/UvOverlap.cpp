@@ -83,15 +83,15 @@ public:
             if (nodes[a].isLeaf() && nodes[b].isLeaf()) {
                 compareLeaves(nodes[a], nodes[b]);
             } else if (a == b) {
-                open.push_back({a + 1, a + 1});
-                open.push_back({nodes[a].second, nodes[a].second});
-                open.push_back({a + 1, nodes[a].second});
+                open.emplace_back(a + 1, a + 1);
+                open.emplace_back(nodes[a].second, nodes[a].second);
+                open.emplace_back(a + 1, nodes[a].second);
             } else if (nodes[b].isLeaf() || (!nodes[a].isLeaf() && nodes[a].size() > nodes[b].size())) {
-                open.push_back({a + 1, b});
-                open.push_back({nodes[a].second, b});
+                open.emplace_back(a + 1, b);
+                open.emplace_back(nodes[a].second, b);
             } else {
-                open.push_back({a, b + 1});
-                open.push_back({a, nodes[b].second});
+                open.emplace_back(a, b + 1);
+                open.emplace_back(a, nodes[b].second);
             }
         }
     }
