@@ -79,12 +79,13 @@ void checkMirrored(const CheckedMesh& mesh, const Surface& surface, const std::v
                "the map folds there; unwrap it without folds");
 
     if (isMapMirrored(mesh, isOriented))
-        findings.push_back({.name = "mirrored-map",
-                            .count = oriented,
-                            .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
-                                    "downwards, u runs to the left",
-                            .hint = "flip u, or see to --forward and --up; leave it where the picture is "
-                                    "projected from behind"});
+        findings.push_back(
+            {.name = "mirrored-map",
+             .count = oriented,
+             .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
+                     "downwards, u runs to the left",
+             .hint = "flip u, or v where the program counts it from below, or see to --forward and --up; "
+                     "leave it where the picture is projected from behind"});
 }
 
 }  // namespace quarn
