@@ -143,9 +143,13 @@ ObjContents examineObj(const ObjText& text, float scale) {
     return found;
 }
 
+std::uint64_t meshMemory(std::uint64_t textSize, std::uint64_t triangles) {
+    return textSize * kMeshMemoryPerByte + triangles * kMemoryPerTriangle;
+}
+
 void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint64_t textSize,
                      std::uint64_t triangles) {
-    const std::uint64_t need = textSize * kMeshMemoryPerByte + triangles * kMemoryPerTriangle;
+    const std::uint64_t need = meshMemory(textSize, triangles);
     if (need > maxMemory)
         throw ToolError{.found = "found a mesh of " + std::to_string(triangles) +
                                  " triangles, which may need " + memorySizeText(need) +

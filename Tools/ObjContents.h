@@ -34,6 +34,9 @@ struct ObjContents {
 /// Bytes of memory for each byte of a text: the text twice, and lists that are made for its size.
 inline constexpr std::uint64_t kMeshMemoryPerByte = 3;
 
+/// Upper bound of the bytes that a mesh needs while its screen is built and told of.
+[[nodiscard]] std::uint64_t meshMemory(std::uint64_t textSize, std::uint64_t triangles);
+
 /// Counts what a text holds.
 ///
 /// Stops with a ToolError, which names the line, at what the library could not load or would not end for: a face line

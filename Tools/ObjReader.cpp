@@ -10,6 +10,7 @@
 #include "ObjReferences.h"
 #include "ShellWord.h"
 #include "ToolError.h"
+#include "UvIndexLimit.h"
 
 namespace quarn {
 
@@ -61,6 +62,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
     withRemedy(source.file, mesh.source.text,
                [&] { mesh.source.contents = examineObj(mesh.source.text, frame.scale); });
     refuseMeshAbove(maxMemory, source.name, mesh.source.text.text.size(), mesh.source.contents.triangles);
+    refuseLargeUvIndex(source.file, mesh.source.text, mesh.source.contents, maxMemory);
     withRemedy(source.file, mesh.source.text, [&] { load(mesh, std::move(source.text)); });
     return mesh;
 }

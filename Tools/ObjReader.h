@@ -26,7 +26,7 @@ struct ObjMesh {
 };
 
 /// Loads a text. It is looked through first, so that what the library cannot load is an error that names the line; see
-/// examineObj(). Where it can be mended, the error says how.
+/// examineObj() and refuseLargeUvIndex(). Where it can be mended, the error says how.
 [[nodiscard]] ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory);
 
 }  // namespace quarn

@@ -44,6 +44,7 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerBoundaryCommand(tool);
     quarn::registerPointsCommand(tool);
     quarn::registerPlotCommand(tool);
+    quarn::registerCheckCommand(tool);
     quarn::registerMakeCommand(tool);
     quarn::registerConvertCommand(tool);
     quarn::registerCompletionCommand(tool);

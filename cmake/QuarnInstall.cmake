@@ -7,7 +7,8 @@ set(quarn_generated_dir "${PROJECT_BINARY_DIR}/install")
 
 # Headers. What lies in Detail, the text of DOM nodes and the questions of termination are the library's own.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Source/QuarnScreen" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE PATTERN MeshTermination.h EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE PATTERN MeshTermination.h EXCLUDE
+        PATTERN RegionMapGrowth.h EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Framework/CXX/Common" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
         FILES_MATCHING PATTERN "*.h" PATTERN NodeText.h EXCLUDE)
 

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -134,36 +133,15 @@ private:
         [[nodiscard]] bool holds(double u, double v) const;
     };
 
-    // Indices of triangles, a part of one array.
-    struct Range {
-        int* first;
-        int* last;
-
-        [[nodiscard]] int size() const { return static_cast<int>(last - first); }
-    };
+    class NodeSink;
 
     friend class RegionNode;
 
-    static RegionRect uvBox(const Triangle& triangle);
-    [[nodiscard]] std::array<int, 4> findQuadrants(const Range& range, double midU, double midV, int depth);
-    int* partition(const Range& range, int overlapping, int quadrant, int depth);
-    int buildNode(const Range& range, const RegionRect& rect, int depth, int parentCount);
-    int makeLeaf(const Range& range, int depth);
-    int slotOf(int triangle);
+    void cutAll(const Triangle* first, std::size_t count);
+    void countLeaf(int triangleCount, int depth);
     [[nodiscard]] int slotInLeaf(const RegionNode& leaf, int index) const;
     static UVTest uvTestOf(const Triangle& triangle);
     void makeTests();
-
-    // Scratch of a build.
-    struct Scratch {
-        const Triangle* triangles = nullptr;
-        std::vector<RegionRect> bounds;
-        std::vector<int> slots;      // by triangle; -1 for none yet
-        std::vector<int> misplaced;  // positions within a range
-        // By depth, then by triangle: a bit for each quadrant that it overlaps.
-        std::vector<std::vector<std::uint8_t>> quadrants;
-    };
-    Scratch scratch;
 
     RegionRect wholeRect;
     std::vector<RegionNode> nodeList;

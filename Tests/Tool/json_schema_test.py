@@ -6,6 +6,7 @@ import unittest
 
 import jsonschema
 
+from obj_case import wall
 from tool_case import FLAT, SAMPLES, SCREENS, WALL, ToolTest
 
 SCHEMAS = pathlib.Path(__file__).resolve().parents[2] / "Docs" / "schemas"
@@ -26,6 +27,7 @@ RUNS = {
     "closest": [["closest", WALL, sample("points")]],
     "nearest": [["nearest", WALL, sample("lines")], ["nearest", WALL, sample("lines"), "--extrapolate"]],
     "grid": [["grid", screen, "--density", "3"] for screen in SCREENS],
+    "check": [["check", "bad.obj"], ["check", "good.obj"]],
     "boundary": [["boundary", screen] for screen in SCREENS],
     "points": [["points", screen] for screen in SCREENS],
     "channel": [["channel", WALL, sample("rays")], ["channel", WALL, sample("rays"), "--extra", sample("rays")]],
@@ -51,6 +53,11 @@ def objects_in(value):
 
 
 class JsonSchema(ToolTest):
+    def setUp(self):
+        super().setUp()
+        self.file("good.obj", wall())
+        self.file("bad.obj", wall(corner="-{0}/{0}")[:-1] + "\nf 1/1 1/1 2/2")
+
     def document(self, arguments, **options):
         return json.loads(self.run_tool(*arguments, "--json", **options).stdout, parse_constant=refuse_constant)
 
@@ -89,7 +96,7 @@ class JsonSchema(ToolTest):
 
     def test_rows_are_the_rows_of_the_csv(self):
         for name, runs in RUNS.items():
-            if name == "info":
+            if name in ("info", "check"):
                 continue
             for arguments in runs:
                 header, *lines = self.text_of(*arguments).splitlines()

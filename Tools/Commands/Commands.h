@@ -21,6 +21,7 @@ void registerGridCommand(CLI::App& tool);
 void registerBoundaryCommand(CLI::App& tool);
 void registerPointsCommand(CLI::App& tool);
 void registerPlotCommand(CLI::App& tool);
+void registerCheckCommand(CLI::App& tool);
 void registerMakeCommand(CLI::App& tool);
 void registerCompletionCommand(CLI::App& tool);
 

@@ -1,0 +1,158 @@
+/// \file
+/// The rule by which a quadtree over UV is cut.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <utility>
+#include <vector>
+
+#include <QuarnScreen/RegionMap.h>
+
+namespace quarn {
+
+[[nodiscard]] inline double middleU(const RegionRect& rect) {
+    return (rect.maxU - rect.minU) * 0.5 + rect.minU;
+}
+[[nodiscard]] inline double middleV(const RegionRect& rect) {
+    return (rect.maxV - rect.minV) * 0.5 + rect.minV;
+}
+
+/// Smallest rectangle around the UVs of a triangle's corners.
+[[nodiscard]] RegionRect uvBoxOf(const Point<double, 2>& a, const Point<double, 2>& b,
+                                 const Point<double, 2>& c);
+
+/// Smallest rectangle around all boxes; inverted where there is none.
+[[nodiscard]] RegionRect unionOf(const std::vector<RegionRect>& boxes);
+
+/// Indices of boxes, a part of one array.
+struct BoxRange {
+    int* first;
+    int* last;
+
+    [[nodiscard]] int size() const { return static_cast<int>(last - first); }
+};
+
+/// Cuts a rectangle and its boxes into quadrants, children before their parent, and tells a sink what comes of it.
+///
+/// A sink has:
+///  - `Saved save()` and `void restore(const Saved&)`: what it holds, for a node that drops its children;
+///  - `bool mayCut(int count)`: asked before that many boxes are cut; where it says no they become a leaf;
+///  - `int leaf(BoxRange, int depth)` and `int inner(const std::array<int, 4>& children)`: the numbers of new nodes, from
+///    0;
+///  - `void giveUp()`: a node dropped its children.
+template <class Sink>
+class RegionSubdivision {
+public:
+    static constexpr int kMaxDepth = 18;
+    static constexpr int kRoomyLeafSize = 8;
+    static constexpr int kFirstDepth = 1;
+
+    /// Both have to outlive it.
+    RegionSubdivision(const std::vector<RegionRect>& rectangles, Sink& receiver)
+        : boxes(rectangles), sink(receiver), misplaced(boxes.size()), quadrants(kMaxDepth) {}
+
+    /// Cuts all boxes from a rectangle on, which has a depth in its tree.
+    void run(const RegionRect& rect, int depth = kFirstDepth) {
+        std::vector<int> indices(boxes.size());
+        std::iota(indices.begin(), indices.end(), 0);
+        cut({indices.data(), indices.data() + indices.size()}, rect, depth, kNoParent);
+    }
+
+private:
+    static constexpr int kNoParent = std::numeric_limits<int>::max();
+    static constexpr int kGivenUp = -1;
+    static constexpr int kQuadrants = 4;
+
+    static RegionRect quadrantOf(const RegionRect& rect, double midU, double midV, int quadrant) {
+        RegionRect part = rect;
+        ((quadrant & 1) == 0 ? part.maxU : part.minU) = midU;
+        ((quadrant & 2) == 0 ? part.maxV : part.minV) = midV;
+        return part;
+    }
+
+    // Notes for each box which quadrants it overlaps, and counts them by quadrant. Touching counts as overlap, so a
+    // triangle on a split line belongs to both sides. The boxes of a node overlap its rectangle, so that only the two
+    // inner sides of a quadrant tell.
+    std::array<int, 4> findQuadrants(const BoxRange& range, double midU, double midV, int depth) {
+        std::vector<std::uint8_t>& found = quadrants[static_cast<std::size_t>(depth)];
+        found.resize(boxes.size());
+        std::array<int, 4> counts{};
+        for (const int* i = range.first; i != range.last; ++i) {
+            const RegionRect& box = boxes[static_cast<std::size_t>(*i)];
+            const int left = static_cast<int>(!(box.minU > midU));
+            const int right = static_cast<int>(!(midU > box.maxU));
+            const int above = static_cast<int>(!(box.minV > midV));
+            const int below = static_cast<int>(!(midV > box.maxV));
+            const std::array<int, 4> overlaps = {left & above, right & above, left & below, right & below};
+            for (std::size_t quadrant = 0; quadrant < counts.size(); ++quadrant)
+                counts[quadrant] += overlaps[quadrant];
+            found[static_cast<std::size_t>(*i)] =
+                static_cast<std::uint8_t>(overlaps[0] + 2 * overlaps[1] + 4 * overlaps[2] + 8 * overlaps[3]);
+        }
+        return counts;
+    }
+
+    // Moves the boxes that overlap a quadrant to the front, and returns where the others begin. The order decides which
+    // of several triangles is found: the first from the front that does not belong there changes places with the first
+    // from the back that does, and so on. Both kinds are gathered before, as that needs no branch that depends on the
+    // data.
+    int* partition(const BoxRange& range, int overlapping, int quadrant, int depth) {
+        const std::vector<std::uint8_t>& found = quadrants[static_cast<std::size_t>(depth)];
+        const auto overlaps = [&](int box) { return (found[static_cast<std::size_t>(box)] >> quadrant) & 1; };
+        int* const first = range.first;
+        int* const fromFront = misplaced.data();
+        int wrong = 0;
+        for (int i = 0; i < overlapping; ++i) {
+            fromFront[wrong] = i;
+            wrong += 1 - overlaps(first[i]);
+        }
+        int* const fromBack = fromFront + wrong;
+        int right = 0;
+        for (int i = range.size() - 1; right < wrong; --i) {
+            fromBack[right] = i;
+            right += overlaps(first[i]);
+        }
+        for (int k = 0; k < wrong; ++k) std::swap(first[fromFront[k]], first[fromBack[k]]);
+        return first + overlapping;
+    }
+
+    int cut(const BoxRange& range, const RegionRect& rect, int depth, int parentCount) {
+        const int count = range.size();
+        if (count <= kRoomyLeafSize || depth >= kMaxDepth || !sink.mayCut(count))
+            return sink.leaf(range, depth);
+
+        const auto saved = sink.save();
+        const double midU = middleU(rect);
+        const double midV = middleV(rect);
+        const std::array<int, 4> overlapping = findQuadrants(range, midU, midV, depth);
+        std::array<int, 4> children{};
+        for (int quadrant = 0; quadrant < kQuadrants; ++quadrant) {
+            int* const end =
+                partition(range, overlapping[static_cast<std::size_t>(quadrant)], quadrant, depth);
+            // A second level in a row without reduction: the parent becomes a leaf.
+            if (end == range.last && count == parentCount) return kGivenUp;
+
+            const RegionRect part = quadrantOf(rect, midU, midV, quadrant);
+            const int child = cut({range.first, end}, part, depth + 1, count);
+            if (child == kGivenUp) {
+                sink.restore(saved);
+                sink.giveUp();
+                return sink.leaf(range, depth);
+            }
+            children[static_cast<std::size_t>(quadrant)] = child;
+        }
+        return sink.inner(children);
+    }
+
+    const std::vector<RegionRect>& boxes;
+    Sink& sink;
+    std::vector<int> misplaced;  // positions within a range
+    // By depth, then by box: a bit for each quadrant that it overlaps.
+    std::vector<std::vector<std::uint8_t>> quadrants;
+};
+
+}  // namespace quarn

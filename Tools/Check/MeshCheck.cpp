@@ -1,0 +1,41 @@
+#include "Check/MeshCheck.h"
+
+#include "Check/CheckOutline.h"
+#include "Check/CheckSize.h"
+#include "Check/CheckSurface.h"
+#include "Check/CheckTriangles.h"
+#include "Check/CheckUv.h"
+#include "UvIndexLimit.h"
+
+namespace quarn {
+
+namespace {
+
+void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
+    if (uvIndexGrowth(uvBoxesOf(mesh.triangles)).isWhole) return;
+    findings.push_back({.name = "uv-index-too-large",
+                        .count = mesh.triangles.size(),
+                        .text = "the UVs of " + counted(mesh.triangles.size(), "triangle") +
+                                " meet in so many places that they cannot be indexed; the other commands "
+                                "refuse the mesh",
+                        .hint = "unwrap it so that triangles do not overlap in UV, and are no long strips"});
+}
+
+}  // namespace
+
+std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
+    std::vector<Finding> findings;
+    if (!checkFinite(mesh, findings)) return findings;
+    const CornerNumbers corners = numberCorners(mesh.triangles, CornerIdentity::Position);
+    const std::vector<bool> isDegenerate = checkDegenerate(mesh, corners, findings);
+    const std::vector<bool> isDuplicate = checkDuplicates(mesh, corners, findings);
+    const Surface surface = checkSurface(mesh, corners, isDuplicate, findings);
+    checkOutline(mesh, surface, isDuplicate, unit, findings);
+    checkUv(mesh, surface, isDegenerate, isDuplicate, findings);
+    checkUvIndex(mesh, findings);
+    checkSize(mesh, unit, findings);
+    checkUnusedVertices(mesh, findings);
+    return findings;
+}
+
+}  // namespace quarn
