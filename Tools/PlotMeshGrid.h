@@ -1,0 +1,22 @@
+/// \file
+/// Lines on the triangles of a mesh.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "MeshTopology.h"
+#include "PointIds.h"
+
+namespace quarn {
+
+/// Edges between numbered positions as lines that are as long as can be.
+[[nodiscard]] std::vector<std::vector<Point<double, 3>>> chainedLines(
+    const PointIds& ids, const std::vector<std::pair<std::uint32_t, std::uint32_t>>& edges);
+
+/// Where u or v is a multiple of 1/8, as in PlotSurface, within the range of the UVs.
+[[nodiscard]] std::vector<std::vector<Point<double, 3>>> uvGridLines(
+    const std::vector<TriangleCorners>& triangles, const std::vector<TriangleUVs>& uvs);
+
+}  // namespace quarn
