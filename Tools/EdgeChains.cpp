@@ -15,24 +15,21 @@ public:
     [[nodiscard]] std::vector<EdgeChain> chains();
 
 private:
-    struct Meeting {
-        std::uint32_t point;
-        std::uint32_t edge;
-        auto operator<=>(const Meeting&) const = default;
-    };
+    // A point, and an edge that it ends.
+    using Meeting = std::pair<std::uint32_t, std::uint32_t>;
 
     [[nodiscard]] std::size_t firstAt(std::uint32_t point) const;
     void walkFrom(std::uint32_t point, std::uint32_t edge, std::vector<EdgeChain>& result);
 
     const std::vector<Edge>& edges;
-    std::vector<Meeting> meetings;  // of points with their edges, sorted
+    std::vector<Meeting> meetings;  // sorted
     std::vector<bool> isWalked;
 };
 
 Walker::Walker(const std::vector<Edge>& walkedEdges) : edges(walkedEdges), isWalked(walkedEdges.size()) {
     for (std::uint32_t i = 0; i < edges.size(); ++i) {
-        meetings.push_back({edges[i].first, i});
-        meetings.push_back({edges[i].second, i});
+        meetings.emplace_back(edges[i].first, i);
+        meetings.emplace_back(edges[i].second, i);
     }
     std::sort(meetings.begin(), meetings.end());
 }
@@ -41,10 +38,10 @@ std::vector<EdgeChain> Walker::chains() {
     std::vector<EdgeChain> result;
     for (std::size_t i = 0; i < meetings.size();) {
         std::size_t end = i;
-        while (end < meetings.size() && meetings[end].point == meetings[i].point) ++end;
+        while (end < meetings.size() && meetings[end].first == meetings[i].first) ++end;
         // Where an odd number of edges meet, a walk has to end.
         if ((end - i) % 2 == 1)
-            for (std::size_t k = i; k < end; ++k) walkFrom(meetings[k].point, meetings[k].edge, result);
+            for (std::size_t k = i; k < end; ++k) walkFrom(meetings[k].first, meetings[k].second, result);
         i = end;
     }
     for (std::uint32_t i = 0; i < edges.size(); ++i) walkFrom(edges[i].first, i, result);
@@ -65,9 +62,9 @@ void Walker::walkFrom(std::uint32_t point, std::uint32_t edge, std::vector<EdgeC
         chain.points.push_back(point);
         chain.edges.push_back(edge);
         isGoingOn = false;
-        for (std::size_t i = firstAt(point); i < meetings.size() && meetings[i].point == point; ++i) {
-            if (isWalked[meetings[i].edge]) continue;
-            edge = meetings[i].edge;
+        for (std::size_t i = firstAt(point); i < meetings.size() && meetings[i].first == point; ++i) {
+            if (isWalked[meetings[i].second]) continue;
+            edge = meetings[i].second;
             isGoingOn = point != chain.points.front();  // a loop ends where it closes
             break;
         }

@@ -54,13 +54,14 @@ std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, co
     for (std::size_t i = 1; i < line.size(); ++i) {
         const Point<double, 3> step = line[i] - line[i - 1];
         const double seen = length(camera.project(line[i]) - camera.project(line[i - 1]));
-        const double looks = std::max(std::ceil(seen / (raster.cellSize() * kLookDistance)), 1.0);
-        for (double look = 0.0; look < looks; look += 1.0) {
-            const ViewPoint from = camera.project(line[i - 1] + step * (look / looks));
-            const bool isHidden = raster.hides(line[i - 1] + step * ((look + 0.5) / looks));
+        const int looks =
+            std::max(static_cast<int>(std::ceil(seen / (raster.cellSize() * kLookDistance))), 1);
+        const auto at = [&](double look) { return line[i - 1] + step * (look / looks); };
+        for (int look = 0; look < looks; ++look) {
+            const bool isHidden = raster.hides(at(look + 0.5));
             if (parts.empty() || parts.back().isHidden != isHidden)
-                parts.push_back({.points = {from}, .isHidden = isHidden});
-            parts.back().points.push_back(camera.project(line[i - 1] + step * ((look + 1.0) / looks)));
+                parts.push_back({.points = {camera.project(at(look))}, .isHidden = isHidden});
+            parts.back().points.push_back(camera.project(at(look + 1.0)));
         }
     }
     for (LinePart& part : parts) part.points = simplified(part.points, raster.cellSize() * kTolerance);

@@ -36,12 +36,6 @@ double areaOf(const TriangleCorners& triangle) {
     return length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0])) / 2;
 }
 
-double lengthOf(const PlotMeshData::Line& line) {
-    double sum = 0.0;
-    for (std::size_t i = 1; i < line.size(); ++i) sum += length(line[i] - line[i - 1]);
-    return sum;
-}
-
 class DataMaker {
 public:
     explicit DataMaker(const IScreenGeometry& drawnMesh) : mesh(drawnMesh) {}
@@ -158,7 +152,7 @@ void DataMaker::sortLoops(const MeshTopology& topology) {
         order.push_back(i);
         isOuter[i] = std::all_of(loop.points.begin(), loop.points.end(), isKnown);
         if (isOuter[i]) hasOuter[loop.piece] = true;
-        lengths.push_back(lengthOf(loop.points));
+        lengths.push_back(lineLength(loop.points));
         std::size_t& best = longest[loop.piece];
         if (best == topology.loops.size() || lengths[i] > lengths[best]) best = i;
     }

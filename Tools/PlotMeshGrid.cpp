@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 
 #include "EdgeChains.h"
@@ -12,7 +13,17 @@ namespace quarn {
 namespace {
 
 using Edges = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
-using Lines = std::vector<std::vector<Point<double, 3>>>;
+using Line = std::vector<Point<double, 3>>;
+using Lines = std::vector<Line>;
+
+// Ends of lines are rounded to this part of the mesh's size, far less than a pixel, so that the lines of triangles that
+// nearly share an edge meet.
+constexpr double kPlaces = 8192.0;
+
+Point<double, 3> rounded(const Point<double, 3>& point) {
+    const auto nearest = [](double coordinate) { return std::round(coordinate * kPlaces) / kPlaces; };
+    return {nearest(point[0]), nearest(point[1]), nearest(point[2])};
+}
 
 // The lines of equal u, or of equal v.
 class GridFinder {
@@ -48,11 +59,10 @@ private:
             if (!(uvs.at(below)[axis] < level)) std::swap(below, above);
             const double from = uvs.at(below)[axis];
             const double part = (level - from) / (uvs.at(above)[axis] - from);
-            // Neighbours work this out from the same corners, so that their lines meet.
             const Point<double, 3> at =
                 part < 1.0 ? corners.at(below) + (corners.at(above) - corners.at(below)) * part
                            : corners.at(above);
-            ends.at(count++) = ids.idOf(at);
+            ends.at(count++) = ids.idOf(rounded(at));
         }
         if (ends[0] != ends[1]) edgesOfLine.at(static_cast<std::size_t>(line)).emplace_back(ends[0], ends[1]);
     }
@@ -65,13 +75,25 @@ private:
 
 }  // namespace
 
+double lineLength(const std::vector<Point<double, 3>>& line) {
+    double sum = 0.0;
+    for (std::size_t i = 1; i < line.size(); ++i) sum += length(line[i] - line[i - 1]);
+    return sum;
+}
+
 Lines chainedLines(const PointIds& ids, const Edges& edges) {
-    Lines lines;
+    std::vector<std::pair<double, Line>> lines;
     for (const EdgeChain& chain : joinEdges(edges)) {
-        lines.emplace_back();
-        for (const std::uint32_t point : chain.points) lines.back().push_back(ids.points()[point]);
+        Line line;
+        for (const std::uint32_t point : chain.points) line.push_back(ids.points()[point]);
+        const double distance = lineLength(line);
+        lines.emplace_back(distance, std::move(line));
     }
-    return lines;
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    Lines result;
+    for (auto& [distance, line] : lines) result.push_back(std::move(line));
+    return result;
 }
 
 Lines uvGridLines(const std::vector<TriangleCorners>& triangles, const std::vector<TriangleUVs>& uvs) {

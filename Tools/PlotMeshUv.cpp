@@ -165,7 +165,7 @@ void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const 
         painter.drawDots();
     }
     painter.drawGrid();
-    painter.drawEdges();
+    if (mesh.outlines.size() <= kMostOutlines) painter.drawEdges();
     painter.drawNames();
     painter.drawRange();
 }

@@ -111,10 +111,11 @@ std::vector<Shape> cellAreas(int columns, int rows, const std::function<std::str
                 runs.push_back({column, column + 1, row, std::move(styleClass)});
         }
         for (const Run& run : open) {
-            const auto same = std::find_if(runs.begin(), runs.end(), [&](const Run& next) {
-                return next.from == run.from && next.to == run.to && next.styleClass == run.styleClass;
-            });
-            if (same != runs.end())
+            const auto same =
+                std::lower_bound(runs.begin(), runs.end(), run,
+                                 [](const Run& next, const Run& wanted) { return next.from < wanted.from; });
+            if (same != runs.end() && same->from == run.from && same->to == run.to &&
+                same->styleClass == run.styleClass)
                 same->firstRow = run.firstRow;
             else
                 close(run, row);

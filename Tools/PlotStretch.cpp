@@ -45,6 +45,7 @@ std::string StretchScale::classOf(const StretchPatch& patch) const {
     if (!(meanStretch > 0.0) || !(patch.uvArea > 0.0 || patch.area > 0.0)) return kNoStretchClass;
     // A patch without area in UV is beyond the upper end.
     const double place = std::log2(patch.area / patch.uvArea / meanStretch) / std::log2(greatest);
+    if (std::isnan(place)) return kNoStretchClass;
     const double step = std::clamp(kMiddle * (1.0 + place) + kTieNudge, 0.0, kStretchSteps - 1.0);
     return kStretchClass + std::to_string(std::llround(step));
 }

@@ -59,6 +59,16 @@ TEST(PlotMeshData, UvLinesRunAcrossTheSurface) {
     }
 }
 
+TEST(PlotMeshData, UvLinesRunOnWhereTrianglesNearlyMeet) {
+    Mesh mesh = flatGrid({20, 12}, {.width = 4.0, .height = 3.0});
+    for (std::size_t i = 0; i < mesh.size(); ++i)
+        for (TriangleVertex& corner : mesh[i].vertices)
+            corner.position[0] += 1e-9 * static_cast<double>(i % 5);
+    const PlotMeshData data = dataOf(mesh);
+    EXPECT_EQ(data.counts.pieces, mesh.size());
+    EXPECT_THAT(data.grid, SizeIs(14));
+}
+
 TEST(PlotMeshData, AMirroredPatchIsMarkedAndATurnedTriangleIsAnotherThing) {
     Mesh mesh = flatGrid({6, 4});
     std::swap(mesh[5].vertices[0], mesh[5].vertices[1]);
