@@ -73,7 +73,7 @@ void Legend::addStretch(const StretchScale& stretch, double longestSide, const s
     at = at + PagePoint(0.0, kLineHeight);
     svg.text(
         "note", at,
-        "mean: " + lengthText(stretch.mean() * longestSide * longestSide, unit) + "² for u and v 0 to 1");
+        "mean: " + lengthText(stretch.mean() * longestSide * longestSide, unit) + "² for u, v 0 to 1");
     at = at + PagePoint(0.0, kLineHeight);
 }
 

@@ -80,7 +80,7 @@ class PlotMesh(PlotTest):
         even = self.plot_mesh(wall(), "--color", "stretch")
         self.assertGreater(self.points_of(even, "k8"), 50)
         self.assertEqual(self.points_of(even, "k7"), 4)
-        self.assertIn("mean: 12 m² for u and v 0 to 1", self.texts(even))
+        self.assertIn("mean: 12 m² for u, v 0 to 1", self.texts(even))
 
     def test_pages_stay_small_and_the_same(self):
         meshes = {"ten": sheet(5, 1), "all": sheet(50, 50, flip=[7]), "cells": sheet(120, 90, skip=lambda c, r: (c - 60) ** 2 + (r - 40) ** 2 < 90, flip=[77])}

@@ -69,7 +69,7 @@ class Plot(PlotTest):
             self.assert_no_overlap(self.plot(screen, "--color", "stretch"))
         # A flat wall is as large as its UV square is, times its area.
         svg = self.plot(WALL, "--color", "stretch", "--unit", "ft")
-        self.assertIn("mean: 12 ft² for u and v 0 to 1", self.texts(svg))
+        self.assertIn("mean: 12 ft² for u, v 0 to 1", self.texts(svg))
         # Each step has its rectangle in the legend, and the one of the mean paints the wall.
         self.assertEqual([step for step in range(17) if self.points_of(svg, f"k{step}") != 4], [8])
 
