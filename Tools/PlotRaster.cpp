@@ -13,7 +13,7 @@ namespace quarn {
 namespace {
 
 constexpr std::uint32_t kNothing = std::numeric_limits<std::uint32_t>::max();
-constexpr double kFarthest = -std::numeric_limits<double>::infinity();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // A surface nearer than this before a position, in sizes of the surface, is taken for the one that holds it.
 constexpr double kOnSurface = 0.006;
 // Part of a triangle's area by which a cell's middle may lie outside, so that no gap opens between neighbours.
@@ -31,7 +31,6 @@ struct Run {
 
 PlotRaster::PlotRaster(const std::vector<TriangleCorners>& triangles, const Camera& viewCamera, int cells)
     : camera(viewCamera) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     lowest = ViewPoint(kInfinity, kInfinity);
     ViewPoint highest(-kInfinity, -kInfinity);
     for (const TriangleCorners& triangle : triangles)
@@ -48,7 +47,7 @@ PlotRaster::PlotRaster(const std::vector<TriangleCorners>& triangles, const Came
     columnCount = static_cast<int>(std::ceil(extent[0] / cell)) + 1;
     rowCount = static_cast<int>(std::ceil(extent[1] / cell)) + 1;
     nearest.assign(indexOf(0, rowCount), kNothing);
-    depths.assign(nearest.size(), kFarthest);
+    depths.assign(nearest.size(), -kInfinity);
     for (std::uint32_t i = 0; i < triangles.size(); ++i) draw(triangles[i], i);
 }
 

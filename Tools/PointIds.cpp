@@ -6,7 +6,7 @@ namespace quarn {
 
 namespace {
 
-constexpr std::size_t kLeastSlots = 16;
+constexpr std::size_t kFirstSlots = 16;
 constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15;  // odd, with bits that look random
 
 std::uint64_t mixed(std::uint64_t bits) {
@@ -18,7 +18,7 @@ std::uint64_t mixed(std::uint64_t bits) {
 
 PointIds::PointIds(std::size_t expected) {
     known.reserve(expected);
-    grow(std::bit_ceil(2 * expected + kLeastSlots));
+    grow(std::bit_ceil(2 * expected + kFirstSlots));
 }
 
 std::uint32_t PointIds::idOf(const Point<double, 3>& point) {
