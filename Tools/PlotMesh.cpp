@@ -1,10 +1,15 @@
 #include "PlotMesh.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
 
-#include "Finite.h"
-#include "PlotPage.h"
-#include "PlotPanel.h"
+#include "PlotLegend.h"
+#include "PlotMeshData.h"
+#include "PlotMeshUv.h"
+#include "PlotMeshViews.h"
+#include "PlotSheet.h"
 #include "PlotStyle.h"
 #include "PlotText.h"
 
@@ -12,125 +17,137 @@ namespace quarn {
 
 namespace {
 
-constexpr double kPanelMargin = 44.0;
-constexpr double kBaseline = 34.0;
-constexpr double kIndent = 4.0;
-constexpr int kDensity = 9;  // lines of the grid at each eighth of u and v
+// A corner of a triangle whose UV is nearer than this to a corner of the unit square is named for it.
+constexpr double kAtCorner = 1e-6;
+// An overlap of fewer UVs than this comes from rounding.
+constexpr double kLeastOverlap = 5e-4;
+constexpr double kFirstEntry = 44.0;  // of the legend, below the upper edge of the panel
 
-struct Polyline {
-    const char* styleClass;
-    std::vector<Point<double, 3>> points;
-};
-
-// The lines of a mesh, moved and scaled so that the longest side of its bounds is 1.
-struct MeshLines {
-    Point<double, 3> min;
-    Point<double, 3> max;
-    std::vector<Polyline> lines;
-    std::vector<Point<double, 2>> outlineUV;
-
-    [[nodiscard]] Point<double, 3> extent() const { return max - min; }
-    [[nodiscard]] double size() const { return std::max({extent()[0], extent()[1], extent()[2]}); }
-};
-
-void addLine(MeshLines& mesh, const char* styleClass, const std::vector<Point<double, 3>>& points) {
-    if (points.size() < 2 ||
-        !std::all_of(points.begin(), points.end(), isFinite<3, std::make_index_sequence<3>>))
-        return;
-    const Point<double, 3> center = (mesh.min + mesh.max) * 0.5;
-    Polyline line{.styleClass = styleClass, .points = {}};
-    for (const Point<double, 3>& point : points) line.points.push_back((point - center) / mesh.size());
-    mesh.lines.push_back(std::move(line));
-}
-
-MeshLines linesOf(const IScreenGeometry& geometry) {
-    MeshLines mesh;
-    geometry.getBounds(&mesh.min, &mesh.max);
-    if (!isFinite(mesh.extent()) || !(mesh.size() > 0.0)) return mesh;
-    // The grid begins with the outline.
-    IScreenGeometry::Polylines outline;
-    geometry.sampleBoundary(outline);
-    IScreenGeometry::Polylines grid;
-    if (geometry.hasParameterization()) geometry.sampleGrid(grid, kDensity);
-    for (std::size_t i = 1; i < grid.size(); ++i) addLine(mesh, kGridClass, grid[i]);
-    for (const auto& points : outline) addLine(mesh, kOutlineClass, points);
-    if (geometry.hasParameterization()) geometry.sampleBoundaryUV(mesh.outlineUV);
-    return mesh;
-}
-
-Box inside(const Box& box) {
-    return {.corner = box.corner + PagePoint(kPanelMargin, kPanelMargin),
-            .width = box.width - 2 * kPanelMargin,
-            .height = box.height - 2 * kPanelMargin};
-}
-
-void drawView(SvgWriter& svg, const MeshLines& mesh, const Camera& camera, const Box& box) {
-    Frame frame;
-    for (const Polyline& line : mesh.lines)
-        for (const Point<double, 3>& point : line.points) frame.include(camera.project(point));
-    const double scale = frame.scaleInto(inside(box));
-    for (const Polyline& line : mesh.lines) {
-        std::vector<PagePoint> points;
-        for (const Point<double, 3>& point : line.points) {
-            const ViewPoint seen = (camera.project(point) - frame.middle()) * scale;
-            points.push_back(box.middle() + PagePoint(seen[0], -seen[1]));
+std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
+    std::vector<SceneCorner> corners;
+    for (const auto& [u, v] :
+         std::array{std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)}) {
+        const Point<double, 2> wanted(u, v);
+        double best = kAtCorner;
+        Point<double, 3> position;
+        for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
+            for (std::size_t k = 0; k < 3; ++k) {
+                const double distance = length(mesh.uvs[i].at(k) - wanted);
+                if (!(distance < best)) continue;
+                best = distance;
+                position = mesh.triangles[i].at(k);
+            }
         }
-        svg.line(line.styleClass, points);
+        if (best < kAtCorner) corners.push_back({.u = u, .v = v, .position = position});
     }
+    return corners;
 }
 
-void drawUV(SvgWriter& svg, const MeshLines& mesh, const Box& box) {
-    Frame frame;
-    frame.include({0.0, 0.0});
-    frame.include({1.0, 1.0});
-    for (const auto& uv : mesh.outlineUV)
-        if (isFinite(uv)) frame.include(uv);
-    const double scale = frame.scaleInto(inside(box));
-    const auto placed = [&](const Point<double, 2>& uv) {
-        return box.middle() + (uv - frame.middle()) * scale;
-    };
-    svg.rectangle("square", placed({0.0, 0.0}), scale, scale);
-    std::vector<PagePoint> points;
-    for (const auto& uv : mesh.outlineUV)
-        if (isFinite(uv)) points.push_back(placed(uv));
-    if (points.size() > 1) svg.line(kOutlineClass, points);
-    svg.text("label", placed({0.0, 0.0}) + PagePoint(0.0, -8.0), "u=0 v=0");
-    svg.text("label", placed({1.0, 1.0}) + PagePoint(0.0, 16.0), "u=1 v=1", TextAnchor::End);
-    if (mesh.outlineUV.empty())
-        svg.text("fact", box.middle(), "the mesh has no UV to map by", TextAnchor::Middle);
+PlotScene sceneOf(const IScreenGeometry& geometry, const PlotMeshData& mesh, const StretchScale* stretch) {
+    PlotScene scene{
+        .shapes = [&mesh, stretch](const Camera& camera) { return meshShapes(mesh, camera, stretch); },
+        .hides =
+            [&mesh](const Camera& camera, const Point<double, 3>& position) {
+                return PlotRaster(mesh.triangles, camera, kPlotCells).hides(position);
+            },
+        .corners = cornersOf(mesh)};
+    addEye(scene, geometry, mesh.placed(geometry.getEyepoint()));
+    return scene;
 }
 
-void drawHeader(SvgWriter& svg, const Screen& screen, const MeshLines& mesh, const std::string& unit) {
-    const double right = kPageWidth - kPageMargin - kIndent;
-    svg.text("title", {kPageMargin + kIndent, kBaseline}, shortFileName(screen.file));
-    svg.text("shape", {right, kBaseline},
-             "Mesh of " + std::to_string(screen.mesh->contents.triangles) + " triangles", TextAnchor::End);
-    const double scale = mesh.size();
-    svg.text("fact", {kPageMargin + kIndent, kBaseline + 26.0},
-             positionText(mesh.min, scale) + " to " + positionText(mesh.max, scale) + " " + unit);
-    svg.text("fact", {right, kBaseline + 26.0}, "digest " + shortDigest(*screen.geometry), TextAnchor::End);
+std::string countText(std::size_t count) {
+    return count == 0 ? "none" : std::to_string(count);
+}
+
+std::string percentText(double share) {
+    return shortNumber(std::round(share * 1000.0) / 10.0, 0.0) + " %";
+}
+
+void addFaults(Legend& legend, const PlotMeshData& mesh, const UvOverlap& overlap) {
+    const MeshCounts& counts = mesh.counts;
+    legend.addArea(kTurnedClass, "turned over: " + countText(counts.turned));
+    if (!mesh.hasUV()) return;
+    const auto faulty = static_cast<std::size_t>(std::count_if(
+        mesh.marks.begin(), mesh.marks.end(), [](const TriangleMark& mark) { return mark.hasFaultyUV(); }));
+    legend.addArea(kFaultyClass, "faulty UV: " + countText(faulty));
+    if (mesh.isMapMirrored) legend.addText("all mirrored, from the front");
+    if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " mirrored to the others");
+    if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
+    const double share = overlap.share();
+    legend.addArea("overlap",
+                   "overlap: " + (share < kLeastOverlap ? "none" : percentText(share) + " of the UVs"));
+}
+
+void addEdge(Legend& legend, const PlotMeshData& mesh) {
+    const std::size_t count = mesh.outlines.size();
+    if (count == 0)
+        legend.addLine(kOutlineClass, "edge: none");
+    else if (count <= kMostThickOutlines)
+        legend.addLine(kOutlineClass, "edge; pale: hidden");
+    else
+        legend.addLine(kThinClass,
+                       std::to_string(count) + " edges" + (count > kMostOutlines ? ": not drawn" : ""));
+}
+
+void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotMeshData& mesh,
+                    const PlotScene& scene, const std::string& unit, const StretchScale* stretch,
+                    const UvOverlap& overlap) {
+    Legend legend(svg, legendBox().corner + PagePoint(0.0, kFirstEntry));
+    if (stretch != nullptr) {
+        if (mesh.hasUV()) legend.addStretch(*stretch, mesh.size, unit);
+        if (mesh.counts.withoutUV > 0) legend.addArea(kNoStretchClass, "no UV");
+    } else {
+        legend.addSide(kFrontClass, "front: where normals point");
+        legend.addSide(kBackClass, "back");
+        addFaults(legend, mesh, overlap);
+    }
+    addEdge(legend, mesh);
+    legend.addLine(kHoleClass, "holes: " + countText(mesh.counts.holes));
+    if (!mesh.seams.empty()) legend.addLine(kSeamClass, "seam of the UVs");
+    if (mesh.hasUV()) legend.addLine(kGridClass, "u and v in steps of 1/8");
+    legend.addEye(scene, geometry, mesh.size, unit);
+}
+
+std::string factsText(const PlotMeshData& mesh) {
+    const MeshCounts& counts = mesh.counts;
+    std::string text = counts.pieces == 1 ? "one piece" : std::to_string(counts.pieces) + " pieces";
+    text += mesh.outlines.empty() ? ",  closed: no edge" : "";
+    text += ",  holes: " + countText(counts.holes) + ",  turned over: " + countText(counts.turned);
+    if (!mesh.hasUV()) return text + ",  no UV";
+    if (counts.withoutUV > 0) text += ",  triangles without UV: " + std::to_string(counts.withoutUV);
+    return text;
 }
 
 }  // namespace
 
-std::string plotMeshPage(const Screen& screen, const std::string& unit) {
-    const MeshLines mesh = linesOf(*screen.geometry);
-    SvgWriter svg(kPageWidth, kPageHeight, shortFileName(screen.file) + ": Mesh", plotStyleSheet());
-    svg.rectangle("page", {0.0, 0.0}, kPageWidth, kPageHeight);
-    drawHeader(svg, screen, mesh, unit);
-    drawPanelFrame(svg, panelBox(0, 0), "Perspective");
-    drawPanelFrame(svg, panelBox(1, 0), "Plan (from above)");
-    drawPanelFrame(svg, panelBox(1, 1), "Front (from the viewer)");
-    drawPanelFrame(svg, panelBox(0, 1), "UV layout");
-    if (mesh.lines.empty()) {
-        for (const Box& box : {panelBox(0, 0), panelBox(1, 0), panelBox(1, 1)})
-            svg.text("fact", box.middle(), "not drawable: the mesh has no outline", TextAnchor::Middle);
-    } else {
-        drawView(svg, mesh, Camera::perspective(0.0), panelBox(0, 0));
-        drawView(svg, mesh, Camera::plan(), panelBox(1, 0));
-        drawView(svg, mesh, Camera::front(), panelBox(1, 1));
+std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& file, const std::string& unit,
+                         PlotColor color) {
+    const PlotMeshData mesh = plotMeshData(geometry);
+    const StretchScale scale(mesh.patches());
+    const StretchScale* stretch = color == PlotColor::Stretch ? &scale : nullptr;
+    const UvOverlap overlap(mesh.uvs);
+    const std::size_t count = mesh.triangles.size() + mesh.counts.notFinite;
+    SheetHeader header{
+        .file = shortFileName(file),
+        .shape = "Mesh of " + std::to_string(count) + (count == 1 ? " triangle" : " triangles"),
+        .size = "no size: no finite positions that differ",
+        .digest = shortDigest(geometry),
+        .facts = {}};
+    if (mesh.isDrawable()) {
+        header.size = sizeText(mesh.min, mesh.max, unit);
+        header.facts = factsText(mesh);
     }
-    drawUV(svg, mesh, panelBox(0, 1));
+    const std::string styleSheet =
+        plotStyleSheet() + meshStyleRules() + (stretch != nullptr ? stretchStyleRules() : "");
+    SvgWriter svg = newSheet(header, styleSheet);
+    if (!mesh.isDrawable()) {
+        drawNoViews(svg, "the mesh has no finite positions that differ");
+        return svg.finish();
+    }
+    const PlotScene scene = sceneOf(geometry, mesh, stretch);
+    drawViews(svg, scene, mesh.max - mesh.min, unit);
+    drawMeshUv(svg, uvBox(), mesh, overlap, stretch);
+    drawMeshLegend(svg, geometry, mesh, scene, unit, stretch, overlap);
     return svg.finish();
 }
 

@@ -4,12 +4,14 @@
 
 #include <string>
 
+#include "PlotStretch.h"
 #include "ScreenReader.h"
 
 namespace quarn {
 
-/// An SVG document: perspective, plan, front and UV plane with the outline and the UV grid on the surface. Nothing is
-/// hidden by anything else.
-[[nodiscard]] std::string plotMeshPage(const Screen& screen, const std::string& unit);
+/// An SVG document with a mesh in perspective, from above, from the viewer and in UV, which shows at a glance holes,
+/// triangles that are turned over, and UVs that are faulty.
+[[nodiscard]] std::string plotMeshPage(const IScreenGeometry& mesh, const std::string& file,
+                                       const std::string& unit, PlotColor color = PlotColor::Side);
 
 }  // namespace quarn

@@ -29,21 +29,16 @@ constexpr double kTitleHeight = 28.0;
 
 constexpr double kHeadingLength = 0.3;  // in sizes of the surface
 
-struct Corner {
-    int column;
-    int row;
-};
-
 // The name of corners that a view shows at one place, as in "u=0|1 v=1".
-std::string cornerText(const std::vector<Corner>& corners) {
+std::string cornerText(const std::vector<SceneCorner>& corners) {
     const auto values = [&](auto coordinate) {
         bool hasZero = false;
         bool hasOne = false;
-        for (const Corner& corner : corners) (coordinate(corner) == 0 ? hasZero : hasOne) = true;
+        for (const SceneCorner& corner : corners) (coordinate(corner) == 0 ? hasZero : hasOne) = true;
         return std::string(hasZero && hasOne ? "0|1" : hasZero ? "0" : "1");
     };
-    return "u=" + values([](const Corner& corner) { return corner.column; }) +
-           " v=" + values([](const Corner& corner) { return corner.row; });
+    return "u=" + values([](const SceneCorner& corner) { return corner.u; }) +
+           " v=" + values([](const SceneCorner& corner) { return corner.v; });
 }
 
 }  // namespace
@@ -121,14 +116,15 @@ void PlotPanel::Drawing::drawSurface() {
             labels.avoidArea(std::move(points));
         } else {
             svg.line(shape.styleClass, points);
-            if (shape.styleClass != kGridClass) labels.avoidLine(points.front(), points.back());
+            for (std::size_t i = 1; i < points.size() && shape.styleClass != kGridClass; ++i)
+                labels.avoidLine(points[i - 1], points[i]);
         }
     }
 }
 
 void PlotPanel::Drawing::drawEye() {
     if (!panel.scene.eye) return;
-    const bool isHidden = hides(panel.scene.surface, panel.camera, *panel.scene.eye);
+    const bool isHidden = panel.scene.hides(panel.camera, *panel.scene.eye);
     const PagePoint eye = toPage(panel.camera.project(*panel.scene.eye));
     if (panel.scene.heading) {
         const Point<double, 3> tip = *panel.scene.eye + *panel.scene.heading * kHeadingLength;
@@ -144,14 +140,11 @@ void PlotPanel::Drawing::drawEye() {
 void PlotPanel::Drawing::drawCorners() {
     struct Label {
         PagePoint at;
-        std::vector<Corner> corners;
+        std::vector<SceneCorner> corners;
     };
     std::vector<Label> places;
-    for (const Corner& corner : {Corner{0, 0}, Corner{1, 0}, Corner{0, 1}, Corner{1, 1}}) {
-        const PlotSurface& surface = panel.scene.surface;
-        const auto position = surface.at(corner.column * surface.columns(), corner.row * surface.rows());
-        if (!position) continue;
-        const PagePoint at = toPage(panel.camera.project(*position));
+    for (const SceneCorner& corner : panel.scene.corners) {
+        const PagePoint at = toPage(panel.camera.project(corner.position));
         const auto same = std::find_if(places.begin(), places.end(), [&](const Label& label) {
             return length(label.at - at) < kSameLabelPlace;
         });
@@ -240,7 +233,7 @@ void PlotPanel::Drawing::drawUpright(const std::string& text) {
 }
 
 PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera)
-    : scene(shownScene), camera(viewCamera), shapes(surfaceShapes(scene.surface, camera)) {
+    : scene(shownScene), camera(viewCamera), shapes(scene.shapes(camera)) {
     for (const Shape& shape : shapes)
         for (const ViewPoint& point : shape.points) surfaceFrame.include(point);
     wholeFrame = surfaceFrame;

@@ -2,8 +2,10 @@
 /// One view of a screen on the page of a plot.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "PlotLabels.h"
 #include "PlotViews.h"
@@ -11,9 +13,19 @@
 
 namespace quarn {
 
+/// A corner of the unit square of UV on a surface.
+struct SceneCorner {
+    int u = 0;
+    int v = 0;
+    Point<double, 3> position;
+};
+
 /// What the views of a plot show, in sizes of the surface.
 struct PlotScene {
-    PlotSurface surface;
+    std::function<std::vector<Shape>(const Camera&)> shapes;  ///< The surface in painting order.
+    /// Whether the surface stands between the camera and a position.
+    std::function<bool(const Camera&, const Point<double, 3>&)> hides;
+    std::vector<SceneCorner> corners = {};
     std::optional<Point<double, 3>> eye = {};      ///< Nothing where it is too far away to be drawn.
     std::optional<Point<double, 3>> heading = {};  ///< Of length 1.
 };

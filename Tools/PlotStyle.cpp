@@ -1,5 +1,6 @@
 #include "PlotStyle.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -47,6 +48,25 @@ path{fill:none;stroke-linejoin:round}
 .corner{fill:#111}
 )";
 
+constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;stroke-width:.4px}
+.uv-fill{fill:#e2effc;stroke:#e2effc;stroke-width:.7px}
+.space{fill:#f6f6f6;stroke:#999;stroke-width:.8px}
+.border{stroke:#111;stroke-width:1.3px}
+.outline-hidden{stroke:#111;stroke-width:1.2px;stroke-opacity:.3}
+.thin{stroke:#111;stroke-width:.5px}
+.hole{stroke:#f57c00;stroke-width:3px}
+.hole-hidden{stroke:#f57c00;stroke-width:1.6px;stroke-opacity:.45}
+.turned{fill:#e02020;stroke:#e02020;stroke-width:.7px}
+.turned-dot{fill:#e02020;stroke:#e02020;stroke-width:3.6px;stroke-linecap:round}
+.faulty{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:.7px}
+.faulty-dot{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:3.6px;stroke-linecap:round}
+.overlap{fill:#5e1a8f}
+)";
+
+// Ever lighter, also for those who do not see red or green.
+constexpr std::array<Colour, 5> kStretchColours = {
+    {{52, 20, 96}, {52, 86, 148}, {28, 142, 140}, {110, 196, 94}, {250, 230, 60}}};
+
 std::string colourText(const Colour& colour) {
     std::string text = "#";
     for (const int part : colour) {
@@ -56,17 +76,23 @@ std::string colourText(const Colour& colour) {
     return text;
 }
 
+Colour mixed(const Colour& from, const Colour& to, int part, int whole) {
+    Colour colour{};
+    for (std::size_t i = 0; i < colour.size(); ++i)
+        colour.at(i) = from.at(i) + (to.at(i) - from.at(i)) * part / whole;
+    return colour;
+}
+
+std::string areaRule(const std::string& styleClass, const Colour& colour) {
+    const std::string value = colourText(colour);
+    return "." + styleClass + "{fill:" + value + ";stroke:" + value + "}\n";
+}
+
 // Strokes of the same colour cover the hairlines that would show between two cells.
 std::string shadeRules(const std::string& side, const Range& range) {
     std::string text;
-    for (int shade = 0; shade < kShades; ++shade) {
-        Colour colour{};
-        for (std::size_t i = 0; i < colour.size(); ++i)
-            colour.at(i) = range.dark.at(i) + (range.light.at(i) - range.dark.at(i)) * shade / (kShades - 1);
-        const std::string value = colourText(colour);
-        text.append(".").append(side).append(std::to_string(shade));
-        text.append("{fill:").append(value).append(";stroke:").append(value).append("}\n");
-    }
+    for (int shade = 0; shade < kShades; ++shade)
+        text += areaRule(side + std::to_string(shade), mixed(range.dark, range.light, shade, kShades - 1));
     return text;
 }
 
@@ -75,6 +101,25 @@ std::string shadeRules(const std::string& side, const Range& range) {
 std::string plotStyleSheet() {
     return std::string(kFixedRules) + "path[class^=f],path[class^=b]{stroke-width:.7px}\n" +
            shadeRules(kFrontClass, kFront) + shadeRules(kBackClass, kBack);
+}
+
+std::string meshStyleRules() {
+    return std::string(kMeshRules);
+}
+
+std::string stretchStyleRules() {
+    std::string text = "path[class^=k],.none{stroke-width:.7px}\n";
+    text += areaRule(kNoStretchClass, {190, 190, 190});
+    constexpr int kParts = static_cast<int>(kStretchColours.size()) - 1;
+    for (int step = 0; step < kStretchSteps; ++step) {
+        const int place = step * kParts;
+        const int part = std::min(place / (kStretchSteps - 1), kParts - 1);
+        const auto first = static_cast<std::size_t>(part);
+        text += areaRule(kStretchClass + std::to_string(step),
+                         mixed(kStretchColours.at(first), kStretchColours.at(first + 1),
+                               place - part * (kStretchSteps - 1), kStretchSteps - 1));
+    }
+    return text;
 }
 
 }  // namespace quarn

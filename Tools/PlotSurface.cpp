@@ -155,4 +155,22 @@ std::optional<Point<double, 3>> PlotSurface::at(int column, int row) const {
     return position;
 }
 
+std::optional<StretchPatch> PlotSurface::patch(int column, int row) const {
+    const auto a = at(column, row);
+    const auto b = at(column + 1, row);
+    const auto c = at(column + 1, row + 1);
+    const auto d = at(column, row + 1);
+    if (!a || !b || !c || !d) return std::nullopt;
+    return StretchPatch{.area = length(cross(*c - *a, *d - *b)) / 2,
+                        .uvArea = 1.0 / (static_cast<double>(columnCount) * rowCount)};
+}
+
+std::vector<StretchPatch> PlotSurface::patches() const {
+    std::vector<StretchPatch> result;
+    for (int row = 0; row < rowCount; ++row)
+        for (int column = 0; column < columnCount; ++column)
+            if (const auto one = patch(column, row)) result.push_back(*one);
+    return result;
+}
+
 }  // namespace quarn

@@ -8,6 +8,8 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
+#include "PlotStretch.h"
+
 namespace quarn {
 
 /// Lines of the drawn UV grid: one at each eighth of u and v.
@@ -44,6 +46,14 @@ public:
     [[nodiscard]] const Point<double, 3>& max() const { return highest; }
     /// Lengths along the edges, in the screen's unit.
     [[nodiscard]] const std::array<double, 4>& edgeLengths() const { return lengths; }
+
+    /// Longest side of the bounds, which at() takes for 1.
+    [[nodiscard]] double longestSide() const { return size; }
+
+    /// A cell's area, as at() would tell it, with its area in UV; nothing where a corner has no position.
+    [[nodiscard]] std::optional<StretchPatch> patch(int column, int row) const;
+    /// Those of all cells.
+    [[nodiscard]] std::vector<StretchPatch> patches() const;
 
     /// A position of the screen's frame as at() would tell it.
     [[nodiscard]] Point<double, 3> placed(const Point<double, 3>& point) const {

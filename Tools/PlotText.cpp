@@ -111,9 +111,8 @@ std::string parametersText(const Screen& screen, const std::string& unit) {
     return text;
 }
 
-std::string sizeText(const PlotSurface& surface, const std::string& unit) {
-    if (!surface.isDrawable()) return "no size: no finite positions that differ";
-    const Point<double, 3> extent = surface.max() - surface.min();
+std::string sizeText(const Point<double, 3>& min, const Point<double, 3>& max, const std::string& unit) {
+    const Point<double, 3> extent = max - min;
     const double scale = std::max({extent[0], extent[1], extent[2]});
     std::string size;
     std::string place;
@@ -122,7 +121,7 @@ std::string sizeText(const PlotSurface& surface, const std::string& unit) {
         place += (axis == 0   ? "x "
                   : axis == 1 ? ",  y "
                               : ",  z ") +
-                 shortNumber(surface.min()[axis], scale) + " to " + shortNumber(surface.max()[axis], scale);
+                 shortNumber(min[axis], scale) + " to " + shortNumber(max[axis], scale);
     }
     return size + " " + unit + " (width × depth × height):  " + place;
 }

@@ -28,8 +28,9 @@ namespace quarn {
 /// Every number that defines the screen, with angles in degrees.
 [[nodiscard]] std::string parametersText(const Screen& screen, const std::string& unit);
 
-/// Size and place of the surface's bounds.
-[[nodiscard]] std::string sizeText(const PlotSurface& surface, const std::string& unit);
+/// Size and place of a surface's bounds.
+[[nodiscard]] std::string sizeText(const Point<double, 3>& min, const Point<double, 3>& max,
+                                   const std::string& unit);
 
 /// The beginning of the screen's digest.
 [[nodiscard]] std::string shortDigest(const IScreenGeometry& geometry);

@@ -19,15 +19,18 @@ std::string edgeText(const PlotSurface& surface, PlotSurface::Edge edge, const s
     return lengthText(surface.edgeLengths().at(edge), unit);
 }
 
-void drawSquare(SvgWriter& svg, const PagePoint& corner, double side) {
-    svg.rectangle("square", corner, side, side);
-    for (int i = 1; i < kGridIntervals; ++i) {
-        const double at = side * i / kGridIntervals;
-        svg.line(kGridClass, {corner + PagePoint(at, 0.0), corner + PagePoint(at, side)});
-        svg.line(kGridClass, {corner + PagePoint(0.0, at), corner + PagePoint(side, at)});
+void drawStretch(SvgWriter& svg, const PagePoint& corner, double side, const PlotSurface& surface,
+                 const StretchScale& stretch) {
+    const PagePoint cell(side / surface.columns(), side / surface.rows());
+    for (int row = 0; row < surface.rows(); ++row) {
+        for (int column = 0; column < surface.columns(); ++column) {
+            const auto patch = surface.patch(column, row);
+            if (!patch) continue;
+            const PagePoint from = corner + PagePoint(column * cell[0], row * cell[1]);
+            const PagePoint to = from + cell;
+            svg.area(stretch.classOf(*patch), {from, {to[0], from[1]}, to, {from[0], to[1]}});
+        }
     }
-    svg.line(kOutlineClass, {corner, corner + PagePoint(side, 0.0), corner + PagePoint(side, side),
-                             corner + PagePoint(0.0, side), corner});
 }
 
 void drawCornerNames(SvgWriter& svg, const PagePoint& corner, double side) {
@@ -67,10 +70,28 @@ void drawDirections(SvgWriter& svg, const PagePoint& corner) {
 
 }  // namespace
 
-void drawUvLayout(SvgWriter& svg, const Box& box, const PlotSurface& surface, const std::string& unit) {
+void drawUvGrid(SvgWriter& svg, const PagePoint& corner, double side) {
+    for (int i = 1; i < kGridIntervals; ++i) {
+        const double at = side * i / kGridIntervals;
+        svg.line(kGridClass, {corner + PagePoint(at, 0.0), corner + PagePoint(at, side)});
+        svg.line(kGridClass, {corner + PagePoint(0.0, at), corner + PagePoint(side, at)});
+    }
+}
+
+void drawUvNames(SvgWriter& svg, const PagePoint& corner, double side) {
+    drawCornerNames(svg, corner, side);
+    drawDirections(svg, corner);
+}
+
+void drawUvLayout(SvgWriter& svg, const Box& box, const PlotSurface& surface, const std::string& unit,
+                  const StretchScale* stretch) {
     const double side = std::min(box.width, box.height) - 2 * kMargin;
     const PagePoint corner = box.corner + PagePoint(box.width - side, box.height - side) * 0.5;
-    drawSquare(svg, corner, side);
+    svg.rectangle("square", corner, side, side);
+    if (stretch != nullptr && surface.isDrawable()) drawStretch(svg, corner, side, surface, *stretch);
+    drawUvGrid(svg, corner, side);
+    svg.line(kOutlineClass, {corner, corner + PagePoint(side, 0.0), corner + PagePoint(side, side),
+                             corner + PagePoint(0.0, side), corner});
     drawCornerNames(svg, corner, side);
     drawEdgeLengths(svg, corner, side, surface, unit);
     drawDirections(svg, corner);

@@ -48,8 +48,9 @@ double areaOf(const std::vector<ViewPoint>& corners) {
 
 class SurfacePainter {
 public:
-    SurfacePainter(const PlotSurface& drawnSurface, const Camera& viewCamera)
-        : surface(drawnSurface), camera(viewCamera) {}
+    SurfacePainter(const PlotSurface& drawnSurface, const Camera& viewCamera,
+                   const StretchScale* cellStretch = nullptr)
+        : surface(drawnSurface), camera(viewCamera), stretch(cellStretch) {}
 
     [[nodiscard]] std::vector<Shape> shapes();
     [[nodiscard]] bool hides(const Point<double, 3>& position);
@@ -63,11 +64,12 @@ private:
     void addLinesAlongU();
     void addLinesAlongV();
     [[nodiscard]] std::optional<std::int64_t> nearnessOf(int column, int row) const;
-    [[nodiscard]] std::string sideAndShade(const std::array<Position, 4>& corners,
-                                           const Position& middle) const;
+    [[nodiscard]] std::string classOf(int column, int row, const std::array<Position, 4>& corners,
+                                      const Position& middle) const;
 
     const PlotSurface& surface;
     const Camera& camera;
+    const StretchScale* stretch;
     std::vector<Painted> painted;
 };
 
@@ -115,22 +117,18 @@ void SurfacePainter::addCell(int column, int row) {
     const std::array<Position, 4> corners = {*surface.at(column, row), *surface.at(column + 1, row),
                                              *surface.at(column + 1, row + 1), *surface.at(column, row + 1)};
     const Position middle = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
-    Painted item{.shape = {.styleClass = sideAndShade(corners, middle), .isArea = true},
+    Painted item{.shape = {.styleClass = classOf(column, row, corners, middle), .isArea = true},
                  .nearness = *nearness};
     for (const Position& corner : corners) item.shape.points.push_back(camera.project(corner));
     if (areaOf(item.shape.points) > kLeastArea) painted.push_back(std::move(item));
 }
 
-std::string SurfacePainter::sideAndShade(const std::array<Position, 4>& corners,
-                                         const Position& middle) const {
+std::string SurfacePainter::classOf(int column, int row, const std::array<Position, 4>& corners,
+                                    const Position& middle) const {
+    if (stretch != nullptr)
+        if (const auto patch = surface.patch(column, row)) return stretch->classOf(*patch);
     // The product of the diagonals is a normal also where two corners are one.
-    Position normal = normalized(cross(corners[3] - corners[1], corners[2] - corners[0]));
-    if (!isFinite(normal)) return kFrontClass + std::to_string(0);
-    const bool isFront = camera.sees(middle, normal);
-    if (!isFront) normal = normal * -1.0;
-    const double light = 0.5 + 0.5 * dot(normal, kTowardsLight);
-    const auto shade = std::llround(std::floor(light * kShades + kNearnessStep));
-    return (isFront ? kFrontClass : kBackClass) + std::to_string(std::clamp(shade, 0LL, kShades - 1LL));
+    return shadeClass(camera, middle, normalized(cross(corners[3] - corners[1], corners[2] - corners[0])));
 }
 
 // A line is painted right after the nearer one of the cells beside it.
@@ -201,9 +199,12 @@ Camera Camera::front() {
     return {Point<double, 3>(0.0, -1.0, 0.0), 0.0};
 }
 
+double Camera::enlargement(const Point<double, 3>& position) const {
+    return distance > 0.0 ? distance / (distance - nearness(position)) : 1.0;
+}
+
 ViewPoint Camera::project(const Point<double, 3>& position) const {
-    const double scale = distance > 0.0 ? distance / (distance - nearness(position)) : 1.0;
-    return projectDirection(position) * scale;
+    return projectDirection(position) * enlargement(position);
 }
 
 bool Camera::sees(const Point<double, 3>& position, const Point<double, 3>& normal) const {
@@ -211,8 +212,19 @@ bool Camera::sees(const Point<double, 3>& position, const Point<double, 3>& norm
     return dot(towardsCamera, normal) > kNearnessStep;
 }
 
-std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera) {
-    return SurfacePainter(surface, camera).shapes();
+std::string shadeClass(const Camera& camera, const Point<double, 3>& position,
+                       const Point<double, 3>& normal) {
+    if (!isFinite(normal)) return kFrontClass + std::to_string(0);
+    const bool isFront = camera.sees(position, normal);
+    const Point<double, 3> seen = isFront ? normal : normal * -1.0;
+    const double light = 0.5 + 0.5 * dot(seen, kTowardsLight);
+    const auto shade = std::llround(std::floor(light * kShades + kNearnessStep));
+    return (isFront ? kFrontClass : kBackClass) + std::to_string(std::clamp(shade, 0LL, kShades - 1LL));
+}
+
+std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera,
+                                 const StretchScale* stretch) {
+    return SurfacePainter(surface, camera, stretch).shapes();
 }
 
 bool hides(const PlotSurface& surface, const Camera& camera, const Point<double, 3>& position) {

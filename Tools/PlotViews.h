@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "PlotStretch.h"
 #include "PlotSurface.h"
 
 namespace quarn {
@@ -30,11 +31,17 @@ public:
     }
     /// Grows towards the camera.
     [[nodiscard]] double nearness(const Point<double, 3>& position) const { return dot(position, backward); }
+    /// Grows towards the camera too, and along a straight line of space evenly as the line does in the view.
+    [[nodiscard]] double depth(const Point<double, 3>& position) const {
+        return nearness(position) * enlargement(position);
+    }
     /// Whether a plane through \p position with the normal \p normal shows the camera the normal's side.
     [[nodiscard]] bool sees(const Point<double, 3>& position, const Point<double, 3>& normal) const;
 
 private:
     Camera(const Point<double, 3>& towardsCamera, double cameraDistance);
+
+    [[nodiscard]] double enlargement(const Point<double, 3>& position) const;
 
     Point<double, 3> right;
     Point<double, 3> up;
@@ -57,11 +64,18 @@ inline constexpr const char* kOutlineClass = "outline";
 inline constexpr const char* kSeamClass = "seam";
 inline constexpr int kShades = 18;
 
+/// Class of a side with its shade.
+/// \param normal of length 1, on the front
+[[nodiscard]] std::string shadeClass(const Camera& camera, const Point<double, 3>& position,
+                                     const Point<double, 3>& normal);
+
 /// The surface with its grid and outline, to be painted in this order.
 ///
 /// The front is the side from which u runs from left to right and v from top to bottom; the other one shows
 /// pictures mirrored.
-[[nodiscard]] std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera);
+/// \param stretch paints the cells by their stretch, where there is one
+[[nodiscard]] std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera,
+                                               const StretchScale* stretch = nullptr);
 
 /// Whether the surface stands between the camera and a position.
 [[nodiscard]] bool hides(const PlotSurface& surface, const Camera& camera, const Point<double, 3>& position);

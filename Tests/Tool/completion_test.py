@@ -34,6 +34,7 @@ class Completion(ToolTest):
     def test_values(self):
         self.assertEqual(self.complete("map", "--to", ""), ["3d", "2d"])
         self.assertEqual(self.complete("info", "--unit", "c"), ["cm"])
+        self.assertEqual(self.complete("plot", "--color", ""), ["side", "stretch"])
         self.assertEqual(self.complete("completion", ""), ["bash"])
         self.assertEqual(self.complete("info", "--max-memory", ""), [])
 

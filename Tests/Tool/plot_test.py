@@ -2,59 +2,19 @@
 import os
 import pathlib
 import re
-import subprocess
 import unittest
-import xml.etree.ElementTree as ElementTree
 
-from tool_case import FLAT, SAMPLES, SCREENS, WALL, ToolTest
+from gallery_meshes import PICTURES, meshes
+from plot_case import SVG, PlotTest
+from tool_case import FLAT, SAMPLES, SCREENS, WALL
 
 GALLERY = SAMPLES.parent / "Docs" / "gallery"
-SVG = "{http://www.w3.org/2000/svg}"
 CORNERS = ["u=0 v=0", "u=1 v=0", "u=0 v=1", "u=1 v=1"]
 CYLINDER = ('<ScreenGeometry ClassType="class CylinderScreen"><Center_Point>{}</Center_Point><Screen_Height>{}</Screen_Height>'
             "<Screen_Radius>{}</Screen_Radius><Screen_MinTheta>{}</Screen_MinTheta><Screen_MaxTheta>{}</Screen_MaxTheta></ScreenGeometry>")
 
 
-class Plot(ToolTest):
-    def plot(self, *arguments, **options):
-        return self.text_of("plot", *arguments, **options)
-
-    def parsed(self, svg):
-        """The document, after what must hold for each one."""
-        subprocess.run(["xmllint", "--noout", "-"], input=svg.encode(), check=True)
-        root = ElementTree.fromstring(svg.encode())
-        self.assertEqual(root.tag, SVG + "svg")
-        self.assertLessEqual({element.tag.removeprefix(SVG) for element in root.iter()},
-                             {"svg", "title", "style", "path", "circle", "rect", "text"})
-        width, height = float(root.get("width")), float(root.get("height"))
-        for element in root.iter():
-            self.assertFalse([name for name in element.attrib if "href" in name or name.startswith("on")])
-            for name in set(element.attrib) - {"class", "text-anchor", "viewBox", "xmlns"}:
-                numbers = re.sub(r"rotate\(|\)|[Mz]", " ", element.get(name)).split()
-                for number in numbers:
-                    self.assertRegex(number, r"\A-?[0-9]+(\.[0-9])?\Z")
-        for element in root.iter(SVG + "path"):
-            numbers = [float(number) for number in re.findall(r"-?[0-9.]+", element.get("d"))]
-            self.assertTrue(all(0 <= x <= width for x in numbers[::2]) and all(0 <= y <= height for y in numbers[1::2]))
-        self.assertNotRegex(root.find(SVG + "style").text, r"url|import|@")
-        return root
-
-    def texts(self, svg):
-        return [element.text for element in self.parsed(svg).iter(SVG + "text") if element.text]
-
-    def assert_no_overlap(self, svg):
-        """Labels and dimensions of a page, taken as boxes of a narrow font, leave each other free."""
-        boxes = []
-        for element in self.parsed(svg).iter(SVG + "text"):
-            if element.get("class") not in ("label", "size") or element.get("transform") or not element.text:
-                continue
-            left, bottom, size = float(element.get("x")), float(element.get("y")), 6.0 * len(element.text)
-            left -= {"middle": size / 2, "end": size}.get(element.get("text-anchor"), 0.0)
-            boxes.append((left, left + size, bottom - 8, bottom, element.text))
-        for i, a in enumerate(boxes):
-            for b in boxes[:i]:
-                self.assertFalse(a[0] < b[1] and b[0] < a[1] and a[2] < b[3] and b[2] < a[3], (a, b))
-
+class Plot(PlotTest):
     def test_the_samples_have_their_shape_size_and_corners(self):
         expected = {
             "flat-wall.xml": ["Flat wall", "width 4 m,  height 3 m", "4 m", "3 m", "(0, -2, 0) m", "(0, 1, 0)"],
@@ -90,11 +50,28 @@ class Plot(ToolTest):
         self.assertEqual((self.folder / "out.svg").read_text(), self.plot(WALL))
 
     def test_the_gallery_is_what_the_tool_draws(self):
-        self.assertEqual(sorted(path.stem for path in GALLERY.glob("*.svg")), sorted(pathlib.Path(screen).stem for screen in SCREENS))
+        drawn = {pathlib.Path(screen).stem: self.plot(screen) for screen in SCREENS}
+        for name, text in meshes().items():
+            drawn[name] = self.plot_mesh(text, *PICTURES[name], name=name + ".obj")
+        self.assertEqual(sorted(path.stem for path in GALLERY.glob("*.svg")), sorted(drawn))
+        for name, svg in drawn.items():
+            with self.subTest(name):
+                stored = GALLERY / (name + ".svg")
+                self.assertTrue(stored.read_text() == svg, f"{stored} is old: build the target gallery")
+
+    def test_a_stretch_has_a_scale_and_no_sides(self):
         for screen in SCREENS:
-            with self.subTest(screen):
-                stored = GALLERY / (pathlib.Path(screen).stem + ".svg")
-                self.assertTrue(stored.read_text() == self.plot(screen), f"{stored} is old: build the target gallery")
+            texts = self.texts(self.plot(screen, "--color", "stretch"))
+            self.assertIn("area over area in UV, of the mean:", texts)
+            self.assertIn("1", texts)
+            self.assertFalse([text for text in texts if text.startswith(("front", "back"))])
+            self.assertEqual(self.plot(screen, "--color", "side"), self.plot(screen))
+            self.assert_no_overlap(self.plot(screen, "--color", "stretch"))
+        # A flat wall is as large as its UV square is, times its area.
+        svg = self.plot(WALL, "--color", "stretch", "--unit", "ft")
+        self.assertIn("mean: 12 ft² for u, v 0 to 1", self.texts(svg))
+        # Each step has its rectangle in the legend, and the one of the mean paints the wall.
+        self.assertEqual([step for step in range(17) if self.points_of(svg, f"k{step}") != 4], [8])
 
     def test_unusual_screens_fit_on_the_page(self):
         screens = {
@@ -150,6 +127,7 @@ class Plot(ToolTest):
         self.assert_one_error_line(self.run_tool("plot", WALL, "-o", "/dev/full"), 3)
         self.assert_one_error_line(self.run_tool("plot"), 2)
         self.assert_one_error_line(self.run_tool("plot", WALL, "--json"), 2)
+        self.assert_one_error_line(self.run_tool("plot", WALL, "--color", "blue"), 2)
         self.assert_one_error_line(self.run_tool("plot", WALL, "--unit", "parsec"), 2)
         self.assertEqual([path.name for path in self.folder.iterdir()], ["bad.xml"])
 

@@ -12,21 +12,36 @@ namespace quarn {
 
 namespace {
 
-void run(const ScreenOptions& options) {
+struct PlotOptions : ScreenOptions {
+    PlotColor color = PlotColor::Side;
+};
+
+void run(const PlotOptions& options) {
     const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
-    output.write(screen.mesh ? plotMeshPage(screen, options.unit) : plotPage(screen, options.unit));
+    output.write(screen.mesh ? plotMeshPage(*screen.geometry, screen.file, options.unit, options.color)
+                             : plotPage(screen, options.unit, options.color));
     output.finish();
 }
 
 }  // namespace
 
 void registerPlotCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "plot", "Draw a screen as an SVG page with four views",
+    CLI::App& command = addCommand(tool, "plot", "Draw a screen, with the faults of a mesh, as an SVG page with four views",
                                    "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg");
-    const auto options = std::make_shared<ScreenOptions>();
+    const auto options = std::make_shared<PlotOptions>();
     addScreenOptions(command, *options);
     command.remove_option(command.get_option("--json"));  // a page has one format
+    command
+        .add_option_function<std::string>(
+            "--color",
+            [options](const std::string& text) {
+                options->color = text == "stretch" ? PlotColor::Stretch : PlotColor::Side;
+            },
+            "What colours tell: the side of the surface, or its area over its area in UV")
+        ->check(CLI::IsMember({"side", "stretch"}))
+        ->type_name("NAME")
+        ->default_str("side");
     command.callback([options] { run(*options); });
 }
 

@@ -1,0 +1,63 @@
+#include "PlotLines.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace quarn::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+// A square of 1 in the plane y = 0.
+const std::vector<TriangleCorners> kSquare = {
+    {Point<double, 3>(0.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 1.0)},
+    {Point<double, 3>(0.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 1.0), Point<double, 3>(0.0, 0.0, 1.0)}};
+
+TEST(PlotLines, AStraightLineNeedsItsEndsAlone) {
+    std::vector<ViewPoint> line;
+    for (int i = 0; i <= 100; ++i) line.emplace_back(i * 0.01, i * 0.02);
+    EXPECT_THAT(simplified(line, 1e-6), ElementsAre(line.front(), line.back()));
+    EXPECT_THAT(simplified({}, 1e-6), IsEmpty());
+}
+
+TEST(PlotLines, NoPointLiesFartherFromASimplifiedLineThanTold) {
+    std::vector<ViewPoint> circle;
+    for (int i = 0; i <= 720; ++i) circle.emplace_back(std::cos(i * 0.00872665), std::sin(i * 0.00872665));
+    const double tolerance = 0.01;
+    const std::vector<ViewPoint> few = simplified(circle, tolerance);
+    EXPECT_LT(few.size(), 60U);
+    // A chord that keeps the tolerance has its middle at least at 1 - tolerance.
+    for (std::size_t i = 1; i < few.size(); ++i)
+        EXPECT_GE(length((few[i - 1] + few[i]) * 0.5), 1.0 - tolerance - 1e-9);
+}
+
+TEST(PlotLines, ALineThatGoesBehindASurfaceHasTwoParts) {
+    const Camera camera = Camera::front();
+    const PlotRaster raster(kSquare, camera, 200);
+    const auto parts = visibleParts({{0.5, -0.5, 0.5}, {0.6, 0.5, 0.5}}, camera, raster);
+    ASSERT_THAT(parts, SizeIs(2));
+    EXPECT_FALSE(parts[0].isHidden);
+    EXPECT_TRUE(parts[1].isHidden);
+    EXPECT_EQ(parts[0].points.back(), parts[1].points.front());
+    EXPECT_NEAR(parts[0].points.back()[0], 0.55, 0.01);
+}
+
+TEST(PlotLines, ALineOnTheSurfaceIsSeenAsOnePart) {
+    for (const Camera& camera : {Camera::front(), Camera::perspective(0.0), Camera::plan()}) {
+        const PlotRaster raster(kSquare, camera, 200);
+        const auto parts = visibleParts({{0.0, 0.0, 0.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 1.0}}, camera, raster);
+        ASSERT_THAT(parts, SizeIs(1));
+        EXPECT_FALSE(parts[0].isHidden);
+    }
+}
+
+TEST(PlotLines, APointIsNoLine) {
+    const Camera camera = Camera::front();
+    EXPECT_THAT(visibleParts({{0.5, 0.0, 0.5}}, camera, PlotRaster(kSquare, camera, 10)), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quarn::test

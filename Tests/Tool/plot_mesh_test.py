@@ -1,0 +1,110 @@
+"""Pictures of meshes show their outline, UV grid, holes and faults, in few bytes, the same ones on every run."""
+import math
+import os
+import unittest
+
+from gallery_meshes import dome, text_of, wall_with_faults
+from obj_case import wall
+from plot_case import PlotTest
+
+
+def sheet(columns, rows, uv=lambda u, v: (u, v), skip=lambda column, row: False, flip=(), depth=0.2):
+    """A wavy wall of 4 by 3 m whose faces of the numbers in flip are turned over."""
+    positions = [(4 * c / columns - 2, depth * math.sin(5 * c / columns), 1.5 - 3 * r / rows) for r in range(rows + 1) for c in range(columns + 1)]
+    uvs = [uv(c / columns, r / rows) for r in range(rows + 1) for c in range(columns + 1)]
+    faces = []
+    for row in range(rows):
+        for column in range(columns):
+            a = row * (columns + 1) + column
+            b = a + columns + 1
+            if not skip(column, row):
+                faces += [[(a, a), (b, b), (b + 1, b + 1)], [(a, a), (b + 1, b + 1), (a + 1, a + 1)]]
+    for face in flip:
+        faces[face].reverse()
+    return text_of(positions, uvs, faces)
+
+
+def octahedron():
+    """A closed mesh without UV."""
+    corners = [(1, 0, 0), (-1, 0, 0), (0, 1, 0), (0, -1, 0), (0, 0, 1), (0, 0, -1)]
+    faces = [(x, y, z) if (x + (y - 2) + (z - 4)) % 2 == 0 else (y, x, z) for x in (0, 1) for y in (2, 3) for z in (4, 5)]
+    lines = [f"v {x} {y} {z}" for x, y, z in corners] + ["vn 0 0 1"] + ["f " + " ".join(f"{i + 1}//1" for i in face) for face in faces]
+    return "\n".join(lines) + "\n"
+
+
+class PlotMesh(PlotTest):
+    def test_a_good_mesh_has_no_fault(self):
+        svg = self.plot_mesh(dome())
+        self.assertLessEqual({"turned over: none", "faulty UV: none", "overlap: none", "holes: none", "UV from (0, 0) to (1, 1)"}, set(self.texts(svg)))
+        for name in ("turned", "faulty", "overlap", "hole"):
+            self.assertLessEqual(self.points_of(svg, name), 4, "the legend alone")
+        for name in ("grid", "outline", "uv-fill", "border"):
+            self.assertGreater(self.points_of(svg, name), 50)
+
+    def test_faults_are_painted_and_counted(self):
+        svg = self.plot_mesh(wall_with_faults())
+        self.assertLessEqual({"turned over: 3", "faulty UV: 60", "60 mirrored to the others", "holes: 1", "seam of the UVs", "overlap: none"}, set(self.texts(svg)))
+        # Three triangles in the perspective, the front and the UV layout. The plan sees a wall from its edge.
+        self.assertEqual(self.points_of(svg, "turned"), 4 + 3 * 3 * 3)
+        self.assertEqual(self.points_of(svg, "faulty"), 4 + 3 * 3 * 60)
+        self.assertGreater(self.points_of(svg, "hole"), 10)
+
+    def test_uvs_outside_and_twice_are_told(self):
+        texts = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1.5 * u, v)))))
+        self.assertLessEqual({"24 outside of 0 to 1", "faulty UV: 24", "UV from (0, 0) to (1.5, 1)"}, texts)
+        folded = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - abs(2 * u - 1), v)))))
+        self.assertLessEqual({"overlap: 100 % of the UVs", "32 mirrored to the others"}, folded)
+        mirrored = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - u, v)))))
+        self.assertLessEqual({"all mirrored, from the front", "faulty UV: none"}, mirrored)
+
+    def test_a_mesh_without_uv_has_a_surface_and_says_so(self):
+        svg = self.plot_mesh(wall(corner="{0}//1"))
+        self.assertIn("the mesh has no UV", self.texts(svg))
+        self.assertIn("outline", self.classes(svg))
+        self.assertNotIn("grid", self.classes(svg))
+        self.assertTrue([name for name in self.classes(svg) if name and name.startswith("f")])
+        self.assertIn("no UV", self.texts(self.plot_mesh(wall(corner="{0}//1"), "--color", "stretch")))
+
+    def test_a_closed_mesh_is_drawn(self):
+        texts = self.texts(self.plot_mesh(octahedron()))
+        self.assertIn("edge: none", texts)
+        self.assertIn("2 m", texts)
+        self.assertFalse([text for text in texts if text.startswith("not drawable")])
+
+    def test_the_stretch_is_relative_to_the_mean(self):
+        # The UV of the right half is three times as wide as that of the left one: 2 and 2/3 of the mean.
+        svg = self.plot_mesh(sheet(8, 4, uv=lambda u, v: (u / 2, v) if u < 0.5 else (1.5 * u - 0.5, v), depth=0), "--color", "stretch")
+        self.assertLessEqual({"1/2", "0.7071", "1", "1.414", "2"}, set(self.texts(svg)))
+        # The perspective, the front and the UV layout have 32 triangles of each.
+        self.assertEqual({step: self.points_of(svg, f"k{step}") for step in range(17)}, {step: 4 + (3 * 3 * 32 if step in (3, 16) else 0) for step in range(17)})
+        even = self.plot_mesh(wall(), "--color", "stretch")
+        self.assertGreater(self.points_of(even, "k8"), 50)
+        self.assertEqual(self.points_of(even, "k7"), 4)
+        self.assertIn("mean: 12 m² for u, v 0 to 1", self.texts(even))
+
+    def test_pages_stay_small_and_the_same(self):
+        meshes = {"ten": sheet(5, 1), "all": sheet(50, 50, flip=[7]), "cells": sheet(120, 90, skip=lambda c, r: (c - 60) ** 2 + (r - 40) ** 2 < 90, flip=[77])}
+        for name, text in meshes.items():
+            for options in ([], ["--color", "stretch"]):
+                with self.subTest(name=name, options=options):
+                    svg = self.plot_mesh(text, *options)
+                    self.assertLess(len(svg), 1_500_000)
+                    self.assertEqual(self.plot_mesh(text, *options), svg)
+                    environment = dict(os.environ, LC_ALL=os.environ["QUARN_LOCALE"], LOCPATH=os.environ["QUARN_LOCPATH"])
+                    self.assertEqual(self.plot_mesh(text, *options, env=environment), svg)
+                    self.parsed(svg)
+                    self.assert_no_overlap(svg)
+        self.assertIn("turned-dot", self.classes(self.plot_mesh(text)))
+
+    def test_unusual_meshes_fit_on_the_page(self):
+        flat = "\n".join(["v 0 0 0", "v 1 0 0", "v 2 0 0", "vn 0 0 1", "f 1//1 2//1 3//1"]) + "\n"
+        far = text_of([(9e5, 0, 0), (9e5 + 4, 0, 0), (9e5, 0, 4)], [(-1e30, 5), (1e30, 5), (0, 1e30)], [[(0, 0), (1, 1), (2, 2)]])
+        point = "\n".join(["v 3 3 3", "vn 0 0 1", "f 1//1 1//1 1//1"]) + "\n"
+        for text in (flat, far, point):
+            texts = self.texts(self.plot_mesh(text))
+            self.assertIn("Mesh of 1 triangle", texts)
+            self.assertEqual(len([words for words in texts if words.startswith("not drawable")]), 3 if text == point else 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
