@@ -6,6 +6,7 @@
 #include <Common/TextConversion.h>
 #include <QuarnScreen/ObjLoadException.h>
 
+#include "NumberText.h"
 #include "ObjMender.h"
 #include "ObjReferences.h"
 #include "ShellWord.h"
@@ -53,7 +54,7 @@ void load(ObjMesh& mesh, std::string text) {
 
 }  // namespace
 
-ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
+ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, StageClock& clock) {
     ObjMesh mesh;
     const ObjFrame& frame = mesh.source.frame = source.frame;
     mesh.source.text = joinObjLines(source.name, source.text);
@@ -61,6 +62,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
     withRemedy(source.file, mesh.source.text,
                [&] { mesh.source.contents = examineObj(mesh.source.text, frame.scale); });
     refuseAbove(maxMemory, mesh.source.text, mesh.source.contents);
+    clock.enter("building the mesh of " + groupedCount(mesh.source.contents.triangles) + " triangles");
     withRemedy(source.file, mesh.source.text, [&] { load(mesh, std::move(source.text)); });
     return mesh;
 }

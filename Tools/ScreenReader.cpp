@@ -12,6 +12,7 @@
 #include "Message.h"
 #include "NumberText.h"
 #include "ScreenRules.h"
+#include "StageClock.h"
 #include "ToolError.h"
 #include "XmlDocument.h"
 
@@ -117,10 +118,11 @@ void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
     warnIfZero(parameter, file, document.lineOf(child));
 }
 
-Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
+Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+                StageClock& clock) {
     if (prepare) prepare(source);
     const std::string file = source.file;
-    ObjMesh mesh = loadObj(std::move(source), maxMemory);
+    ObjMesh mesh = loadObj(std::move(source), maxMemory, clock);
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
@@ -143,9 +145,11 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
 
 Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
                   const std::function<void(ObjSource&)>& prepare) {
+    StageClock clock;
+    clock.enter("reading " + path);
     ScreenFile file = readScreenFile(path, maxMemory);
     if (file.format == ScreenFormat::Obj)
-        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare);
+        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare, clock);
     refuseObjOptions(objOptions, path);
 
     const XmlDocument document(path, file.text, maxMemory);
@@ -157,7 +161,7 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     const std::string type = element.typeName();
     if (type == OBJScreen::type()) {
         warnOfFurtherScreens(path, document, elements);
-        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare);
+        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare, clock);
     }
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),

@@ -15,16 +15,15 @@ std::vector<Column> hitColumns(const std::string& number, const Column& last) {
             last};
 }
 
-std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last,
-                           std::string_view status) {
+HitRow hitCells(std::int64_t number, const Intersection& hit, double last, std::string_view status) {
     const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
     return {number,       status,    hit.point[0], hit.point[1],
             hit.point[2], hit.uv[0], hit.uv[1],    std::int64_t{hit.normalSign},
             triangle,     last};
 }
 
-std::vector<Cell> missCells(std::int64_t number, std::string_view status) {
-    std::vector<Cell> cells(10);
+HitRow missCells(std::int64_t number, std::string_view status) {
+    HitRow cells;
     cells[0] = number;
     cells[1] = status;
     return cells;
