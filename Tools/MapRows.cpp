@@ -52,16 +52,16 @@ void addRow(AnswerRows& rows, std::span<const double> numbers, const Mapped<N>& 
 
 }  // namespace
 
-RowAnswer mapRows(const Screen& screen, MapTarget target, bool extrapolates) {
+RowAnswer mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates) {
     if (target == MapTarget::Position)
         return [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers,
                                        AnswerRows& rows) {
-            addRow(rows, numbers, mapTo3D(*screen.geometry, {numbers[0], numbers[1]}, extrapolates));
+            addRow(rows, numbers, mapTo3D(screen, {numbers[0], numbers[1]}, extrapolates));
         };
-    return [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers,
-                                   AnswerRows& rows) {
-        addRow(rows, numbers, mapTo2D(*screen.geometry, {numbers[0], numbers[1], numbers[2]}, extrapolates));
-    };
+    return
+        [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers, AnswerRows& rows) {
+            addRow(rows, numbers, mapTo2D(screen, {numbers[0], numbers[1], numbers[2]}, extrapolates));
+        };
 }
 
 }  // namespace quarn

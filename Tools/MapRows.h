@@ -2,8 +2,9 @@
 /// Answers to rows of UVs or positions that are mapped.
 #pragma once
 
+#include <QuarnScreen/IScreenGeometry.h>
+
 #include "RowPipeline.h"
-#include "ScreenReader.h"
 
 namespace quarn {
 
@@ -13,6 +14,6 @@ enum class MapTarget { Position, UV };
 /// the answer, or nothing where the word is "outside".
 /// \param screen it has to outlive the result
 /// \param extrapolates whether there are answers beyond the screen
-[[nodiscard]] RowAnswer mapRows(const Screen& screen, MapTarget target, bool extrapolates);
+[[nodiscard]] RowAnswer mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates);
 
 }  // namespace quarn
