@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "LogWarnings.h"
+
 namespace quarn {
 
 namespace {
@@ -57,6 +59,8 @@ void RowPipeline::countRows() {
 void RowPipeline::answerPart(Part& part, const RowAnswer& answer) const {
     part.answers.clear();
     part.error = nullptr;
+    part.warnings.clear();
+    const HeldLogWarnings held(part.warnings);
     try {
         std::int64_t number = part.rowsBefore;
         std::span<const double> rest = part.rows.numbers;
@@ -70,6 +74,7 @@ void RowPipeline::answerPart(Part& part, const RowAnswer& answer) const {
 void RowPipeline::write(RowSink& sink) {
     for (std::size_t i = 0; i < partCount; ++i) {
         const Part& part = parts[i];
+        for (const std::string& warning : part.warnings) addLogWarning(warning);
         sink.write(part.answers);
         if (part.error) std::rethrow_exception(part.error);
         lineCount += part.rows.lineCount;

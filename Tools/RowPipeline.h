@@ -39,7 +39,7 @@ public:
 /// Reads, answers and writes in blocks.
 ///
 /// Each block holds the lines that are at hand, so that a caller who waits for an answer before the next question gets
-/// it. What comes out does not depend on the number of threads: where a line is wrong, or an answer fails, all answers
+/// it. What comes out, warnings of the log included, does not depend on the number of threads: where a line is wrong, or an answer fails, all answers
 /// to the rows before it are written before the error is thrown. The memory used does not grow with the input.
 class RowPipeline {
 public:
@@ -57,6 +57,7 @@ private:
         CsvRows rows;
         std::int64_t rowsBefore = 0;
         AnswerRows answers;
+        std::vector<std::string> warnings;
         std::exception_ptr error;  // why not all of the rows are answered
     };
 

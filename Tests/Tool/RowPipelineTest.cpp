@@ -5,6 +5,7 @@
 #include <array>
 #include <stdexcept>
 
+#include "LogWarnings.h"
 #include "NumberText.h"
 #include "Support/Rng.h"
 #include "TemporaryFile.h"
@@ -161,6 +162,24 @@ TEST(RowPipeline, RemarksBeforeTheHeaderMayFillBlocks) {
     rows.addLine("a,b");
     for (int i = 0; i < 10; ++i) rows.add(i, i);
     expectOutcome(rows.input + "a,b\n", rows.answers, "found \"a\", line " + std::to_string(rows.lines + 1));
+}
+
+TEST(RowPipeline, WarningsComeInTheOrderOfTheRowsAndOnceInARow) {
+    Rows rows;
+    for (int i = 0; i < 20000; ++i) rows.add(i, 0);
+    const auto warn = [](std::int64_t number, std::span<const double> /*numbers*/, AnswerRows& /*answers*/) {
+        addLogWarning("thousand " + std::to_string(number / 1000));
+    };
+    std::string expected;
+    for (int i = 0; i <= 20; ++i) expected += "warning: thousand " + std::to_string(i) + "\n";
+    for (const std::size_t threads : {1U, 2U, 7U}) {
+        const TemporaryFile file(rows.input);
+        RowPipeline pipeline(InputFile(file.path(), "a CSV file"), {"a", "b"}, threads);
+        TextSink sink;
+        ::testing::internal::CaptureStderr();
+        pipeline.run(warn, sink);
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), expected);
+    }
 }
 
 TEST(RowPipeline, AnEndlessLineIsRefused) {
