@@ -30,7 +30,7 @@ Answers::Answers(const QueryOptions& queryOptions, const std::vector<std::string
       answerColumns(std::move(columns)),
       output(options.output, inputs),
       writer(output, options.format, options.maxMemory, withUnit(head, options.unit), answerColumns),
-      oneRow(makeRows()),
+      oneRow(options.format, answerColumns),
       clock(!areAnswersOnTerminal(options)) {}
 
 void Answers::add(const std::vector<Cell>& cells, Answered answered) {
