@@ -38,7 +38,8 @@ void run(const MapOptions& options) {
     Answers answers(options, {options.screen, options.points},
                     {{"command", "map"}, {"screen", screen.file}, {"to", options.to}}, columnsTo(to3D));
 
-    points.run(mapRows(*screen.geometry, to3D ? MapTarget::Position : MapTarget::UV, options.extrapolates), answers);
+    points.run(mapRows(*screen.geometry, to3D ? MapTarget::Position : MapTarget::UV, options.extrapolates),
+               answers);
     answers.finish();
 }
 
