@@ -1,9 +1,7 @@
 #include "AnswerWriter.h"
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "NumberText.h"
 #include "ToolError.h"
 
 namespace quarn {
@@ -12,23 +10,6 @@ namespace {
 
 // A text that grows exists twice while it moves, and the output's buffer holds it once more at the end.
 constexpr std::uint64_t kMemoryPerByte = 4;
-
-struct CsvText {
-    std::string operator()(std::monostate /*nothing*/) const { return {}; }
-    std::string operator()(double number) const { return numberText(number); }
-    std::string operator()(std::int64_t count) const { return std::to_string(count); }
-    std::string operator()(std::string_view word) const { return std::string(word); }
-};
-
-struct JsonValue {
-    nlohmann::ordered_json operator()(std::monostate /*nothing*/) const { return nullptr; }
-    nlohmann::ordered_json operator()(double number) const {
-        if (!std::isfinite(number)) return nullptr;
-        return number;
-    }
-    nlohmann::ordered_json operator()(std::int64_t count) const { return count; }
-    nlohmann::ordered_json operator()(std::string_view word) const { return word; }
-};
 
 std::string csvHeader(const std::vector<Column>& columns, const std::string& unit) {
     std::string header;
@@ -42,11 +23,8 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
 }  // namespace
 
 AnswerWriter::AnswerWriter(OutputFile& output, AnswerFormat answerFormat, std::uint64_t maxMemory,
-                           const nlohmann::ordered_json& head, std::vector<Column> answerColumns)
-    : out(output),
-      format(answerFormat),
-      longestDocument(maxMemory / kMemoryPerByte),
-      columns(std::move(answerColumns)) {
+                           const nlohmann::ordered_json& head, const std::vector<Column>& columns)
+    : out(output), format(answerFormat), longestDocument(maxMemory / kMemoryPerByte) {
     if (format == AnswerFormat::Csv) {
         out.write(csvHeader(columns, head.at("unit").get<std::string>()));
         return;
@@ -56,26 +34,14 @@ AnswerWriter::AnswerWriter(OutputFile& output, AnswerFormat answerFormat, std::u
     document += "\"rows\":[";
 }
 
-void AnswerWriter::writeRow(const std::vector<Cell>& cells) {
-    format == AnswerFormat::Csv ? writeCsvRow(cells) : writeJsonRow(cells);
-    hasRows = true;
-}
-
-void AnswerWriter::writeCsvRow(const std::vector<Cell>& cells) {
-    std::string row;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (i > 0) row += ',';
-        row += std::visit(CsvText(), cells[i]);
+void AnswerWriter::write(const AnswerRows& rows) {
+    if (format == AnswerFormat::Csv) {
+        out.write(rows.text());
+        return;
     }
-    row += '\n';
-    out.write(row);
-}
-
-void AnswerWriter::writeJsonRow(const std::vector<Cell>& cells) {
-    nlohmann::ordered_json row;
-    for (std::size_t i = 0; i < cells.size(); ++i) row[columns[i].name] = std::visit(JsonValue(), cells[i]);
-    document += hasRows ? ",\n" : "\n";
-    document += jsonText(row);
+    // The first row has no comma before it.
+    document += rows.text().substr(hasRows || rows.text().empty() ? 0 : 1);
+    hasRows = hasRows || rows.rowCount() > 0;
     if (document.size() > longestDocument)
         throw ToolError{.found = "found more rows than one JSON document may hold within --max-memory",
                         .expected = "fewer rows, or CSV"};

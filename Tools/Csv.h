@@ -1,5 +1,5 @@
 /// \file
-/// Rows of numbers from comma-separated text.
+/// Rows of numbers from comma-separated text, one by one.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "InputFile.h"
+#include "CsvRows.h"
+#include "LineBlocks.h"
 
 namespace quarn {
 
@@ -25,23 +26,17 @@ public:
     [[nodiscard]] bool next(std::vector<double>& numbers);
 
     /// What error lines call the input.
-    [[nodiscard]] const std::string& name() const { return input.name(); }
+    [[nodiscard]] const std::string& name() const { return blocks.name(); }
 
     /// Whether the next row, if there is one, is at hand without waiting for the input.
-    [[nodiscard]] bool hasBufferedLine() const { return buffer.find('\n', position) != std::string::npos; }
+    [[nodiscard]] bool hasBufferedLine() const { return !lines.empty(); }
 
 private:
-    [[nodiscard]] bool nextLine(std::string_view& text);
-    [[nodiscard]] bool fill();
-    [[nodiscard]] bool isHeader(std::string_view text);
-    void parse(std::string_view text, std::vector<double>& numbers) const;
-
-    InputFile input;
-    std::vector<std::string> columns;
-    std::string buffer;
-    std::size_t position = 0;  // of the first byte of `buffer` that was not handed out
-    std::uint64_t line = 0;    // number of the line that was handed out last
-    bool mayBeHeader = true;
+    LineBlocks blocks;
+    CsvFormat format;
+    CsvHead head;
+    std::string_view lines;  // of the block, those that were not handed out
+    std::uint64_t line = 0;  // number of the line that was handed out last
 };
 
 }  // namespace quarn

@@ -1,6 +1,7 @@
 #include "InputFile.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -46,6 +47,11 @@ std::size_t InputFile::read(char* buffer, std::size_t size) {
         if (count >= 0) return static_cast<std::size_t>(count);
         if (errno != EINTR) throw systemError(displayName, "cannot be read");
     }
+}
+
+bool InputFile::isReady() const {
+    pollfd state{.fd = file.get(), .events = POLLIN, .revents = 0};
+    return ::poll(&state, 1, 0) > 0;
 }
 
 }  // namespace quarn

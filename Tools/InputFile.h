@@ -21,6 +21,9 @@ public:
     /// Fills \p buffer as far as the input goes at the moment; 0 bytes at its end.
     [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
 
+    /// Whether read() would answer without waiting.
+    [[nodiscard]] bool isReady() const;
+
     /// What error lines call it.
     [[nodiscard]] const std::string& name() const { return displayName; }
 

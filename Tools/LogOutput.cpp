@@ -9,7 +9,7 @@
 
 #include <memory>
 
-#include "Message.h"
+#include "LogWarnings.h"
 
 namespace quarn {
 
@@ -27,16 +27,10 @@ class WarningLines : public log4cxx::AppenderSkeleton {
 public:
     WarningLines() { setThreshold(log4cxx::Level::getWarn()); }
     void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool& /*pool*/) override {
-        // A query may tell the same of each of its samples.
-        if (event->getRenderedMessage() == lastText) return;
-        lastText = event->getRenderedMessage();
-        writeWarningLine(lastText);
+        addLogWarning(event->getRenderedMessage());
     }
     void close() override {}
     [[nodiscard]] bool requiresLayout() const override { return false; }
-
-private:
-    log4cxx::LogString lastText;
 };
 
 }  // namespace

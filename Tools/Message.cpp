@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <cwchar>
+#include <mutex>
 
 #include <Common/TextConversion.h>
 
@@ -28,9 +29,33 @@ bool isEscaped(wchar_t character) {
     return false;
 }
 
+// The width of the narrowest terminal in use, without its last column, where some begin a new line.
+constexpr std::size_t kStatusWidth = 79;
+
+// What the last line of the terminal shows.
+struct Status {
+    std::mutex mutex;
+    std::size_t width = 0;
+};
+
+Status& status() {
+    static Status only;
+    return only;
+}
+
+// Blanks over the text and not a control sequence, which not every terminal knows.
+std::string eraserOf(Status& shown) {
+    if (shown.width == 0) return {};
+    std::string eraser = '\r' + std::string(shown.width, ' ') + '\r';
+    shown.width = 0;
+    return eraser;
+}
+
 // One call writes the line, so that lines of several programs on one terminal do not mix.
 void writeLine(std::string_view kind, std::string_view text) {
-    std::string line(kind);
+    const std::lock_guard<std::mutex> lock(status().mutex);
+    std::string line = eraserOf(status());
+    line += kind;
     line += printable(text);
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
@@ -68,6 +93,20 @@ void writeWarningLine(std::string_view text) {
 
 void writeNoteLine(std::string_view text) {
     writeLine("note: ", text);
+}
+
+void writeStatusLine(std::string_view text) {
+    const std::wstring shown = fromUtf8(printable(text)).substr(0, kStatusWidth);
+    const std::lock_guard<std::mutex> lock(status().mutex);
+    const std::string line = eraserOf(status()) + toUtf8(shown);
+    status().width = shown.size();
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+void clearStatusLine() {
+    const std::lock_guard<std::mutex> lock(status().mutex);
+    const std::string eraser = eraserOf(status());
+    std::fwrite(eraser.data(), 1, eraser.size(), stderr);
 }
 
 std::string atPlace(std::string_view file, std::uint64_t line, std::string_view text) {

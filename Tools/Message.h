@@ -24,6 +24,13 @@ void writeWarningLine(std::string_view text);
 /// Writes "note: " and the text as one line.
 void writeNoteLine(std::string_view text);
 
+/// Shows a text below all lines, in the place of the one that was shown before. It is cut to the width that a terminal
+/// has at least, and a line that follows takes its place. For terminals alone.
+void writeStatusLine(std::string_view text);
+
+/// Takes the text of writeStatusLine() away.
+void clearStatusLine();
+
 /// `file:line: text`; without the line where it is 0, and without both where \p file is empty.
 [[nodiscard]] std::string atPlace(std::string_view file, std::uint64_t line, std::string_view text);
 

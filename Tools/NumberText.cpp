@@ -27,10 +27,19 @@ std::optional<double> parseBeyondRange(std::string_view text) {
 }  // namespace
 
 std::string numberText(double value) {
-    if (std::isnan(value)) return "nan";  // and never "-nan"
+    std::string text;
+    appendNumber(text, value);
+    return text;
+}
+
+void appendNumber(std::string& text, double value) {
+    if (std::isnan(value)) {
+        text += "nan";  // and never "-nan"
+        return;
+    }
     std::array<char, kLongestNumber> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return {buffer.data(), result.ptr};
+    text.append(buffer.data(), result.ptr);
 }
 
 std::string roundedNumberText(double value, int digits) {
@@ -39,6 +48,12 @@ std::string roundedNumberText(double value, int digits) {
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::general, digits);
     return {buffer.data(), result.ptr};
+}
+
+std::string groupedCount(std::uint64_t count) {
+    std::string text = std::to_string(count);
+    for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, 1, ',');
+    return text;
 }
 
 std::string_view trimmed(std::string_view text) {

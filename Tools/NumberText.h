@@ -2,6 +2,7 @@
 /// Numbers as text, the same whatever the locale.
 #pragma once
 
+#include <cstdint>
 #include <numbers>
 #include <optional>
 #include <span>
@@ -14,8 +15,14 @@ namespace quarn {
 /// finite.
 [[nodiscard]] std::string numberText(double value);
 
+/// Appends numberText() of \p value.
+void appendNumber(std::string& text, double value);
+
 /// Decimal text with at most \p digits significant digits, for people.
 [[nodiscard]] std::string roundedNumberText(double value, int digits);
+
+/// A count for people, with a comma before each group of three digits.
+[[nodiscard]] std::string groupedCount(std::uint64_t count);
 
 /// Degrees in a radian.
 inline constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;

@@ -6,6 +6,7 @@
 #include <Common/TextConversion.h>
 #include <QuarnScreen/ObjLoadException.h>
 
+#include "NumberText.h"
 #include "ObjMender.h"
 #include "ObjReferences.h"
 #include "ShellWord.h"
@@ -54,7 +55,7 @@ void load(ObjMesh& mesh, std::string text) {
 
 }  // namespace
 
-ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
+ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, StageClock& clock) {
     ObjMesh mesh;
     const ObjFrame& frame = mesh.source.frame = source.frame;
     mesh.source.text = joinObjLines(source.name, source.text);
@@ -63,6 +64,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory) {
                [&] { mesh.source.contents = examineObj(mesh.source.text, frame.scale); });
     refuseMeshAbove(maxMemory, source.name, mesh.source.text.text.size(), mesh.source.contents.triangles);
     refuseLargeUvIndex(source.file, mesh.source.text, mesh.source.contents, maxMemory);
+    clock.enter("building the mesh of " + groupedCount(mesh.source.contents.triangles) + " triangles");
     withRemedy(source.file, mesh.source.text, [&] { load(mesh, std::move(source.text)); });
     return mesh;
 }

@@ -9,6 +9,7 @@
 
 #include "ObjContents.h"
 #include "ObjSource.h"
+#include "StageClock.h"
 
 namespace quarn {
 
@@ -27,6 +28,7 @@ struct ObjMesh {
 
 /// Loads a text. It is looked through first, so that what the library cannot load is an error that names the line; see
 /// examineObj() and refuseLargeUvIndex(). Where it can be mended, the error says how.
-[[nodiscard]] ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory);
+/// \param clock is told what is done
+[[nodiscard]] ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, StageClock& clock);
 
 }  // namespace quarn

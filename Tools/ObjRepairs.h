@@ -33,7 +33,7 @@ enum class ObjRepair : std::size_t {
 class ObjRepairs {
 public:
     struct Tally {
-        ObjRepair repair;
+        ObjRepair repair = ObjRepair::Count;
         std::uint64_t count = 0;
         std::uint64_t firstLine = 0;
     };

@@ -5,6 +5,7 @@
 
 #include "Message.h"
 #include "ScreenElement.h"
+#include "StageClock.h"
 #include "StlReader.h"
 #include "ToolError.h"
 #include "XmlDocument.h"
@@ -13,10 +14,11 @@ namespace quarn {
 
 namespace {
 
-Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
+Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+                StageClock& clock) {
     if (prepare) prepare(source);
     const std::string file = source.file;
-    ObjMesh mesh = loadObj(std::move(source), maxMemory);
+    ObjMesh mesh = loadObj(std::move(source), maxMemory, clock);
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
@@ -29,7 +31,8 @@ Screen screenOf(const std::string& path, StlMesh mesh) {
 // The factory does not know the type. Intended: bytes above 0x7F do not survive in the element, so that hardly a binary
 // file comes back whole.
 Screen screenOfStlElement(const std::string& path, const XmlDocument& document, xercesc::DOMElement& element,
-                          std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare) {
+                          std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+                          StageClock& clock) {
     const std::string name = path + " (STL text)";
     if (element.getFirstChild() == nullptr)
         throw ToolError{.found = "found no STL text in the ScreenGeometry element",
@@ -39,7 +42,7 @@ Screen screenOfStlElement(const std::string& path, const XmlDocument& document, 
     std::string text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element);
     if (!prepare) return screenOf(path, loadStl(path, name, std::move(text), maxMemory));
     ScreenFile file{.path = name, .text = std::move(text), .format = ScreenFormat::Stl};
-    return loadMesh(objSourceOf(std::move(file), {}), maxMemory, prepare);
+    return loadMesh(objSourceOf(std::move(file), {}), maxMemory, prepare, clock);
 }
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
@@ -61,9 +64,11 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
 
 Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
                   const std::function<void(ObjSource&)>& prepare) {
+    StageClock clock;
+    clock.enter("reading " + path);
     ScreenFile file = readScreenFile(path, maxMemory);
     if (file.format == ScreenFormat::Obj || (file.format == ScreenFormat::Stl && prepare))
-        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare);
+        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare, clock);
     refuseObjOptions(objOptions, path);
     if (file.format == ScreenFormat::Stl)
         return screenOf(path, loadStl(path, path, std::move(file.text), maxMemory));
@@ -77,11 +82,11 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     const std::string type = element.typeName();
     if (type == OBJScreen::type()) {
         warnOfFurtherScreens(path, document, elements);
-        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare);
+        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare, clock);
     }
     if (type == STLScreen::type()) {
         warnOfFurtherScreens(path, document, elements);
-        return screenOfStlElement(path, document, *elements.front(), maxMemory, prepare);
+        return screenOfStlElement(path, document, *elements.front(), maxMemory, prepare, clock);
     }
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),

@@ -8,6 +8,7 @@
 
 #include "MeshStatus.h"
 #include "Message.h"
+#include "StageClock.h"
 #include "ToolError.h"
 
 namespace quarn {
@@ -61,7 +62,9 @@ std::string objTextOf(const Screen& screen, const GridSize& grid) {
 
 void noteMeshStatus(const std::string& path, const std::string& objText, std::uint64_t maxMemory) {
     const std::string name = path == "-" ? "standard output" : path;
-    const ObjMesh mesh = loadObj({.file = path, .name = name, .text = objText, .frame = {}}, maxMemory);
+    StageClock clock;
+    const ObjMesh mesh =
+        loadObj({.file = path, .name = name, .text = objText, .frame = {}}, maxMemory, clock);
     if (mesh.screen->getStatus() != OBJScreen::StatusOk)
         writeNoteLine(atPlace(name, 0, meshStatusOf(*mesh.screen, mesh.source).text));
 }

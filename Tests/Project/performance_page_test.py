@@ -54,6 +54,12 @@ class PerformancePage(unittest.TestCase):
                                       "real_time"))
         self.assertEqual(row[5:], ["1.80 (1.80 to 1.80)", "at least 1.7: met"])
 
+    def test_the_tool_is_compared_with_the_library(self):
+        row = self.row_of("the tool's answers to a million new UVs",
+                          repetitions("map-rows/dome/1000000/in-order/tool/real_time", [100.0], "real_time"),
+                          repetitions("map-rows/dome/1000000/in-order/library/real_time", [40.0], "real_time"))
+        self.assertEqual(row[3:], ["library", "40 ns", "0.40 (0.40 to 0.40)", "at least 0.5: **missed by 20 %**"])
+
     def test_memory_has_a_table_of_its_own(self):
         name = "outline-memory/dome/1000000/shuffled/{}/iterations:1"
         row = self.row_of("1,000,000", repetitions(name.format("library"), [1.0], bytes_per_triangle=60.0),

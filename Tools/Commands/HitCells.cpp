@@ -15,8 +15,7 @@ std::vector<Column> hitColumns(const std::string& number, const Column& last) {
             last};
 }
 
-std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double last,
-                           std::string_view status) {
+HitRow hitCells(std::int64_t number, const Intersection& hit, double last, std::string_view status) {
     const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
     const bool hasUV = hit.uv != kNoUV;
     return {number,
@@ -31,8 +30,8 @@ std::vector<Cell> hitCells(std::int64_t number, const Intersection& hit, double 
             last};
 }
 
-std::vector<Cell> missCells(std::int64_t number, std::string_view status) {
-    std::vector<Cell> cells(10);
+HitRow missCells(std::int64_t number, std::string_view status) {
+    HitRow cells;
     cells[0] = number;
     cells[1] = status;
     return cells;

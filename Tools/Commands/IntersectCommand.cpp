@@ -7,7 +7,6 @@
 #include "Commands/Commands.h"
 #include "Commands/HitCells.h"
 #include "Commands/Options.h"
-#include "Csv.h"
 #include "Finite.h"
 #include "ScreenReader.h"
 #include "ToolError.h"
@@ -48,18 +47,18 @@ bool hasOutline(const IScreenGeometry& geometry) {
 
 class RayAnswers {
 public:
-    RayAnswers(const Screen& askedScreen, const IntersectOptions& intersectOptions, Answers& rows)
+    RayAnswers(const Screen& askedScreen, const IntersectOptions& intersectOptions)
         : geometry(*askedScreen.geometry),
           options(intersectOptions),
-          answers(rows),
           isMesh(askedScreen.mesh.has_value()),
           mayFallBack(isMesh && options.extrapolates && hasOutline(geometry)) {}
 
-    void add(std::int64_t ray, const Point<double, 3>& from, const Point<double, 3>& to) {
+    void add(std::int64_t ray, const Point<double, 3>& from, const Point<double, 3>& to,
+             AnswerRows& answers) const {
         bool isHit = false;
         for (const Intersection& hit : hitsOf(geometry, from, to, options)) {
             if (!isFinite(hit.point) || (isFallback(hit) && !mayFallBack)) continue;
-            addHit(ray, hit, parameterOf(hit, from, to));
+            addHit(ray, hit, parameterOf(hit, from, to), answers);
             isHit = true;
         }
         if (!isHit) answers.add(missCells(ray, "miss"), Answered::No);
@@ -69,12 +68,15 @@ private:
     // A mesh has no continuation: it tells where the ray passes nearest to its outline, by a hit without triangle.
     [[nodiscard]] bool isFallback(const Intersection& hit) const { return isMesh && hit.triangleIndex < 0; }
 
-    void addHit(std::int64_t ray, const Intersection& hit, double t) {
+    void addHit(std::int64_t ray, const Intersection& hit, double t, AnswerRows& answers) const {
         if (isFallback(hit)) {
             const Cell none;
-            answers.add({ray, std::string_view("outline"), hit.point[0], hit.point[1], hit.point[2], none,
-                         none, none, none, t},
-                        Answered::Yes);
+            const HitRow cells = {ray,          std::string_view("outline"),
+                                  hit.point[0], hit.point[1],
+                                  hit.point[2], none,
+                                  none,         none,
+                                  none,         t};
+            answers.add(cells, Answered::Yes);
             return;
         }
         const bool isOnScreen = !options.extrapolates || isMesh || geometry.isOnScreenSection(hit.point);
@@ -84,7 +86,6 @@ private:
 
     const IScreenGeometry& geometry;
     const IntersectOptions& options;
-    Answers& answers;
     bool isMesh;
     bool mayFallBack;
 };
@@ -93,16 +94,14 @@ void run(const IntersectOptions& options) {
     if (options.side && !options.extrapolates)
         throw ToolError{.found = "found --side without --extrapolate", .expected = "both or none"};
     const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
-    CsvReader rays(InputFile::orStandardInput(options.rays, "a CSV file of rays"),
-                   {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
+    RowPipeline rays = openRows(options, options.rays, "a CSV file of rays",
+                                {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
     Answers answers(options, {options.screen, options.rays},
                     {{"command", "intersect"}, {"screen", screen.file}}, hitColumns("ray", {"t"}));
-    RayAnswers rayAnswers(screen, options, answers);
-    std::vector<double> numbers;
-    for (std::int64_t ray = 1; rays.next(numbers); ++ray) {
-        rayAnswers.add(ray, pointAt(numbers, 0), pointAt(numbers, 3));
-        answers.flushBeforeWaiting(rays);
-    }
+    const RayAnswers rayAnswers(screen, options);
+    rays.run([&](std::int64_t ray, std::span<const double> numbers,
+                 AnswerRows& rows) { rayAnswers.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows); },
+             answers);
     answers.finish();
 }
 
@@ -113,6 +112,7 @@ void registerIntersectCommand(CLI::App& tool) {
                                    "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv");
     const auto options = std::make_shared<IntersectOptions>();
     addQueryOptions(command, *options);
+    addThreadsOption(command, *options);
     addCsvInput(command, "RAYS", options->rays,
                 "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
         .capture_default_str();

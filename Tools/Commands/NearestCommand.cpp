@@ -8,7 +8,6 @@
 #include "Commands/Commands.h"
 #include "Commands/HitCells.h"
 #include "Commands/Options.h"
-#include "Csv.h"
 #include "Finite.h"
 #include "ScreenReader.h"
 
@@ -23,24 +22,23 @@ struct NearestOptions : QueryOptions {
 
 void run(const NearestOptions& options) {
     const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
-    CsvReader lines(InputFile::orStandardInput(options.lines, "a CSV file of lines"),
-                    {"x", "y", "z", "dx", "dy", "dz"});
+    RowPipeline lines =
+        openRows(options, options.lines, "a CSV file of lines", {"x", "y", "z", "dx", "dy", "dz"});
     Answers answers(options, {options.screen, options.lines},
                     {{"command", "nearest"}, {"screen", screen.file}},
                     hitColumns("line", {"distance", Quantity::Length}));
-    std::vector<double> numbers;
-    for (std::int64_t line = 1; lines.next(numbers); ++line) {
-        const Point<double, 3> from = pointAt(numbers, 0);
-        const Point<double, 3> direction = pointAt(numbers, 3);
-        Intersection hit;
-        const bool isHit = ScreenGeometry::getClosestIntersection(from, direction, screen.geometry.get(), hit,
-                                                                  options.extrapolates);
-        if (isHit && isFinite(hit.point))
-            answers.add(hitCells(line, hit, length(hit.point - from)), Answered::Yes);
-        else
-            answers.add(missCells(line, "none"), Answered::No);
-        answers.flushBeforeWaiting(lines);
-    }
+    lines.run(
+        [&](std::int64_t line, std::span<const double> numbers, AnswerRows& rows) {
+            const Point<double, 3> from = pointAt(numbers, 0);
+            Intersection hit;
+            const bool isHit = ScreenGeometry::getClosestIntersection(
+                from, pointAt(numbers, 3), screen.geometry.get(), hit, options.extrapolates);
+            if (isHit && isFinite(hit.point))
+                rows.add(hitCells(line, hit, length(hit.point - from)), Answered::Yes);
+            else
+                rows.add(missCells(line, "none"), Answered::No);
+        },
+        answers);
     answers.finish();
 }
 
@@ -52,6 +50,7 @@ void registerNearestCommand(CLI::App& tool) {
                    "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv");
     const auto options = std::make_shared<NearestOptions>();
     addQueryOptions(command, *options);
+    addThreadsOption(command, *options);
     addCsvInput(command, "LINES", options->lines,
                 "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input")
         .capture_default_str();

@@ -1,8 +1,10 @@
 #include "Commands/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <limits>
+#include <thread>
 
 #include "Message.h"
 #include "ToolError.h"
@@ -24,14 +26,22 @@ std::uint64_t memorySizeFrom(const std::string& text) {
     return *size;
 }
 
-int countFrom(const std::string& name, const std::string& text) {
-    constexpr int kLeastCount = 2;
+struct CountRange {
+    int least;
+    int most;
+};
+
+constexpr CountRange kGridCounts = {2, std::numeric_limits<int>::max()};
+// More threads than any machine that the tool is used on has processors.
+constexpr CountRange kThreadCounts = {1, 256};
+
+int countFrom(const std::string& name, const std::string& text, const CountRange& range) {
     int count = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    if (error != std::errc() || end != text.data() + text.size() || count < kLeastCount)
+    if (error != std::errc() || end != text.data() + text.size() || count < range.least || count > range.most)
         throw ToolError{.found = "found " + name + " " + quotedExcerpt(text),
-                        .expected = "a whole number from " + std::to_string(kLeastCount) + " to " +
-                                    std::to_string(std::numeric_limits<int>::max())};
+                        .expected = "a whole number from " + std::to_string(range.least) + " to " +
+                                    std::to_string(range.most)};
     return count;
 }
 
@@ -102,6 +112,23 @@ void addObjOptions(CLI::App& command, ObjOptions& options) {
         ->type_name("FACTOR");
 }
 
+std::size_t defaultThreadCount() {
+    const auto most = static_cast<unsigned int>(kThreadCounts.most);
+    return std::clamp(std::thread::hardware_concurrency(), 1U, most);
+}
+
+void addThreadsOption(CLI::App& command, QueryOptions& options) {
+    const std::string name = "--threads";
+    command
+        .add_option_function<std::string>(
+            name,
+            [name, &options](const std::string& text) {
+                options.threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
+            },
+            "Threads that answer; one for each processor if not told. The answers are the same")
+        ->type_name("COUNT");
+}
+
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description) {
     command.add_option("--unit", unit, description)
         ->check(CLI::IsMember(units()))
@@ -137,7 +164,8 @@ CLI::Option& addGridOption(CLI::App& command, GridSize& grid) {
 void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description) {
     command
         .add_option_function<std::string>(
-            name, [name, &count](const std::string& text) { count = countFrom(name, text); }, description)
+            name, [name, &count](const std::string& text) { count = countFrom(name, text, kGridCounts); },
+            description)
         ->type_name("COUNT")
         ->default_str(std::to_string(count));
 }

@@ -2,6 +2,7 @@
 /// Options that commands share.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -27,9 +28,13 @@ struct ScreenOptions {
     std::string output = "-";
 };
 
+/// One for each processor that the process may use.
+[[nodiscard]] std::size_t defaultThreadCount();
+
 /// Options of the commands that answer rows.
 struct QueryOptions : ScreenOptions {
     bool areAnswersRequired = false;
+    std::size_t threads = defaultThreadCount();
 };
 
 /// Adds a command. \p example is a command line that works in the project's folder.
@@ -39,6 +44,9 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 /// Adds the argument SCREEN and the options. \p options has to outlive \p command.
 void addScreenOptions(CLI::App& command, ScreenOptions& options);
 void addQueryOptions(CLI::App& command, QueryOptions& options);
+
+/// Adds the option --threads. \p options has to outlive \p command.
+void addThreadsOption(CLI::App& command, QueryOptions& options);
 
 /// Adds the options --unit, --output, --max-memory, --grid, and those that say how an OBJ file lies in the world.
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);

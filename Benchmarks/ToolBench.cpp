@@ -1,0 +1,141 @@
+// The tool's answers to many UVs, number text included, beside the library's to the same UVs in memory.
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "BenchMeshes.h"
+#include "MapRows.h"
+#include "NumberText.h"
+#include "OutputFile.h"
+#include "Support/Rng.h"
+
+namespace {
+
+using quarn::AnswerFormat;
+using quarn::AnswerRows;
+using quarn::Column;
+using quarn::OutputFile;
+using quarn::bench::add;
+using quarn::bench::BenchScreen;
+using quarn::bench::forEachMesh;
+using quarn::bench::MeshCase;
+using quarn::bench::Order;
+using quarn::bench::screenOf;
+
+using Point2 = Point<double, 2>;
+using Point3 = Point<double, 3>;
+
+constexpr std::size_t kRows = 1'000'000;
+
+std::size_t threadCount() {
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+const std::vector<Point2>& manyUVs() {
+    static const std::vector<Point2> uvs = [] {
+        std::vector<Point2> made;
+        quarn::test::Rng rng(8);
+        while (made.size() < kRows) {
+            const double u = rng.uniform(0.0, 1.0);
+            made.emplace_back(u, rng.uniform(0.0, 1.0));
+        }
+        return made;
+    }();
+    return uvs;
+}
+
+// Two files in the folder for temporary ones, which go with the program.
+class Files {
+public:
+    Files() : input(nameOf("uv.csv")), output(nameOf("xyz.csv")) {
+        OutputFile file(input, {});
+        std::string line;
+        for (const Point2& uv : manyUVs()) {
+            line.clear();
+            quarn::appendNumber(line, uv[0]);
+            line += ',';
+            quarn::appendNumber(line, uv[1]);
+            line += '\n';
+            file.write(line);
+        }
+        file.finish();
+    }
+    Files(const Files&) = delete;
+    Files& operator=(const Files&) = delete;
+    ~Files() {
+        std::filesystem::remove(input);
+        std::filesystem::remove(output);
+    }
+
+    std::string input;
+    std::string output;
+
+private:
+    static std::string nameOf(const std::string& end) {
+        return std::filesystem::temp_directory_path() / ("quarn-bench-" + std::to_string(::getpid()) + end);
+    }
+};
+
+class FileSink : public quarn::RowSink {
+public:
+    explicit FileSink(const std::string& path) : file(path, {}) {}
+
+    [[nodiscard]] AnswerRows makeRows() const override { return {AnswerFormat::Csv, columns}; }
+    void write(const AnswerRows& rows) override {
+        file.write(rows.text());
+        count += rows.rowCount();
+    }
+    void flush() override { file.flush(); }
+
+    std::uint64_t finish() {
+        file.finish();
+        return count;
+    }
+
+private:
+    std::vector<Column> columns = {{"u"}, {"v"}, {"status"}, {"x"}, {"y"}, {"z"}};
+    OutputFile file;
+    std::uint64_t count = 0;
+};
+
+void askTool(benchmark::State& state, const MeshCase& mesh) {
+    static const Files files;
+    const quarn::RowAnswer answer = quarn::mapRows(screenOf(mesh), quarn::MapTarget::Position, false);
+    for ([[maybe_unused]] auto _ : state) {
+        FileSink sink(files.output);
+        quarn::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
+        rows.run(answer, sink);
+        if (sink.finish() != kRows) return state.SkipWithError("rows are missing");
+    }
+}
+
+void askLibrary(benchmark::State& state, const MeshCase& mesh) {
+    const BenchScreen& screen = screenOf(mesh);
+    const std::vector<Point2>& uvs = manyUVs();
+    std::vector<Point3> points(uvs.size());
+    for ([[maybe_unused]] auto _ : state) {
+        std::vector<std::thread> threads;
+        for (std::size_t thread = 0; thread < threadCount(); ++thread) {
+            threads.emplace_back([&, thread] {
+                const std::size_t end = (thread + 1) * uvs.size() / threadCount();
+                for (std::size_t i = thread * uvs.size() / threadCount(); i < end; ++i)
+                    screen.mapInto3D(uvs[i], points[i], false);
+            });
+        }
+        for (std::thread& thread : threads) thread.join();
+        benchmark::DoNotOptimize(points.data());
+    }
+}
+
+void addAll(const MeshCase& mesh) {
+    add("map-rows", mesh, "tool", askTool)->UseRealTime();
+    add("map-rows", mesh, "library", askLibrary)->UseRealTime();
+}
+
+[[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);
+
+}  // namespace

@@ -1,0 +1,41 @@
+/// \file
+/// What the tool does at the moment and since when, for a person who waits.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace quarn {
+
+/// Shows a line such as "reading dome.obj, 1.2 s" on the standard error stream, from the first second on, and takes it
+/// away when it dies. Nothing where that stream is no terminal.
+class StageClock {
+public:
+    /// The time counts from here. \param isWanted false for a clock that shows nothing
+    explicit StageClock(bool isWanted = true);
+    StageClock(const StageClock&) = delete;
+    StageClock& operator=(const StageClock&) = delete;
+    ~StageClock();
+
+    /// Says what is done from now on; nothing is shown before.
+    void enter(std::string newStage);
+
+    /// Whether there is anybody to look at it.
+    [[nodiscard]] bool isShown() const { return thread.joinable(); }
+
+private:
+    void show();
+    [[nodiscard]] std::string line() const;
+
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    std::mutex mutex;  // of the two below
+    std::string stage;
+    bool isEnding = false;
+    std::condition_variable ends;
+    std::thread thread;
+};
+
+}  // namespace quarn
