@@ -10,7 +10,7 @@ namespace quarn {
 /// What the process answers its caller.
 enum class ExitCode {
     Success = 0,
-    AnswerIsNo = 1,    ///< A required answer is missing.
+    AnswerIsNo = 1,    ///< A required answer is missing, or a check found something.
     BadInput = 2,      ///< An argument or an input file is wrong.
     SystemFailed = 3,  ///< Memory, a file system or a stream failed.
 };

@@ -30,8 +30,8 @@ void runTool(int argc, const char* const* argv) {
     tool.set_version_flag("--version", "quarnscreen " QUARN_VERSION);
     tool.require_subcommand(1);
     tool.footer(
-        "Exit codes: 0 success, 1 a required answer is missing, 2 bad input or usage, 3 the system "
-        "failed.\n\n"
+        "Exit codes: 0 success, 1 a required answer is missing or a check found something, 2 bad input or "
+        "usage, 3 the system failed.\n\n"
         "Example:\n  quarnscreen info Samples/flat-wall.xml");
     quarn::registerInfoCommand(tool);
     quarn::registerMapCommand(tool);

@@ -92,7 +92,7 @@ public:
     }
 
     [[nodiscard]] RegionRect rectOf(std::size_t cell) const {
-        const std::size_t cellsPerRow = static_cast<std::size_t>(size);
+        const auto cellsPerRow = static_cast<std::size_t>(size);
         const std::size_t fullRows = cell / cellsPerRow;
         const auto column = static_cast<double>(cell % cellsPerRow);
         const auto row = static_cast<double>(fullRows);
