@@ -12,8 +12,8 @@ namespace quarn::test {
 namespace {
 
 // Bytes that go through the conversion at one go; the tests are about its borders.
-constexpr std::size_t kEncodedBlock = 3 * 16384;
-constexpr std::size_t kDecodedBlock = 4 * 16384;
+constexpr std::size_t kEncodedBlock = 3 * 2048;
+constexpr std::size_t kDecodedBlock = 4 * 2048;
 
 std::string randomBytes(Rng& rng, std::size_t size) {
     std::string bytes(size, '\0');

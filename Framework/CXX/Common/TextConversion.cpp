@@ -22,31 +22,38 @@ bool isAscii(Character character) {
     return static_cast<char32_t>(character) < 0x80;
 }
 
-// Without a branch, so that it takes many characters at once.
-template <class Character>
-bool isAsciiBlock(const Character* block) {
-    Character all = 0;
-    for (std::size_t i = 0; i < kAsciiBlock; ++i) all = static_cast<Character>(all | block[i]);
-    return isAscii(all);
-}
-
-// Appends the leading ASCII characters of `text`, and removes them there.
+// Appends the first characters of `text` if all are ASCII. Without a branch in the loop, so that the compiler takes
+// many of them at once.
 template <class From, class To>
-void moveAscii(std::basic_string_view<From>& text, std::basic_string<To>& output) {
-    while (text.size() >= kAsciiBlock && isAscii(text.front()) && isAsciiBlock(text.data())) {
-        std::array<To, kAsciiBlock> block{};
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) block[i] = static_cast<To>(text[i]);
-        output.append(block.data(), kAsciiBlock);
-        text.remove_prefix(kAsciiBlock);
+bool appendAsciiBlock(std::basic_string_view<From> text, std::basic_string<To>& output) {
+    if (text.size() < kAsciiBlock || !isAscii(text.front())) return false;
+    std::array<To, kAsciiBlock> block{};
+    From all = 0;
+    for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        all = static_cast<From>(all | text[i]);
+        block[i] = static_cast<To>(text[i]);
     }
-    while (!text.empty() && isAscii(text.front())) {
-        output.push_back(static_cast<To>(text.front()));
-        text.remove_prefix(1);
-    }
+    if (!isAscii(all)) return false;
+    output.append(block.data(), kAsciiBlock);
+    return true;
 }
 
-// Appends bytes of which none is ASCII.
-void appendSequences(std::string_view bytes, std::wstring& text) {
+std::string utf8Of(std::wstring_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    try {
+        for (; !text.empty(); text.remove_prefix(std::min(kAsciiBlock, text.size()))) {
+            if (appendAsciiBlock(text, bytes)) continue;
+            for (const wchar_t character : text.substr(0, kAsciiBlock))
+                utf8::append(static_cast<char32_t>(character), std::back_inserter(bytes));
+        }
+    } catch (const utf8::invalid_code_point&) {
+        return {};
+    }
+    return bytes;
+}
+
+void appendFromUtf8(std::string_view bytes, std::wstring& text) {
     const char* position = bytes.data();
     const char* const end = position + bytes.size();
     while (position != end) {
@@ -63,30 +70,31 @@ void appendSequences(std::string_view bytes, std::wstring& text) {
 }  // namespace
 
 std::string toUtf8(const std::wstring& text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    try {
-        std::wstring_view rest = text;
-        for (moveAscii(rest, bytes); !rest.empty(); moveAscii(rest, bytes)) {
-            utf8::append(static_cast<char32_t>(rest.front()), std::back_inserter(bytes));
-            rest.remove_prefix(1);
-        }
-    } catch (const utf8::invalid_code_point&) {
-        return {};
-    }
-    return bytes;
+    return utf8Of(text);
 }
 
 std::wstring fromUtf8(const std::string& bytes) {
     std::wstring text;
     text.reserve(bytes.size());
     std::string_view rest = bytes;
-    for (moveAscii(rest, text); !rest.empty(); moveAscii(rest, text)) {
-        // No sequence goes on behind an ASCII byte.
-        const auto end = std::find_if(rest.begin(), rest.end(), isAscii<char>);
-        const auto size = static_cast<std::size_t>(end - rest.begin());
-        appendSequences(rest.substr(0, size), text);
+    while (!rest.empty()) {
+        std::size_t size = std::min(kAsciiBlock, rest.size());
+        if (!appendAsciiBlock(rest, text)) {
+            // In front of an ASCII byte no sequence is cut.
+            while (size < rest.size() && !isAscii(rest[size])) ++size;
+            appendFromUtf8(rest.substr(0, size), text);
+        }
         rest.remove_prefix(size);
     }
     return text;
+}
+
+std::wstring encodeBase64Wide(const wchar_t* text, unsigned int size) {
+    const std::string bytes = utf8Of({text, size});
+    return fromUtf8(encodeBase64(reinterpret_cast<const unsigned char*>(bytes.data()),
+                                 static_cast<unsigned int>(bytes.size())));
+}
+
+std::wstring decodeBase64Wide(const std::wstring& text) {
+    return fromUtf8(decodeBase64(toUtf8(text)));
 }
