@@ -13,6 +13,7 @@ namespace quarn::bench {
 /// The least concrete mesh screen. It opens to the benchmarks what the class keeps for its derived classes.
 class BenchScreen : public MeshScreen {
 public:
+    using ScreenGeometry::calculateHash;
     using ScreenGeometry::log;
 
     BenchScreen() = default;
