@@ -35,4 +35,9 @@ public:
     }
 };
 
+/// The tracer is opened once for all, by a screen that stays.
+inline void keepTracerOpen() {
+    static const BenchScreen screen;
+}
+
 }  // namespace quarn::bench

@@ -2,11 +2,9 @@
 // the same written plainly.
 #include <QuarnScreen/OBJScreen.h>
 
-#include <chrono>
 #include <fstream>
 
-#include "BenchMeshes.h"
-#include "MeshFiles.h"
+#include "LoadBench.h"
 #include "PlainIndexes.h"
 #include "PlainObjLoad.h"
 #include "PlainScene.h"
@@ -19,12 +17,12 @@ using quarn::bench::add;
 using quarn::bench::BenchScreen;
 using quarn::bench::FileForm;
 using quarn::bench::fileOf;
+using quarn::bench::keepTracerOpen;
+using quarn::bench::measureLoad;
 using quarn::bench::MeshCase;
 using quarn::bench::MeshFile;
 using quarn::bench::Order;
 using quarn::bench::Shape;
-
-using Clock = std::chrono::steady_clock;
 
 // A way to load a file. The constructor does not count, nor does the destructor.
 class ByLibrary : public OBJScreen {
@@ -65,20 +63,6 @@ struct ByTinyObj {
     std::size_t triangleCount = 0;
 };
 
-template <class Way>
-void measure(benchmark::State& state, const MeshCase& mesh, FileForm form, std::size_t more) {
-    static const BenchScreen keepsTracerOpen;
-    const MeshFile& file = fileOf(mesh, form);
-    for ([[maybe_unused]] auto _ : state) {
-        const auto way = std::make_unique<Way>();
-        const Clock::time_point start = Clock::now();
-        way->load(file);
-        state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
-        if (way->count() != static_cast<std::size_t>(mesh.triangleCount) + more)
-            state.SkipWithError("another number of triangles");
-    }
-}
-
 // What the indexes of a screen hold beside its triangles, and without the ray tracer.
 double indexBytes(const OBJScreen& loaded) {
     std::vector<Triangle> triangles;
@@ -92,7 +76,7 @@ double indexBytes(const OBJScreen& loaded) {
 
 // The peak is that of the process, and what stays is what it has more than before.
 void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form) {
-    static const BenchScreen keepsTracerOpen;
+    keepTracerOpen();
     const MeshFile& file = fileOf(mesh, form);
     const auto textSize = static_cast<double>(file.size());
     const auto perTriangle = [&](double bytes) { return bytes / mesh.triangleCount; };
@@ -115,10 +99,9 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form)
 }
 
 template <class Way>
-void addWay(const char* subject, const MeshCase& mesh, const std::string& way, FileForm form,
-            std::size_t more = 0) {
+void addWay(const char* subject, const MeshCase& mesh, const std::string& way, FileForm form, int more = 0) {
     add(subject, mesh, way, [=](benchmark::State& state, const MeshCase& asked) {
-        measure<Way>(state, asked, form, more);
+        measureLoad<Way>(state, fileOf(asked, form), asked.triangleCount + more);
     })->UseManualTime();
 }
 

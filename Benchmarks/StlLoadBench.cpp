@@ -2,30 +2,26 @@
 #include <QuarnScreen/STLScreen.h>
 
 #include <array>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 
-#include "BenchMeshes.h"
-#include "MeshFiles.h"
+#include "LoadBench.h"
 #include "PlainIndexes.h"
 #include "PlainScene.h"
 
 namespace {
 
 using quarn::bench::add;
-using quarn::bench::BenchScreen;
 using quarn::bench::FileForm;
 using quarn::bench::fileOf;
+using quarn::bench::measureLoad;
 using quarn::bench::MeshCase;
 using quarn::bench::MeshFile;
 using quarn::bench::Order;
 using quarn::bench::Shape;
-
-using Clock = std::chrono::steady_clock;
 
 class ByLibrary : public STLScreen {
 public:
@@ -88,16 +84,7 @@ private:
 template <class Way>
 void addWay(const MeshCase& mesh, const char* name) {
     add("stl-load", mesh, name, [](benchmark::State& state, const MeshCase& asked) {
-        static const BenchScreen keepsTracerOpen;
-        const MeshFile& file = fileOf(asked, FileForm::Stl);
-        for ([[maybe_unused]] auto _ : state) {
-            const auto way = std::make_unique<Way>();
-            const Clock::time_point start = Clock::now();
-            way->load(file);
-            state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
-            if (way->count() != static_cast<std::size_t>(asked.triangleCount))
-                state.SkipWithError("another number of triangles");
-        }
+        measureLoad<Way>(state, fileOf(asked, FileForm::Stl), asked.triangleCount);
     })->UseManualTime();
 }
 
