@@ -13,6 +13,7 @@ namespace quarn::bench {
 /// The least concrete mesh screen. It opens to the benchmarks what the class keeps for its derived classes.
 class BenchScreen : public MeshScreen {
 public:
+    using ScreenGeometry::calculateHash;
     using ScreenGeometry::log;
 
     BenchScreen() = default;
@@ -33,5 +34,10 @@ public:
         return name;
     }
 };
+
+/// The tracer is opened once for all, by a screen that stays.
+inline void keepTracerOpen() {
+    static const BenchScreen screen;
+}
 
 }  // namespace quarn::bench

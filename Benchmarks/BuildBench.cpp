@@ -10,17 +10,13 @@ namespace {
 using quarn::bench::add;
 using quarn::bench::BenchScreen;
 using quarn::bench::forEachMesh;
+using quarn::bench::keepTracerOpen;
 using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 using quarn::bench::PlainIndexes;
 using quarn::bench::PlainScene;
 using quarn::bench::processSeconds;
-
-// The tracer is opened once for all, by a scene that stays.
-void keepTracerOpen() {
-    static const BenchScreen screen;
-}
 
 // Each time a new object, since the memory of an old one would be had for less.
 template <class Prepare>

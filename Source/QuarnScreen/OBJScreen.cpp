@@ -132,10 +132,10 @@ void OBJScreen::deserialize(std::istream& in) {
 void OBJScreen::load() {
     quarn::blankContinuations(loadedFileContents);
     DataHash hash{};
-    const quarn::ObjLists lists =
-        quarn::scanObjText(loadedFileContents, triangles, [&] { hash = calculateHash(loadedFileContents); });
-    const quarn::ObjOutcome outcome =
-        quarn::buildObjTriangles(lists, getTransformMatrix(axisForward, axisUpward, scale), triangles);
+    // The lists of the scan are gone before the indexes are made: a large mesh needs the memory.
+    const quarn::ObjOutcome outcome = quarn::buildObjTriangles(
+        quarn::scanObjText(loadedFileContents, triangles, [&] { hash = calculateHash(loadedFileContents); }),
+        getTransformMatrix(axisForward, axisUpward, scale), triangles);
     status = static_cast<Status>(outcome.status);
     if (outcome.failure) throw ObjLoadException(*outcome.failure);
     dataHash = hash;

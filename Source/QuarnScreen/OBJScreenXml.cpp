@@ -6,10 +6,10 @@
 #include <sstream>
 
 #include <Common/NodeText.h>
-#include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
+#include "Detail/Base64Text.h"
 #include "Detail/NumberTags.h"
 
 namespace {
@@ -39,10 +39,10 @@ float scaleFrom(const std::wstring& text) {
 }  // namespace
 
 void OBJScreen::serialize(std::wostream& out, int indent) {
-    const std::wstring text = fromUtf8(loadedFileContents);
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
-    XmlHelper::writeTag(indent + 1, out, kTextTag,
-                        encodeBase64Wide(text.data(), static_cast<unsigned int>(text.size())));
+    XmlHelper::writeIndented(indent + 1, out, std::wstring(L"<") + kTextTag + L">");
+    quarn::writeBase64(out, quarn::throughWideText(loadedFileContents));
+    XmlHelper::writeIndented(0, out, std::wstring(L"</") + kTextTag + L">\n");
     XmlHelper::writeTag(indent + 1, out, kForwardTag, axisForward);
     XmlHelper::writeTag(indent + 1, out, kUpwardTag, axisUpward);
     quarn::writeNumberTag(indent + 1, out, kScaleTag, static_cast<double>(scale));

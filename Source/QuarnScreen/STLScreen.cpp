@@ -1,13 +1,13 @@
 #include <QuarnScreen/STLScreen.h>
 
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <utility>
 
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 #include "Detail/InputFile.h"
+#include "Detail/StlBytes.h"
 #include "Detail/StlReader.h"
 #include "Detail/UnitRectangle.h"
 
@@ -49,7 +49,7 @@ void STLScreen::deserializeFromFile(const std::wstring& path) {
 
 void STLScreen::deserialize(std::istream& in) {
     const std::istream::pos_type start = in.tellg();
-    loadedFileContents.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    loadedFileContents = quarn::readRest(in);
     in.seekg(start);
     valid = quarn::readStl(in, loadedFileContents.size(), triangles);
     if (!valid) {

@@ -5,6 +5,8 @@
 #include <Common/XmlHelper.h>
 #include <Common/ZelmoreException.h>
 
+#include "Detail/Base64Text.h"
+
 namespace {
 constexpr int kElementWithoutTextLine = 378;
 }
@@ -56,14 +58,13 @@ void ScreenGeometryXmlHelper::serializeAndBase64EncodeScreenGeometry(std::wostre
                                                                      const std::string& type,
                                                                      const std::string& definition) {
     serializeOpenTagNoChildren(out, indent, type);
-    const auto* bytes = reinterpret_cast<const unsigned char*>(definition.data());
-    XmlHelper::writeIndented(0, out,
-                             fromUtf8(encodeBase64(bytes, static_cast<unsigned int>(definition.size()))));
+    quarn::writeBase64(out, definition);
     serializeCloseTagNoChildren(out, indent);
 }
 
 std::string ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(xercesc::DOMNode* node) {
     if (!node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kElementWithoutTextLine, L"");
-    return toUtf8(decodeBase64Wide(quarn::textContent(*node)));
+    const std::string text = toUtf8(quarn::textContent(*node));
+    return quarn::throughWideText(decodeBase64(text));
 }

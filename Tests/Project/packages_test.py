@@ -47,7 +47,7 @@ class Packages(unittest.TestCase):
     def test_groups_are_listed_one_package_a_line(self):
         self.assertIn("\nlibxerces-c-dev\n", self.run_script("list", "build").stdout)
         self.assertEqual(self.run_script("list", "bench").stdout,
-                         "libbenchmark-dev\nlibnanoflann-dev\nlibcgal-dev\n")
+                         "libbenchmark-dev\nlibnanoflann-dev\nlibcgal-dev\nlibtinyobjloader-dev\n")
 
     def test_an_unknown_group_is_refused(self):
         result = self.run_script("list", "games")

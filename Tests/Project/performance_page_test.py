@@ -66,6 +66,26 @@ class PerformancePage(unittest.TestCase):
                           repetitions(name.format("plain"), [1.0], bytes_per_triangle=250.0))
         self.assertEqual(row[3:], ["60.0", "250.0", "at most 50: **missed by 20 %**"])
 
+    def test_memory_of_a_load_tells_its_parts(self):
+        row = self.row_of("1,000,000", repetitions("obj-memory/dome/1000000/in-order/shared/library/iterations:1", [1.0],
+                                                   bytes_per_triangle=800.0, text_bytes_per_triangle=100.0,
+                                                   list_bytes_per_triangle=344.0, index_bytes_per_triangle=150.0,
+                                                   passing_bytes_per_text_byte=1.8))
+        self.assertEqual(row[1:], ["OBJ, shared vertices", "800", "100", "344", "150", "206", "1.80",
+                                   "at most 1.5: **missed by 20 %**"])
+
+    def test_base64_has_a_table_with_marks(self):
+        row = self.row_of("decode", repetitions("base64/decode/library", [20.0]),
+                          repetitions("base64/decode/plain", [100.0]))
+        self.assertEqual(row[1:], ["20 ns", "100 ns", "0.20 (0.20 to 0.20)", "at most 0.25: met"])
+
+    def test_loads_are_compared_by_the_clock(self):
+        name = "obj-load/dome/1000000/in-order/shared/{}/manual_time"
+        row = self.row_of("OBJ screen from a file, shared vertices",
+                          repetitions(name.format("library"), [60.0], "real_time"),
+                          repetitions(name.format("plain"), [100.0], "real_time"))
+        self.assertEqual(row[1:], ["dome", "60 ns", "plain", "100 ns", "0.60 (0.60 to 0.60)", "at most 0.65: met"])
+
     def test_other_screens_are_listed_with_what_they_are_compared_with(self):
         row = self.row_of("FlatScreen/intersect", repetitions("FlatScreen/intersect/library", [3.0]),
                           repetitions("FlatScreen/intersect/inline", [2.0]))

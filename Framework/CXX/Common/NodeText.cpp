@@ -1,5 +1,7 @@
 #include "NodeText.h"
 
+#include <xercesc/util/XMLString.hpp>
+
 namespace quarn {
 
 namespace {
@@ -13,6 +15,7 @@ constexpr char32_t kFirstSupplementary = 0x10000;
 
 void appendXmlText(const XMLCh* text, std::wstring& result) {
     if (text == nullptr) return;
+    result.reserve(result.size() + xercesc::XMLString::stringLen(text));
     while (*text != 0) {
         char32_t character = *text++;
         const char32_t next = *text;

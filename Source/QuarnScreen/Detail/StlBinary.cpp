@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "MemoryPages.h"
+
 namespace quarn {
 namespace {
 
@@ -51,7 +53,12 @@ bool readStlBinary(std::istream& in, std::size_t size, std::vector<Triangle>& tr
     std::memcpy(&count, countBytes.data(), sizeof(count));
     if (count < 1) return true;
 
-    triangles.reserve(triangles.size() + std::min(static_cast<std::size_t>(count), size / kRecordSize));
+    const std::size_t room = std::min(static_cast<std::size_t>(count), size / kRecordSize);
+    triangles.reserve(triangles.size() + room);
+    PagePopulation pages;
+    pages.offer(triangles.data() + triangles.size(), room * sizeof(Triangle));
+    pages.populate();
+
     std::array<char, kRecordSize> record{};
     for (std::int32_t i = 0; i < count; ++i) {
         if (!in.read(record.data(), kRecordSize)) return false;

@@ -1,0 +1,83 @@
+// Base64 beside a loop that takes byte after byte.
+#include <Common/TextConversion.h>
+#include <benchmark/benchmark.h>
+
+#include <random>
+#include <string>
+
+#include "PlainBase64.h"
+
+namespace {
+
+using quarn::bench::decodePlainly;
+using quarn::bench::encodePlainly;
+
+// Not a multiple of three.
+constexpr std::size_t kSize = 3'000'001;
+
+std::string randomBytes() {
+    std::mt19937 random(1);
+    std::string bytes(kSize, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random() % 128);
+    return bytes;
+}
+
+const std::string kBytes = randomBytes();
+const std::string kText = encodePlainly(kBytes);
+// The text that its UTF-8 form is; all bytes are ASCII.
+const std::wstring kWideBytes(kBytes.begin(), kBytes.end());
+const std::wstring kWideText(kText.begin(), kText.end());
+
+std::string encode(const std::string& bytes) {
+    return encodeBase64(reinterpret_cast<const unsigned char*>(bytes.data()),
+                        static_cast<unsigned int>(bytes.size()));
+}
+
+std::wstring encodeWide(const std::wstring& text) {
+    return encodeBase64Wide(text.data(), static_cast<unsigned int>(text.size()));
+}
+
+std::string narrowPlainly(const std::wstring& text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (const wchar_t character : text) {
+        if (character >= 0x80) return {};
+        bytes += static_cast<char>(character);
+    }
+    return bytes;
+}
+
+std::wstring widenPlainly(const std::string& bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    return text;
+}
+
+std::wstring encodeWidePlainly(const std::wstring& text) {
+    return widenPlainly(encodePlainly(narrowPlainly(text)));
+}
+
+std::wstring decodeWidePlainly(const std::wstring& text) {
+    return widenPlainly(decodePlainly(narrowPlainly(text)));
+}
+
+template <class Text>
+void measure(benchmark::State& state, Text (*convert)(const Text&), const Text& text, const Text& expected) {
+    if (convert(text) != expected) state.SkipWithError("another text");
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(convert(text));
+}
+
+BENCHMARK_CAPTURE(measure, base64, encode, kBytes, kText)->Name("base64/encode/library");
+BENCHMARK_CAPTURE(measure, base64, encodePlainly, kBytes, kText)->Name("base64/encode/plain");
+BENCHMARK_CAPTURE(measure, base64, decodeBase64, kText, kBytes)->Name("base64/decode/library");
+BENCHMARK_CAPTURE(measure, base64, decodePlainly, kText, kBytes)->Name("base64/decode/plain");
+BENCHMARK_CAPTURE(measure, base64, encodeWide, kWideBytes, kWideText)->Name("base64/encode-wide/library");
+BENCHMARK_CAPTURE(measure, base64, encodeWidePlainly, kWideBytes, kWideText)
+    ->Name("base64/encode-wide/plain");
+BENCHMARK_CAPTURE(measure, base64, decodeBase64Wide, kWideText, kWideBytes)
+    ->Name("base64/decode-wide/library");
+BENCHMARK_CAPTURE(measure, base64, decodeWidePlainly, kWideText, kWideBytes)
+    ->Name("base64/decode-wide/plain");
+
+}  // namespace

@@ -1,0 +1,130 @@
+// Loads of OBJ files: up to the triangles beside another library's parse, and to a screen that is ready to be asked beside
+// the same written plainly.
+#include <QuarnScreen/OBJScreen.h>
+
+#include <fstream>
+
+#include "LoadBench.h"
+#include "PlainIndexes.h"
+#include "PlainObjLoad.h"
+#include "PlainScene.h"
+#include "ResidentMemory.h"
+#include "TinyObj.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::BenchScreen;
+using quarn::bench::FileForm;
+using quarn::bench::fileOf;
+using quarn::bench::keepTracerOpen;
+using quarn::bench::measureLoad;
+using quarn::bench::MeshCase;
+using quarn::bench::MeshFile;
+using quarn::bench::Order;
+using quarn::bench::Shape;
+
+// A way to load a file. The constructor does not count, nor does the destructor.
+class ByLibrary : public OBJScreen {
+public:
+    void load(const MeshFile& file) { deserializeFromFile(file.widePath()); }
+    [[nodiscard]] std::size_t count() const { return triangles.size(); }
+};
+
+class TrianglesByLibrary : public ByLibrary {
+public:
+    void load(const MeshFile& file) {
+        try {
+            ByLibrary::load(file);
+        } catch (const ObjLoadException&) {
+            // The last triangle of the file, as intended.
+        }
+    }
+};
+
+struct Plainly {
+    void load(const MeshFile& file) {
+        std::ifstream in(file.path());
+        loaded.load(in);
+        indexes.build(loaded.triangles);
+        scene.upload(loaded.triangles);
+    }
+    [[nodiscard]] std::size_t count() const { return loaded.triangles.size(); }
+
+    quarn::bench::PlainObjLoad loaded;
+    quarn::bench::PlainIndexes indexes;
+    quarn::bench::PlainScene scene;
+};
+
+struct ByTinyObj {
+    void load(const MeshFile& file) { triangleCount = quarn::bench::parseByTinyObj(file.path()); }
+    [[nodiscard]] std::size_t count() const { return triangleCount; }
+
+    std::size_t triangleCount = 0;
+};
+
+// What the indexes of a screen hold beside its triangles, and without the ray tracer.
+double indexBytes(const OBJScreen& loaded) {
+    std::vector<Triangle> triangles;
+    loaded.getTesselation(triangles);
+    BenchScreen screen;
+    screen.take(std::move(triangles));
+    const double before = quarn::bench::residentBytes();
+    screen.initTriangleData();
+    return quarn::bench::residentBytes() - before;
+}
+
+// The peak is that of the process, and what stays is what it has more than before.
+void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form) {
+    keepTracerOpen();
+    const MeshFile& file = fileOf(mesh, form);
+    const auto textSize = static_cast<double>(file.size());
+    const auto perTriangle = [&](double bytes) { return bytes / mesh.triangleCount; };
+    for ([[maybe_unused]] auto _ : state) {
+        const double before = quarn::bench::residentBytes();
+        if (!quarn::bench::forgetPeak()) {
+            state.SkipWithError("the system does not count the peak anew");
+            return;
+        }
+        ByLibrary screen;
+        screen.load(file);
+        const double peak = quarn::bench::peakBytes();
+        const double after = quarn::bench::residentBytes();
+        state.counters["passing_bytes_per_text_byte"] = (peak - after) / textSize;
+        state.counters["bytes_per_triangle"] = perTriangle(after - before);
+        state.counters["text_bytes_per_triangle"] = perTriangle(textSize);
+        state.counters["list_bytes_per_triangle"] = sizeof(Triangle);
+        state.counters["index_bytes_per_triangle"] = perTriangle(indexBytes(screen));
+    }
+}
+
+template <class Way>
+void addWay(const char* subject, const MeshCase& mesh, const std::string& way, FileForm form, int more = 0) {
+    add(subject, mesh, way, [=](benchmark::State& state, const MeshCase& asked) {
+        measureLoad<Way>(state, fileOf(asked, form), asked.triangleCount + more);
+    })->UseManualTime();
+}
+
+void addAll(const MeshCase& mesh, const std::string& variant, FileForm form, FileForm refused) {
+    addWay<TrianglesByLibrary>("obj-triangles", mesh, variant + "/library", refused);
+    addWay<ByTinyObj>("obj-triangles", mesh, variant + "/tinyobj", refused, 1);
+    addWay<ByLibrary>("obj-load", mesh, variant + "/library", form);
+    addWay<Plainly>("obj-load", mesh, variant + "/plain", form);
+    addWay<ByTinyObj>("obj-load", mesh, variant + "/tinyobj", form);
+    add("obj-memory", mesh, variant + "/library", [=](benchmark::State& state, const MeshCase& asked) {
+        measureMemory(state, asked, form);
+    })->Iterations(1);
+}
+
+int registerAll() {
+    for (const int triangleCount : {10'000, 100'000, 1'000'000}) {
+        const MeshCase mesh{Shape::Dome, triangleCount, Order::InOrder};
+        addAll(mesh, "shared", FileForm::SharedObj, FileForm::RefusedObj);
+        addAll(mesh, "unshared", FileForm::UnsharedObj, FileForm::UnsharedRefusedObj);
+    }
+    return 0;
+}
+
+[[maybe_unused]] const int kRegistered = registerAll();
+
+}  // namespace
