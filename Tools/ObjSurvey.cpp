@@ -25,9 +25,11 @@ void skipSign(std::string_view& word) {
 std::array<float, 3> positionOf(const ObjRecord& record, const std::string& name) {
     std::array<float, 3> position{};
     for (std::size_t i = 0; i < position.size(); ++i) {
+        // The library reads missing coordinates as 0, as do others.
+        if (i > 0 && i + 1 >= record.words.size()) break;
         const std::string_view word = i + 1 < record.words.size() ? record.words[i + 1] : std::string_view();
         if (numberFormOf(word) == ObjNumberForm::NoNumber)
-            throw ToolError{.found = word.empty() ? "found a vertex with too few coordinates"
+            throw ToolError{.found = word.empty() ? "found a vertex without coordinates"
                                                   : "found " + quotedExcerpt(word) + " as a coordinate",
                             .expected = R"("v" and three numbers)",
                             .file = name,

@@ -33,7 +33,7 @@ ScreenFormat formatOf(std::string_view text) {
     if (trimmed(text).starts_with('<')) return ScreenFormat::Xml;
     if (beginsLikeStl(text)) return ScreenFormat::Stl;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         if (beginsWithKeyword(trimmed(text.substr(0, end)))) return ScreenFormat::Obj;
         text.remove_prefix(std::min(end + 1, text.size()));
     }

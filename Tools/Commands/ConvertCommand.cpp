@@ -51,7 +51,7 @@ void run(const ConvertOptions& options) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
         const std::string text = objTextOf(screen, options.grid);
-        noteMeshStatus(options.output, text, options.maxMemory);
+        noteMeshStatus(options.output, screen, text, options.maxMemory);
         output.write(text);
     }
     output.finish();

@@ -205,7 +205,7 @@ void run(const Shape& shape, const MakeOptions& options) {
     const bool isMesh =
         options.isMesh || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
     const std::string text = isMesh ? objTextOf(screen, options.grid) : xmlTextOf(*screen.geometry);
-    if (isMesh) noteMeshStatus(options.output, text, defaultMemoryLimit());
+    if (isMesh) noteMeshStatus(options.output, screen, text, defaultMemoryLimit());
     OutputFile output(options.output, {});
     output.write(text);
     output.finish();
