@@ -1,10 +1,13 @@
 #include "ObjSurvey.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QuarnScreen/Detail/ObjFloats.h>
 
 #include "Message.h"
+#include "NumberText.h"
+#include "ObjContents.h"
 #include "ToolError.h"
 
 namespace quarn {
@@ -22,22 +25,35 @@ void skipSign(std::string_view& word) {
     if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
 }
 
+// The number of a word that numberFormOf() knows.
+float numberOf(std::string_view word) {
+    // The scan needs a byte behind the number.
+    return scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
+}
+
+float coordinateOf(std::string_view word, const ObjRecord& record, const std::string& name) {
+    const auto refuse = [&](std::string found, std::string expected) {
+        throw ToolError{
+            .found = std::move(found), .expected = std::move(expected), .file = name, .line = record.line};
+    };
+    const std::string found = "found " + quotedExcerpt(word) + " as a coordinate";
+    if (numberFormOf(word) == ObjNumberForm::NoNumber) refuse(found, R"("v" and three numbers)");
+    const float number = numberOf(word);
+    if (std::abs(number) > kLargestObjNumber)
+        refuse(found, "a number up to " + numberText(kLargestObjNumber));
+    return number;
+}
+
 std::array<float, 3> positionOf(const ObjRecord& record, const std::string& name) {
+    if (record.words.size() < 2)
+        throw ToolError{.found = "found a vertex without coordinates",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    // The library reads missing coordinates as 0, as do others.
     std::array<float, 3> position{};
-    for (std::size_t i = 0; i < position.size(); ++i) {
-        // The library reads missing coordinates as 0, as do others.
-        if (i > 0 && i + 1 >= record.words.size()) break;
-        const std::string_view word = i + 1 < record.words.size() ? record.words[i + 1] : std::string_view();
-        if (numberFormOf(word) == ObjNumberForm::NoNumber)
-            throw ToolError{.found = word.empty() ? "found a vertex without coordinates"
-                                                  : "found " + quotedExcerpt(word) + " as a coordinate",
-                            .expected = R"("v" and three numbers)",
-                            .file = name,
-                            .line = record.line};
-        // The scan needs a byte behind the number.
-        position.at(i) =
-            scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
-    }
+    for (std::size_t i = 0; i < position.size() && i + 1 < record.words.size(); ++i)
+        position.at(i) = coordinateOf(record.words[i + 1], record, name);
     return position;
 }
 

@@ -29,6 +29,11 @@ bool beginsWithKeyword(std::string_view line) {
 
 ScreenFormat formatOf(std::string_view text) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    constexpr std::string_view kHighByteFirst = "\xFE\xFF";
+    constexpr std::string_view kLowByteFirst = "\xFF\xFE";
+    // UTF-16 may be XML. Any other text in it is refused as an OBJ text.
+    if (text.starts_with(kHighByteFirst) || text.starts_with(kLowByteFirst))
+        return text.substr(0, 4).find('<') == std::string_view::npos ? ScreenFormat::Obj : ScreenFormat::Xml;
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     if (trimmed(text).starts_with('<')) return ScreenFormat::Xml;
     if (beginsLikeStl(text)) return ScreenFormat::Stl;
