@@ -174,7 +174,7 @@ void Mender::addOther(const ObjRecord& record) {
     if (!joins && !hasNul) return addAsItIs(record);
     if (hasNul) mended.repairs.note(ObjRepair::OddSeparator, record.line);
     if (joins) mended.repairs.note(ObjRepair::FinalBackslash, record.line);
-    addWithoutNul(record.text) += joins ? " \n" : "\n";
+    addWithoutNul(record.text) += record.text.ends_with('\\') ? " \n" : "\n";
 }
 
 // The library takes what follows a NUL for a line of its own.

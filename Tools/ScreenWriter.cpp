@@ -53,8 +53,10 @@ std::string xmlTextOf(IScreenGeometry& screen) {
     return toUtf8(text.str());
 }
 
-std::string objTextOf(const Screen& screen, const GridSize& grid) {
+std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
     if (!screen.mesh) {
+        const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
+        refuseMeshAbove(maxMemory, screen.file, 0, 2 * cells);
         const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
         refuseInfinite(mesh, screen.file);
         return objTextOf(mesh, gridDescription(screen, grid));

@@ -19,7 +19,8 @@ namespace quarn {
 /// The OBJ text of a screen, which loads with no options. That of an OBJ screen is its own text, with its lines joined
 /// as they were, but where its axes or scale tell otherwise; then its positions are those in the screen's frame. A shape becomes a mesh.
 /// \param grid of that mesh
-[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid);
+/// \param maxMemory a mesh that could need more is refused
+[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory);
 
 /// Says on standard error where UV does not work on the mesh of a text that was made.
 /// \param path what the line calls the text

@@ -212,6 +212,8 @@ class Safety(ConvertTest):
         self.file("a.obj", wall(200, 200))
         self.assertIn("a greater --max-memory", self.error_line("convert", "a.obj", "-o", "b.obj", "--max-memory", "20M"))
         self.convert("a.obj", "-o", "b.obj", "--max-memory", "2G")
+        self.assertIn("found a mesh of 33554432 triangles",
+                      self.error_line("convert", WALL, "-o", "b.obj", "--grid", "4096x4096", "--max-memory", "1G"))
 
     def test_the_command_that_an_error_tells_mends(self):
         names = ["a.obj", "two words.obj", "it's.obj", "$HOME.obj", "a;b&c.obj", "-a.obj", "~.obj", "(1).obj", "Wände.obj", "*.obj", 'a"b`c`.obj']

@@ -130,6 +130,8 @@ TEST(ObjMender, ABackslashBehindANameSwallowsNoLine) {
     const std::string text = "mtllib C:\\\n# C:\\\n" + kHead + kFace;
     EXPECT_EQ(textOf(text), "mtllib C:\\ \n# C:\\ \n" + kHead + kFace);
     EXPECT_THAT(repairsOf(text), ElementsAre("final-backslash 2 from 1"));
+    EXPECT_EQ(textOf("# \0\\\r\n"s + kHead + "f 1/1 2/2 3/3\n"),
+              "#  \\ \n" + kHead + "vn 0 -1 0\nf 1/1/2 2/2/2 3/3/2\n");
 }
 
 TEST(ObjMender, UVsThatAreNoNumbersAreNotReferredTo) {

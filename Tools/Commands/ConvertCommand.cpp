@@ -58,7 +58,7 @@ void run(const ConvertOptions& options) {
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
-        const std::string text = objTextOf(screen, options.grid);
+        const std::string text = objTextOf(screen, options.grid, options.maxMemory);
         noteMeshStatus(options.output, screen, text, options.maxMemory);
         output.write(text);
     }
