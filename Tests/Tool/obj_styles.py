@@ -206,7 +206,7 @@ STYLES = {
     "as a game program with a byte order mark": replace(GAME, mark=b"\xef\xbb\xbf"),
     "as a game program with a byte order mark in front of a vertex": replace(GAME, mark=b"\xef\xbb\xbf", header=""),
     "as a game program with empty lines": replace(GAME, header="\n\n# Level\n\n", footer="\n\n"),
-    "as a game program with degrees of detail": replace(GAME, header="lod 1\nbevel on\nc_interp off\nd_interp on"),
+    "as a game program with degrees of detail": replace(GAME, header="bevel on\nc_interp off\nd_interp on"),
     "as a game program with shadows": replace(GAME, footer="shadow_obj wall.obj\ntrace_obj wall.obj"),
     "as a game program with UVs beside the square": replace(GAME, footer="vt 2 2 0"),
     "as a game program with seven digits": replace(GAME, number=_digits(7)),

