@@ -1,5 +1,7 @@
 #include "ObjFaceNormals.h"
 
+#include <cmath>
+
 #include <QuarnScreen/Point.h>
 
 #include "ObjNumber.h"
@@ -20,8 +22,8 @@ Point<double, 3> normalOf(const std::vector<std::array<float, 3>>& positions,
     for (std::size_t i = 1; i + 1 < vertices.size(); ++i)
         sum = sum + cross(corner(i) - corner(0), corner(i + 1) - corner(0));
     const double size = length(sum);
-    // A face without area has no normal of its own, and any will do.
-    return size > 0.0 ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
+    // A face without area has no normal of its own, nor has one that reaches beyond floats, and any will do.
+    return size > 0.0 && std::isfinite(size) ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 #include "ObjSurvey.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <QuarnScreen/Detail/ObjFloats.h>
 
 #include "Message.h"
-#include "NumberText.h"
-#include "ObjContents.h"
 #include "ToolError.h"
 
 namespace quarn {
@@ -32,16 +29,12 @@ float numberOf(std::string_view word) {
 }
 
 float coordinateOf(std::string_view word, const ObjRecord& record, const std::string& name) {
-    const auto refuse = [&](std::string found, std::string expected) {
-        throw ToolError{
-            .found = std::move(found), .expected = std::move(expected), .file = name, .line = record.line};
-    };
-    const std::string found = "found " + quotedExcerpt(word) + " as a coordinate";
-    if (numberFormOf(word) == ObjNumberForm::NoNumber) refuse(found, R"("v" and three numbers)");
-    const float number = numberOf(word);
-    if (std::abs(number) > kLargestObjNumber)
-        refuse(found, "a number up to " + numberText(kLargestObjNumber));
-    return number;
+    if (numberFormOf(word) == ObjNumberForm::NoNumber)
+        throw ToolError{.found = "found " + quotedExcerpt(word) + " as a coordinate",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    return numberOf(word);
 }
 
 std::array<float, 3> positionOf(const ObjRecord& record, const std::string& name) {

@@ -59,6 +59,7 @@ TEST(ObjMenderNormals, BadReferencesGetTheNormalOfTheFace) {
 
 TEST(ObjMenderNormals, AFaceWithoutAreaGetsAny) {
     EXPECT_THAT(mendedText(kVertices + "f 1 1 1\n"), ::testing::HasSubstr("vn 0 0 1\n"));
+    EXPECT_THAT(mendedText("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n"), ::testing::HasSubstr("vn 0 0 1\n"));
 }
 
 TEST(ObjMenderNormals, HollowPolygonsGetThatOfTheirWholeArea) {
