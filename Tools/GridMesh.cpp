@@ -20,10 +20,7 @@ public:
           positions(mesh.positions),
           uvs(mesh.uvs),
           normals(mesh.normals) {
-        Point<double, 3> low;
-        Point<double, 3> high;
-        screen.getBounds(&low, &high);
-        residue = length(high - low) * kRoundingResidue;
+        findResidue();
         findSides();
     }
 
@@ -37,6 +34,7 @@ private:
     };
 
     [[nodiscard]] Point<double, 3> positionAt(double u, double v) const;
+    void findResidue();
     void findSides();
     void addRow(int row);
     void addTriangle(std::array<Crossing, 3> corners, std::array<Point<double, 2>, 3> cornerUVs);
@@ -70,6 +68,19 @@ Point<double, 3> GridMesher::positionAt(double u, double v) const {
     for (std::size_t i = 0; i < 3; ++i)
         if (std::abs(position[i]) < residue) position[i] = 0.0;
     return position;
+}
+
+// Not all shapes know their bounds.
+void GridMesher::findResidue() {
+    constexpr int kSteps = 4;
+    const Point<double, 3> corner = positionAt(0.0, 0.0);
+    double reach = 0.0;
+    for (int row = 0; row <= kSteps; ++row)
+        for (int column = 0; column <= kSteps; ++column)
+            reach = std::max(reach, length(positionAt(static_cast<double>(column) / kSteps,
+                                                      static_cast<double>(row) / kSteps) -
+                                           corner));
+    residue = reach * kRoundingResidue;
 }
 
 // In the middle of the screen, where no pole is. Seen from the viewer u leads to the right and v downwards, but for

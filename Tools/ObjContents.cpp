@@ -15,10 +15,6 @@ namespace quarn {
 
 namespace {
 
-// A tenth of what a float holds, so that no rounding makes a number infinite. An infinite one becomes NaN in the
-// transform, and the outline of such a mesh does not close.
-constexpr double kLargestNumber = 1e37;
-
 // Upper bound of what a triangle needs while its screen is built and told of: 750 to 1000 bytes, measured with shared
 // and unshared vertices and with fans, and some room.
 constexpr std::uint64_t kMemoryPerTriangle = 1400;
@@ -26,7 +22,7 @@ constexpr std::uint64_t kMemoryPerTriangle = 1400;
 class Examiner {
 public:
     Examiner(const ObjText& examinedText, float scale)
-        : text(examinedText), largestCoordinate(kLargestNumber / std::max(1.0, std::abs(double{scale}))) {}
+        : text(examinedText), largestCoordinate(kLargestObjNumber / std::max(1.0, std::abs(double{scale}))) {}
 
     void examine(const char* line);
 
@@ -79,7 +75,7 @@ void Examiner::examineVertex(const char* line) {
 void Examiner::examineUV(const char* line) {
     ++found.uvs;
     const char* p = line;
-    for (int i = 0; i < 2; ++i) p = examineNumber(p, kLargestNumber, "UV");
+    for (int i = 0; i < 2; ++i) p = examineNumber(p, kLargestObjNumber, "UV");
     if (!isAtEnd(p) && !isAtEnd(nextArgument(p))) ++found.ignored.thirdUVs;
 }
 

@@ -31,6 +31,10 @@ struct ObjContents {
     Ignored ignored = {};
 };
 
+/// A tenth of what a float holds, so that no rounding makes a number infinite. An infinite one becomes NaN in the
+/// transform, and the outline of such a mesh does not close.
+inline constexpr double kLargestObjNumber = 1e37;
+
 /// Bytes of memory for each byte of a text: the text twice, and lists that are made for its size.
 inline constexpr std::uint64_t kMeshMemoryPerByte = 3;
 

@@ -1,5 +1,7 @@
 #include "ObjFaceNormals.h"
 
+#include <cmath>
+
 #include <QuarnScreen/Point.h>
 
 #include "ObjNumber.h"
@@ -20,23 +22,27 @@ Point<double, 3> normalOf(const std::vector<std::array<float, 3>>& positions,
     for (std::size_t i = 1; i + 1 < vertices.size(); ++i)
         sum = sum + cross(corner(i) - corner(0), corner(i + 1) - corner(0));
     const double size = length(sum);
-    // A face without area has no normal of its own, and any will do.
-    return size > 0.0 ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
+    // A face without area has no normal of its own, nor has one that reaches beyond floats, and any will do.
+    return size > 0.0 && std::isfinite(size) ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
 }
 
 }  // namespace
 
 std::uint64_t ObjFaceNormals::numberFor(const std::vector<std::uint64_t>& vertices) {
     const Point<double, 3> normal = normalOf(positions, vertices);
-    std::string line = "vn";
-    for (std::size_t i = 0; i < 3; ++i) line += " " + objNumberText(static_cast<float>(normal[i]));
-    line += '\n';
-    const auto [entry, isNew] = numbers.try_emplace(line, count + 1);
-    if (isNew) {
-        ++count;
-        text += line;
+    const int index = numbers.indexOf(
+        {static_cast<float>(normal[0]), static_cast<float>(normal[1]), static_cast<float>(normal[2])});
+    return count + static_cast<std::uint64_t>(index) + 1;
+}
+
+std::string ObjFaceNormals::lines() const {
+    std::string text;
+    for (const auto& normal : added) {
+        text += "vn";
+        for (const float number : normal) text.append(1, ' ').append(objNumberText(number));
+        text += '\n';
     }
-    return entry->second;
+    return text;
 }
 
 }  // namespace quarn

@@ -5,8 +5,9 @@
 #include <array>
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
+
+#include "SharedRecords.h"
 
 namespace quarn {
 
@@ -16,20 +17,20 @@ public:
     /// \param objPositions of the text's vertices; they have to outlive the object
     /// \param countBefore how many normals the text holds itself
     ObjFaceNormals(const std::vector<std::array<float, 3>>& objPositions, std::uint64_t countBefore)
-        : positions(objPositions), count(countBefore) {}
+        : positions(objPositions), count(countBefore), numbers(added) {}
 
     /// Number from 1 of the normal of a polygon, on the side from which its corners run anticlockwise.
     /// \param vertices numbers from 1
     [[nodiscard]] std::uint64_t numberFor(const std::vector<std::uint64_t>& vertices);
 
     /// The lines of all normals that numberFor() told of.
-    [[nodiscard]] const std::string& lines() const { return text; }
+    [[nodiscard]] std::string lines() const;
 
 private:
     const std::vector<std::array<float, 3>>& positions;
     std::uint64_t count;
-    std::unordered_map<std::string, std::uint64_t> numbers;  // by the line
-    std::string text;
+    std::vector<std::array<float, 3>> added;
+    SharedRecords<3> numbers;
 };
 
 }  // namespace quarn

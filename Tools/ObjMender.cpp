@@ -1,11 +1,13 @@
 #include "ObjMender.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjRecords.h"
+#include "ObjSameMesh.h"
 #include "ObjSurvey.h"
 #include "ToolError.h"
 
@@ -36,6 +38,7 @@ private:
     void addAsComment(const ObjRecord& record);
     void addOther(const ObjRecord& record);
     void addAsItIs(const ObjRecord& record);
+    std::string& addWithoutNul(std::string_view text);
     void addWords();
     void addTriangles(std::size_t cornerCount, std::uint64_t line);
     [[nodiscard]] bool isLayoutPlain(const ObjRecord& record);
@@ -66,9 +69,10 @@ Mender::Mender(const std::string& name, std::string_view given)
 
 // Normals go before the faces where the text has none behind its first face, as they may not change the numbers of others.
 MendedObj Mender::finish() {
-    if (!normals.lines().empty()) {
+    const std::string lines = normals.lines();
+    if (!lines.empty()) {
         const bool isLineOpen = normalsPlace > 0 && mended.text[normalsPlace - 1] != '\n';
-        mended.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + normals.lines());
+        mended.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
     }
     return std::move(mended);
 }
@@ -92,7 +96,8 @@ void Mender::add(const ObjRecord& record) {
 // Whether the library sees the words of a line of data as they are.
 bool Mender::isLayoutPlain(const ObjRecord& record) {
     // It joins lines too, where a line feed alone ends them.
-    const bool isJoinedHere = record.isContinued && record.text.find('\r') != std::string_view::npos;
+    const bool isJoinedHere =
+        record.isContinued && (record.lineEnd.empty() || record.text.find('\r') != std::string_view::npos);
     if (isJoinedHere) mended.repairs.note(ObjRepair::JoinedLine, record.line);
     const bool isOdd = hasOddSpace(record.text);
     if (isOdd) mended.repairs.note(ObjRepair::OddSeparator, record.line);
@@ -141,7 +146,7 @@ void Mender::addFace(const ObjRecord& record) {
     const bool needsNormal = std::any_of(corners.begin(), corners.end(),
                                          [](const CornerNumbers& corner) { return corner.normal == 0; });
     const std::uint64_t faceNormal = needsNormal ? normals.numberFor(vertices) : 0;
-    if (!record.comment.empty()) mended.text.append(record.comment) += '\n';
+    if (!record.comment.empty()) addWithoutNul(record.comment) += '\n';
     mended.text += 'f';
     for (const CornerNumbers& corner : corners) {
         mended.text += ' ' + std::to_string(corner.vertex) + '/';
@@ -156,6 +161,7 @@ void Mender::addTriangles(std::size_t cornerCount, std::uint64_t line) {
 }
 
 void Mender::addAsComment(const ObjRecord& record) {
+    if (kindOf(record) == ObjLineKind::Misread) mended.repairs.note(ObjRepair::UnknownLine, record.line);
     mended.text += "# ";
     words = record.words;
     addWords();
@@ -164,9 +170,17 @@ void Mender::addAsComment(const ObjRecord& record) {
 // A backslash at the end of a name or comment would join the next line to it, and a NUL would end it.
 void Mender::addOther(const ObjRecord& record) {
     const bool hasNul = record.text.find('\0') != std::string_view::npos;
-    if (!record.text.ends_with('\\') && !hasNul) return addAsItIs(record);
-    for (const char byte : record.text) mended.text += byte == '\0' ? ' ' : byte;
-    mended.text += record.text.ends_with('\\') ? " \n" : "\n";
+    const bool joins = record.text.ends_with('\\') && (record.lineEnd == "\n" || record.lineEnd == "\r");
+    if (!joins && !hasNul) return addAsItIs(record);
+    if (hasNul) mended.repairs.note(ObjRepair::OddSeparator, record.line);
+    if (joins) mended.repairs.note(ObjRepair::FinalBackslash, record.line);
+    addWithoutNul(record.text) += record.text.ends_with('\\') ? " \n" : "\n";
+}
+
+// The library takes what follows a NUL for a line of its own.
+std::string& Mender::addWithoutNul(std::string_view text) {
+    for (const char byte : text) mended.text += byte == '\0' ? ' ' : byte;
+    return mended.text;
 }
 
 void Mender::addAsItIs(const ObjRecord& record) {
@@ -179,12 +193,23 @@ void Mender::addWords() {
         if (&word != &words.front()) mended.text += ' ';
         mended.text += word;
     }
+    if (mended.text.ends_with('\\')) mended.text += ' ';
     mended.text += '\n';
 }
 
 void refuseUTF16(const std::string& name, const std::string& text) {
     if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
         throw ToolError{.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name};
+}
+
+// Whether the library does not load a text with such a fault at all.
+bool isRefused(const ObjRepairs& repairs) {
+    constexpr std::array kRefused = {ObjRepair::FinalLineFeed, ObjRepair::ShortFace,
+                                     ObjRepair::BadNormalReference, ObjRepair::MissingNormal};
+    const auto tallies = repairs.tallies();
+    return std::any_of(tallies.begin(), tallies.end(), [&](const ObjRepairs::Tally& tally) {
+        return std::find(kRefused.begin(), kRefused.end(), tally.repair) != kRefused.end();
+    });
 }
 
 }  // namespace
@@ -196,6 +221,10 @@ MendedObj mendObj(const std::string& name, const std::string& text) {
     if (hasMark) given.remove_prefix(kByteOrderMark.size());
     MendedObj mended = Mender(name, given).finish();
     if (hasMark) mended.repairs.note(ObjRepair::ByteOrderMark, 1);
+    if (mended.text != text && !isRefused(mended.repairs) && areSameMesh(text, mended.text)) {
+        mended.text = text;
+        mended.repairs = {};
+    }
     return mended;
 }
 

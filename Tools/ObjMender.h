@@ -19,9 +19,10 @@ struct MendedObj {
 
 /// Writes \p text in the form that the library loads: relative references become absolute, faces without normals get
 /// that of their corners, and so on; see ObjRepair. Vertices, UVs and faces stay, in their order and with the
-/// digits that they have. Lines that need no change stay as they are, so that a text that loads comes back whole.
+/// digits that they have. A text that the library reads as the same mesh comes back whole, and so do
+/// lines that need no change.
 ///
-/// Stops with a ToolError, which names the line, where the text is no OBJ text: a vertex that is no three numbers, a corner of a face that
+/// Stops with a ToolError, which names the line, where the text is no OBJ text: a coordinate that is no number, a corner of a face that
 /// refers to no vertex, no vertex or no face at all, and UTF-16.
 /// \param name what error lines call the text
 [[nodiscard]] MendedObj mendObj(const std::string& name, const std::string& text);

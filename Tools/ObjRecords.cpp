@@ -33,8 +33,11 @@ void splitWords(std::string_view text, ObjRecord& record) {
             record.comment = text;
             return;
         }
+        // Some programs write a comment without a blank in front of it.
+        const bool isKeyword = record.words.empty();
         std::size_t length = 1;
-        while (length < text.size() && !isObjSpace(text[length])) ++length;
+        while (length < text.size() && !isObjSpace(text[length]) && (isKeyword || text[length] != '#'))
+            ++length;
         record.words.push_back(text.substr(0, length));
         text.remove_prefix(length);
     }
@@ -46,7 +49,7 @@ std::string_view ObjRecords::takeLine(std::string_view& lineEnd) {
     ++lineCount;
     const std::string_view line = rest.substr(0, lineLength(rest));
     rest.remove_prefix(line.size());
-    lineEnd = rest.substr(0, rest.starts_with("\r\n") ? 2 : 1);
+    lineEnd = rest.substr(0, rest.starts_with("\r\r\n") ? 3 : rest.starts_with("\r\n") ? 2 : 1);
     rest.remove_prefix(lineEnd.size());
     return line;
 }
@@ -55,8 +58,12 @@ std::string_view ObjRecords::takeLine(std::string_view& lineEnd) {
 void ObjRecords::joinLines(ObjRecord& record) {
     joined = record.text;
     const char* const begin = record.text.data();
-    while (joined.ends_with('\\') && !rest.empty()) {
+    while (joined.ends_with('\\')) {
         joined.back() = ' ';
+        if (rest.empty()) {
+            record.lineEnd = {};
+            break;
+        }
         joined += takeLine(record.lineEnd);
     }
     record.text = {begin, static_cast<std::size_t>(rest.data() - begin) - record.lineEnd.size()};
@@ -66,7 +73,7 @@ bool ObjRecords::next(ObjRecord& record) {
     if (rest.empty()) return false;
     record.text = takeLine(record.lineEnd);
     record.line = lineCount;
-    record.isContinued = isContinuedLine(record.text) && !rest.empty();
+    record.isContinued = isContinuedLine(record.text);
     if (record.isContinued) joinLines(record);
     splitWords(record.isContinued ? std::string_view(joined) : record.text, record);
     return true;

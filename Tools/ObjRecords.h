@@ -11,15 +11,16 @@ namespace quarn {
 
 /// A line of an OBJ text. Lines of vertices and faces have those with them that a backslash joins to them.
 struct ObjRecord {
-    std::uint64_t line = 0;               ///< Number of the first line.
-    std::string_view text;                ///< All of it, without the line end.
-    std::string_view lineEnd;             ///< Empty at the end of the text.
+    std::uint64_t line = 0;    ///< Number of the first line.
+    std::string_view text;     ///< All of it, without the line end.
+    std::string_view lineEnd;  ///< Empty at the end of the text, also behind a backslash that ends it.
     std::vector<std::string_view> words;  ///< The keyword and what follows it, without a comment.
     std::string_view comment;             ///< From its "#" on; empty where there is none.
     bool isContinued = false;             ///< Whether other lines are joined to the first.
 };
 
-/// Goes through a text record by record. Line ends are LF, CRLF and CR; words are separated by any white space or NUL.
+/// Goes through a text record by record. Line ends are LF, CRLF, CR and CRCRLF, which a conversion too many makes; words are
+/// separated by any white space, NUL, and the byte that ends a text on old systems.
 class ObjRecords {
 public:
     /// \param text it has to outlive the object
@@ -39,7 +40,7 @@ private:
 
 /// Whether a byte separates words.
 [[nodiscard]] constexpr bool isObjSpace(char byte) {
-    return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f' || byte == '\0';
+    return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f' || byte == '\0' || byte == '\x1A';
 }
 
 }  // namespace quarn

@@ -25,6 +25,8 @@ constexpr std::array<Wording, static_cast<std::size_t>(ObjRepair::Count)> kWordi
     {"short-face", "face of fewer than three corners", "faces of fewer than three corners"},
     {"unknown-line", "line with an unknown keyword that would be misread",
      "lines with unknown keywords that would be misread"},
+    {"final-backslash", "name or comment that would swallow the next line",
+     "names or comments that would swallow the next line"},
     {"unreadable-uv", "UV that is no number", "UVs that are no numbers"},
     {"bad-uv-reference", "corner that refers to a UV that is not there",
      "corners that refer to UVs that are not there"},

@@ -11,18 +11,19 @@
 namespace quarn {
 
 enum class ObjRepair : std::size_t {
-    ByteOrderMark,       ///< The mark in front of the text is left out.
-    OddSeparator,        ///< Tabs and the like become blanks.
-    LineEnd,             ///< A carriage return alone becomes a line feed.
-    FinalLineFeed,       ///< Added.
-    JoinedLine,          ///< A line of data that others continue becomes one line.
-    TrailingComment,     ///< A comment behind a face gets a line of its own.
-    PlusSign,            ///< Left out in front of a number.
-    RelativeReference,   ///< Becomes the number that it means.
-    CornerForm,          ///< Slashes behind which nothing follows are left out.
-    ShortFace,           ///< A face of fewer than three corners becomes a comment.
-    UnknownLine,         ///< A line that would be read as something else becomes a comment.
-    UnreadableUV,        ///< A UV that is no number is not referred to any more.
+    ByteOrderMark,      ///< The mark in front of the text is left out.
+    OddSeparator,       ///< Tabs and the like become blanks.
+    LineEnd,            ///< A carriage return alone becomes a line feed.
+    FinalLineFeed,      ///< Added.
+    JoinedLine,         ///< A line of data that others continue becomes one line.
+    TrailingComment,    ///< A comment behind a face gets a line of its own.
+    PlusSign,           ///< Left out in front of a number.
+    RelativeReference,  ///< Becomes the number that it means.
+    CornerForm,         ///< Slashes behind which nothing follows are left out.
+    ShortFace,          ///< A face of fewer than three corners becomes a comment.
+    UnknownLine,        ///< A line that would be read as something else becomes a comment.
+    FinalBackslash,  ///< A backslash that would join the next line to a name or comment gets a blank behind it.
+    UnreadableUV,    ///< A UV that is no number is not referred to any more.
     BadUVReference,      ///< A reference to a UV that is not there is left out.
     BadNormalReference,  ///< Becomes a reference to the normal of the face.
     MissingNormal,       ///< As BadNormalReference.

@@ -22,20 +22,31 @@ void skipSign(std::string_view& word) {
     if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
 }
 
+// The number of a word that numberFormOf() knows.
+float numberOf(std::string_view word) {
+    // The scan needs a byte behind the number.
+    return scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
+}
+
+float coordinateOf(std::string_view word, const ObjRecord& record, const std::string& name) {
+    if (numberFormOf(word) == ObjNumberForm::NoNumber)
+        throw ToolError{.found = "found " + quotedExcerpt(word) + " as a coordinate",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    return numberOf(word);
+}
+
 std::array<float, 3> positionOf(const ObjRecord& record, const std::string& name) {
+    if (record.words.size() < 2)
+        throw ToolError{.found = "found a vertex without coordinates",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    // The library reads missing coordinates as 0, as do others.
     std::array<float, 3> position{};
-    for (std::size_t i = 0; i < position.size(); ++i) {
-        const std::string_view word = i + 1 < record.words.size() ? record.words[i + 1] : std::string_view();
-        if (numberFormOf(word) == ObjNumberForm::NoNumber)
-            throw ToolError{.found = word.empty() ? "found a vertex with too few coordinates"
-                                                  : "found " + quotedExcerpt(word) + " as a coordinate",
-                            .expected = R"("v" and three numbers)",
-                            .file = name,
-                            .line = record.line};
-        // The scan needs a byte behind the number.
-        position.at(i) =
-            scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
-    }
+    for (std::size_t i = 0; i < position.size() && i + 1 < record.words.size(); ++i)
+        position.at(i) = coordinateOf(record.words[i + 1], record, name);
     return position;
 }
 

@@ -21,7 +21,7 @@ struct ObjSurvey {
     std::uint64_t lastNormalLine = 0;  ///< 0 where there is no normal.
 };
 
-/// Stops with a ToolError where the text holds no vertex or no face, or a vertex that is no three numbers.
+/// Stops with a ToolError where the text holds no vertex or no face, or a coordinate that is no number.
 /// \param name what error lines call the text
 [[nodiscard]] ObjSurvey surveyObj(const std::string& name, std::string_view text);
 

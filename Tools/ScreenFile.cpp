@@ -29,11 +29,16 @@ bool beginsWithKeyword(std::string_view line) {
 
 ScreenFormat formatOf(std::string_view text) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    constexpr std::string_view kHighByteFirst = "\xFE\xFF";
+    constexpr std::string_view kLowByteFirst = "\xFF\xFE";
+    // UTF-16 may be XML. Any other text in it is refused as an OBJ text.
+    if (text.starts_with(kHighByteFirst) || text.starts_with(kLowByteFirst))
+        return text.substr(0, 4).find('<') == std::string_view::npos ? ScreenFormat::Obj : ScreenFormat::Xml;
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     if (trimmed(text).starts_with('<')) return ScreenFormat::Xml;
     if (beginsLikeStl(text)) return ScreenFormat::Stl;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         if (beginsWithKeyword(trimmed(text.substr(0, end)))) return ScreenFormat::Obj;
         text.remove_prefix(std::min(end + 1, text.size()));
     }

@@ -29,6 +29,11 @@ std::string gridDescription(const Screen& screen, const GridSize& grid) {
            std::to_string(grid.columns) + " cells, made by quarnscreen";
 }
 
+// Whether the OBJ text of a screen is the one that it was loaded from.
+bool isOwnText(const Screen& screen) {
+    return screen.mesh && screen.mesh->frame.matrix() == Matrix<float, 4>::identity();
+}
+
 }  // namespace
 
 ScreenFormat formatByName(const std::string& path, ScreenFormat otherwise) {
@@ -48,25 +53,35 @@ std::string xmlTextOf(IScreenGeometry& screen) {
     return toUtf8(text.str());
 }
 
-std::string objTextOf(const Screen& screen, const GridSize& grid) {
+std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
     if (!screen.mesh) {
+        const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
+        refuseMeshAbove(maxMemory, screen.file, 0, 2 * cells);
         const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
         refuseInfinite(mesh, screen.file);
         return objTextOf(mesh, gridDescription(screen, grid));
     }
     std::string text(screen.mesh->text.text);
-    const Matrix<float, 4> matrix = screen.mesh->frame.matrix();
-    if (matrix == Matrix<float, 4>::identity()) return text;
-    return objTextOf(meshDocumentOf(text, matrix), "in the frame of the screen, written by quarnscreen");
+    if (isOwnText(screen)) {
+        for (const std::size_t feed : screen.mesh->text.joinedLines) text.replace(feed - 1, 2, "\\\n");
+        return text;
+    }
+    return objTextOf(meshDocumentOf(text, screen.mesh->frame.matrix()),
+                     "in the frame of the screen, written by quarnscreen");
 }
 
-void noteMeshStatus(const std::string& path, const std::string& objText, std::uint64_t maxMemory) {
+void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
+                    std::uint64_t maxMemory) {
     const std::string name = path == "-" ? "standard output" : path;
+    const auto note = [&](const OBJScreen& loaded, const MeshSource& source) {
+        if (loaded.getStatus() != OBJScreen::StatusOk)
+            writeNoteLine(atPlace(name, 0, meshStatusOf(loaded, source).text));
+    };
+    if (isOwnText(screen)) return note(dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh);
     StageClock clock;
     const ObjMesh mesh =
         loadObj({.file = path, .name = name, .text = objText, .frame = {}}, maxMemory, clock);
-    if (mesh.screen->getStatus() != OBJScreen::StatusOk)
-        writeNoteLine(atPlace(name, 0, meshStatusOf(*mesh.screen, mesh.source).text));
+    note(*mesh.screen, mesh.source);
 }
 
 }  // namespace quarn

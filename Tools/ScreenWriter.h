@@ -16,13 +16,16 @@ namespace quarn {
 /// The XML document of a screen.
 [[nodiscard]] std::string xmlTextOf(IScreenGeometry& screen);
 
-/// The OBJ text of a screen, which loads with no options. That of an OBJ screen is its own text, but where its axes or
-/// scale tell otherwise; then its positions are those in the screen's frame. A shape becomes a mesh.
+/// The OBJ text of a screen, which loads with no options. That of an OBJ screen is its own text, with its lines joined
+/// as they were, but where its axes or scale tell otherwise; then its positions are those in the screen's frame. A shape becomes a mesh.
 /// \param grid of that mesh
-[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid);
+/// \param maxMemory a mesh that could need more is refused
+[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory);
 
-/// Loads a text that was made, and says on standard error where UV does not work on it.
+/// Says on standard error where UV does not work on the mesh of a text that was made.
 /// \param path what the line calls the text
-void noteMeshStatus(const std::string& path, const std::string& objText, std::uint64_t maxMemory);
+/// \param screen that the text was made of
+void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
+                    std::uint64_t maxMemory);
 
 }  // namespace quarn

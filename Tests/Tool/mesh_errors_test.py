@@ -41,7 +41,7 @@ REFUSED = {
 }
 
 # Those that quarnscreen convert mends; the others refer to vertices that are not there, or hold numbers that are too large.
-MENDED = {name for name in REFUSED if name.startswith("no_line_feed") and name != "no_line_feed_behind_a_word_with_f"} | {
+MENDED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
     "relative_reference", "normal_beyond", "no_normal_in_the_face", "uv_without_normal", "comment_behind_a_face",
     "carriage_return_without_blank_alone", "nul_in_a_face"}
 REMEDY = "; mend it by: quarnscreen convert a.obj -o mended.obj"

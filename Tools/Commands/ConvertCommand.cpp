@@ -27,10 +27,18 @@ void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
         writeNoteLine(atPlace(name, tally.firstLine, "mended " + repairText(tally)));
 }
 
-void mend(ObjSource& source) {
-    MendedObj mended = mendObj(source.name, source.text);
-    noteRepairs(source.name, mended.repairs);
-    source.text = std::move(mended.text);
+// Reads the input and mends it where it is an OBJ text. An input that is refused all the same gives no notes.
+Screen readMended(const ConvertOptions& options) {
+    std::string name;
+    ObjRepairs repairs;
+    Screen screen = readScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
+        MendedObj mended = mendObj(source.name, source.text);
+        source.text = std::move(mended.text);
+        name = source.name;
+        repairs = mended.repairs;
+    });
+    noteRepairs(name, repairs);
+    return screen;
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
@@ -46,12 +54,12 @@ ScreenFormat formatFor(const ConvertOptions& options) {
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
     OutputFile output(options.output, {options.input});
-    const Screen screen = readScreen(options.input, options.maxMemory, options.obj, mend);
+    const Screen screen = readMended(options);
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
-        const std::string text = objTextOf(screen, options.grid);
-        noteMeshStatus(options.output, text, options.maxMemory);
+        const std::string text = objTextOf(screen, options.grid, options.maxMemory);
+        noteMeshStatus(options.output, screen, text, options.maxMemory);
         output.write(text);
     }
     output.finish();

@@ -204,8 +204,10 @@ void run(const Shape& shape, const MakeOptions& options) {
     const Screen screen{.file = {}, .geometry = makeScreen(shape.screenType, values)};
     const bool isMesh =
         options.isMesh || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
-    const std::string text = isMesh ? objTextOf(screen, options.grid) : xmlTextOf(*screen.geometry);
-    if (isMesh) noteMeshStatus(options.output, text, defaultMemoryLimit());
+    const std::uint64_t maxMemory = defaultMemoryLimit();
+    const std::string text =
+        isMesh ? objTextOf(screen, options.grid, maxMemory) : xmlTextOf(*screen.geometry);
+    if (isMesh) noteMeshStatus(options.output, screen, text, maxMemory);
     OutputFile output(options.output, {});
     output.write(text);
     output.finish();

@@ -1,0 +1,26 @@
+/// \file
+/// A second reader of OBJ texts from whatever program, as plain as can be.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quarn::test {
+
+struct PlainCorner {
+    std::array<float, 3> position{};
+    std::optional<std::array<float, 2>> uv;
+};
+
+struct PlainTriangle {
+    std::array<PlainCorner, 3> corners;
+    std::uint64_t line = 0;
+};
+
+/// The triangles of a text in which all references to vertices are right.
+[[nodiscard]] std::vector<PlainTriangle> readPlainly(const std::string& text);
+
+}  // namespace quarn::test
