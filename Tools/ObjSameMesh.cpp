@@ -42,7 +42,7 @@ std::optional<std::array<float, 2>> uvOf(const ObjLists& lists, const ObjCorner&
     return uvs[static_cast<std::size_t>(corner.textureCoordinate)];
 }
 
-const std::array<float, 3>& positionOf(const ObjLists& lists, const ObjCorner& corner) {
+const std::array<float, 3>& coordinatesOf(const ObjLists& lists, const ObjCorner& corner) {
     return lists.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
 }
 
@@ -57,7 +57,7 @@ bool areSameMesh(const std::string& first, const std::string& second) {
         for (std::size_t k = 0; k < one->faces[i].size(); ++k) {
             const ObjCorner& corner = one->faces[i].at(k);
             const ObjCorner& otherCorner = other->faces[i].at(k);
-            if (positionOf(*one, corner) != positionOf(*other, otherCorner) ||
+            if (coordinatesOf(*one, corner) != coordinatesOf(*other, otherCorner) ||
                 uvOf(*one, corner) != uvOf(*other, otherCorner))
                 return false;
         }

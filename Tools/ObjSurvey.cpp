@@ -37,7 +37,7 @@ float coordinateOf(std::string_view word, const ObjRecord& record, const std::st
     return numberOf(word);
 }
 
-std::array<float, 3> positionOf(const ObjRecord& record, const std::string& name) {
+std::array<float, 3> coordinatesOf(const ObjRecord& record, const std::string& name) {
     if (record.words.size() < 2)
         throw ToolError{.found = "found a vertex without coordinates",
                         .expected = R"("v" and three numbers)",
@@ -92,7 +92,7 @@ ObjSurvey surveyObj(const std::string& name, std::string_view text) {
     ObjRecords records(text);
     for (ObjRecord record; records.next(record);) {
         const ObjLineKind kind = kindOf(record);
-        if (kind == ObjLineKind::Vertex) survey.positions.push_back(positionOf(record, name));
+        if (kind == ObjLineKind::Vertex) survey.positions.push_back(coordinatesOf(record, name));
         if (kind == ObjLineKind::UV) survey.areUVsReadable.push_back(isReadableUV(record));
         if (kind == ObjLineKind::Normal) {
             ++survey.normalCount;

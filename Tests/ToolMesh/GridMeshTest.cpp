@@ -23,7 +23,7 @@ const Point<double, 3> kOrigin;
 // Twice what rounding to a float does to a number, beside its size.
 constexpr double kFloatRounding = 1.2e-7;
 
-Point<double, 3> positionOf(const MeshDocument& mesh, const ObjCorner& corner) {
+Point<double, 3> coordinatesOf(const MeshDocument& mesh, const ObjCorner& corner) {
     const auto& [x, y, z] = mesh.positions.at(static_cast<std::size_t>(corner.vertex));
     return {x, y, z};
 }
@@ -50,14 +50,14 @@ void expectOnScreen(const MeshDocument& mesh, const IScreenGeometry& screen) {
     for (const auto& [x, y, z] : mesh.positions)
         reach = std::max(reach, 4 * kFloatRounding * length(Point<double, 3>(x, y, z)));
     for (const ObjFace& face : mesh.faces) {
-        const Point<double, 3> first = positionOf(mesh, face[0]);
+        const Point<double, 3> first = coordinatesOf(mesh, face[0]);
         const Point<double, 3> facing =
-            cross(positionOf(mesh, face[1]) - first, positionOf(mesh, face[2]) - first);
+            cross(coordinatesOf(mesh, face[1]) - first, coordinatesOf(mesh, face[2]) - first);
         ASSERT_GT(dot(facing, screen.getEyepoint() - first), 0.0);
         for (const ObjCorner& corner : face) {
             Point<double, 3> expected;
             ASSERT_TRUE(screen.mapInto3D(uvOf(mesh, corner), expected, true));
-            ASSERT_LE(length(positionOf(mesh, corner) - expected), reach);
+            ASSERT_LE(length(coordinatesOf(mesh, corner) - expected), reach);
             ASSERT_NEAR(length(normalOf(mesh, corner)), 1.0, 1e-6);
             ASSERT_GT(dot(facing, normalOf(mesh, corner)) / length(facing), 0.9);
         }
@@ -67,7 +67,7 @@ void expectOnScreen(const MeshDocument& mesh, const IScreenGeometry& screen) {
 void expectUVOfScreen(const MeshDocument& mesh, const IScreenGeometry& screen) {
     for (const ObjFace& face : mesh.faces)
         for (const ObjCorner& corner : face) {
-            const Point<double, 2> expected = screen.mapInto2D(positionOf(mesh, corner), true);
+            const Point<double, 2> expected = screen.mapInto2D(coordinatesOf(mesh, corner), true);
             ASSERT_NEAR(uvOf(mesh, corner)[0], expected[0], 1e-6);
             ASSERT_NEAR(uvOf(mesh, corner)[1], expected[1], 1e-6);
         }
@@ -157,7 +157,7 @@ TEST(GridMesh, ADomeHasOneVertexAtItsPoleAndNoneTwiceAtItsSeam) {
     std::size_t cornersAtPole = 0;
     for (const ObjFace& face : mesh.faces)
         for (const ObjCorner& corner : face)
-            if (length(positionOf(mesh, corner) - Point<double, 3>(1.0, 2.0, 9.0)) < 1e-6) ++cornersAtPole;
+            if (length(coordinatesOf(mesh, corner) - Point<double, 3>(1.0, 2.0, 9.0)) < 1e-6) ++cornersAtPole;
     EXPECT_EQ(cornersAtPole, 24U);
     EXPECT_EQ(statusOf(mesh), OBJScreen::StatusOk);
 }
