@@ -27,6 +27,16 @@ std::string numberAttribute(std::string_view name, double value) {
     return attribute(name, svgNumber(value));
 }
 
+// With the sign of the way round.
+double twiceAreaOf(const std::vector<PagePoint>& points) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const PagePoint& next = points[(i + 1) % points.size()];
+        sum += points[i][0] * next[1] - points[i][1] * next[0];
+    }
+    return sum;
+}
+
 std::string_view anchorName(TextAnchor anchor) {
     switch (anchor) {
         case TextAnchor::Middle:
@@ -92,7 +102,11 @@ void SvgWriter::line(std::string_view styleClass, const std::vector<PagePoint>& 
 }
 
 void SvgWriter::area(std::string_view styleClass, const std::vector<PagePoint>& points) {
-    extendPath(styleClass, points, "z");
+    // Two areas of one path that run opposite ways would cancel where they overlap.
+    if (twiceAreaOf(points) < 0.0)
+        extendPath(styleClass, {points.rbegin(), points.rend()}, "z");
+    else
+        extendPath(styleClass, points, "z");
 }
 
 void SvgWriter::extendPath(std::string_view styleClass, const std::vector<PagePoint>& points,

@@ -1,11 +1,13 @@
 """Pictures of meshes show their outline, UV grid, holes and faults, in few bytes, the same ones on every run."""
 import math
 import os
+import re
 import unittest
 
 from gallery_meshes import dome, text_of, wall_with_faults
 from obj_case import wall
 from plot_case import PlotTest
+from tool_case import SAMPLES
 
 
 def sheet(columns, rows, uv=lambda u, v: (u, v), skip=lambda column, row: False, flip=(), depth=0.2):
@@ -32,7 +34,22 @@ def octahedron():
     return "\n".join(lines) + "\n"
 
 
+def area(path):
+    """Twice the area of a polygon, with the sign of its way round."""
+    numbers = [float(number) for number in path.split()]
+    corners = list(zip(numbers[::2], numbers[1::2]))
+    return sum(a[0] * b[1] - a[1] * b[0] for a, b in zip(corners, corners[1:] + corners[:1]))
+
+
 class PlotMesh(PlotTest):
+    def test_areas_of_one_class_run_one_way_so_that_none_cancels_another(self):
+        for screen in ("curved-wall.obj", "cylinder-200.xml"):
+            svg = self.plot(str(SAMPLES / screen), "--color", "stretch")
+            paths = re.findall(r'<path class="k\d+" d="([^"]*)"', svg)
+            areas = [area(part) for path in paths for part in re.findall(r"M([^Mz]*)z", path)]
+            self.assertGreater(len(areas), 100)
+            self.assertGreaterEqual(min(areas), 0)
+
     def test_a_good_mesh_has_no_fault(self):
         svg = self.plot_mesh(dome())
         self.assertLessEqual({"turned over: none", "faulty UV: none", "overlap: none", "holes: none", "UV from (0, 0) to (1, 1)"}, set(self.texts(svg)))
