@@ -47,6 +47,8 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerCheckCommand(tool);
     quarn::registerMakeCommand(tool);
     quarn::registerConvertCommand(tool);
+    quarn::registerRefineCommand(tool);
+    quarn::registerTransformCommand(tool);
     quarn::registerCompletionCommand(tool);
     try {
         tool.parse(argc, argv);

@@ -17,6 +17,8 @@ void registerClosestCommand(CLI::App& tool);
 void registerNormalCommand(CLI::App& tool);
 void registerChannelCommand(CLI::App& tool);
 void registerConvertCommand(CLI::App& tool);
+void registerRefineCommand(CLI::App& tool);
+void registerTransformCommand(CLI::App& tool);
 void registerGridCommand(CLI::App& tool);
 void registerBoundaryCommand(CLI::App& tool);
 void registerPointsCommand(CLI::App& tool);

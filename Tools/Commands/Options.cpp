@@ -102,13 +102,25 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
 }
 
 void addObjOptions(CLI::App& command, ObjOptions& options) {
-    addAxisOption(command, "--forward", options.forward,
-                  "OBJ: axis that leads away from the viewer; Y if not told");
-    addAxisOption(command, "--up", options.upward, "OBJ: axis that leads upwards; Z if not told");
+    addObjAxisOptions(command, options);
+    addObjScaleOption(command, options);
+}
+
+void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix,
+                       const std::string& file) {
+    addAxisOption(command, "--forward" + suffix, options.forward,
+                  file + ": axis that leads away from the viewer; Y if not told");
+    addAxisOption(command, "--up" + suffix, options.upward,
+                  file + ": axis that leads upwards; Z if not told");
+}
+
+void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix,
+                       const std::string& file) {
+    const std::string name = "--scale" + suffix;
     command
         .add_option_function<std::string>(
-            "--scale", [&options](const std::string& text) { options.scale = objScaleFrom("--scale", text); },
-            "OBJ: factor of all positions; 1 if not told")
+            name, [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
+            file + ": factor of all positions; 1 if not told")
         ->type_name("FACTOR");
 }
 

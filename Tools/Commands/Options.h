@@ -55,6 +55,13 @@ void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory);
 CLI::Option& addGridOption(CLI::App& command, GridSize& grid);
 void addObjOptions(CLI::App& command, ObjOptions& options);
 
+/// Those of addObjOptions() but --scale. \p suffix ends their names, and \p file says whose they are, where a command
+/// has two of them.
+void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
+                       const std::string& file = "OBJ");
+void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
+                       const std::string& file = "OBJ");
+
 /// Adds an option for a whole number of at least 2.
 void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description);
 
