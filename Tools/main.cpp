@@ -49,6 +49,7 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerConvertCommand(tool);
     quarn::registerRefineCommand(tool);
     quarn::registerTransformCommand(tool);
+    quarn::registerCompareCommand(tool);
     quarn::registerCompletionCommand(tool);
     try {
         tool.parse(argc, argv);

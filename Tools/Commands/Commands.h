@@ -19,6 +19,7 @@ void registerChannelCommand(CLI::App& tool);
 void registerConvertCommand(CLI::App& tool);
 void registerRefineCommand(CLI::App& tool);
 void registerTransformCommand(CLI::App& tool);
+void registerCompareCommand(CLI::App& tool);
 void registerGridCommand(CLI::App& tool);
 void registerBoundaryCommand(CLI::App& tool);
 void registerPointsCommand(CLI::App& tool);
