@@ -161,7 +161,7 @@ add_cases(Compare, [
     Case("refused_max_below_zero", ["compare", WALL, WALL, "--max", "-1"], err='error: found --max "-1", expected a length of 0 or above\n', exit=2),
     Case("refused_max_that_is_no_length", ["compare", WALL, WALL, "--max", "nan"], err='error: found --max "nan", expected a number in m, .*\n', exit=2),
     Case("refused_accuracy_of_zero", ["compare", WALL, WALL, "--accuracy", "0mm"], err='error: found --accuracy "0mm", expected a length above 0\n', exit=2),
-    Case("refused_threads_of_zero", ["compare", WALL, WALL, "--threads", "0"], err="error: --threads: .*\n", exit=2),
+    Case("refused_threads_of_zero", ["compare", WALL, WALL, "--threads", "0"], err="error: .*--threads .*\n", exit=2),
     Case("refused_file_that_is_not_there", ["compare", WALL, "none.xml"], err="error: none.xml: no such file, .*\n", exit=2),
 ])
 

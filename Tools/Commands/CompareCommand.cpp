@@ -1,10 +1,11 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <thread>
 
+#include "AnswerRows.h"
 #include "AnswerWriter.h"
 #include "Commands/Commands.h"
 #include "Commands/MeasureOptions.h"
@@ -22,8 +23,6 @@ namespace {
 constexpr double kDefaultAccuracy = 2e-5;
 // Of the accuracy that is asked for: what the triangles of each shape may take of it.
 constexpr double kChordShare = 0.25;
-// More threads than any machine that the tool is used on has processors.
-constexpr unsigned int kMostThreads = 256;
 
 struct CompareOptions {
     std::string a;
@@ -35,13 +34,13 @@ struct CompareOptions {
     std::string accuracy;
     AnswerFormat format = AnswerFormat::Csv;
     std::uint64_t maxMemory = defaultMemoryLimit();
-    unsigned int threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
+    std::size_t threads = defaultThreadCount();
     std::string output = "-";
 };
 
 // What is told of two screens.
 struct Comparison {
-    bool hasSameDigest = false;
+    std::string_view digests;  // what is told of them
     std::optional<UvDistance> atEqualUv;
     double chordErrors = 0.0;  // of both
     SurfaceDistance aToB;
@@ -64,6 +63,15 @@ std::optional<double> maxFrom(const CompareOptions& options) {
     return max;
 }
 
+using Digest = std::array<unsigned char, 20>;
+
+// A digest of zero bytes alone, as that of an STL screen, tells nothing.
+std::string_view digestStatus(const Digest& a, const Digest& b) {
+    constexpr Digest kNoDigest{};
+    if (a == kNoDigest || b == kNoDigest) return "none";
+    return a == b ? "same" : "different";
+}
+
 // The screens themselves are let go before their surfaces are measured, as both may be large.
 struct Surfaces {
     Surface a;
@@ -74,7 +82,7 @@ struct Surfaces {
 Surfaces readInto(Comparison& comparison, const CompareOptions& options) {
     const Screen a = readScreen(options.a, options.maxMemory, options.objA);
     const Screen b = readScreen(options.b, options.maxMemory, options.objB);
-    comparison.hasSameDigest = a.geometry->getUniqueDataHash() == b.geometry->getUniqueDataHash();
+    comparison.digests = digestStatus(a.geometry->getUniqueDataHash(), b.geometry->getUniqueDataHash());
     comparison.atEqualUv = uvDistance(*a.geometry, *b.geometry);
     const double accuracy = accuracyFrom(options, a, b);
     return {.a = surfaceOf(a, accuracy * kChordShare),
@@ -154,13 +162,17 @@ void run(const CompareOptions& options) {
     const std::optional<double> max = maxFrom(options);
     OutputFile output(options.output, {options.a, options.b});
     const Comparison comparison = compare(options);
+    const std::vector<Column> head = columns();
+    AnswerRows rows(options.format, head);
+    const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, Answered::Yes); };
     AnswerWriter writer(output, options.format, options.maxMemory,
                         {{"command", "compare"}, {"a", options.a}, {"b", options.b}, {"unit", options.unit}},
-                        columns());
-    writer.writeRow(emptyCells("digest", comparison.hasSameDigest ? "same" : "different"));
-    writer.writeRow(distanceCells("a_to_b", comparison.aToB, comparison.chordErrors));
-    writer.writeRow(distanceCells("b_to_a", comparison.bToA, comparison.chordErrors));
-    writer.writeRow(uvCells(comparison.atEqualUv));
+                        head);
+    addRow(emptyCells("digest", comparison.digests));
+    addRow(distanceCells("a_to_b", comparison.aToB, comparison.chordErrors));
+    addRow(distanceCells("b_to_a", comparison.bToA, comparison.chordErrors));
+    addRow(uvCells(comparison.atEqualUv));
+    writer.write(rows);
     writer.finish();
     output.finish();
     if (max && comparison.greatest() > *max)
@@ -194,11 +206,7 @@ void registerCompareCommand(CLI::App& tool) {
     addUnitOption(command, options->unit, "Unit of the lengths in both files; it is named, never converted");
     command.add_flag_callback(
         "--json", [options] { options->format = AnswerFormat::Json; }, "Answer with one JSON document");
-    command
-        .add_option("--threads", options->threads,
-                    "Threads that measure; one for each processor if not told. The answers are the same")
-        ->type_name("COUNT")
-        ->check(CLI::Range(1U, kMostThreads));
+    addThreadsOption(command, options->threads);
     addMemoryOption(command, options->maxMemory);
     addOutputOption(command, options->output);
     command.callback([options] { run(*options); });

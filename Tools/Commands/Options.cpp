@@ -129,13 +129,13 @@ std::size_t defaultThreadCount() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, most);
 }
 
-void addThreadsOption(CLI::App& command, QueryOptions& options) {
+void addThreadsOption(CLI::App& command, std::size_t& threads) {
     const std::string name = "--threads";
     command
         .add_option_function<std::string>(
             name,
-            [name, &options](const std::string& text) {
-                options.threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
+            [name, &threads](const std::string& text) {
+                threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
             },
             "Threads that answer; one for each processor if not told. The answers are the same")
         ->type_name("COUNT");

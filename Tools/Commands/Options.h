@@ -45,8 +45,8 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 void addScreenOptions(CLI::App& command, ScreenOptions& options);
 void addQueryOptions(CLI::App& command, QueryOptions& options);
 
-/// Adds the option --threads. \p options has to outlive \p command.
-void addThreadsOption(CLI::App& command, QueryOptions& options);
+/// Adds the option --threads. \p threads has to outlive \p command.
+void addThreadsOption(CLI::App& command, std::size_t& threads);
 
 /// Adds the options --unit, --output, --max-memory, --grid, and those that say how an OBJ file lies in the world.
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);
