@@ -187,10 +187,10 @@ void registerCompareCommand(CLI::App& tool) {
     CLI::App& command = addCommand(tool, "compare", "Tell how far the surfaces of two screens are apart",
                                    "quarnscreen compare Samples/dome.xml Samples/dome.xml --max 1mm");
     const auto options = std::make_shared<CompareOptions>();
-    command.add_option("A", options->a, "OBJ file, or XML file with a ScreenGeometry element")
+    command.add_option("A", options->a, "OBJ or STL file, or XML file with a ScreenGeometry element")
         ->required()
         ->type_name("FILE");
-    command.add_option("B", options->b, "Likewise")->required()->type_name("FILE");
+    command.add_option("B", options->b, "The same for the other screen")->required()->type_name("FILE");
     command
         .add_option("--max", options->max, "Exit with 1 where a position is farther from the other surface")
         ->type_name("LENGTH");

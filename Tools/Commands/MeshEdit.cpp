@@ -11,7 +11,7 @@
 namespace quarn {
 
 void addMeshEditOptions(CLI::App& command, MeshEditOptions& options) {
-    command.add_option("FILE", options.input, "OBJ file, or XML file of an OBJ screen")
+    command.add_option("FILE", options.input, "OBJ or STL file, or XML file of a mesh")
         ->required()
         ->type_name("FILE");
     addOutputOption(command, options.output)

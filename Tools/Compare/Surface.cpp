@@ -37,6 +37,7 @@ struct ChordErrors {
 std::vector<int> spread(int count) {
     std::vector<int> numbers;
     const int most = std::min(count, kMostLines);
+    numbers.reserve(static_cast<std::size_t>(most));
     for (int i = 0; i < most; ++i) numbers.push_back(most == 1 ? 0 : i * (count - 1) / (most - 1));
     return numbers;
 }
