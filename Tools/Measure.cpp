@@ -19,6 +19,8 @@ struct LengthUnit {
 constexpr std::array kLengthUnits = {LengthUnit{"m", 10000}, LengthUnit{"cm", 100}, LengthUnit{"mm", 10},
                                      LengthUnit{"ft", 3048}, LengthUnit{"in", 254}};
 
+constexpr long double kHalfTurn = 180.0L;  // in degrees
+
 std::optional<int> sizeOf(std::string_view name) {
     for (const LengthUnit& unit : kLengthUnits)
         if (unit.name == name) return unit.size;
@@ -61,9 +63,13 @@ std::optional<Angle> Angle::parse(std::string_view text) {
 }
 
 double Angle::radians() const {
-    constexpr long double kHalfTurn = 180.0L;
     if (unit == Unit::Radian) return static_cast<double>(value);
     return static_cast<double>(value * std::numbers::pi_v<long double> / kHalfTurn);
+}
+
+double Angle::inDegrees() const {
+    if (unit == Unit::Degree) return static_cast<double>(value);
+    return static_cast<double>(value / std::numbers::pi_v<long double> * kHalfTurn);
 }
 
 Angle Angle::complement() const {

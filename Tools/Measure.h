@@ -18,6 +18,8 @@ public:
 
     /// In radians, rounded once.
     [[nodiscard]] double radians() const;
+    /// In degrees, likewise.
+    [[nodiscard]] double inDegrees() const;
     [[nodiscard]] Angle negated() const { return {-value, unit}; }
     [[nodiscard]] Angle halved() const { return {value / 2, unit}; }
     /// What is left of a quarter turn.

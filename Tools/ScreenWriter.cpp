@@ -34,6 +34,15 @@ bool isOwnText(const Screen& screen) {
     return screen.mesh && screen.mesh->frame.matrix() == Matrix<float, 4>::identity();
 }
 
+std::string nameOf(const std::string& path) {
+    return path == "-" ? "standard output" : path;
+}
+
+void noteStatus(const std::string& path, const OBJScreen& loaded, const MeshSource& source) {
+    if (loaded.getStatus() != OBJScreen::StatusOk)
+        writeNoteLine(atPlace(nameOf(path), 0, meshStatusOf(loaded, source).text));
+}
+
 }  // namespace
 
 ScreenFormat formatByName(const std::string& path, ScreenFormat otherwise) {
@@ -72,16 +81,19 @@ std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t 
 
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
                     std::uint64_t maxMemory) {
-    const std::string name = path == "-" ? "standard output" : path;
-    const auto note = [&](const OBJScreen& loaded, const MeshSource& source) {
-        if (loaded.getStatus() != OBJScreen::StatusOk)
-            writeNoteLine(atPlace(name, 0, meshStatusOf(loaded, source).text));
-    };
-    if (isOwnText(screen)) return note(dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh);
+    if (isOwnText(screen))
+        noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh);
+    else
+        static_cast<void>(loadMadeText(path, objText, maxMemory));
+}
+
+std::shared_ptr<OBJScreen> loadMadeText(const std::string& path, const std::string& objText,
+                                        std::uint64_t maxMemory) {
     StageClock clock;
     const ObjMesh mesh =
-        loadObj({.file = path, .name = name, .text = objText, .frame = {}}, maxMemory, clock);
-    note(*mesh.screen, mesh.source);
+        loadObj({.file = path, .name = nameOf(path), .text = objText, .frame = {}}, maxMemory, clock);
+    noteStatus(path, *mesh.screen, mesh.source);
+    return mesh.screen;
 }
 
 }  // namespace quarn

@@ -28,4 +28,8 @@ namespace quarn {
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
                     std::uint64_t maxMemory);
 
+/// Loads a text that was made of no screen, and says the same. \return its screen
+[[nodiscard]] std::shared_ptr<OBJScreen> loadMadeText(const std::string& path, const std::string& objText,
+                                                      std::uint64_t maxMemory);
+
 }  // namespace quarn

@@ -47,6 +47,9 @@ void runTool(int argc, const char* const* argv) {
     quarn::registerCheckCommand(tool);
     quarn::registerMakeCommand(tool);
     quarn::registerConvertCommand(tool);
+    quarn::registerRefineCommand(tool);
+    quarn::registerTransformCommand(tool);
+    quarn::registerCompareCommand(tool);
     quarn::registerCompletionCommand(tool);
     try {
         tool.parse(argc, argv);

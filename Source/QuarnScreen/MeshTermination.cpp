@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "Detail/TriangleSplitter.h"
+
 namespace quarn {
 namespace {
 
@@ -57,6 +59,15 @@ bool refinementEnds(const std::vector<Triangle>& triangles, double maxEdgeLength
                           kLeastBound * greatestCoordinate(triangle) &&
                       maxEdgeLength > 0.0 && greatestUV(triangle) <= kGreatestUV;
            });
+}
+
+std::uint64_t countRefined(const std::vector<Triangle>& triangles, double maxEdgeLength, std::uint64_t most) {
+    std::uint64_t count = 0;
+    for (const Triangle& triangle : triangles) {
+        if (count >= most) break;
+        count += countPieces(triangle, maxEdgeLength, most - count);
+    }
+    return count;
 }
 
 }  // namespace quarn

@@ -1,7 +1,8 @@
 /// \file
-/// Which meshes and bounds the mesh engine's own loops do not end for.
+/// Which meshes and bounds the mesh engine's own loops do not end for, or not within reason.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <QuarnScreen/Triangle.h>
@@ -16,5 +17,10 @@ namespace quarn {
 /// the bound is above zero, edges that are longer have finite squares, and halving gets them below the bound before
 /// neighbouring numbers are reached. It says nothing about the number of pieces.
 [[nodiscard]] bool refinementEnds(const std::vector<Triangle>& triangles, double maxEdgeLength);
+
+/// How many triangles MeshScreen::refine() makes, counted one by one up to \p most and without room for them.
+/// \pre refinementEnds()
+[[nodiscard]] std::uint64_t countRefined(const std::vector<Triangle>& triangles, double maxEdgeLength,
+                                         std::uint64_t most);
 
 }  // namespace quarn

@@ -78,7 +78,7 @@ class Answers(ToolTest):
 
     def test_every_help_has_an_example_that_works(self):
         names = re.findall(r"^  (\w+)  +\w", self.text_of("--help").split("Subcommands:")[1], re.MULTILINE)
-        self.assertEqual(names, ["info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "check", "make", "convert", "completion"])
+        self.assertEqual(names, ["info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "check", "make", "convert", "refine", "transform", "compare", "completion"])
         for name in names[:-1]:
             example = re.search(r"\nExample:\n  quarnscreen (.*)\n\Z", self.text_of(name, "--help"))[1]
             arguments = [str(SAMPLES.parent / word) if word.startswith("Samples/") else word for word in example.split()]

@@ -36,7 +36,7 @@ class Arguments(ToolTest):
     def test_help_and_version_in_every_place(self):
         self.assertRegex(self.text_of("--version"), r"\Aquarnscreen \d+\.\d+\.\d+\n\Z")
         self.assertEqual(self.text_of("-h"), self.text_of("--help"))
-        for command in ("info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "check", "make", "convert", "completion"):
+        for command in ("info", "map", "intersect", "nearest", "closest", "normal", "channel", "grid", "boundary", "points", "plot", "check", "make", "convert", "refine", "transform", "compare", "completion"):
             self.assertIn(f"Usage: quarnscreen {command} ", self.text_of(command, "--help"))
             self.assertEqual(self.text_of(command, "-h"), self.text_of(command, "--help"))
 

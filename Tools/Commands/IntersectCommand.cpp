@@ -112,7 +112,7 @@ void registerIntersectCommand(CLI::App& tool) {
                                    "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv");
     const auto options = std::make_shared<IntersectOptions>();
     addQueryOptions(command, *options);
-    addThreadsOption(command, *options);
+    addThreadsOption(command, options->threads);
     addCsvInput(command, "RAYS", options->rays,
                 "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
         .capture_default_str();

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <array>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,9 +10,8 @@
 #include <QuarnScreen/SphericalScreen.h>
 
 #include "Commands/Commands.h"
+#include "Commands/MeasureOptions.h"
 #include "Commands/Options.h"
-#include "Measure.h"
-#include "Message.h"
 #include "OutputFile.h"
 #include "ScreenMaker.h"
 #include "ScreenWriter.h"
@@ -37,42 +35,13 @@ public:
 
     [[nodiscard]] bool has(const std::string& option) const { return texts.contains(option); }
     [[nodiscard]] double length(const std::string& option) const {
-        return lengthFrom(option, texts.at(option));
+        return lengthFrom(option, texts.at(option), unit);
     }
-    [[nodiscard]] Angle angle(const std::string& option) const {
-        const auto angle = Angle::parse(texts.at(option));
-        if (!angle) throw unexpected(option, "an angle with its unit, such as 210deg or 3.66rad");
-        return *angle;
-    }
-    [[nodiscard]] Point<double, 3> position(const std::string& option) const;
-    [[nodiscard]] ToolError unexpected(const std::string& option, const std::string& expected) const {
-        return {.found = "found " + option + " " + quotedExcerpt(texts.at(option)), .expected = expected};
-    }
-
-private:
-    [[nodiscard]] double lengthFrom(const std::string& option, const std::string& text) const {
-        const auto length = parseLength(text, unit);
-        if (!length)
-            throw unexpected(option,
-                             "a number in " + unit +
-                                 ", or a length such as 6m or 236in where --unit is m, cm, mm, ft or in");
-        return *length;
+    [[nodiscard]] Angle angle(const std::string& option) const { return angleFrom(option, texts.at(option)); }
+    [[nodiscard]] Point<double, 3> position(const std::string& option) const {
+        return positionFrom(option, texts.at(option), unit);
     }
 };
-
-Point<double, 3> MakeOptions::position(const std::string& option) const {
-    std::array<double, 3> lengths{};
-    std::string rest = texts.at(option);
-    for (std::size_t i = 0; i < lengths.size(); ++i) {
-        const std::size_t comma = rest.find(',');
-        const bool isLast = i + 1 == lengths.size();
-        if ((comma == std::string::npos) != isLast)
-            throw unexpected(option, "three lengths such as 0,1.5m,-2m");
-        lengths.at(i) = lengthFrom(option, rest.substr(0, comma));
-        rest = isLast ? "" : rest.substr(comma + 1);
-    }
-    return {lengths[0], lengths[1], lengths[2]};
-}
 
 struct ShapeOption {
     std::string name;
@@ -136,7 +105,7 @@ void fillDome(const MakeOptions& options, ScreenValues& values) {
     const double zenith = Angle::degrees(90.0).radians();
     const double edge = options.angle("--angle").halved().complement().radians();
     if (!(edge >= -zenith && edge <= zenith))
-        throw options.unexpected("--angle", "an angle from 0deg to 360deg");
+        throw unexpectedText("--angle", options.texts.at("--angle"), "an angle from 0deg to 360deg");
     values.set("minPhi", edge);
     values.set("maxPhi", zenith);
 }

@@ -48,7 +48,7 @@ void registerMapCommand(CLI::App& tool) {
                                    "quarnscreen map Samples/flat-wall.xml --to 3d Samples/flat-wall-uv.csv");
     const auto options = std::make_shared<MapOptions>();
     addQueryOptions(command, *options);
-    addThreadsOption(command, *options);
+    addThreadsOption(command, options->threads);
     addCsvInput(command, "POINTS", options->points,
                 "CSV with u,v for --to 3d or x,y,z for --to 2d; - is the standard input")
         .capture_default_str();

@@ -50,7 +50,7 @@ void registerNearestCommand(CLI::App& tool) {
                    "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv");
     const auto options = std::make_shared<NearestOptions>();
     addQueryOptions(command, *options);
-    addThreadsOption(command, *options);
+    addThreadsOption(command, options->threads);
     addCsvInput(command, "LINES", options->lines,
                 "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input")
         .capture_default_str();

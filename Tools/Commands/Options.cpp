@@ -102,13 +102,25 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
 }
 
 void addObjOptions(CLI::App& command, ObjOptions& options) {
-    addAxisOption(command, "--forward", options.forward,
-                  "OBJ: axis that leads away from the viewer; Y if not told");
-    addAxisOption(command, "--up", options.upward, "OBJ: axis that leads upwards; Z if not told");
+    addObjAxisOptions(command, options);
+    addObjScaleOption(command, options);
+}
+
+void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix,
+                       const std::string& file) {
+    addAxisOption(command, "--forward" + suffix, options.forward,
+                  file + ": axis that leads away from the viewer; Y if not told");
+    addAxisOption(command, "--up" + suffix, options.upward,
+                  file + ": axis that leads upwards; Z if not told");
+}
+
+void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix,
+                       const std::string& file) {
+    const std::string name = "--scale" + suffix;
     command
         .add_option_function<std::string>(
-            "--scale", [&options](const std::string& text) { options.scale = objScaleFrom("--scale", text); },
-            "OBJ: factor of all positions; 1 if not told")
+            name, [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
+            file + ": factor of all positions; 1 if not told")
         ->type_name("FACTOR");
 }
 
@@ -117,13 +129,13 @@ std::size_t defaultThreadCount() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, most);
 }
 
-void addThreadsOption(CLI::App& command, QueryOptions& options) {
+void addThreadsOption(CLI::App& command, std::size_t& threads) {
     const std::string name = "--threads";
     command
         .add_option_function<std::string>(
             name,
-            [name, &options](const std::string& text) {
-                options.threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
+            [name, &threads](const std::string& text) {
+                threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
             },
             "Threads that answer; one for each processor if not told. The answers are the same")
         ->type_name("COUNT");

@@ -45,8 +45,8 @@ CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string&
 void addScreenOptions(CLI::App& command, ScreenOptions& options);
 void addQueryOptions(CLI::App& command, QueryOptions& options);
 
-/// Adds the option --threads. \p options has to outlive \p command.
-void addThreadsOption(CLI::App& command, QueryOptions& options);
+/// Adds the option --threads. \p threads has to outlive \p command.
+void addThreadsOption(CLI::App& command, std::size_t& threads);
 
 /// Adds the options --unit, --output, --max-memory, --grid, and those that say how an OBJ file lies in the world.
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);
@@ -54,6 +54,13 @@ CLI::Option& addOutputOption(CLI::App& command, std::string& path);
 void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory);
 CLI::Option& addGridOption(CLI::App& command, GridSize& grid);
 void addObjOptions(CLI::App& command, ObjOptions& options);
+
+/// Those of addObjOptions() but --scale. \p suffix ends their names, and \p file says whose they are, where a command
+/// has two of them.
+void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
+                       const std::string& file = "OBJ");
+void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
+                       const std::string& file = "OBJ");
 
 /// Adds an option for a whole number of at least 2.
 void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description);

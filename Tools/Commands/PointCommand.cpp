@@ -8,7 +8,7 @@ namespace quarn {
 
 void addPointOptions(CLI::App& command, PointOptions& options) {
     addQueryOptions(command, options);
-    addThreadsOption(command, options);
+    addThreadsOption(command, options.threads);
     addCsvInput(command, "POINTS", options.points, "CSV with x,y,z; - is the standard input")
         .capture_default_str();
 }

@@ -12,12 +12,38 @@ double angleAt(const Vertex& corner, const Vertex& first, const Vertex& second) 
         dot(normalized(first.position - corner.position), normalized(second.position - corner.position)));
 }
 
-// Splits triangles by the bound, and their pieces in turn.
+// Keeps the pieces.
+class PieceList {
+public:
+    explicit PieceList(std::vector<Triangle>& output) : pieces(output) {}
+    [[nodiscard]] static constexpr bool isFull() { return false; }
+    void take(const Triangle& piece) { pieces.push_back(piece); }
+
+private:
+    std::vector<Triangle>& pieces;
+};
+
+// Counts them alone.
+class PieceCount {
+public:
+    explicit PieceCount(std::uint64_t mostPieces) : most(mostPieces) {}
+    [[nodiscard]] bool isFull() const { return count >= most; }
+    void take(const Triangle& /*piece*/) { ++count; }
+    [[nodiscard]] std::uint64_t pieces() const { return count; }
+
+private:
+    std::uint64_t most;
+    std::uint64_t count = 0;
+};
+
+// Splits triangles by the bound, and their pieces in turn, until the sink is full.
+template <class Sink>
 class Splitter {
 public:
-    Splitter(double maxEdgeLength, std::vector<Triangle>& output) : bound(maxEdgeLength), pieces(output) {}
+    Splitter(double maxEdgeLength, Sink& sink) : bound(maxEdgeLength), pieces(sink) {}
 
     void split(const Triangle& triangle) {
+        if (pieces.isFull()) return;
         const auto& [v0, v1, v2] = triangle.vertices;
         const bool isLong01 = isLong(v0, v1);
         const bool isLong12 = isLong(v1, v2);
@@ -37,7 +63,7 @@ public:
         else if (isLong20)
             splitOne(v2, v0, v1);
         else
-            pieces.push_back(triangle);
+            pieces.take(triangle);
     }
 
 private:
@@ -87,13 +113,20 @@ private:
     }
 
     double bound;
-    std::vector<Triangle>& pieces;
+    Sink& pieces;
 };
 
 }  // namespace
 
 void splitTriangle(const Triangle& triangle, double maxEdgeLength, std::vector<Triangle>& pieces) {
-    Splitter(maxEdgeLength, pieces).split(triangle);
+    PieceList list(pieces);
+    Splitter(maxEdgeLength, list).split(triangle);
+}
+
+std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength, std::uint64_t most) {
+    PieceCount count(most);
+    Splitter(maxEdgeLength, count).split(triangle);
+    return count.pieces();
 }
 
 }  // namespace quarn

@@ -2,6 +2,7 @@
 /// Triangles cut into smaller ones.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <QuarnScreen/Triangle.h>
@@ -14,5 +15,8 @@ namespace quarn {
 /// expect computed ones. \warning It does not end for edges that stay longer than the bound however often they are
 /// halved, as with a bound of zero.
 void splitTriangle(const Triangle& triangle, double maxEdgeLength, std::vector<Triangle>& pieces);
+
+/// How many pieces those are, counted up to \p most.
+[[nodiscard]] std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength, std::uint64_t most);
 
 }  // namespace quarn

@@ -1,0 +1,69 @@
+#include "Compare/TriangleTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "Support/Rng.h"
+
+namespace quarn::test {
+namespace {
+
+using Point3 = Point<double, 3>;
+
+// Of some forms: in a cloud, slivers, without area, many of them in one place, or all over each other.
+std::vector<Corners> anyTriangles(Rng& rng) {
+    const int form = rng.integer(0, 4);
+    std::vector<Corners> triangles(static_cast<std::size_t>(rng.integer(1, 200)));
+    for (Corners& triangle : triangles) {
+        const double reach = form == 4 ? 1.0 : 0.1;
+        const Point3 middle = form == 3 ? rng.integerPoint(-1, 1) : rng.point(-1, 1);
+        for (Point3& corner : triangle) corner = middle + rng.point(-reach, reach);
+        if (form == 1) triangle[2] = triangle[0] + (triangle[1] - triangle[0]) * rng.uniform(-1, 2);
+        if (form == 2) triangle[1] = triangle[2] = triangle[0];
+        if (form == 3 && rng.coin()) triangle = triangles.front();
+    }
+    return triangles;
+}
+
+TEST(TriangleTree, FindsWhatLookingAtEachTriangleFinds) {
+    for (int i = 0; i < 2000; ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const std::vector<Corners> triangles = anyTriangles(rng);
+        const TriangleTree tree(triangles);
+        std::uint32_t hint = TriangleTree::kNone;
+        for (int k = 0; k < 20; ++k) {
+            const Point3 point = rng.coin() ? rng.point(-1, 1) : rng.point(-20, 20);
+            double least = INFINITY;
+            for (const Corners& triangle : triangles)
+                least = std::min(least, std::sqrt(squaredDistance(point, triangle)));
+            const TriangleTree::Nearest nearest = tree.nearest(point, hint);
+            ASSERT_NEAR(nearest.distance, least, 1e-13);
+            ASSERT_EQ(tree.distanceTo(nearest.index, point), nearest.distance);
+            ASSERT_EQ(std::sqrt(squaredDistance(point, tree.triangle(nearest.index))), nearest.distance);
+            hint = rng.coin() ? nearest.index : TriangleTree::kNone;
+        }
+    }
+}
+
+TEST(TriangleTree, HoldsEachTriangleOnce) {
+    Rng rng(1);
+    std::vector<Corners> triangles = anyTriangles(rng);
+    const TriangleTree tree(triangles);
+    std::vector<Corners> held;
+    for (std::uint32_t i = 0; i < triangles.size(); ++i) held.push_back(tree.triangle(i));
+    std::sort(triangles.begin(), triangles.end());
+    std::sort(held.begin(), held.end());
+    EXPECT_EQ(held, triangles);
+}
+
+TEST(TriangleTree, OfEqualTrianglesIsSearchedToo) {
+    const Corners triangle{Point3(0, 0, 0), Point3(1, 0, 0), Point3(0, 1, 0)};
+    const TriangleTree tree(std::vector<Corners>(1000, triangle));
+    EXPECT_EQ(tree.nearest({0.25, 0.25, 2}).distance, 2.0);
+}
+
+}  // namespace
+}  // namespace quarn::test

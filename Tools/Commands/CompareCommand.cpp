@@ -1,0 +1,215 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "AnswerRows.h"
+#include "AnswerWriter.h"
+#include "Commands/Commands.h"
+#include "Commands/MeasureOptions.h"
+#include "Commands/Options.h"
+#include "Compare/Surface.h"
+#include "Compare/SurfaceDistance.h"
+#include "Compare/UvDistance.h"
+#include "NumberText.h"
+
+namespace quarn {
+
+namespace {
+
+// Of the screens' size: what the greatest distance is known to, where no option tells.
+constexpr double kDefaultAccuracy = 2e-5;
+// Of the accuracy that is asked for: what the triangles of each shape may take of it.
+constexpr double kChordShare = 0.25;
+
+struct CompareOptions {
+    std::string a;
+    std::string b;
+    ObjOptions objA;
+    ObjOptions objB;
+    std::string unit = "m";
+    std::string max;
+    std::string accuracy;
+    AnswerFormat format = AnswerFormat::Csv;
+    std::uint64_t maxMemory = defaultMemoryLimit();
+    std::size_t threads = defaultThreadCount();
+    std::string output = "-";
+};
+
+// What is told of two screens.
+struct Comparison {
+    std::string_view digests;  // what is told of them
+    std::optional<UvDistance> atEqualUv;
+    double chordErrors = 0.0;  // of both
+    SurfaceDistance aToB;
+    SurfaceDistance bToA;
+
+    [[nodiscard]] double greatest() const { return std::max(aToB.greatest, bToA.greatest); }
+};
+
+double accuracyFrom(const CompareOptions& options, const Screen& a, const Screen& b) {
+    if (options.accuracy.empty()) return kDefaultAccuracy * std::max(sizeOf(a), sizeOf(b));
+    const double accuracy = lengthFrom("--accuracy", options.accuracy, options.unit);
+    if (!(accuracy > 0.0)) throw unexpectedText("--accuracy", options.accuracy, "a length above 0");
+    return accuracy;
+}
+
+std::optional<double> maxFrom(const CompareOptions& options) {
+    if (options.max.empty()) return std::nullopt;
+    const double max = lengthFrom("--max", options.max, options.unit);
+    if (!(max >= 0.0)) throw unexpectedText("--max", options.max, "a length of 0 or above");
+    return max;
+}
+
+using Digest = std::array<unsigned char, 20>;
+
+// A digest of zero bytes alone, as that of an STL screen, tells nothing.
+std::string_view digestStatus(const Digest& a, const Digest& b) {
+    constexpr Digest kNoDigest{};
+    if (a == kNoDigest || b == kNoDigest) return "none";
+    return a == b ? "same" : "different";
+}
+
+// The screens themselves are let go before their surfaces are measured, as both may be large.
+struct Surfaces {
+    Surface a;
+    Surface b;
+    double accuracy = 0.0;
+};
+
+Surfaces readInto(Comparison& comparison, const CompareOptions& options) {
+    const Screen a = readScreen(options.a, options.maxMemory, options.objA);
+    const Screen b = readScreen(options.b, options.maxMemory, options.objB);
+    comparison.digests = digestStatus(a.geometry->getUniqueDataHash(), b.geometry->getUniqueDataHash());
+    comparison.atEqualUv = uvDistance(*a.geometry, *b.geometry);
+    const double accuracy = accuracyFrom(options, a, b);
+    return {.a = surfaceOf(a, accuracy * kChordShare),
+            .b = surfaceOf(b, accuracy * kChordShare),
+            .accuracy = accuracy};
+}
+
+Comparison compare(const CompareOptions& options) {
+    Comparison comparison;
+    const Surfaces surfaces = readInto(comparison, options);
+    comparison.chordErrors = surfaces.a.chordError + surfaces.b.chordError;
+    const double accuracy = surfaces.accuracy * (1.0 - 2.0 * kChordShare);
+    WorkerTeam team(options.threads);
+    std::array<std::optional<TriangleTree>, 2> trees;
+    team.run(trees.size(),
+             [&](std::size_t i) { trees.at(i).emplace((i == 0 ? surfaces.a : surfaces.b).triangles); });
+    comparison.aToB = surfaceDistance(surfaces.a.triangles, *trees[1], accuracy, team);
+    comparison.bToA = surfaceDistance(surfaces.b.triangles, *trees[0], accuracy, team);
+    return comparison;
+}
+
+std::vector<Column> columns() {
+    return {{"comparison"},
+            {"status"},
+            {"greatest", Quantity::Length},
+            {"accuracy", Quantity::Length},
+            {"mean", Quantity::Length},
+            {"x", Quantity::Length},
+            {"y", Quantity::Length},
+            {"z", Quantity::Length},
+            {"samples"}};
+}
+
+constexpr std::monostate kNothing;
+
+// A number, or nothing for NaN.
+Cell cellOf(double number) {
+    if (std::isnan(number)) return kNothing;
+    return number;
+}
+
+std::vector<Cell> emptyCells(std::string_view comparison, std::string_view status) {
+    std::vector<Cell> cells(columns().size());
+    cells[0] = comparison;
+    cells[1] = status;
+    return cells;
+}
+
+std::vector<Cell> distanceCells(std::string_view comparison, const SurfaceDistance& distance,
+                                double chordErrors) {
+    return {comparison,
+            std::string_view("measured"),
+            distance.greatest,
+            distance.bound - distance.greatest + chordErrors,
+            cellOf(distance.mean),
+            distance.where[0],
+            distance.where[1],
+            distance.where[2],
+            static_cast<std::int64_t>(distance.samples)};
+}
+
+std::vector<Cell> uvCells(const std::optional<UvDistance>& distance) {
+    constexpr std::string_view kName = "equal_uv";
+    if (!distance) return emptyCells(kName, "none");
+    return {kName,
+            std::string_view("measured"),
+            distance->greatest,
+            kNothing,
+            distance->mean,
+            distance->where[0],
+            distance->where[1],
+            distance->where[2],
+            static_cast<std::int64_t>(distance->samples)};
+}
+
+void run(const CompareOptions& options) {
+    const std::optional<double> max = maxFrom(options);
+    OutputFile output(options.output, {options.a, options.b});
+    const Comparison comparison = compare(options);
+    const std::vector<Column> head = columns();
+    AnswerRows rows(options.format, head);
+    const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, Answered::Yes); };
+    AnswerWriter writer(output, options.format, options.maxMemory,
+                        {{"command", "compare"}, {"a", options.a}, {"b", options.b}, {"unit", options.unit}},
+                        head);
+    addRow(emptyCells("digest", comparison.digests));
+    addRow(distanceCells("a_to_b", comparison.aToB, comparison.chordErrors));
+    addRow(distanceCells("b_to_a", comparison.bToA, comparison.chordErrors));
+    addRow(uvCells(comparison.atEqualUv));
+    writer.write(rows);
+    writer.finish();
+    output.finish();
+    if (max && comparison.greatest() > *max)
+        throw ToolError{.code = ExitCode::AnswerIsNo,
+                        .found = "a distance of " + numberText(comparison.greatest()) + " " + options.unit,
+                        .expected = "no more than " + numberText(*max) + " " + options.unit};
+}
+
+}  // namespace
+
+void registerCompareCommand(CLI::App& tool) {
+    CLI::App& command = addCommand(tool, "compare", "Tell how far the surfaces of two screens are apart",
+                                   "quarnscreen compare Samples/dome.xml Samples/dome.xml --max 1mm");
+    const auto options = std::make_shared<CompareOptions>();
+    command.add_option("A", options->a, "OBJ or STL file, or XML file with a ScreenGeometry element")
+        ->required()
+        ->type_name("FILE");
+    command.add_option("B", options->b, "The same for the other screen")->required()->type_name("FILE");
+    command
+        .add_option("--max", options->max, "Exit with 1 where a position is farther from the other surface")
+        ->type_name("LENGTH");
+    command
+        .add_option(
+            "--accuracy", options->accuracy,
+            "To which the greatest distances are looked for; if not told, a 50,000th of the screens' size")
+        ->type_name("LENGTH");
+    addObjAxisOptions(command, options->objA, "", "OBJ file A");
+    addObjScaleOption(command, options->objA, "", "OBJ file A");
+    addObjAxisOptions(command, options->objB, "-b", "OBJ file B");
+    addObjScaleOption(command, options->objB, "-b", "OBJ file B");
+    addUnitOption(command, options->unit, "Unit of the lengths in both files; it is named, never converted");
+    command.add_flag_callback(
+        "--json", [options] { options->format = AnswerFormat::Json; }, "Answer with one JSON document");
+    addThreadsOption(command, options->threads);
+    addMemoryOption(command, options->maxMemory);
+    addOutputOption(command, options->output);
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

@@ -1,0 +1,81 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include <QuarnScreen/MeshTermination.h>
+
+#include "Commands/Commands.h"
+#include "Commands/MeasureOptions.h"
+#include "Commands/MeshEdit.h"
+#include "Message.h"
+#include "NumberText.h"
+
+namespace quarn {
+
+namespace {
+
+// Bytes for each triangle that is made: the screen's own, its indexes, a copy, the text, and the mesh of the text. In XML
+// the text stands three more times, in wide characters.
+constexpr std::uint64_t kMemoryPerTriangle = 2500;
+constexpr std::uint64_t kMemoryPerTriangleInXml = 5000;
+// Corners are counted by 32-bit numbers.
+constexpr std::uint64_t kMostTriangles = std::numeric_limits<std::int32_t>::max() / 3;
+
+struct RefineOptions : MeshEditOptions {
+    std::string maxEdge;
+};
+
+// The refinement could take all memory, or not end at all.
+void refuseEndless(const std::vector<Triangle>& triangles, double maxEdge, const RefineOptions& options) {
+    if (!(maxEdge > 0.0)) throw unexpectedText("--max-edge", options.maxEdge, "a length above 0");
+    if (!refinementEnds(triangles, maxEdge))
+        throw unexpectedText("--max-edge", options.maxEdge,
+                             "a length that floating-point numbers of the mesh's size can tell apart");
+    const std::uint64_t memory = writesXml(options) ? kMemoryPerTriangleInXml : kMemoryPerTriangle;
+    const std::uint64_t most = std::min(options.maxMemory / memory, kMostTriangles);
+    if (countRefined(triangles, maxEdge, most + 1) > most)
+        throw ToolError{.found = "found --max-edge " + quotedExcerpt(options.maxEdge) +
+                                 ", for which the mesh becomes more than " + std::to_string(most) +
+                                 " triangles and could need more than " + memorySizeText(options.maxMemory) +
+                                 " of memory",
+                        .expected = "a greater length, or a greater --max-memory",
+                        .file = options.input};
+}
+
+void run(const RefineOptions& options) {
+    const double maxEdge = lengthFrom("--max-edge", options.maxEdge, options.unit);
+    const Screen screen = readScreen(options.input, options.maxMemory, options.obj);
+    MeshScreen& mesh = meshOf(screen);
+    std::vector<Triangle> triangles;
+    mesh.getTesselation(triangles);
+    refuseEndless(triangles, maxEdge, options);
+    const std::size_t before = triangles.size();
+    mesh.refine(maxEdge);
+    mesh.getTesselation(triangles);
+    if (triangles.size() == before)
+        writeNoteLine(atPlace(options.input, 0, "no edge is longer; the triangles are those of before"));
+    writeMesh(triangles,
+              "refined to edges of " + numberText(maxEdge) + " " + options.unit + " by quarnscreen", options);
+}
+
+}  // namespace
+
+void registerRefineCommand(CLI::App& tool) {
+    CLI::App& command =
+        addCommand(tool, "refine", "Cut the triangles of a mesh until no edge is longer than told",
+                   "quarnscreen refine Samples/measured-dome.obj --max-edge 500 -o fine.obj");
+    const auto options = std::make_shared<RefineOptions>();
+    command
+        .add_option("--max-edge", options->maxEdge,
+                    "Greatest length of an edge. Positions are written in single precision, so an edge may "
+                    "be longer by "
+                    "that rounding")
+        ->required()
+        ->type_name("LENGTH");
+    addMeshEditOptions(command, *options);
+    addObjOptions(command, options->obj);
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn

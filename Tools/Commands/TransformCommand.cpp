@@ -1,0 +1,117 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "Commands/Commands.h"
+#include "Commands/MeasureOptions.h"
+#include "Commands/MeshEdit.h"
+#include "NumberText.h"
+
+namespace quarn {
+
+namespace {
+
+// Of a coordinate, as in a file that is read.
+constexpr double kLargestCoordinate = 1e37;
+
+struct TransformOptions : MeshEditOptions {
+    std::string translation = "0,0,0";
+    std::string rotation = "0,0,0";
+    std::string scale = "1";
+    bool flipsU = false;
+    bool flipsV = false;
+};
+
+struct Transform {
+    Point<double, 3> translation;
+    Point<double, 3> rotation;  // degrees
+    double scale = 1.0;
+
+    [[nodiscard]] bool moves() const {
+        return translation != Point<double, 3>() || rotation != Point<double, 3>() || scale != 1.0;
+    }
+};
+
+double factorFrom(const std::string& text) {
+    const auto factor = parseNumber(text);
+    if (!factor || !std::isfinite(*factor) || *factor == 0.0)
+        throw unexpectedText("--scale", text, "a number that is not 0");
+    return *factor;
+}
+
+Transform transformFrom(const TransformOptions& options) {
+    const Transform transform{.translation = positionFrom("--translate", options.translation, options.unit),
+                              .rotation = degreesFrom("--rotate", options.rotation),
+                              .scale = factorFrom(options.scale)};
+    if (!transform.moves() && !options.flipsU && !options.flipsV)
+        throw ToolError{.found = "found options that change nothing",
+                        .expected = "--translate, --rotate, --scale, --flip-u or --flip-v with an effect"};
+    return transform;
+}
+
+// A turn makes no coordinate greater than the distance from the origin. What is not finite would keep the search for
+// the outline from ending.
+void refuseTooLarge(const MeshScreen& mesh, const Transform& transform, const std::string& file) {
+    Point<double, 3> low;
+    Point<double, 3> high;
+    mesh.getBounds(&low, &high);
+    Point<double, 3> farthest;
+    for (std::size_t i = 0; i < 3; ++i) farthest[i] = std::max(std::abs(low[i]), std::abs(high[i]));
+    const double reach = length(farthest) * std::abs(transform.scale) + length(transform.translation);
+    if (!(reach <= kLargestCoordinate))
+        throw ToolError{.found = "found --scale or --translate that lead to coordinates beyond " +
+                                 numberText(kLargestCoordinate),
+                        .expected = "smaller ones",
+                        .file = file};
+}
+
+void flip(MeshScreen& mesh, const TransformOptions& options) {
+    if (!options.flipsU && !options.flipsV) return;
+    if (!mesh.hasParameterization())
+        throw ToolError{.found = "found --flip-u or --flip-v for a mesh on which UV does not work",
+                        .expected = "a mesh with UV; quarnscreen info tells what it lacks",
+                        .file = options.input};
+    mesh.applyParameterizationTransform(options.flipsU, options.flipsV);
+}
+
+void run(const TransformOptions& options) {
+    const Transform transform = transformFrom(options);
+    const Screen screen = readScreen(options.input, options.maxMemory, options.obj);
+    MeshScreen& mesh = meshOf(screen);
+    refuseTooLarge(mesh, transform, options.input);
+    flip(mesh, options);
+    if (transform.moves()) mesh.applyTransform(transform.translation, transform.rotation, transform.scale);
+    std::vector<Triangle> triangles;
+    mesh.getTesselation(triangles);
+    writeMesh(triangles, "transformed by quarnscreen", options);
+}
+
+}  // namespace
+
+void registerTransformCommand(CLI::App& tool) {
+    CLI::App& command =
+        addCommand(tool, "transform", "Scale, turn and move a mesh, and turn its UV round",
+                   "quarnscreen transform Samples/measured-dome.obj --rotate 90,0,0 -o turned.obj");
+    const auto options = std::make_shared<TransformOptions>();
+    command.add_option("--scale", options->scale, "Done first: factor of all positions; below 0 it mirrors")
+        ->type_name("FACTOR")
+        ->capture_default_str();
+    command
+        .add_option(
+            "--rotate", options->rotation,
+            "Done second: three angles, in degrees or such as 0.5rad. Z turns +Y towards +X, X turns +Y "
+            "towards +Z, Y turns +Z towards +X, all about the origin; Y is done first, then X, then Z")
+        ->type_name("Z,X,Y")
+        ->capture_default_str();
+    command.add_option("--translate", options->translation, "Done last: three lengths")
+        ->type_name("X,Y,Z")
+        ->capture_default_str();
+    command.add_flag("--flip-u", options->flipsU, "Turn UV round from left to right: u becomes 1 - u");
+    command.add_flag("--flip-v", options->flipsV, "Turn UV round from top to bottom: v becomes 1 - v");
+    addMeshEditOptions(command, *options);
+    addObjAxisOptions(command, options->obj);
+    command.callback([options] { run(*options); });
+}
+
+}  // namespace quarn
