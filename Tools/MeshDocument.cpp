@@ -12,8 +12,8 @@ namespace quarn {
 
 namespace {
 
-template <std::size_t N>
-std::array<float, N> narrowed(const Point<double, N>& point) {
+template <std::size_t N, class Indices>
+std::array<float, N> narrowed(const Point<double, N, Indices>& point) {
     std::array<float, N> record{};
     for (std::size_t i = 0; i < N; ++i) record.at(i) = static_cast<float>(point[i]);
     return record;

@@ -113,8 +113,8 @@ TriangleTree::Nearest TriangleTree::nearest(const Point<double, 3>& point, std::
     constexpr double kBoxMargin = 1.0 - 1e-12;
     std::uint32_t best = hint == kNone ? 0 : hint;
     double least = squaredDistance(point, triangles[best]);
-    std::array<Waiting, kDeepestLevel>
-        waiting;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled as it grows
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as it grows
+    std::array<Waiting, kDeepestLevel> waiting;
     std::size_t count = 0;
     waiting[count++] = {0, nodes[0].box.squaredDistance(point) * kBoxMargin};
     while (count > 0) {

@@ -44,8 +44,8 @@ private:
     // Children stand behind their parent, the first of them next to it.
     struct Node {
         Box box;
-        std::uint32_t first;  // of a leaf: its first triangle; else its second child
-        std::uint32_t count;  // of a leaf: of triangles; else 0
+        std::uint32_t first = 0;  // of a leaf: its first triangle; else its second child
+        std::uint32_t count = 0;  // of a leaf: of triangles; else 0
     };
 
     class Builder;
