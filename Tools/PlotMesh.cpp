@@ -19,8 +19,6 @@ namespace {
 
 // A corner of a triangle whose UV is nearer than this to a corner of the unit square is named for it.
 constexpr double kAtCorner = 1e-6;
-// An overlap of fewer UVs than this comes from rounding.
-constexpr double kLeastOverlap = 5e-4;
 constexpr double kFirstEntry = 44.0;  // of the legend, below the upper edge of the panel
 
 std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
@@ -59,11 +57,7 @@ std::string countText(std::size_t count) {
     return count == 0 ? "none" : std::to_string(count);
 }
 
-std::string percentText(double share) {
-    return shortNumber(std::round(share * 1000.0) / 10.0, 0.0) + " %";
-}
-
-void addFaults(Legend& legend, const PlotMeshData& mesh, const UvOverlap& overlap) {
+void addFaults(Legend& legend, const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
     legend.addArea(kTurnedClass, "turned over: " + countText(counts.turned));
     if (!mesh.hasUV()) return;
@@ -73,9 +67,9 @@ void addFaults(Legend& legend, const PlotMeshData& mesh, const UvOverlap& overla
     if (mesh.isMapMirrored) legend.addText("all mirrored, from the front");
     if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " mirrored to the others");
     if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
-    const double share = overlap.share();
     legend.addArea("overlap",
-                   "overlap: " + (share < kLeastOverlap ? "none" : percentText(share) + " of the UVs"));
+                   "overlap: " + (mesh.overlaps.isWhole ? countText(counts.overlapping)
+                                                        : std::to_string(counts.overlapping) + " or more"));
 }
 
 void addEdge(Legend& legend, const PlotMeshData& mesh) {
@@ -90,8 +84,7 @@ void addEdge(Legend& legend, const PlotMeshData& mesh) {
 }
 
 void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotMeshData& mesh,
-                    const PlotScene& scene, const std::string& unit, const StretchScale* stretch,
-                    const UvOverlap& overlap) {
+                    const PlotScene& scene, const std::string& unit, const StretchScale* stretch) {
     Legend legend(svg, legendBox().corner + PagePoint(0.0, kFirstEntry));
     if (stretch != nullptr) {
         if (mesh.hasUV()) legend.addStretch(*stretch, mesh.size, unit);
@@ -99,7 +92,7 @@ void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotM
     } else {
         legend.addSide(kFrontClass, "front: where normals point");
         legend.addSide(kBackClass, "back");
-        addFaults(legend, mesh, overlap);
+        addFaults(legend, mesh);
     }
     addEdge(legend, mesh);
     legend.addLine(kHoleClass, "holes: " + countText(mesh.counts.holes));
@@ -125,7 +118,6 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
     const PlotMeshData mesh = plotMeshData(geometry);
     const StretchScale scale(mesh.patches());
     const StretchScale* stretch = color == PlotColor::Stretch ? &scale : nullptr;
-    const UvOverlap overlap(mesh.uvs);
     const std::size_t count = mesh.triangles.size() + mesh.counts.notFinite;
     SheetHeader header{
         .file = shortFileName(file),
@@ -146,8 +138,8 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
     }
     const PlotScene scene = sceneOf(geometry, mesh, stretch);
     drawViews(svg, scene, mesh.max - mesh.min, unit);
-    drawMeshUv(svg, uvBox(), mesh, overlap, stretch);
-    drawMeshLegend(svg, geometry, mesh, scene, unit, stretch, overlap);
+    drawMeshUv(svg, uvBox(), mesh, stretch);
+    drawMeshLegend(svg, geometry, mesh, scene, unit, stretch);
     return svg.finish();
 }
 

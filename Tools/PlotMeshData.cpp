@@ -5,10 +5,11 @@
 #include <limits>
 #include <utility>
 
-#include "EdgeChains.h"
 #include "Finite.h"
+#include "Mesh/Outline.h"
+#include "Mesh/PointIds.h"
+#include "Mesh/UvFaults.h"
 #include "PlotMeshGrid.h"
-#include "PointIds.h"
 
 namespace quarn {
 
@@ -25,13 +26,6 @@ bool isOutside(const TriangleUVs& uvs) {
     });
 }
 
-// Twice the area, below 0 where the corners run as they do on a picture seen from the front, whose v grows downwards.
-double signedUvArea(const TriangleUVs& uvs) {
-    const Point<double, 2> a = uvs[1] - uvs[0];
-    const Point<double, 2> b = uvs[2] - uvs[0];
-    return a[0] * b[1] - a[1] * b[0];
-}
-
 double areaOf(const TriangleCorners& triangle) {
     return length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0])) / 2;
 }
@@ -45,13 +39,15 @@ public:
 private:
     void takeTriangles();
     void findBounds();
-    void markTriangles(const std::vector<bool>& isTurned);
-    void sortLoops(const MeshTopology& topology);
-    void addSeams(const std::vector<std::uint32_t>& edges);
-    void addUvEdges(const MeshTopology& topology);
+    void markTriangles(const Surface& surface);
+    void addLines(const Surface& surface);
+    void addSeams(const Surface& surface, const PlotMeshData::Line& positions);
+    void addUvEdges();
     void placeAll();
 
     const IScreenGeometry& mesh;
+    std::vector<Triangle> triangles;  // of finite positions; without UV where it is of no use
+    std::vector<std::uint32_t> uvEdges;
     PlotMeshData data;
 };
 
@@ -59,32 +55,33 @@ PlotMeshData DataMaker::make() {
     takeTriangles();
     findBounds();
     if (!data.isDrawable()) return std::move(data);
-    const MeshTopology topology = topologyOf(data.triangles, data.uvs);
-    data.counts.pieces = topology.pieces;
-    markTriangles(topology.isTurned);
-    sortLoops(topology);
-    addSeams(topology.seams);
-    addUvEdges(topology);
+    {
+        const Surface surface = surfaceOf(triangles);
+        data.counts.pieces = surface.pieces.size();
+        markTriangles(surface);
+        addLines(surface);
+    }
+    addUvEdges();
     placeAll();
     data.grid = uvGridLines(data.triangles, data.uvs);
     return std::move(data);
 }
 
 void DataMaker::takeTriangles() {
-    std::vector<Triangle> all;
-    mesh.getTesselation(all);
-    data.triangles.reserve(all.size());
-    data.uvs.reserve(all.size());
-    for (const Triangle& triangle : all) {
-        const auto& [a, b, c] = triangle.vertices;
-        const TriangleCorners corners = {a.position, b.position, c.position};
-        if (!std::all_of(corners.begin(), corners.end(), isFinite<3, std::make_index_sequence<3>>)) {
-            ++data.counts.notFinite;
-            continue;
-        }
-        data.triangles.push_back(corners);
-        const TriangleUVs uvs = {a.uv, b.uv, c.uv};
-        data.uvs.push_back(isUsable(uvs) ? uvs : TriangleUVs{kNoUV, kNoUV, kNoUV});
+    mesh.getTesselation(triangles);
+    const std::size_t count = triangles.size();
+    std::erase_if(triangles, [](const Triangle& triangle) {
+        const TriangleCorners corners = cornersOf(triangle);
+        return !std::all_of(corners.begin(), corners.end(), isFinite<3, std::make_index_sequence<3>>);
+    });
+    data.counts.notFinite = count - triangles.size();
+    data.triangles.reserve(triangles.size());
+    data.uvs.reserve(triangles.size());
+    for (Triangle& triangle : triangles) {
+        if (!isUsable(uvsOf(triangle)))
+            for (TriangleVertex& corner : triangle.vertices) corner.uv = kNoUV;
+        data.triangles.push_back(cornersOf(triangle));
+        data.uvs.push_back(uvsOf(triangle));
     }
 }
 
@@ -104,96 +101,90 @@ void DataMaker::findBounds() {
     if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
 }
 
-void DataMaker::markTriangles(const std::vector<bool>& isTurned) {
-    std::size_t rightCount = 0;
-    std::size_t mirroredCount = 0;
-    std::vector<double> areas;
-    for (std::size_t i = 0; i < data.triangles.size(); ++i) {
-        TriangleMark mark;
-        mark.isTurned = isTurned[i];
-        mark.hasUV = data.uvs[i][0] != kNoUV;
-        mark.isOutside = mark.hasUV && isOutside(data.uvs[i]);
+void DataMaker::markTriangles(const Surface& surface) {
+    const std::vector<UvState> states = uvStatesOf(triangles);
+    const std::vector<bool> isOriented = orientedAmong(states, surface);
+    const std::vector<bool> isMirrored = mirroredAmong(triangles, isOriented, surface);
+    data.overlaps = uvOverlapsOf(triangles, states, surface);
+    data.counts.overlapping = data.overlaps.triangles.size();
+    std::size_t mirrored = 0;
+    std::size_t oriented = 0;
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+        const TriangleMark mark{.isTurned = surface.isTurned[i],
+                                .isMirrored = isMirrored[i],
+                                .isOutside = states[i] != UvState::Missing && isOutside(data.uvs[i]),
+                                .hasUV = states[i] != UvState::Missing};
         // A turned triangle's corners run the other way round in UV too.
-        areas.push_back(mark.hasUV ? signedUvArea(data.uvs[i]) * (mark.isTurned ? -1.0 : 1.0) : 0.0);
-        if (areas.back() < 0.0) ++rightCount;
-        if (areas.back() > 0.0) ++mirroredCount;
-        data.marks.push_back(mark);
-    }
-    data.isMapMirrored = mirroredCount > rightCount;
-    for (std::size_t i = 0; i < data.marks.size(); ++i) {
-        TriangleMark& mark = data.marks[i];
-        mark.isMirrored = data.isMapMirrored ? areas[i] < 0.0 : areas[i] > 0.0;
+        if (isOriented[i] && (signedUvArea(data.uvs[i]) > 0.0) != mark.isTurned) ++mirrored;
+        oriented += isOriented[i] ? 1 : 0;
         data.counts.turned += mark.isTurned ? 1 : 0;
         data.counts.mirrored += mark.isMirrored ? 1 : 0;
         data.counts.outside += mark.isOutside ? 1 : 0;
         data.counts.withoutUV += mark.hasUV ? 0 : 1;
+        data.marks.push_back(mark);
     }
+    data.isMapMirrored = mirrored > oriented - mirrored;
 }
 
-// Loops of the screen's own outline are outer ones. A piece that has none of them has its longest loop for an outer
-// one; the others are holes.
-void DataMaker::sortLoops(const MeshTopology& topology) {
-    IScreenGeometry::Polylines outline;
-    mesh.sampleBoundary(outline);
-    PlotMeshData::Line known;
-    for (const PlotMeshData::Line& line : outline) known.insert(known.end(), line.begin(), line.end());
-    std::sort(known.begin(), known.end());
-    const auto isKnown = [&](const Point<double, 3>& point) {
-        return std::binary_search(known.begin(), known.end(), point);
-    };
-
-    std::vector<bool> isOuter(topology.loops.size());
-    std::vector<bool> hasOuter(topology.pieces);
-    std::vector<std::size_t> longest(topology.pieces, topology.loops.size());
-    std::vector<double> lengths;
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < topology.loops.size(); ++i) {
-        const EdgeLoop& loop = topology.loops[i];
-        order.push_back(i);
-        isOuter[i] = std::all_of(loop.points.begin(), loop.points.end(), isKnown);
-        if (isOuter[i]) hasOuter[loop.piece] = true;
-        lengths.push_back(lineLength(loop.points));
-        std::size_t& best = longest[loop.piece];
-        if (best == topology.loops.size() || lengths[i] > lengths[best]) best = i;
+// A rim runs along seams too, which are drawn as such, and to poles and back, which is not drawn. A hole is drawn whole.
+void DataMaker::addLines(const Surface& surface) {
+    std::vector<bool> isOpen(triangles.size() * 3);
+    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
+        if (uses.size() % 2 == 1)
+            for (const EdgeUse& use : uses) isOpen[use.edge] = true;
+    });
+    PlotMeshData::Line positions;
+    for (std::size_t i = 0; i < triangles.size(); ++i)
+        for (std::size_t k = 0; k < 3; ++k) {
+            const std::uint32_t number = surface.corners[i].at(k);
+            if (number == positions.size()) positions.push_back(data.triangles[i].at(k));
+        }
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> outlines;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> holes;
+    const auto numberAt = [&](std::uint32_t corner) { return surface.corners[corner / 3].at(corner % 3); };
+    for (const Rim& rim : outlineOf(triangles, surface).rims) {
+        data.counts.holes += rim.isHole ? 1 : 0;
+        for (const std::uint32_t edge : rim.edges) {
+            if (isOpen[edge]) uvEdges.push_back(edge);
+            if (isOpen[edge] || rim.isHole)
+                (rim.isHole ? holes : outlines).emplace_back(numberAt(edge), numberAt(nextCorner(edge)));
+        }
     }
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return lengths[a] > lengths[b]; });
-    for (const std::size_t i : order) {
-        const EdgeLoop& loop = topology.loops[i];
-        if (isOuter[i] || (!hasOuter[loop.piece] && longest[loop.piece] == i))
-            data.outlines.push_back(loop.points);
-        else
-            data.holes.push_back(loop.points);
-    }
-    data.counts.holes = data.holes.size();
+    data.outlines = chainedLines(positions, outlines);
+    data.holes = chainedLines(positions, holes);
+    addSeams(surface, positions);
 }
 
-void DataMaker::addSeams(const std::vector<std::uint32_t>& edges) {
-    PointIds ids;
+// At the pole of a dome the UV of one corner differs from triangle to triangle, which is no seam.
+void DataMaker::addSeams(const Surface& surface, const PlotMeshData::Line& positions) {
+    const auto uvAt = [&](std::uint32_t corner) { return data.uvs[corner / 3].at(corner % 3); };
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> seams;
+    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
+        if (uses.size() != 2) return;
+        const std::uint32_t a = uses[0].edge;
+        const std::uint32_t b = uses[1].edge;
+        const bool isSameWay = uses[0].isForward == uses[1].isForward;
+        if (uvAt(a) == uvAt(isSameWay ? b : nextCorner(b)) ||
+            uvAt(nextCorner(a)) == uvAt(isSameWay ? nextCorner(b) : b))
+            return;
+        seams.emplace_back(uses[0].low, uses[0].high);
+        uvEdges.insert(uvEdges.end(), {a, b});
+    });
+    data.seams = chainedLines(positions, seams);
+}
+
+void DataMaker::addUvEdges() {
+    PointIds<2> ids;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
-    for (std::size_t i = 0; i < edges.size(); i += 2) {
-        const TriangleCorners& corners = data.triangles[edges[i] / 3];
-        const std::uint32_t from = ids.idOf(corners.at(edges[i] % 3));
-        pairs.emplace_back(from, ids.idOf(corners.at((edges[i] + 1) % 3)));
+    const auto idAt = [&](std::uint32_t corner) { return ids.idOf(data.uvs[corner / 3].at(corner % 3)); };
+    for (const std::uint32_t edge : uvEdges) {
+        if (!data.marks[edge / 3].hasUV) continue;
+        const std::uint32_t from = idAt(edge);
+        pairs.emplace_back(from, idAt(nextCorner(edge)));
     }
-    data.seams = chainedLines(ids, pairs);
-}
-
-void DataMaker::addUvEdges(const MeshTopology& topology) {
-    PointIds ids;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
-    const auto add = [&](std::uint32_t edge) {
-        if (!data.marks[edge / 3].hasUV) return;
-        const auto idOf = [&](std::uint32_t corner) {
-            const Point<double, 2>& uv = data.uvs[edge / 3].at(corner % 3);
-            return ids.idOf({uv[0], uv[1], 0.0});
-        };
-        const std::uint32_t from = idOf(edge);
-        pairs.emplace_back(from, idOf(edge % 3 + 1));
-    };
-    for (const EdgeLoop& loop : topology.loops) std::for_each(loop.edges.begin(), loop.edges.end(), add);
-    std::for_each(topology.seams.begin(), topology.seams.end(), add);
-    data.uvEdges = chainedLines(ids, pairs);
+    PlotMeshData::Line positions;
+    for (const Point<double, 2>& uv : ids.points()) positions.emplace_back(uv[0], uv[1], 0.0);
+    data.uvEdges = chainedLines(positions, pairs);
 }
 
 void DataMaker::placeAll() {

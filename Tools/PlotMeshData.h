@@ -8,16 +8,17 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-#include "MeshTopology.h"
+#include "Mesh/TriangleCorners.h"
+#include "Mesh/UvOverlap.h"
 #include "PlotStretch.h"
 
 namespace quarn {
 
 /// What a plot says about a triangle.
 struct TriangleMark {
-    bool isTurned = false;  ///< It turns its other side than most of its piece.
+    bool isTurned = false;  ///< It turns its other side than most around it.
     bool isMirrored =
-        false;  ///< Its UV runs the other way round than most, as seen from the side of its piece.
+        false;  ///< Its UV runs the other way round than most around it, as seen from their side.
     bool isOutside = false;  ///< It has a UV outside of 0 to 1.
     bool hasUV = false;
     [[nodiscard]] bool hasFaultyUV() const { return isMirrored || isOutside; }
@@ -28,6 +29,7 @@ struct MeshCounts {
     std::size_t turned = 0;
     std::size_t mirrored = 0;
     std::size_t outside = 0;
+    std::size_t overlapping = 0;  ///< With another one in UV.
     std::size_t withoutUV = 0;
     std::size_t notFinite = 0;  ///< Triangles that are left out.
     std::size_t holes = 0;
@@ -47,6 +49,7 @@ struct PlotMeshData {
     std::vector<TriangleUVs> uvs;
     std::vector<TriangleMark> marks;  ///< As many, but for a mesh that is not drawable.
     MeshCounts counts;
+    UvOverlaps overlaps;
     bool isMapMirrored =
         false;  ///< Whether most UVs run the other way round than on a picture seen from the front.
 

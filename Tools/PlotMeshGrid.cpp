@@ -5,14 +5,15 @@
 #include <cmath>
 #include <iterator>
 
-#include "EdgeChains.h"
+#include "Mesh/EdgeChains.h"
+#include "Mesh/PointIds.h"
 #include "PlotSurface.h"
 
 namespace quarn {
 
 namespace {
 
-using Edges = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
+using Ends = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 using Line = std::vector<Point<double, 3>>;
 using Lines = std::vector<Line>;
 
@@ -39,8 +40,8 @@ public:
     }
     [[nodiscard]] Lines lines() const {
         Lines result;
-        for (const Edges& edges : edgesOfLine) {
-            Lines next = chainedLines(ids, edges);
+        for (const Ends& edges : edgesOfLine) {
+            Lines next = chainedLines(ids.points(), edges);
             std::move(next.begin(), next.end(), std::back_inserter(result));
         }
         return result;
@@ -69,8 +70,8 @@ private:
 
     std::size_t axis;
     int lastLine;
-    PointIds ids;
-    std::array<Edges, kGridIntervals + 1> edgesOfLine;
+    PointIds<3> ids;
+    std::array<Ends, kGridIntervals + 1> edgesOfLine;
 };
 
 }  // namespace
@@ -81,11 +82,11 @@ double lineLength(const std::vector<Point<double, 3>>& line) {
     return sum;
 }
 
-Lines chainedLines(const PointIds& ids, const Edges& edges) {
+Lines chainedLines(const Line& positions, const Ends& edges) {
     std::vector<std::pair<double, Line>> lines;
     for (const EdgeChain& chain : joinEdges(edges)) {
         Line line;
-        for (const std::uint32_t point : chain.points) line.push_back(ids.points()[point]);
+        for (const std::uint32_t point : chain.points) line.push_back(positions[point]);
         const double distance = lineLength(line);
         lines.emplace_back(distance, std::move(line));
     }

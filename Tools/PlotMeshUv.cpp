@@ -7,6 +7,7 @@
 #include "PlotMeshViews.h"
 #include "PlotText.h"
 #include "PlotUv.h"
+#include "PlotUvOverlap.h"
 
 namespace quarn {
 
@@ -28,7 +29,7 @@ public:
 
     void drawTriangles(const StretchScale* stretch) const;
     void drawDots() const;
-    void drawOverlap(const UvOverlap& overlap) const;
+    void drawOverlap() const;
     void drawEdges() const;
     void drawSquare() const { svg.rectangle("space", toPage({0.0, 0.0}), scale, scale); }
     void drawGrid() const { drawUvGrid(svg, toPage({0.0, 0.0}), scale); }
@@ -115,14 +116,15 @@ void UvPainter::drawDots() const {
     }
 }
 
-void UvPainter::drawOverlap(const UvOverlap& overlap) const {
+void UvPainter::drawOverlap() const {
+    const PlotUvOverlap overlap(mesh.uvs, mesh.overlaps.triangles);
     const auto classAt = [&](int column, int row) {
         return std::string(overlap.isAt(column, row) ? "overlap" : "");
     };
     const auto cornerAt = [](int column, int row) {
-        return ViewPoint(column, row) / static_cast<double>(UvOverlap::kCells);
+        return ViewPoint(column, row) / static_cast<double>(PlotUvOverlap::kCells);
     };
-    for (const Shape& shape : cellAreas(UvOverlap::kCells, UvOverlap::kCells, classAt, cornerAt)) {
+    for (const Shape& shape : cellAreas(PlotUvOverlap::kCells, PlotUvOverlap::kCells, classAt, cornerAt)) {
         std::vector<PagePoint> points;
         for (const ViewPoint& point : shape.points) points.push_back(toPage(point));
         svg.area(shape.styleClass, points);
@@ -150,8 +152,7 @@ void UvPainter::drawRange() const {
 
 }  // namespace
 
-void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const UvOverlap& overlap,
-                const StretchScale* stretch) {
+void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const StretchScale* stretch) {
     const UvPainter painter(svg, box, mesh);
     painter.drawSquare();
     if (!mesh.hasUV()) {
@@ -161,7 +162,7 @@ void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const 
     }
     painter.drawTriangles(stretch);
     if (stretch == nullptr) {
-        painter.drawOverlap(overlap);
+        painter.drawOverlap();
         painter.drawDots();
     }
     painter.drawGrid();

@@ -4,13 +4,11 @@
 
 #include "PlotMeshData.h"
 #include "PlotPanel.h"
-#include "UvOverlap.h"
 
 namespace quarn {
 
 /// Draws the triangles in the plane of UV around the unit square, or says that there are none.
 /// \param stretch paints the triangles by their stretch, where there is one
-void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const UvOverlap& overlap,
-                const StretchScale* stretch);
+void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const StretchScale* stretch);
 
 }  // namespace quarn

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "MeshTopology.h"
+#include "Mesh/TriangleCorners.h"
 #include "PlotViews.h"
 
 namespace quarn {

@@ -6,7 +6,7 @@
 #include <QuarnScreen/Detail/ObjFaceScan.h>
 #include <QuarnScreen/Detail/ObjVertexScan.h>
 
-#include "Check/UvOverlap.h"
+#include "Mesh/UvOverlap.h"
 #include "MemoryLimit.h"
 #include "ShellWord.h"
 #include "ToolError.h"
@@ -15,8 +15,8 @@ namespace quarn {
 
 namespace {
 
-UvTriangle uvsOf(const ObjFace& face, const ObjVertexData& data) {
-    UvTriangle uvs;
+TriangleUVs uvsOf(const ObjFace& face, const ObjVertexData& data) {
+    TriangleUVs uvs;
     for (std::size_t i = 0; i < face.size(); ++i) {
         // A negative index becomes larger than any count.
         const auto index = static_cast<std::size_t>(face[i].textureCoordinate);
@@ -27,18 +27,18 @@ UvTriangle uvsOf(const ObjFace& face, const ObjVertexData& data) {
     return uvs;
 }
 
-std::vector<UvTriangle> uvsOf(const ObjText& text) {
+std::vector<TriangleUVs> uvsOf(const ObjText& text) {
     ObjLists lists;
     auto faces = std::async(std::launch::async, [&] { scanFaces(text.text, lists.faces); });
     scanVertexData(text.text, lists.vertexData);
     faces.get();
-    std::vector<UvTriangle> uvs;
+    std::vector<TriangleUVs> uvs;
     uvs.reserve(lists.faces.size());
     for (const ObjFace& face : lists.faces) uvs.push_back(uvsOf(face, lists.vertexData));
     return uvs;
 }
 
-std::string overlapText(const std::vector<UvTriangle>& uvs) {
+std::string overlapText(const std::vector<TriangleUVs>& uvs) {
     const UvOverlaps overlaps = findUvOverlaps(uvs);
     return (overlaps.isWhole ? "" : "at least ") + std::to_string(overlaps.triangles.size()) + " of " +
            std::to_string(uvs.size()) + " triangles overlap others in UV";
@@ -54,7 +54,7 @@ RegionMapGrowth uvIndexGrowth(const std::vector<RegionRect>& boxes) {
 void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjContents& contents,
                         std::uint64_t maxMemory) {
     if (contents.uvs == 0) return;
-    const std::vector<UvTriangle> uvs = uvsOf(text);
+    const std::vector<TriangleUVs> uvs = uvsOf(text);
     const RegionMapGrowth growth = uvIndexGrowth(uvBoxesOf(uvs));
     const std::uint64_t need = meshMemory(text.text.size(), contents.triangles) + growth.memory();
     if (growth.isWhole && need <= maxMemory) return;

@@ -1,6 +1,6 @@
-#include "Check/MirroredUv.h"
+#include "Check/MirroredMap.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -58,34 +58,17 @@ bool isMapMirrored(const CheckedMesh& mesh, const std::vector<bool>& isOriented)
 
 }  // namespace
 
-void checkMirrored(const CheckedMesh& mesh, const Surface& surface, const std::vector<bool>& isOriented,
-                   std::vector<Finding>& findings) {
-    const auto isPositive = [&](std::size_t i) {
-        return (mesh.triangles[i].uvDeterminant > 0.0) != surface.isFlipped[i];
-    };
-    std::vector<std::array<std::uint32_t, 2>> counts(isOriented.size());
-    for (std::size_t i = 0; i < isOriented.size(); ++i)
-        if (isOriented[i]) ++counts[surface.sheets[i]][isPositive(i) ? 1 : 0];
-    Cases cases(mesh);
-    std::uint64_t oriented = 0;
-    for (std::size_t i = 0; i < isOriented.size(); ++i) {
-        if (!isOriented[i]) continue;
-        ++oriented;
-        const auto [negative, positive] = counts[surface.sheets[i]];
-        // Where both are as many, those that are mirrored for a sheet that faces the viewer.
-        if (isPositive(i) ? positive <= negative : negative < positive) cases.add(i);
-    }
-    addProblem(findings, "mirrored-uv", cases, "whose UVs go the other way round than those around them",
-               "the map folds there; unwrap it without folds");
-
-    if (isMapMirrored(mesh, isOriented))
-        findings.push_back(
-            {.name = "mirrored-map",
-             .count = oriented,
-             .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
-                     "downwards, u runs to the left",
-             .hint = "flip u, or v where the program counts it from below, or see to --forward and --up; "
-                     "leave it where the picture is projected from behind"});
+void checkMirroredMap(const CheckedMesh& mesh, const std::vector<bool>& isOriented,
+                      std::vector<Finding>& findings) {
+    if (!isMapMirrored(mesh, isOriented)) return;
+    const auto oriented = static_cast<std::uint64_t>(std::count(isOriented.begin(), isOriented.end(), true));
+    findings.push_back(
+        {.name = "mirrored-map",
+         .count = oriented,
+         .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
+                 "downwards, u runs to the left",
+         .hint = "flip u, or v where the program counts it from below, or see to --forward and --up; "
+                 "leave it where the picture is projected from behind"});
 }
 
 }  // namespace quarn

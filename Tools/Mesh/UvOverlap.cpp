@@ -1,4 +1,4 @@
-#include "Check/UvOverlap.h"
+#include "Mesh/UvOverlap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,7 +28,7 @@ struct Box {
     }
 };
 
-Box boxOf(const UvTriangle& triangle) {
+Box boxOf(const TriangleUVs& triangle) {
     const auto [minU, maxU] = std::minmax({triangle[0][0], triangle[1][0], triangle[2][0]});
     const auto [minV, maxV] = std::minmax({triangle[0][1], triangle[1][1], triangle[2][1]});
     return {minU, maxU, minV, maxV};
@@ -39,7 +39,7 @@ struct Extent {
     double high;
 };
 
-Extent extentAlong(const UvTriangle& triangle, double u, double v) {
+Extent extentAlong(const TriangleUVs& triangle, double u, double v) {
     const auto [low, high] =
         std::minmax({triangle[0][0] * u + triangle[0][1] * v, triangle[1][0] * u + triangle[1][1] * v,
                      triangle[2][0] * u + triangle[2][1] * v});
@@ -47,7 +47,7 @@ Extent extentAlong(const UvTriangle& triangle, double u, double v) {
 }
 
 // Whether an edge of one triangle has the other one beyond it.
-bool isApartAtAnEdge(const UvTriangle& a, const UvTriangle& b) {
+bool isApartAtAnEdge(const TriangleUVs& a, const TriangleUVs& b) {
     for (std::size_t i = 0; i < 3; ++i) {
         const Point<double, 2> edge = a[(i + 1) % 3] - a[i];
         const double least = kLeastUvOverlap * length(edge);
@@ -61,13 +61,13 @@ bool isApartAtAnEdge(const UvTriangle& a, const UvTriangle& b) {
 // A tree of boxes in which neighbours in UV are near to each other, and its walk against itself.
 class OverlapSearch {
 public:
-    OverlapSearch(const std::vector<UvTriangle>& uvTriangles, std::uint64_t mostSteps)
+    OverlapSearch(const std::vector<TriangleUVs>& uvTriangles, std::uint64_t mostSteps)
         : triangles(uvTriangles),
           stepsLeft(mostSteps),
           doesOverlap(triangles.size()),
           order(triangles.size()) {
         boxes.reserve(triangles.size());
-        for (const UvTriangle& triangle : triangles) boxes.push_back(boxOf(triangle));
+        for (const TriangleUVs& triangle : triangles) boxes.push_back(boxOf(triangle));
         std::iota(order.begin(), order.end(), 0U);
         if (!order.empty()) build(0, static_cast<std::uint32_t>(order.size()));
     }
@@ -153,7 +153,7 @@ private:
             }
     }
 
-    const std::vector<UvTriangle>& triangles;
+    const std::vector<TriangleUVs>& triangles;
     std::uint64_t stepsLeft;
     std::vector<bool> doesOverlap;
     std::vector<std::uint32_t> order;
@@ -163,11 +163,11 @@ private:
 
 }  // namespace
 
-bool doOverlap(const UvTriangle& a, const UvTriangle& b) {
+bool doOverlap(const TriangleUVs& a, const TriangleUVs& b) {
     return !isApartAtAnEdge(a, b) && !isApartAtAnEdge(b, a);
 }
 
-UvOverlaps findUvOverlaps(const std::vector<UvTriangle>& triangles) {
+UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles) {
     // Pairs that are looked at: several times what usual meshes take, some seconds at most.
     constexpr std::uint64_t kAnyMesh = 20'000'000;
     constexpr std::uint64_t kPerTriangle = 200;

@@ -13,11 +13,11 @@ namespace quarn {
 /// What two corners have to agree in, exactly, to be one.
 enum class CornerIdentity { Position, PositionAndUV };
 
-/// By triangle: the numbers of its corners, from 0 without gaps.
+/// By triangle: the numbers of its corners, from 0 without gaps in the order in which they come.
 using CornerNumbers = std::vector<std::array<std::uint32_t, 3>>;
 
 /// Numbers the corners so that those that are one have the same number.
-/// \pre no coordinate is NaN
+/// \pre all coordinates are finite
 [[nodiscard]] CornerNumbers numberCorners(const std::vector<Triangle>& triangles, CornerIdentity identity);
 
 /// Whether two corners of a triangle are one.

@@ -2,23 +2,19 @@
 /// Triangles that lie on each other in UV.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
-#include <QuarnScreen/Point.h>
+#include "Mesh/TriangleCorners.h"
 
 namespace quarn {
-
-/// UVs of a triangle's corners.
-using UvTriangle = std::array<Point<double, 2>, 3>;
 
 /// How far triangles must reach into each other to overlap, in UV: a millionth of the picture, far below a pixel, and
 /// above what rounding moves the corners.
 inline constexpr double kLeastUvOverlap = 1e-6;
 
 /// Whether the insides of two triangles overlap by kLeastUvOverlap in every direction.
-[[nodiscard]] bool doOverlap(const UvTriangle& a, const UvTriangle& b);
+[[nodiscard]] bool doOverlap(const TriangleUVs& a, const TriangleUVs& b);
 
 /// Triangles that overlap with another one.
 struct UvOverlaps {
@@ -28,6 +24,6 @@ struct UvOverlaps {
 
 /// Finds the triangles that overlap with another one. The time is about linear in the number of triangles, and bounded
 /// where very many overlap: then not all are found.
-[[nodiscard]] UvOverlaps findUvOverlaps(const std::vector<UvTriangle>& triangles);
+[[nodiscard]] UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles);
 
 }  // namespace quarn

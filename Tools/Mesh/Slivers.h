@@ -34,10 +34,4 @@ template <std::size_t N>
     return !(std::sqrt(squares) > kLeastHeight * greatest * longest);
 }
 
-/// The UVs, or positions, of a triangle's corners.
-template <class Vertices, class Field>
-[[nodiscard]] auto cornersOf(const Vertices& vertices, Field field) {
-    return std::array{vertices[0].*field, vertices[1].*field, vertices[2].*field};
-}
-
 }  // namespace quarn

@@ -1,4 +1,4 @@
-#include "Check/Groups.h"
+#include "Mesh/Groups.h"
 
 #include <numeric>
 #include <utility>

@@ -7,16 +7,24 @@
 #include <span>
 #include <vector>
 
-#include "Check/Corners.h"
+#include "Mesh/Corners.h"
 
 namespace quarn {
 
+/// The number of the corner behind a corner. Corner c of triangle t has the number 3 * t + c, and so has the edge from
+/// there to the next corner.
+[[nodiscard]] constexpr std::uint32_t nextCorner(std::uint32_t corner) {
+    return corner % 3 == 2 ? corner - 2 : corner + 1;
+}
+
 /// That a triangle has an edge.
 struct EdgeUse {
-    std::uint32_t low;  ///< The corner with the lower number.
+    std::uint32_t low;  ///< The position, or position and UV, with the lower number.
     std::uint32_t high;
-    std::uint32_t triangle;
-    bool isForward;  ///< Whether the triangle runs from low to high.
+    std::uint32_t edge;  ///< In the triangle, see nextCorner().
+    bool isForward;      ///< Whether the triangle runs from low to high.
+
+    [[nodiscard]] std::uint32_t triangle() const { return edge / 3; }
 };
 
 /// All edges of some triangles.

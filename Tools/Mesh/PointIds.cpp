@@ -1,4 +1,4 @@
-#include "PointIds.h"
+#include "Mesh/PointIds.h"
 
 #include <bit>
 
@@ -16,12 +16,14 @@ std::uint64_t mixed(std::uint64_t bits) {
 
 }  // namespace
 
-PointIds::PointIds(std::size_t expected) {
+template <std::size_t N>
+PointIds<N>::PointIds(std::size_t expected) {
     known.reserve(expected);
     grow(std::bit_ceil(2 * expected + kFirstSlots));
 }
 
-std::uint32_t PointIds::idOf(const Point<double, 3>& point) {
+template <std::size_t N>
+std::uint32_t PointIds<N>::idOf(const Point<double, N>& point) {
     std::size_t slot = slotOf(point);
     if (slots[slot] != 0) return slots[slot] - 1;
     if (2 * (known.size() + 1) > slots.size()) {
@@ -33,20 +35,26 @@ std::uint32_t PointIds::idOf(const Point<double, 3>& point) {
     return slots[slot] - 1;
 }
 
-// The slot of an equal position, or the free one where it belongs.
-std::size_t PointIds::slotOf(const Point<double, 3>& point) const {
+// The slot of an equal point, or the free one where it belongs.
+template <std::size_t N>
+std::size_t PointIds<N>::slotOf(const Point<double, N>& point) const {
     std::uint64_t hash = 0;
     // Adding 0 makes -0 what it is equal to.
-    for (std::size_t i = 0; i < 3; ++i) hash = mixed(hash ^ std::bit_cast<std::uint64_t>(point[i] + 0.0));
+    for (std::size_t i = 0; i < N; ++i) hash = mixed(hash ^ std::bit_cast<std::uint64_t>(point[i] + 0.0));
     std::size_t slot = hash & (slots.size() - 1);
     while (slots[slot] != 0 && known[slots[slot] - 1] != point) slot = (slot + 1) & (slots.size() - 1);
     return slot;
 }
 
-void PointIds::grow(std::size_t count) {
+template <std::size_t N>
+void PointIds<N>::grow(std::size_t count) {
     slots.assign(count, 0);
     for (std::size_t i = 0; i < known.size(); ++i)
         slots[slotOf(known[i])] = static_cast<std::uint32_t>(i + 1);
 }
+
+template class PointIds<2>;
+template class PointIds<3>;
+template class PointIds<5>;
 
 }  // namespace quarn

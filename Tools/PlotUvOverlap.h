@@ -1,23 +1,22 @@
 /// \file
-/// UVs that several triangles of a mesh have.
+/// Where triangles lie on each other in UV, for a picture.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-#include "MeshTopology.h"
+#include "Mesh/TriangleCorners.h"
 
 namespace quarn {
 
 /// The parts of the unit square of UV that two or more triangles cover, found at one point of each of its cells.
-class UvOverlap {
+class PlotUvOverlap {
 public:
     static constexpr int kCells = 256;  ///< Along u and along v.
 
-    explicit UvOverlap(const std::vector<TriangleUVs>& triangles);
+    /// \param overlapping indices of the triangles that overlap with another one
+    PlotUvOverlap(const std::vector<TriangleUVs>& triangles, const std::vector<std::uint32_t>& overlapping);
 
-    /// Part of the covered cells that are covered twice or more.
-    [[nodiscard]] double share() const;
     [[nodiscard]] bool isAt(int column, int row) const { return counts[indexOf(column, row)] > 1; }
 
 private:
