@@ -7,7 +7,6 @@
 #include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
-#include "AnyStl.h"
 #include "Message.h"
 #include "NumberText.h"
 #include "ToolError.h"
@@ -75,9 +74,6 @@ float objScaleFrom(const std::string& name, const std::string& text) {
 
 ObjSource objSourceOf(ScreenFile file, const ObjOptions& options) {
     ObjSource source{.file = file.path, .name = file.path, .text = std::move(file.text), .frame = {}};
-    if (file.format == ScreenFormat::Stl)
-        source.text =
-            objTextOf(meshOfAnyStl(file.path, source.text), "from an STL file, written by quarnscreen");
     source.frame.forward = options.forward.value_or(source.frame.forward);
     source.frame.upward = options.upward.value_or(source.frame.upward);
     source.frame.scale = options.scale.value_or(source.frame.scale);

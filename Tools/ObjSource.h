@@ -31,7 +31,7 @@ struct ObjOptions {
     [[nodiscard]] bool any() const { return forward || upward || scale; }
 };
 
-/// The text of an OBJ screen that nobody vouches for.
+/// The text of a mesh that nobody vouches for.
 struct ObjSource {
     std::string file;  ///< The file that holds it.
     std::string name;  ///< What error lines call it.
@@ -39,8 +39,7 @@ struct ObjSource {
     ObjFrame frame;
 };
 
-/// That of an OBJ file, or of the mesh in an STL file of any form. Stops where the options tell axes that do not go
-/// together.
+/// That of an OBJ or STL file. Stops where the options tell axes that do not go together.
 [[nodiscard]] ObjSource objSourceOf(ScreenFile file, const ObjOptions& options);
 
 /// That of a ScreenGeometry element. Stops where it holds no text, or axes or a scale that no mesh can have.

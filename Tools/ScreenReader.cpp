@@ -1,8 +1,11 @@
 #include "ScreenReader.h"
 
+#include <variant>
+
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
+#include "AnyStl.h"
 #include "Message.h"
 #include "ScreenElement.h"
 #include "StageClock.h"
@@ -14,35 +17,36 @@ namespace quarn {
 
 namespace {
 
-Screen loadMesh(ObjSource source, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
                 StageClock& clock) {
-    if (prepare) prepare(source);
+    ObjSource& source = text.source;
     const std::string file = source.file;
+    if (text.format == ScreenFormat::Stl && !prepare) {
+        StlMesh mesh = loadStl(file, source.name, std::move(source.text), maxMemory);
+        Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
+        screen.mesh->contents.triangles = mesh.triangleCount;
+        return screen;
+    }
+    if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text);
+    if (prepare) prepare(source);
     ObjMesh mesh = loadObj(std::move(source), maxMemory, clock);
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
-Screen screenOf(const std::string& path, StlMesh mesh) {
-    Screen screen{.file = path, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
-    screen.mesh->contents.triangles = mesh.triangleCount;
-    return screen;
-}
-
 // The factory does not know the type. Intended: bytes above 0x7F do not survive in the element, so that hardly a binary
 // file comes back whole.
-Screen screenOfStlElement(const std::string& path, const XmlDocument& document, xercesc::DOMElement& element,
-                          std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
-                          StageClock& clock) {
-    const std::string name = path + " (STL text)";
+MeshText textOfStlElement(const std::string& path, const XmlDocument& document,
+                          xercesc::DOMElement& element) {
     if (element.getFirstChild() == nullptr)
         throw ToolError{.found = "found no STL text in the ScreenGeometry element",
                         .expected = "its base64",
                         .file = path,
                         .line = document.lineOf(element)};
-    std::string text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element);
-    if (!prepare) return screenOf(path, loadStl(path, name, std::move(text), maxMemory));
-    ScreenFile file{.path = name, .text = std::move(text), .format = ScreenFormat::Stl};
-    return loadMesh(objSourceOf(std::move(file), {}), maxMemory, prepare, clock);
+    return {.format = ScreenFormat::Stl,
+            .source = {.file = path,
+                       .name = path + " (STL text)",
+                       .text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element),
+                       .frame = {}}};
 }
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
@@ -60,19 +64,15 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
                     "found " + std::to_string(elements.size()) + " screens, only the first is read"));
 }
 
-}  // namespace
-
-Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
-                  const std::function<void(ObjSource&)>& prepare) {
-    StageClock clock;
-    clock.enter("reading " + path);
-    ScreenFile file = readScreenFile(path, maxMemory);
-    if (file.format == ScreenFormat::Obj || (file.format == ScreenFormat::Stl && prepare))
-        return loadMesh(objSourceOf(std::move(file), objOptions), maxMemory, prepare, clock);
+// What a file holds: the text of a mesh, or a screen that has a shape.
+std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemory,
+                                          const ObjOptions& objOptions) {
+    const std::string path = file.path;
+    if (file.format != ScreenFormat::Xml) {
+        const ScreenFormat format = file.format;
+        return MeshText{.format = format, .source = objSourceOf(std::move(file), objOptions)};
+    }
     refuseObjOptions(objOptions, path);
-    if (file.format == ScreenFormat::Stl)
-        return screenOf(path, loadStl(path, path, std::move(file.text), maxMemory));
-
     const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
     if (elements.empty())
@@ -80,20 +80,36 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
 
     const ScreenElement element(path, document, *elements.front());
     const std::string type = element.typeName();
-    if (type == OBJScreen::type()) {
-        warnOfFurtherScreens(path, document, elements);
-        return loadMesh(objSourceOf(path, document, *elements.front()), maxMemory, prepare, clock);
-    }
-    if (type == STLScreen::type()) {
-        warnOfFurtherScreens(path, document, elements);
-        return screenOfStlElement(path, document, *elements.front(), maxMemory, prepare, clock);
-    }
+    warnOfFurtherScreens(path, document, elements);
+    if (type == OBJScreen::type())
+        return MeshText{.format = ScreenFormat::Obj,
+                        .source = objSourceOf(path, document, *elements.front())};
+    if (type == STLScreen::type()) return textOfStlElement(path, document, *elements.front());
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),
                   .parameters = element.parametersOf(*findScreenType(type))};
-    warnOfFurtherScreens(path, document, elements);
     screen.geometry->deserialize(elements.front());
     return screen;
+}
+
+}  // namespace
+
+std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
+                                     const ObjOptions& objOptions) {
+    auto contents = contentsOf(readScreenFile(path, maxMemory), maxMemory, objOptions);
+    auto* const text = std::get_if<MeshText>(&contents);
+    return text == nullptr ? std::nullopt : std::optional(std::move(*text));
+}
+
+Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
+                  const std::function<void(ObjSource&)>& prepare) {
+    StageClock clock;
+    clock.enter("reading " + path);
+    ScreenFile file = readScreenFile(path, maxMemory);
+    if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
+    auto contents = contentsOf(std::move(file), maxMemory, objOptions);
+    if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
+    return screenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, clock);
 }
 
 void warnWithoutUV(const Screen& screen) {

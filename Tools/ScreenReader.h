@@ -25,6 +25,17 @@ struct Screen {
         {};  ///< Of a mesh; that of an STL screen tells the number of triangles alone.
 };
 
+/// The text of a mesh, of which nothing has been made yet.
+struct MeshText {
+    ScreenFormat format = ScreenFormat::Obj;  ///< Obj or Stl.
+    ObjSource source;
+};
+
+/// Reads the text of an OBJ or STL file, or that of the first screen of an XML file. Nothing for screens of other types.
+/// \param objOptions they are an error where the file is XML
+[[nodiscard]] std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
+                                                   const ObjOptions& objOptions);
+
 /// Reads the screen of an OBJ or STL file, or the first screen of an XML file.
 ///
 /// All is checked before the screen gets it, as the screen would take text that is no number for 0, or not come to an

@@ -17,8 +17,7 @@ struct StlMesh {
 
 /// Loads a binary STL text into the library's screen.
 ///
-/// It is looked through first. Stops with a ToolError at what the library does not load: the text form, fewer triangles
-/// than the header tells of, none at all, and numbers that are not finite.
+/// It is looked through first. Stops with a ToolError where there is an StlTrouble.
 /// \param file the file that holds the text
 /// \param name what error lines call the text
 [[nodiscard]] StlMesh loadStl(const std::string& file, const std::string& name, std::string text,

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 #include <limits>
 #include <vector>
 
@@ -36,7 +35,7 @@ public:
            const std::function<void(const StlCorners&)>& visitor)
         : name(stlName), rest(stlText), visit(visitor) {}
 
-    void parse();
+    std::uint64_t parse();
 
 private:
     void parseSolid();
@@ -128,21 +127,22 @@ void Parser::parseSolid() {
     skipLine();
 }
 
-void Parser::parse() {
+std::uint64_t Parser::parse() {
     try {
         std::string_view word = takeWord();
         for (; isWord(word, "solid"); word = takeWord()) parseSolid();
         if (!word.empty()) refuse(word, "\"solid\"");
+        return 0;
     } catch (const End&) {
-        writeNoteLine(atPlace(name, line, "the file ends within a solid; the triangles before are taken"));
+        return line;
     }
 }
 
 }  // namespace
 
-void forEachStlTextTriangle(const std::string& name, std::string_view text,
-                            const std::function<void(const StlCorners&)>& visit) {
-    Parser(name, text, visit).parse();
+std::uint64_t forEachStlTextTriangle(const std::string& name, std::string_view text,
+                                     const std::function<void(const StlCorners&)>& visit) {
+    return Parser(name, text, visit).parse();
 }
 
 }  // namespace quarn

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,10 +15,11 @@ using StlCorners = std::array<std::array<float, 3>, 3>;
 /// Calls \p visit with the corners of each triangle of an STL text: one solid or several, in letters of either case. A
 /// loop of more than three corners becomes a fan.
 ///
-/// A text that ends within a solid gives the triangles up to there, and a note on standard error. Stops with a ToolError, which
-/// names the line, at a word or number that does not belong there.
+/// A text that ends within a solid gives the triangles up to there. Stops with a ToolError, which names the line, at a word
+/// or number that does not belong there.
 /// \param name what error lines call the text
-void forEachStlTextTriangle(const std::string& name, std::string_view text,
-                            const std::function<void(const StlCorners&)>& visit);
+/// \return the line where the text ends within a solid; 0 where it is whole
+[[nodiscard]] std::uint64_t forEachStlTextTriangle(const std::string& name, std::string_view text,
+                                                   const std::function<void(const StlCorners&)>& visit);
 
 }  // namespace quarn
