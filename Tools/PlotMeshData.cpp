@@ -39,9 +39,9 @@ public:
 private:
     void takeTriangles();
     void findBounds();
-    void markTriangles(const Surface& surface);
-    void addLines(const Surface& surface);
-    void addSeams(const Surface& surface, const PlotMeshData::Line& positions);
+    void markTriangles(const MeshSurface& surface);
+    void addLines(const MeshSurface& surface);
+    void addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions);
     void addUvEdges();
     void placeAll();
 
@@ -56,7 +56,7 @@ PlotMeshData DataMaker::make() {
     findBounds();
     if (!data.isDrawable()) return std::move(data);
     {
-        const Surface surface = surfaceOf(triangles);
+        const MeshSurface surface = meshSurfaceOf(triangles);
         data.counts.pieces = surface.pieces.size();
         markTriangles(surface);
         addLines(surface);
@@ -101,7 +101,7 @@ void DataMaker::findBounds() {
     if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
 }
 
-void DataMaker::markTriangles(const Surface& surface) {
+void DataMaker::markTriangles(const MeshSurface& surface) {
     const std::vector<UvState> states = uvStatesOf(triangles);
     const std::vector<bool> isOriented = orientedAmong(states, surface);
     const std::vector<bool> isMirrored = mirroredAmong(triangles, isOriented, surface);
@@ -127,7 +127,7 @@ void DataMaker::markTriangles(const Surface& surface) {
 }
 
 // A rim runs along seams too, which are drawn as such, and to poles and back, which is not drawn. A hole is drawn whole.
-void DataMaker::addLines(const Surface& surface) {
+void DataMaker::addLines(const MeshSurface& surface) {
     std::vector<bool> isOpen(triangles.size() * 3);
     surface.edges.forEach([&](std::span<const EdgeUse> uses) {
         if (uses.size() % 2 == 1)
@@ -156,7 +156,7 @@ void DataMaker::addLines(const Surface& surface) {
 }
 
 // At the pole of a dome the UV of one corner differs from triangle to triangle, which is no seam.
-void DataMaker::addSeams(const Surface& surface, const PlotMeshData::Line& positions) {
+void DataMaker::addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions) {
     const auto uvAt = [&](std::uint32_t corner) { return data.uvs[corner / 3].at(corner % 3); };
     std::vector<std::pair<std::uint32_t, std::uint32_t>> seams;
     surface.edges.forEach([&](std::span<const EdgeUse> uses) {

@@ -13,7 +13,7 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 MeshOutline outlineOfMesh(const Mesh& mesh) {
-    return outlineOf(mesh, surfaceOf(mesh));
+    return outlineOf(mesh, meshSurfaceOf(mesh));
 }
 
 std::size_t holesIn(const MeshOutline& outline) {

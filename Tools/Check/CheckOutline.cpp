@@ -35,7 +35,7 @@ void addHoles(const CheckedMesh& mesh, const std::vector<Rim>& rims, const std::
 
 }  // namespace
 
-void checkOutline(const CheckedMesh& mesh, const Surface& surface, const std::string& unit,
+void checkOutline(const CheckedMesh& mesh, const MeshSurface& surface, const std::string& unit,
                   std::vector<Finding>& findings) {
     const MeshOutline outline = outlineOf(mesh.triangles, surface);
     addHoles(mesh, outline.rims, unit, findings);

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "Check/Finding.h"
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
 /// Appends findings of holes, and of a UV map that is in more parts than the surface.
 /// \param unit of lengths
-void checkOutline(const CheckedMesh& mesh, const Surface& surface, const std::string& unit,
+void checkOutline(const CheckedMesh& mesh, const MeshSurface& surface, const std::string& unit,
                   std::vector<Finding>& findings);
 
 }  // namespace quarn

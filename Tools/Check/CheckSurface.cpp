@@ -2,7 +2,7 @@
 
 namespace quarn {
 
-void checkSurface(const CheckedMesh& mesh, const Surface& surface, std::vector<Finding>& findings) {
+void checkSurface(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
     addProblem(findings, "flipped-triangle", Cases(mesh, surface.isTurned),
                "wound against most of their piece",
                "make the normals consistent, so that all corners run the same way round");

@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "Check/Finding.h"
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
 /// Appends findings of flipped triangles, surfaces with one side only, edges of more than two triangles, and pieces.
-void checkSurface(const CheckedMesh& mesh, const Surface& surface, std::vector<Finding>& findings);
+void checkSurface(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -20,7 +20,7 @@ bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings) {
     return cases.count() == 0;
 }
 
-void checkTriangles(const CheckedMesh& mesh, const Surface& surface, std::vector<Finding>& findings) {
+void checkTriangles(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
     addProblem(findings, "degenerate-triangle", Cases(mesh, surface.isDegenerate),
                "without area: two corners are one, or all three on a line within what floats can tell",
                "dissolve them; they have no normal, and nothing can be mapped inside of them");

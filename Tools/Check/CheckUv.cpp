@@ -13,7 +13,7 @@ bool isOutside(const TriangleVertex& corner) {
     return !(corner.uv[0] >= 0.0 && corner.uv[0] <= 1.0 && corner.uv[1] >= 0.0 && corner.uv[1] <= 1.0);
 }
 
-void checkEach(const CheckedMesh& mesh, const Surface& surface, const std::vector<UvState>& states,
+void checkEach(const CheckedMesh& mesh, const MeshSurface& surface, const std::vector<UvState>& states,
                std::vector<Finding>& findings) {
     Cases missing(mesh);
     Cases outside(mesh);
@@ -46,7 +46,7 @@ void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vect
 
 }  // namespace
 
-void checkUv(const CheckedMesh& mesh, const Surface& surface, std::vector<Finding>& findings) {
+void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
     if (!mesh.canHaveUV) {
         findings.push_back({.name = "no-uv",
                             .severity = Severity::Note,

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "Check/Finding.h"
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
 /// Appends findings of UVs that are missing, outside of 0 to 1, without area, mirrored or overlapping. What follows from a
 /// triangle that is degenerate or a duplicate is not told again.
-void checkUv(const CheckedMesh& mesh, const Surface& surface, std::vector<Finding>& findings);
+void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

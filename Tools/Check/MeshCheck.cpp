@@ -26,7 +26,7 @@ void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
 std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
     std::vector<Finding> findings;
     if (!checkFinite(mesh, findings)) return findings;
-    const Surface surface = surfaceOf(mesh.triangles);
+    const MeshSurface surface = meshSurfaceOf(mesh.triangles);
     checkTriangles(mesh, surface, findings);
     checkSurface(mesh, surface, findings);
     checkOutline(mesh, surface, unit, findings);

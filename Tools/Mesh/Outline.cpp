@@ -19,7 +19,7 @@ bool hasMissingUV(const std::vector<Triangle>& triangles) {
 
 class OutlineFinder {
 public:
-    OutlineFinder(const std::vector<Triangle>& meshTriangles, const Surface& meshSurface)
+    OutlineFinder(const std::vector<Triangle>& meshTriangles, const MeshSurface& meshSurface)
         : triangles(meshTriangles), surface(meshSurface), islands(triangles.size()) {}
 
     MeshOutline find();
@@ -32,7 +32,7 @@ private:
     [[nodiscard]] double lengthOf(const std::vector<std::uint32_t>& edges) const;
 
     const std::vector<Triangle>& triangles;
-    const Surface& surface;
+    const MeshSurface& surface;
     Groups islands;
     std::vector<bool> isIsland;  // by the triangle that stands for it
     std::vector<std::uint32_t> rimEdges;
@@ -121,7 +121,7 @@ void OutlineFinder::findHoles() {
 
 }  // namespace
 
-MeshOutline outlineOf(const std::vector<Triangle>& triangles, const Surface& surface) {
+MeshOutline outlineOf(const std::vector<Triangle>& triangles, const MeshSurface& surface) {
     return OutlineFinder(triangles, surface).find();
 }
 

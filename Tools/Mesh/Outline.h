@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
@@ -27,6 +27,6 @@ struct MeshOutline {
     std::vector<Rim> rims;
 };
 
-[[nodiscard]] MeshOutline outlineOf(const std::vector<Triangle>& triangles, const Surface& surface);
+[[nodiscard]] MeshOutline outlineOf(const std::vector<Triangle>& triangles, const MeshSurface& surface);
 
 }  // namespace quarn

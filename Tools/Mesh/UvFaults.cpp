@@ -22,7 +22,7 @@ std::vector<UvState> uvStatesOf(const std::vector<Triangle>& triangles) {
 }
 
 UvOverlaps uvOverlapsOf(const std::vector<Triangle>& triangles, const std::vector<UvState>& states,
-                        const Surface& surface) {
+                        const MeshSurface& surface) {
     std::vector<TriangleUVs> uvs;
     std::vector<std::uint32_t> indices;
     for (std::uint32_t i = 0; i < states.size(); ++i) {
@@ -35,7 +35,7 @@ UvOverlaps uvOverlapsOf(const std::vector<Triangle>& triangles, const std::vecto
     return overlaps;
 }
 
-std::vector<bool> orientedAmong(const std::vector<UvState>& states, const Surface& surface) {
+std::vector<bool> orientedAmong(const std::vector<UvState>& states, const MeshSurface& surface) {
     std::vector<bool> isOriented(states.size());
     for (std::size_t i = 0; i < states.size(); ++i)
         isOriented[i] = states[i] == UvState::Good && surface.isUsed[i] && !surface.isDegenerate[i];
@@ -43,7 +43,7 @@ std::vector<bool> orientedAmong(const std::vector<UvState>& states, const Surfac
 }
 
 std::vector<bool> mirroredAmong(const std::vector<Triangle>& triangles, const std::vector<bool>& isOriented,
-                                const Surface& surface) {
+                                const MeshSurface& surface) {
     const auto isPositive = [&](std::size_t i) {
         return (signedUvArea(uvsOf(triangles[i])) > 0.0) != surface.isTurned[i];
     };

@@ -10,7 +10,7 @@
 namespace quarn {
 
 /// The surface that triangles make, whose corners are one where their positions are equal.
-struct Surface {
+struct MeshSurface {
     CornerNumbers corners;
     Edges edges;  ///< Of the triangles that are used.
 
@@ -32,6 +32,6 @@ struct Surface {
 };
 
 /// \pre all positions are finite
-[[nodiscard]] Surface surfaceOf(const std::vector<Triangle>& triangles);
+[[nodiscard]] MeshSurface meshSurfaceOf(const std::vector<Triangle>& triangles);
 
 }  // namespace quarn

@@ -1,4 +1,4 @@
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 #include <gmock/gmock.h>
 
@@ -18,13 +18,13 @@ void turnOver(Triangle& triangle) {
     std::swap(triangle.vertices[1], triangle.vertices[2]);
 }
 
-TEST(Surface, PiecesBeginWithTheirFirstTriangle) {
-    EXPECT_THAT(surfaceOf(flatGrid({6, 4})).pieces, ElementsAre(0));
-    EXPECT_THAT(surfaceOf(separatePieces(3, {2, 2})).pieces, ElementsAre(0, 8, 16));
-    EXPECT_THAT(surfaceOf(gridWithSeam({4, 5})).pieces, ElementsAre(0)) << "UV does not count";
+TEST(MeshSurface, PiecesBeginWithTheirFirstTriangle) {
+    EXPECT_THAT(meshSurfaceOf(flatGrid({6, 4})).pieces, ElementsAre(0));
+    EXPECT_THAT(meshSurfaceOf(separatePieces(3, {2, 2})).pieces, ElementsAre(0, 8, 16));
+    EXPECT_THAT(meshSurfaceOf(gridWithSeam({4, 5})).pieces, ElementsAre(0)) << "UV does not count";
 }
 
-TEST(Surface, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
+TEST(MeshSurface, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
     for (int i = 0; i < 100; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -36,35 +36,35 @@ TEST(Surface, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
             expected[turned] = true;
             turnOver(mesh[turned]);
         }
-        ASSERT_EQ(surfaceOf(mesh).isTurned, expected);
+        ASSERT_EQ(meshSurfaceOf(mesh).isTurned, expected);
     }
 }
 
-TEST(Surface, WhereMostOfAPieceIsTurnedTheOthersAre) {
+TEST(MeshSurface, WhereMostOfAPieceIsTurnedTheOthersAre) {
     Mesh mesh = flatGrid({4, 4});
     for (std::size_t i = 1; i < mesh.size(); ++i) turnOver(mesh[i]);
-    const std::vector<bool> turned = surfaceOf(mesh).isTurned;
+    const std::vector<bool> turned = meshSurfaceOf(mesh).isTurned;
     EXPECT_TRUE(turned[0]);
     EXPECT_EQ(std::count(turned.begin(), turned.end(), true), 1);
 }
 
-TEST(Surface, ATriangleWithTwoEqualCornersIsNoPiece) {
+TEST(MeshSurface, ATriangleWithTwoEqualCornersIsNoPiece) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
-    const Surface surface = surfaceOf({wholeTriangle(a, a, b), wholeTriangle(a, b, {0.0, 1.0, 0.0})});
+    const MeshSurface surface = meshSurfaceOf({wholeTriangle(a, a, b), wholeTriangle(a, b, {0.0, 1.0, 0.0})});
     EXPECT_THAT(surface.pieces, ElementsAre(1));
     EXPECT_THAT(surface.isUsed, ElementsAre(false, true));
     EXPECT_THAT(surface.isDegenerate, ElementsAre(true, false));
 }
 
-TEST(Surface, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
+TEST(MeshSurface, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
     Mesh mesh = flatGrid({3, 3});
     Triangle copy = mesh[4];
     std::rotate(copy.vertices.begin(), copy.vertices.begin() + 1, copy.vertices.end());
     mesh.push_back(copy);
     turnOver(copy);
     mesh.push_back(copy);
-    const Surface surface = surfaceOf(mesh);
+    const MeshSurface surface = meshSurfaceOf(mesh);
     std::vector<bool> expected(mesh.size());
     expected[18] = expected[19] = true;
     EXPECT_EQ(surface.isDuplicate, expected);
@@ -72,20 +72,20 @@ TEST(Surface, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
     EXPECT_THAT(surface.isTurned, Each(false));
 }
 
-TEST(Surface, AnEdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
+TEST(MeshSurface, AnEdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
-    const Surface surface =
-        surfaceOf({wholeTriangle(a, b, {0.0, 1.0, 0.0}), wholeTriangle(a, b, {0.0, 0.0, 1.0}),
-                   wholeTriangle(a, b, {0.0, -1.0, 0.0})});
+    const MeshSurface surface =
+        meshSurfaceOf({wholeTriangle(a, b, {0.0, 1.0, 0.0}), wholeTriangle(a, b, {0.0, 0.0, 1.0}),
+                       wholeTriangle(a, b, {0.0, -1.0, 0.0})});
     EXPECT_THAT(surface.pieces, ElementsAre(0));
     EXPECT_THAT(surface.crowded, ElementsAre(2));
     EXPECT_THAT(surface.sheets, ElementsAre(0, 1, 2));
     EXPECT_THAT(surface.isTurned, Each(false));
 }
 
-TEST(Surface, NoTrianglesAreNothing) {
-    EXPECT_THAT(surfaceOf({}).pieces, IsEmpty());
+TEST(MeshSurface, NoTrianglesAreNothing) {
+    EXPECT_THAT(meshSurfaceOf({}).pieces, IsEmpty());
 }
 
 }  // namespace

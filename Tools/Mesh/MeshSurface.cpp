@@ -1,4 +1,4 @@
-#include "Mesh/Surface.h"
+#include "Mesh/MeshSurface.h"
 
 #include <algorithm>
 #include <array>
@@ -44,7 +44,7 @@ std::vector<bool> usedAmong(const CornerNumbers& corners, const std::vector<bool
 }
 
 // Triangles on a side of a sheet that fewer have. Where both have as many, the sheet's first triangle is right.
-std::vector<bool> turnedIn(const Surface& surface, const std::vector<bool>& sides) {
+std::vector<bool> turnedIn(const MeshSurface& surface, const std::vector<bool>& sides) {
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     const auto& sheets = surface.sheets;
     std::vector<std::array<std::uint32_t, 2>> counts(sheets.size());
@@ -64,7 +64,7 @@ std::vector<bool> turnedIn(const Surface& surface, const std::vector<bool>& side
     return isTurned;
 }
 
-void joinTriangles(Surface& surface) {
+void joinTriangles(MeshSurface& surface) {
     const std::size_t count = surface.corners.size();
     Groups sheets(count);
     Groups pieces(count);
@@ -93,21 +93,21 @@ void joinTriangles(Surface& surface) {
 
 }  // namespace
 
-Surface surfaceOf(const std::vector<Triangle>& triangles) {
+MeshSurface meshSurfaceOf(const std::vector<Triangle>& triangles) {
     CornerNumbers corners = numberCorners(triangles, CornerIdentity::Position);
     std::vector<bool> isDuplicate = duplicatesAmong(corners);
     std::vector<bool> isUsed = usedAmong(corners, isDuplicate);
     Edges edges(corners, isUsed);
-    Surface surface{.corners = std::move(corners),
-                    .edges = std::move(edges),
-                    .isDegenerate = {},
-                    .isDuplicate = std::move(isDuplicate),
-                    .isUsed = std::move(isUsed),
-                    .sheets = {},
-                    .isTurned = {},
-                    .pieces = {},
-                    .crowded = {},
-                    .oneSided = {}};
+    MeshSurface surface{.corners = std::move(corners),
+                        .edges = std::move(edges),
+                        .isDegenerate = {},
+                        .isDuplicate = std::move(isDuplicate),
+                        .isUsed = std::move(isUsed),
+                        .sheets = {},
+                        .isTurned = {},
+                        .pieces = {},
+                        .crowded = {},
+                        .oneSided = {}};
     surface.isDegenerate = degenerateAmong(triangles, surface.corners);
     joinTriangles(surface);
     return surface;
