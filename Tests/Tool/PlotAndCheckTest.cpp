@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "Check/MeshCheck.h"
-#include "PlotMeshData.h"
+#include "Plot/PlotMeshData.h"
 #include "Support/Meshes.h"
 #include "Support/TriangleScreen.h"
 

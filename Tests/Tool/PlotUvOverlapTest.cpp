@@ -1,4 +1,4 @@
-#include "PlotUvOverlap.h"
+#include "Plot/PlotUvOverlap.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "Check/CheckSurface.h"
 #include "Check/CheckTriangles.h"
 #include "Check/CheckUv.h"
-#include "UvIndexLimit.h"
+#include "Files/UvIndexLimit.h"
 
 namespace quarn {
 

@@ -5,12 +5,12 @@
 #include <QuarnScreen/Detail/ObjScan.h>
 #include <QuarnScreen/Detail/ObjTriangles.h>
 
-#include "AnyStl.h"
-#include "ObjContents.h"
-#include "ObjMender.h"
-#include "ScreenReader.h"
+#include "Files/AnyStl.h"
+#include "Files/ObjContents.h"
+#include "Files/ObjMender.h"
+#include "Files/ScreenReader.h"
+#include "Files/StlTrouble.h"
 #include "ShellWord.h"
-#include "StlTrouble.h"
 #include "ToolError.h"
 
 namespace quarn {

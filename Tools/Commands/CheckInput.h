@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Check/Finding.h"
-#include "ObjSource.h"
+#include "Files/ObjSource.h"
 
 namespace quarn {
 
