@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "BenchMeshes.h"
-#include "MapRows.h"
 #include "NumberText.h"
 #include "OutputFile.h"
+#include "Rows/MapRows.h"
 #include "Support/Rng.h"
 
 namespace {

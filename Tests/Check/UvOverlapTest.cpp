@@ -1,4 +1,4 @@
-#include "Check/UvOverlap.h"
+#include "Mesh/UvOverlap.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ double areaOf(const std::vector<UV>& polygon) {
 }
 
 // Area of what two triangles have in common: the one is cut along the lines of the other's edges.
-double commonArea(const UvTriangle& a, UvTriangle b) {
+double commonArea(const TriangleUVs& a, TriangleUVs b) {
     if (areaOf({b[0], b[1], b[2]}) < 0.0) std::swap(b[1], b[2]);
     std::vector<UV> polygon(a.begin(), a.end());
     for (std::size_t i = 0; i < 3; ++i) {
@@ -49,7 +49,7 @@ double commonArea(const UvTriangle& a, UvTriangle b) {
     return std::abs(areaOf(polygon));
 }
 
-std::vector<std::uint32_t> overlapsByEachPair(const std::vector<UvTriangle>& triangles) {
+std::vector<std::uint32_t> overlapsByEachPair(const std::vector<TriangleUVs>& triangles) {
     // Corners on eighths give either no common area or far more than this.
     constexpr double kLeastArea = 1e-9;
     std::vector<bool> doesOverlap(triangles.size());
@@ -62,17 +62,17 @@ std::vector<std::uint32_t> overlapsByEachPair(const std::vector<UvTriangle>& tri
     return found;
 }
 
-bool isFlat(const UvTriangle& triangle) {
+bool isFlat(const TriangleUVs& triangle) {
     return areaOf({triangle[0], triangle[1], triangle[2]}) == 0.0;
 }
 
 // Small triangles whose corners are on eighths.
-std::vector<UvTriangle> trianglesOnEighths(Rng& rng, int count, int width) {
-    std::vector<UvTriangle> triangles;
+std::vector<TriangleUVs> trianglesOnEighths(Rng& rng, int count, int width) {
+    std::vector<TriangleUVs> triangles;
     while (static_cast<int>(triangles.size()) < count) {
         const int u = rng.integer(0, width);
         const int v = rng.integer(0, width);
-        UvTriangle triangle;
+        TriangleUVs triangle;
         for (UV& corner : triangle) corner = {(u + rng.integer(0, 3)) / 8.0, (v + rng.integer(0, 3)) / 8.0};
         if (!isFlat(triangle)) triangles.push_back(triangle);
     }
@@ -99,7 +99,7 @@ TEST(UvOverlap, IsFoundLikeByLookingAtEachPair) {
 }
 
 TEST(UvOverlap, TrianglesThatTouchDoNotOverlap) {
-    const UvTriangle triangle = {UV(0.0, 0.0), UV(1.0, 0.0), UV(0.0, 1.0)};
+    const TriangleUVs triangle = {UV(0.0, 0.0), UV(1.0, 0.0), UV(0.0, 1.0)};
     EXPECT_FALSE(doOverlap(triangle, {UV(1.0, 0.0), UV(1.0, 1.0), UV(0.0, 1.0)}));
     EXPECT_FALSE(doOverlap(triangle, {UV(0.25, 0.0), UV(0.5, 0.0), UV(0.3, -1.0)}));
     EXPECT_FALSE(doOverlap(triangle, {UV(1.0, 0.0), UV(2.0, 0.0), UV(1.0, 1.0)}));
@@ -108,9 +108,9 @@ TEST(UvOverlap, TrianglesThatTouchDoNotOverlap) {
 }
 
 TEST(UvOverlap, RoundingIsNoOverlap) {
-    const UvTriangle left = {UV(0.0, 0.0), UV(0.5, 0.0), UV(0.5, 1.0)};
+    const TriangleUVs left = {UV(0.0, 0.0), UV(0.5, 0.0), UV(0.5, 1.0)};
     const auto right = [](double shift) {
-        return UvTriangle{UV(0.5 - shift, 0.0), UV(1.0, 0.0), UV(0.5 - shift, 1.0)};
+        return TriangleUVs{UV(0.5 - shift, 0.0), UV(1.0, 0.0), UV(0.5 - shift, 1.0)};
     };
     EXPECT_FALSE(doOverlap(left, right(1e-7)));
     EXPECT_TRUE(doOverlap(left, right(1e-5)));
@@ -118,7 +118,7 @@ TEST(UvOverlap, RoundingIsNoOverlap) {
 
 TEST(UvOverlap, WhatCannotBeFoundInTimeIsNotWhole) {
     // Fans of slivers: all boxes overlap, and no triangle.
-    std::vector<UvTriangle> triangles;
+    std::vector<TriangleUVs> triangles;
     constexpr int kCount = 20000;
     for (int i = 0; i < kCount; ++i) {
         const double low = 0.5 + 0.4 * i / kCount;

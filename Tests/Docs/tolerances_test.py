@@ -11,7 +11,7 @@ CONSTANT = re.compile(r"\bconstexpr ((?:long )?(?:\w|::|<double, 2>)+) (k[A-Z]\w
 # Counts that are limits are told by their names, numbers that may be tolerances by their type.
 LIMIT = re.compile(r"k(Most|Least|Greatest|Largest|Longest|Deepest|Fewest|Max)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
 # Measures of a drawing.
-DRAWINGS = re.compile(r"Tools/Plot(Labels|Legend|Mesh|MeshUv|Page|Panel|Sheet|Style|Uv)\.(cpp|h)")
+DRAWINGS = re.compile(r"Tools/Plot/Plot(Labels|Legend|Mesh|MeshUv|Page|Panel|Sheet|Style|Uv)\.(cpp|h)")
 # Ends of a type's range, and names of numbers that are none.
 NO_LIMITS = {"kNaN", "kInfinity", "kEpsilon", "kGreatest"}
 

@@ -1,4 +1,4 @@
-#include "AnyStl.h"
+#include "Files/AnyStl.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ChannelPoints.h"
+#include "Rows/ChannelPoints.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Csv.h"
+#include "Rows/Csv.h"
 
 #include <gmock/gmock.h>
 

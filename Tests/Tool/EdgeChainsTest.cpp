@@ -1,11 +1,12 @@
-#include "EdgeChains.h"
+#include "Mesh/EdgeChains.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <map>
+#include <set>
 
-#include "PointIds.h"
+#include "Mesh/PointIds.h"
 #include "Support/Rng.h"
 
 namespace quarn::test {
@@ -37,6 +38,13 @@ TEST(EdgeChains, LoopsThatTouchStayApart) {
     EXPECT_THAT(chains[1].points, ElementsAre(0, 3, 4, 0));
 }
 
+TEST(EdgeChains, ALoopThatAWalkPassesIsAnotherWalk) {
+    const auto chains = joinEdges({{0, 1}, {1, 2}, {2, 3}, {3, 1}, {1, 4}});
+    ASSERT_THAT(chains, SizeIs(2));
+    EXPECT_THAT(chains[0].points, ElementsAre(1, 2, 3, 1));
+    EXPECT_THAT(chains[1].points, ElementsAre(0, 1, 4));
+}
+
 TEST(EdgeChains, NoEdgesAreNoWalks) {
     EXPECT_THAT(joinEdges({}), IsEmpty());
 }
@@ -54,6 +62,9 @@ TEST(EdgeChains, RandomEdgesAreEachWalkedOnceAndWalksHangTogether) {
         std::vector<std::uint32_t> walked;
         for (const EdgeChain& chain : joinEdges(edges)) {
             ASSERT_EQ(chain.points.size(), chain.edges.size() + 1);
+            const std::set<std::uint32_t> visited(chain.points.begin(), chain.points.end());
+            ASSERT_EQ(visited.size(),
+                      chain.points.size() - (chain.points.front() == chain.points.back() ? 1 : 0));
             for (std::size_t k = 0; k < chain.edges.size(); ++k) {
                 const auto step = std::minmax({chain.points[k], chain.points[k + 1]});
                 const auto& [from, to] = edges[chain.edges[k]];
@@ -68,7 +79,7 @@ TEST(EdgeChains, RandomEdgesAreEachWalkedOnceAndWalksHangTogether) {
 }
 
 TEST(PointIds, EqualPositionsHaveOneNumberAndOthersHaveNot) {
-    PointIds ids;
+    PointIds<3> ids;
     std::map<Point<double, 3>, std::uint32_t> expected;
     Rng rng(1);
     for (int i = 0; i < 5000; ++i) {
@@ -81,7 +92,7 @@ TEST(PointIds, EqualPositionsHaveOneNumberAndOthersHaveNot) {
 }
 
 TEST(PointIds, ZeroIsMinusZero) {
-    PointIds ids;
+    PointIds<3> ids;
     EXPECT_EQ(ids.idOf({0.0, 1.0, -0.0}), ids.idOf({-0.0, 1.0, 0.0}));
 }
 

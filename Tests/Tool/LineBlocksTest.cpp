@@ -1,4 +1,4 @@
-#include "LineBlocks.h"
+#include "Rows/LineBlocks.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

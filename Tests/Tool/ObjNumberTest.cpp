@@ -1,4 +1,4 @@
-#include "ObjNumber.h"
+#include "Files/ObjNumber.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "PlotLines.h"
+#include "Plot/PlotLines.h"
 
 #include <gmock/gmock.h>
 

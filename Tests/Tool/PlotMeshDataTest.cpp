@@ -1,4 +1,4 @@
-#include "PlotMeshData.h"
+#include "Plot/PlotMeshData.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "PlotMesh.h"
+#include "Plot/PlotMesh.h"
 
 #include <gmock/gmock.h>
 
@@ -7,8 +7,8 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "PlotMeshData.h"
-#include "PlotMeshViews.h"
+#include "Plot/PlotMeshData.h"
+#include "Plot/PlotMeshViews.h"
 #include "Support/Meshes.h"
 #include "Support/TriangleScreen.h"
 

@@ -1,4 +1,4 @@
-#include "PlotRaster.h"
+#include "Plot/PlotRaster.h"
 
 #include <gmock/gmock.h>
 

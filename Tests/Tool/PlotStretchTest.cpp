@@ -1,4 +1,4 @@
-#include "PlotStretch.h"
+#include "Plot/PlotStretch.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "PlotSurface.h"
+#include "Plot/PlotSurface.h"
 
 namespace quarn::test {
 namespace {

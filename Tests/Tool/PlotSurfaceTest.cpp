@@ -1,4 +1,4 @@
-#include "PlotSurface.h"
+#include "Plot/PlotSurface.h"
 
 #include <gtest/gtest.h>
 

@@ -11,9 +11,9 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "PlotPage.h"
-#include "PlotText.h"
-#include "PlotViews.h"
+#include "Plot/PlotPage.h"
+#include "Plot/PlotText.h"
+#include "Plot/PlotViews.h"
 #include "Support/Rng.h"
 #include "Support/ScriptedScreen.h"
 

@@ -1,4 +1,4 @@
-#include "RowPipeline.h"
+#include "Rows/RowPipeline.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ScreenMaker.h"
+#include "Files/ScreenMaker.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "ScreenReader.h"
-#include "ScreenWriter.h"
+#include "Files/ScreenReader.h"
+#include "Files/ScreenWriter.h"
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 #include "Support/ScreenXml.h"

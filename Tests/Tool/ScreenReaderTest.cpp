@@ -1,4 +1,4 @@
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 #include <gtest/gtest.h>
 

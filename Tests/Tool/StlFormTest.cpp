@@ -1,4 +1,4 @@
-#include "StlForm.h"
+#include "Files/StlForm.h"
 
 #include <gtest/gtest.h>
 

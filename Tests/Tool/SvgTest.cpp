@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "Plot/SvgWriter.h"
 #include "Support/Rng.h"
-#include "SvgWriter.h"
 
 namespace quarn::test {
 namespace {

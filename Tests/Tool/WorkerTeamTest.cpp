@@ -1,4 +1,4 @@
-#include "WorkerTeam.h"
+#include "Rows/WorkerTeam.h"
 
 #include <gmock/gmock.h>
 

@@ -70,7 +70,7 @@ class PlotMesh(PlotTest):
         texts = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1.5 * u, v)))))
         self.assertLessEqual({"24 outside of 0 to 1", "faulty UV: 24", "UV from (0, 0) to (1.5, 1)"}, texts)
         folded = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - abs(2 * u - 1), v)))))
-        self.assertLessEqual({"overlap: 100 % of the UVs", "32 mirrored to the others"}, folded)
+        self.assertLessEqual({"overlap: 64", "32 mirrored to the others"}, folded)
         mirrored = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - u, v)))))
         self.assertLessEqual({"all mirrored, from the front", "faulty UV: none"}, mirrored)
 

@@ -1,5 +1,6 @@
 """STL files as common programs write them: which load, which are refused with a command that helps, and what it makes of them."""
 import base64
+import json
 import struct
 import unittest
 
@@ -38,8 +39,9 @@ REFUSED = {
     "text": (text(), "found an STL file in text form"),
     "a_count_above": (binary(count=3), "found 2 triangles and a header that tells of 3"),
     "a_count_of_billions": (binary(count=2**31 - 1), "found 2 triangles and a header that tells of 2147483647"),
-    "a_count_of_nothing": (binary(count=0), "found no triangle in the STL file"),
-    "a_negative_count": (binary(count=-1), "found no triangle in the STL file"),
+    "a_count_of_nothing": (binary(count=0), "found a header that tells of no triangle"),
+    "a_negative_count": (binary(count=-1), "found a header that tells of no triangle"),
+    "a_normal_that_is_not_finite": (binary(records=[record(WALL[0]), record(WALL[1], (0, float("nan"), 0))]), "found a normal that is not finite in triangle 2"),
 }
 
 
@@ -120,6 +122,55 @@ class Stl(ToolTest):
         self.assertEqual(self.info("b.obj")["triangles"], "2")
         self.file("a.xml", element.format(""))
         self.assertIn(b"found no STL text in the ScreenGeometry element", self.run_tool("info", "a.xml").stderr)
+
+    def findings(self, content, *arguments):
+        self.file("a.stl", content)
+        document = json.loads(self.run_tool("check", "a.stl", "--json", *arguments).stdout)
+        return {finding["name"]: finding for finding in document["findings"]}
+
+    def test_check_has_one_note_for_the_uvs_that_no_stl_file_has(self):
+        self.file("a.stl", binary())
+        self.assertRegex(self.text_of("check", "a.stl"), r"\Aa\.stl: note: an STL file holds no UV \(.*\)\nno findings in 2 triangles\n\Z")
+
+    def test_check_finds_what_keeps_a_file_from_loading(self):
+        names = {"a_line_feed_in_a_header_with_solid": "stl-header", "text": "stl-text-form", "a_normal_that_is_not_finite": "stl-normal"}
+        for name, (content, message) in REFUSED.items():
+            with self.subTest(name):
+                findings = self.findings(content)
+                self.assertEqual(list(findings), [names.get(name, "stl-count"), "no-uv"])
+                finding = findings[names.get(name, "stl-count")]
+                self.assertIn(finding["text"].split(",")[0], message)
+                self.assertEqual(finding["hint"], "mend it by: quarnscreen convert a.stl -o mended.obj")
+                self.assertEqual(self.run_tool("check", "a.stl").returncode, 1)
+
+    def test_check_tells_triangles_of_either_form_by_their_number(self):
+        self.assertEqual(self.findings(binary(records=[record(WALL[0]), record(WALL[1]), record(WALL[1])]))["duplicate-triangle"]["places"], [{"triangle": 3, "line": None}])
+        flipped = text().replace(b"outer loop\n      vertex -1", b"outer loop\n      vertex 3", 1)
+        self.assertEqual(self.findings(flipped)["pieces"]["places"], [{"triangle": 2, "line": None}])
+        bad = record(((float("inf"), 0, 0), *WALL[0][1:]))
+        findings = self.findings(binary(records=[record(WALL[0]), bad, bad]))
+        self.assertEqual(list(findings), ["not-finite"])
+        self.assertEqual(findings["not-finite"]["count"], 2)
+
+    def test_check_tells_where_a_file_is_longer_or_shorter_than_it_says(self):
+        self.assertIn("the header tells of 1 triangles, and 2 are there", self.findings(binary(count=1))["stl-count"]["text"])
+        cut = self.findings(text()[:-30])
+        self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "no-uv"])
+        self.assertEqual(cut["stl-cut-off"]["places"], [{"triangle": None, "line": 14}])
+
+    def test_check_heeds_the_scale_and_mends_to_obj(self):
+        self.assertIn("implausible-size", self.findings(binary(), "--scale", "1000"))
+        self.file("a.stl", text())
+        self.assertIn("note: mended an STL file in text form", self.text_of("check", "a.stl", "--fix", "-o", "b.obj"))
+        self.assertEqual(self.info("b.obj")["triangles"], "2")
+
+    def test_check_reads_the_stl_text_in_xml(self):
+        self.file("a.xml", f'<ScreenGeometry ClassType="class STLScreen">{base64.b64encode(text()).decode()}</ScreenGeometry>')
+        result = self.run_tool("check", "a.xml")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"a.xml: an STL file in text form, which the other commands do not load (mend it by: quarnscreen convert a.xml", result.stdout)
+        self.file("a.stl", b"solid\nendsolid\n")
+        self.assertIn("found no triangle in the STL file", self.run_tool("check", "a.stl").stderr.decode())
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-#include "GridMesh.h"
+#include "Files/GridMesh.h"
 
 #include <gtest/gtest.h>
 

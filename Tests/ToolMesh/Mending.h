@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/OBJScreen.h>
 
-#include "ObjMender.h"
+#include "Files/ObjMender.h"
 
 namespace quarn::test {
 

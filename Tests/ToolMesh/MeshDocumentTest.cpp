@@ -1,4 +1,4 @@
-#include "MeshDocument.h"
+#include "Files/MeshDocument.h"
 
 #include <gmock/gmock.h>
 

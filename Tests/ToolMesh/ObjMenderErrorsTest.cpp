@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ObjMender.h"
+#include "Files/ObjMender.h"
 #include "ToolError.h"
 
 namespace quarn::test {

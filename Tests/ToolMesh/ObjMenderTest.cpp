@@ -1,4 +1,4 @@
-#include "ObjMender.h"
+#include "Files/ObjMender.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "ObjRecords.h"
+#include "Files/ObjRecords.h"
 
 #include <gmock/gmock.h>
 

@@ -5,15 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "Check/CheckSurface.h"
 #include "Check/Finding.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
-/// Appends findings of holes, and of a UV map that is in more parts than the surface. As for the screen's own outline,
-/// corners are one where position and UV agree.
+/// Appends findings of holes, and of a UV map that is in more parts than the surface.
 /// \param unit of lengths
-void checkOutline(const CheckedMesh& mesh, const Surface& surface, const std::vector<bool>& isDuplicate,
-                  const std::string& unit, std::vector<Finding>& findings);
+void checkOutline(const CheckedMesh& mesh, const MeshSurface& surface, const std::string& unit,
+                  std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -1,9 +1,7 @@
 #include "Check/CheckTriangles.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "Check/Slivers.h"
 #include "Finite.h"
 
 namespace quarn {
@@ -22,41 +20,13 @@ bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings) {
     return cases.count() == 0;
 }
 
-std::vector<bool> checkDegenerate(const CheckedMesh& mesh, const CornerNumbers& corners,
-                                  std::vector<Finding>& findings) {
-    std::vector<bool> isDegenerate(mesh.triangles.size());
-    Cases cases(mesh);
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        isDegenerate[i] = hasRepeatedCorner(corners[i]) ||
-                          isSliver<3>(cornersOf(mesh.triangles[i].vertices, &TriangleVertex::position));
-        if (isDegenerate[i]) cases.add(i);
-    }
-    addProblem(findings, "degenerate-triangle", cases,
+void checkTriangles(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
+    addProblem(findings, "degenerate-triangle", Cases(mesh, surface.isDegenerate),
                "without area: two corners are one, or all three on a line within what floats can tell",
                "dissolve them; they have no normal, and nothing can be mapped inside of them");
-    return isDegenerate;
-}
-
-std::vector<bool> checkDuplicates(const CheckedMesh& mesh, const CornerNumbers& corners,
-                                  std::vector<Finding>& findings) {
-    std::vector<std::pair<std::array<std::uint32_t, 3>, std::uint32_t>> sorted;
-    sorted.reserve(corners.size());
-    for (std::uint32_t i = 0; i < corners.size(); ++i) {
-        if (hasRepeatedCorner(corners[i])) continue;
-        auto ordered = corners[i];
-        std::sort(ordered.begin(), ordered.end());
-        sorted.emplace_back(ordered, i);
-    }
-    std::sort(sorted.begin(), sorted.end());
-    std::vector<bool> isDuplicate(corners.size());
-    for (std::size_t i = 1; i < sorted.size(); ++i)
-        if (sorted[i].first == sorted[i - 1].first) isDuplicate[sorted[i].second] = true;
-    Cases cases(mesh);
-    for (std::size_t i = 0; i < isDuplicate.size(); ++i)
-        if (isDuplicate[i]) cases.add(i);
-    addProblem(findings, "duplicate-triangle", cases, "with the three positions of an earlier one",
+    addProblem(findings, "duplicate-triangle", Cases(mesh, surface.isDuplicate),
+               "with the three positions of an earlier one",
                "delete all but one; the outline is found from edges that are there once");
-    return isDuplicate;
 }
 
 void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings) {

@@ -1,67 +1,30 @@
 #include "Check/CheckUv.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "Check/MirroredUv.h"
-#include "Check/Slivers.h"
-#include "Check/UvOverlap.h"
+#include "Check/MirroredMap.h"
+#include "Mesh/UvFaults.h"
 
 namespace quarn {
 
 namespace {
 
-// Triangles by what their UVs are good for.
-enum class UvState { Missing, Flat, Good };
-
 bool isOutside(const TriangleVertex& corner) {
     return !(corner.uv[0] >= 0.0 && corner.uv[0] <= 1.0 && corner.uv[1] >= 0.0 && corner.uv[1] <= 1.0);
 }
 
-UvState stateOf(const Triangle& triangle) {
-    const auto& vertices = triangle.vertices;
-    if (std::any_of(vertices.begin(), vertices.end(),
-                    [](const TriangleVertex& corner) { return corner.uv == kNoUV; }))
-        return UvState::Missing;
-    return isSliver<2>(cornersOf(vertices, &TriangleVertex::uv)) ? UvState::Flat : UvState::Good;
-}
-
-void checkOverlap(const CheckedMesh& mesh, const std::vector<UvState>& states,
-                  const std::vector<bool>& isDuplicate, std::vector<Finding>& findings) {
-    std::vector<UvTriangle> uvs;
-    std::vector<std::size_t> indices;
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (states[i] != UvState::Good || isDuplicate[i]) continue;
-        uvs.push_back(cornersOf(mesh.triangles[i].vertices, &TriangleVertex::uv));
-        indices.push_back(i);
-    }
-    const UvOverlaps overlaps = findUvOverlaps(uvs);
-    Cases cases(mesh);
-    for (const std::uint32_t i : overlaps.triangles) cases.add(indices[i]);
-    addProblem(findings, "overlapping-uv", cases, "that overlap others in UV",
-               "unwrap the surface so that each UV belongs to one place");
-    if (cases.count() > 0 && !overlaps.isWhole) {
-        findings.back().isCountWhole = false;
-        findings.back().text = "at least " + findings.back().text;
-    }
-}
-
-}  // namespace
-
-void checkUv(const CheckedMesh& mesh, const Surface& surface, const std::vector<bool>& isDegenerate,
-             const std::vector<bool>& isDuplicate, std::vector<Finding>& findings) {
-    std::vector<UvState> states(mesh.triangles.size());
+void checkEach(const CheckedMesh& mesh, const MeshSurface& surface, const std::vector<UvState>& states,
+               std::vector<Finding>& findings) {
     Cases missing(mesh);
     Cases outside(mesh);
     Cases flat(mesh);
     for (std::size_t i = 0; i < states.size(); ++i) {
         const auto& vertices = mesh.triangles[i].vertices;
-        states[i] = stateOf(mesh.triangles[i]);
         if (states[i] == UvState::Missing)
             missing.add(i);
         else if (std::any_of(vertices.begin(), vertices.end(), isOutside))
             outside.add(i);
-        if (states[i] == UvState::Flat && !isDegenerate[i]) flat.add(i);
+        if (states[i] == UvState::Flat && !surface.isDegenerate[i]) flat.add(i);
     }
     addProblem(findings, "missing-uv", missing, "with a corner that has no UV",
                missing.count() == mesh.triangles.size() ? "unwrap the mesh and export it with UVs"
@@ -70,12 +33,36 @@ void checkUv(const CheckedMesh& mesh, const Surface& surface, const std::vector<
                "scale the UV map into the unit square");
     addProblem(findings, "degenerate-uv", flat, "without area in UV",
                "unwrap them anew; no UV leads to a place on them");
+}
 
-    std::vector<bool> isOriented(states.size());
-    for (std::size_t i = 0; i < states.size(); ++i)
-        isOriented[i] = states[i] == UvState::Good && surface.isUsed[i] && !isDegenerate[i];
-    checkMirrored(mesh, surface, isOriented, findings);
-    checkOverlap(mesh, states, isDuplicate, findings);
+void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vector<Finding>& findings) {
+    if (overlaps.triangles.empty()) return;
+    addProblem(findings, "overlapping-uv", Cases(mesh, overlaps.triangles), "that overlap others in UV",
+               "unwrap the surface so that each UV belongs to one place");
+    if (overlaps.isWhole) return;
+    findings.back().isCountWhole = false;
+    findings.back().text = "at least " + findings.back().text;
+}
+
+}  // namespace
+
+void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
+    if (!mesh.canHaveUV) {
+        findings.push_back({.name = "no-uv",
+                            .severity = Severity::Note,
+                            .count = mesh.triangles.size(),
+                            .text = "an STL file holds no UV",
+                            .hint = "to map pictures, unwrap the mesh and export it as OBJ"});
+        return;
+    }
+    const std::vector<UvState> states = uvStatesOf(mesh.triangles);
+    checkEach(mesh, surface, states, findings);
+    const std::vector<bool> isOriented = orientedAmong(states, surface);
+    addProblem(findings, "mirrored-uv", Cases(mesh, mirroredAmong(mesh.triangles, isOriented, surface)),
+               "whose UVs go the other way round than those around them",
+               "the map folds there; unwrap it without folds");
+    checkMirroredMap(mesh, isOriented, findings);
+    checkOverlap(mesh, uvOverlapsOf(mesh.triangles, states, surface), findings);
 }
 
 }  // namespace quarn

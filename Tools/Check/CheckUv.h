@@ -4,14 +4,13 @@
 
 #include <vector>
 
-#include "Check/CheckSurface.h"
 #include "Check/Finding.h"
+#include "Mesh/MeshSurface.h"
 
 namespace quarn {
 
-/// Appends findings of UVs that are missing, outside of 0 to 1, without area, mirrored or overlapping.
-/// \param isDegenerate, isDuplicate by triangle; of these what follows from it is not told again
-void checkUv(const CheckedMesh& mesh, const Surface& surface, const std::vector<bool>& isDegenerate,
-             const std::vector<bool>& isDuplicate, std::vector<Finding>& findings);
+/// Appends findings of UVs that are missing, outside of 0 to 1, without area, mirrored or overlapping. What follows from a
+/// triangle that is degenerate or a duplicate is not told again.
+void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

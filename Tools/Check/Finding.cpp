@@ -2,6 +2,15 @@
 
 namespace quarn {
 
+Cases::Cases(const CheckedMesh& checkedMesh, const std::vector<bool>& isCase) : mesh(checkedMesh) {
+    for (std::size_t i = 0; i < isCase.size(); ++i)
+        if (isCase[i]) add(i);
+}
+
+Cases::Cases(const CheckedMesh& checkedMesh, std::span<const std::uint32_t> triangles) : mesh(checkedMesh) {
+    for (const std::uint32_t triangle : triangles) add(triangle);
+}
+
 void Cases::add(std::size_t triangle) {
     ++found;
     if (places.size() < kKept)

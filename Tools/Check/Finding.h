@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,10 @@ struct Finding {
 class Cases {
 public:
     explicit Cases(const CheckedMesh& checkedMesh) : mesh(checkedMesh) {}
+    /// \param isCase by triangle
+    Cases(const CheckedMesh& checkedMesh, const std::vector<bool>& isCase);
+    /// \param triangles indices from 0
+    Cases(const CheckedMesh& checkedMesh, std::span<const std::uint32_t> triangles);
 
     /// \param triangle index from 0
     void add(std::size_t triangle);

@@ -5,7 +5,7 @@
 #include "Check/CheckSurface.h"
 #include "Check/CheckTriangles.h"
 #include "Check/CheckUv.h"
-#include "UvIndexLimit.h"
+#include "Files/UvIndexLimit.h"
 
 namespace quarn {
 
@@ -26,13 +26,12 @@ void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
 std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
     std::vector<Finding> findings;
     if (!checkFinite(mesh, findings)) return findings;
-    const CornerNumbers corners = numberCorners(mesh.triangles, CornerIdentity::Position);
-    const std::vector<bool> isDegenerate = checkDegenerate(mesh, corners, findings);
-    const std::vector<bool> isDuplicate = checkDuplicates(mesh, corners, findings);
-    const Surface surface = checkSurface(mesh, corners, isDuplicate, findings);
-    checkOutline(mesh, surface, isDuplicate, unit, findings);
-    checkUv(mesh, surface, isDegenerate, isDuplicate, findings);
-    checkUvIndex(mesh, findings);
+    const MeshSurface surface = meshSurfaceOf(mesh.triangles);
+    checkTriangles(mesh, surface, findings);
+    checkSurface(mesh, surface, findings);
+    checkOutline(mesh, surface, unit, findings);
+    checkUv(mesh, surface, findings);
+    if (mesh.canHaveUV) checkUvIndex(mesh, findings);
     checkSize(mesh, unit, findings);
     checkUnusedVertices(mesh, findings);
     return findings;

@@ -10,11 +10,11 @@
 
 #include <QuarnScreen/Point.h>
 
-#include "AnswerWriter.h"
 #include "Commands/Options.h"
-#include "Csv.h"
 #include "OutputFile.h"
-#include "RowPipeline.h"
+#include "Rows/AnswerWriter.h"
+#include "Rows/Csv.h"
+#include "Rows/RowPipeline.h"
 #include "StageClock.h"
 
 namespace quarn {

@@ -5,7 +5,7 @@
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
 #include "Commands/Polylines.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

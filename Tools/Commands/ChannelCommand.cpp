@@ -3,13 +3,13 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "ChannelPoints.h"
 #include "Commands/Answers.h"
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
-#include "Csv.h"
+#include "Files/ScreenReader.h"
 #include "Finite.h"
-#include "ScreenReader.h"
+#include "Rows/ChannelPoints.h"
+#include "Rows/Csv.h"
 #include "ToolError.h"
 
 namespace quarn {

@@ -41,7 +41,7 @@ CheckReport reportOf(CheckInput input, const CheckOptions& options) {
 }
 
 void run(const CheckOptions& options) {
-    CheckInput input = readCheckInput(options.screen, options.obj, options.maxMemory);
+    CheckInput input = readCheckInput(options.screen, options.obj, options.maxMemory, options.isFixed);
     if (options.isFixed) {
         OutputFile fixed(options.fixedFile, {options.screen});
         fixed.write(input.mendedText);
@@ -69,7 +69,8 @@ void registerCheckCommand(CLI::App& tool) {
         "Looks for values that are not finite, triangles that are degenerate, doubled or flipped, edges of "
         "more\n"
         "than two triangles, pieces, holes, UVs that are missing, outside of 0 to 1, flat, mirrored or\n"
-        "overlapping, and a size that is implausible for --unit. Exits with 1 when something was found.\n\n" +
+        "overlapping, and a size that is implausible for --unit; in STL files also for what keeps them from\n"
+        "loading. Exits with 1 when something was found.\n\n" +
         command.get_footer());
     const auto options = std::make_shared<CheckOptions>();
     addScreenOptions(command, *options);

@@ -5,9 +5,11 @@
 #include <QuarnScreen/Detail/ObjScan.h>
 #include <QuarnScreen/Detail/ObjTriangles.h>
 
-#include "ObjContents.h"
-#include "ObjMender.h"
-#include "ScreenReader.h"
+#include "Files/AnyStl.h"
+#include "Files/ObjContents.h"
+#include "Files/ObjMender.h"
+#include "Files/ScreenReader.h"
+#include "Files/StlTrouble.h"
 #include "ShellWord.h"
 #include "ToolError.h"
 
@@ -27,7 +29,7 @@ std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& fi
     return findings;
 }
 
-CheckInput inputOf(const ObjSource& source, std::uint64_t maxMemory) {
+CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
     MendedObj mended = mendObj(source.name, source.text);
     CheckInput input{.mendedText = std::move(mended.text),
                      .textFindings = findingsOf(mended.repairs, source.file),
@@ -43,25 +45,70 @@ CheckInput inputOf(const ObjSource& source, std::uint64_t maxMemory) {
     return input;
 }
 
+Triangle triangleOf(const StlCorners& corners, const Matrix<float, 4>& transform) {
+    Triangle triangle;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const auto [x, y, z] = corners.at(i);
+        const Point<float, 3> position = transform.transformPoint(x, y, z);
+        triangle.vertices.at(i).position = {position[0], position[1], position[2]};
+    }
+    triangle.computeGeometry();
+    triangle.computeCentroids();
+    return triangle;
+}
+
+void addStlFindings(const ObjSource& source, const std::optional<StlRemark>& remark, CheckInput& input) {
+    const std::string hint = "mend it by: " + stlRemedy(source.file);
+    const auto trouble = stlTroubleOf(source.text);
+    // Numbers that are not finite are looked for in all triangles.
+    if (trouble && trouble->isMendable)
+        input.textFindings.push_back({.name = trouble->name,
+                                      .count = 1,
+                                      .places = trouble->triangle == 0
+                                                    ? std::vector<Place>()
+                                                    : std::vector{Place{.triangle = trouble->triangle}},
+                                      .text = trouble->found + ", which the other commands do not load",
+                                      .hint = hint});
+    if (remark && !(trouble && trouble->name == remark->name))
+        input.textFindings.push_back(
+            {.name = remark->name,
+             .count = 1,
+             .places = {{.line = remark->line}},
+             .text = remark->text,
+             .hint = "export it anew, or take what is there: " + stlRemedy(source.file)});
+}
+
+CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, bool isMended) {
+    // How many triangles more before the memory that they need is looked at again.
+    constexpr std::size_t kStep = std::size_t{1} << 16U;
+    CheckInput input{
+        .mendedText = {}, .textFindings = {}, .lists = {}, .triangles = {}, .lines = {}, .canHaveUV = false};
+    const Matrix<float, 4> transform = source.frame.matrix();
+    const auto refuseTooMany = [&] {
+        refuseMeshAbove(maxMemory, source.name, source.text.size(), input.triangles.size());
+    };
+    const auto remark = forEachStlTriangle(source.name, source.text, [&](const StlCorners& corners) {
+        input.triangles.push_back(triangleOf(corners, transform));
+        if (input.triangles.size() % kStep == 0) refuseTooMany();
+    });
+    refuseTooMany();
+    if (input.triangles.empty()) refuseStlWithoutTriangle(source.name);
+    addStlFindings(source, remark, input);
+    if (isMended) input.mendedText = objTextOfStl(source.name, source.text);
+    return input;
+}
+
 }  // namespace
 
-CheckInput readCheckInput(const std::string& path, const ObjOptions& options, std::uint64_t maxMemory) {
-    ScreenFile file = readScreenFile(path, maxMemory);
-    if (file.format != ScreenFormat::Xml) return inputOf(objSourceOf(std::move(file), options), maxMemory);
-
-    std::optional<CheckInput> input;
-    try {
-        (void)readScreen(path, maxMemory, options,
-                         [&](ObjSource& source) { input = inputOf(source, maxMemory); });
-    } catch (const ToolError&) {
-        // Whether the text loads as it stands is no matter here.
-        if (!input) throw;
-    }
-    if (!input)
+CheckInput readCheckInput(const std::string& path, const ObjOptions& options, std::uint64_t maxMemory,
+                          bool isMended) {
+    const auto text = readMeshText(path, maxMemory, options);
+    if (!text)
         throw ToolError{.found = "found a screen without triangles",
                         .expected = "a mesh; there is nothing to check in other screens",
                         .file = path};
-    return std::move(*input);
+    return text->format == ScreenFormat::Stl ? stlInputOf(text->source, maxMemory, isMended)
+                                             : objInputOf(text->source, maxMemory);
 }
 
 }  // namespace quarn

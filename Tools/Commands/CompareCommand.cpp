@@ -5,8 +5,6 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "AnswerRows.h"
-#include "AnswerWriter.h"
 #include "Commands/Commands.h"
 #include "Commands/MeasureOptions.h"
 #include "Commands/Options.h"
@@ -14,6 +12,8 @@
 #include "Compare/SurfaceDistance.h"
 #include "Compare/UvDistance.h"
 #include "NumberText.h"
+#include "Rows/AnswerRows.h"
+#include "Rows/AnswerWriter.h"
 
 namespace quarn {
 

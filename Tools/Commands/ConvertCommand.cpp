@@ -3,10 +3,10 @@
 
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
+#include "Files/ObjMender.h"
+#include "Files/ScreenWriter.h"
 #include "Message.h"
-#include "ObjMender.h"
 #include "OutputFile.h"
-#include "ScreenWriter.h"
 #include "ToolError.h"
 
 namespace quarn {

@@ -9,7 +9,7 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-#include "AnswerRows.h"
+#include "Rows/AnswerRows.h"
 
 namespace quarn {
 

@@ -12,11 +12,11 @@
 #include "Commands/Commands.h"
 #include "Commands/MeshInfo.h"
 #include "Commands/Options.h"
+#include "Files/ScreenReader.h"
 #include "Finite.h"
 #include "Message.h"
 #include "NumberText.h"
 #include "OutputFile.h"
-#include "ScreenReader.h"
 
 namespace quarn {
 

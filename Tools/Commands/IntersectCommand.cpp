@@ -7,8 +7,8 @@
 #include "Commands/Commands.h"
 #include "Commands/HitCells.h"
 #include "Commands/Options.h"
+#include "Files/ScreenReader.h"
 #include "Finite.h"
-#include "ScreenReader.h"
 #include "ToolError.h"
 
 namespace quarn {

@@ -12,9 +12,9 @@
 #include "Commands/Commands.h"
 #include "Commands/MeasureOptions.h"
 #include "Commands/Options.h"
+#include "Files/ScreenMaker.h"
+#include "Files/ScreenWriter.h"
 #include "OutputFile.h"
-#include "ScreenMaker.h"
-#include "ScreenWriter.h"
 #include "ToolError.h"
 
 namespace quarn {

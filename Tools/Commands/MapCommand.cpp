@@ -5,8 +5,8 @@
 #include "Commands/Answers.h"
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
-#include "MapRows.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
+#include "Rows/MapRows.h"
 
 namespace quarn {
 

@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include "MeshDocument.h"
+#include "Files/MeshDocument.h"
+#include "Files/ScreenWriter.h"
 #include "OutputFile.h"
-#include "ScreenWriter.h"
 #include "ShellWord.h"
 #include "ToolError.h"
 

@@ -8,7 +8,7 @@
 #include <QuarnScreen/MeshScreen.h>
 
 #include "Commands/Options.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

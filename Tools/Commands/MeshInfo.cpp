@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/MeshScreen.h>
 
-#include "MeshStatus.h"
+#include "Files/MeshStatus.h"
 #include "Message.h"
 #include "NumberText.h"
 

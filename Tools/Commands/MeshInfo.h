@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

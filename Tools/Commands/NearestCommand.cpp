@@ -8,8 +8,8 @@
 #include "Commands/Commands.h"
 #include "Commands/HitCells.h"
 #include "Commands/Options.h"
+#include "Files/ScreenReader.h"
 #include "Finite.h"
-#include "ScreenReader.h"
 
 namespace quarn {
 

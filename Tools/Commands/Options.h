@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <string>
 
-#include "AnswerWriter.h"
-#include "GridMesh.h"
+#include "Files/GridMesh.h"
+#include "Files/ObjSource.h"
 #include "MemoryLimit.h"
-#include "ObjSource.h"
+#include "Rows/AnswerWriter.h"
 
 namespace CLI {
 class App;

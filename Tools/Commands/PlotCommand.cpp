@@ -3,10 +3,10 @@
 
 #include "Commands/Commands.h"
 #include "Commands/Options.h"
+#include "Files/ScreenReader.h"
 #include "OutputFile.h"
-#include "PlotMesh.h"
-#include "PlotPage.h"
-#include "ScreenReader.h"
+#include "Plot/PlotMesh.h"
+#include "Plot/PlotPage.h"
 
 namespace quarn {
 
@@ -27,8 +27,9 @@ void run(const PlotOptions& options) {
 }  // namespace
 
 void registerPlotCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "plot", "Draw a screen, with the faults of a mesh, as an SVG page with four views",
-                                   "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg");
+    CLI::App& command =
+        addCommand(tool, "plot", "Draw a screen, with the faults of a mesh, as an SVG page with four views",
+                   "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg");
     const auto options = std::make_shared<PlotOptions>();
     addScreenOptions(command, *options);
     command.remove_option(command.get_option("--json"));  // a page has one format

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Commands/Answers.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

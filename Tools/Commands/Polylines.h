@@ -8,7 +8,7 @@
 #include <QuarnScreen/IScreenGeometry.h>
 
 #include "Commands/Options.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

@@ -5,8 +5,8 @@
 
 #include <QuarnScreen/MeshScreen.h>
 
+#include "Files/GridMesh.h"
 #include "Finite.h"
-#include "GridMesh.h"
 #include "ToolError.h"
 
 namespace quarn {

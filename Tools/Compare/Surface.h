@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Compare/TriangleDistance.h"
-#include "ScreenReader.h"
+#include "Files/ScreenReader.h"
 
 namespace quarn {
 

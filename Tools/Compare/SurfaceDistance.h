@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Compare/TriangleTree.h"
-#include "WorkerTeam.h"
+#include "Rows/WorkerTeam.h"
 
 namespace quarn {
 

@@ -1,0 +1,32 @@
+/// \file
+/// The corners of triangles in space and in UV.
+#pragma once
+
+#include <array>
+
+#include <QuarnScreen/Triangle.h>
+
+namespace quarn {
+
+using TriangleCorners = std::array<Point<double, 3>, 3>;
+using TriangleUVs = std::array<Point<double, 2>, 3>;
+
+[[nodiscard]] inline TriangleCorners cornersOf(const Triangle& triangle) {
+    const auto& [a, b, c] = triangle.vertices;
+    return {a.position, b.position, c.position};
+}
+
+[[nodiscard]] inline TriangleUVs uvsOf(const Triangle& triangle) {
+    const auto& [a, b, c] = triangle.vertices;
+    return {a.uv, b.uv, c.uv};
+}
+
+/// Twice the area in UV, below 0 where the corners run as they do on a picture seen from the front, whose v grows
+/// downwards.
+[[nodiscard]] inline double signedUvArea(const TriangleUVs& uvs) {
+    const Point<double, 2> a = uvs[1] - uvs[0];
+    const Point<double, 2> b = uvs[2] - uvs[0];
+    return a[0] * b[1] - a[1] * b[0];
+}
+
+}  // namespace quarn

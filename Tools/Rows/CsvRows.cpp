@@ -1,0 +1,121 @@
+#include "Rows/CsvRows.h"
+
+#include <charconv>
+
+#include "Message.h"
+#include "NumberText.h"
+#include "Rows/LineBlocks.h"
+
+namespace quarn {
+
+namespace {
+
+std::string_view firstCell(std::string_view text) {
+    return text.substr(0, text.find(','));
+}
+
+bool isRow(std::string_view trimmedLine) {
+    return !trimmedLine.empty() && !trimmedLine.starts_with('#');
+}
+
+}  // namespace
+
+std::string_view takeLine(std::string_view& lines) {
+    const std::size_t end = std::min(lines.find('\n'), lines.size());
+    const std::string_view line = lines.substr(0, end);
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+    return line;
+}
+
+bool CsvFormat::parse(std::string_view line, std::vector<double>& numbers) const {
+    if (line.size() > kLongestLine)
+        throw ToolError{.found = "found a line of more than " + std::to_string(kLongestLine) + " bytes",
+                        .expected = std::to_string(columns.size()) + " numbers"};
+    const std::string_view text = trimmed(line);
+    if (!isRow(text)) return false;
+    const std::size_t length = numbers.size();
+    if (parsePlain(text, numbers)) return true;
+    numbers.resize(length);
+    parseCells(text, numbers);
+    return true;
+}
+
+// Reads what programs write: numbers without blanks or plus signs. Whatever else stands there is left to parseCells().
+bool CsvFormat::parsePlain(std::string_view text, std::vector<double>& numbers) const {
+    const char* position = text.data();
+    const char* const last = position + text.size();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (i > 0 && (position == last || *position++ != ',')) return false;
+        double number = 0.0;
+        const auto [end, error] = std::from_chars(position, last, number);
+        if (error != std::errc()) return false;
+        numbers.push_back(number);
+        position = end;
+    }
+    return position == last;
+}
+
+void CsvFormat::parseCells(std::string_view text, std::vector<double>& numbers) const {
+    const std::size_t length = numbers.size();
+    const auto refuse = [&](const std::string& found, const std::string& expected) {
+        std::string names;
+        for (const std::string& column : columns) names += names.empty() ? column : "," + column;
+        numbers.resize(length);
+        throw ToolError{.found = found, .expected = expected + " (" + names + ")"};
+    };
+    std::size_t count = 0;
+    for (std::string_view rest = text;; ++count) {
+        const std::string_view cell = firstCell(rest);
+        if (count < columns.size()) {
+            const auto number = parseNumber(cell);
+            if (!number) refuse("found " + quotedExcerpt(trimmed(cell)), "a number for " + columns[count]);
+            numbers.push_back(*number);
+        }
+        if (cell.size() == rest.size()) break;
+        rest.remove_prefix(cell.size() + 1);
+    }
+    ++count;
+    if (count != columns.size())
+        refuse("found " + std::to_string(count) + (count == 1 ? " number" : " numbers"),
+               std::to_string(columns.size()));
+}
+
+std::uint64_t CsvHead::skip(std::string_view& lines) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (isAtBeginning && lines.starts_with(kByteOrderMark)) lines.remove_prefix(kByteOrderMark.size());
+    isAtBeginning = false;
+    std::uint64_t count = 0;
+    while (!isPassed && !lines.empty()) {
+        std::string_view rest = lines;
+        const std::string_view line = takeLine(rest);
+        if (line.size() > kLongestLine) break;
+        const std::string_view text = trimmed(line);
+        isPassed = isRow(text);
+        if (isPassed && parseNumber(firstCell(text))) break;
+        lines = rest;
+        ++count;
+    }
+    return count;
+}
+
+void CsvRows::read(std::string_view lines, const CsvFormat& format) {
+    numbers.clear();
+    lineCount = 0;
+    error.reset();
+    try {
+        while (!lines.empty()) {
+            ++lineCount;
+            format.parse(takeLine(lines), numbers);
+        }
+    } catch (const ToolError& lineError) {
+        error = lineError;
+    }
+}
+
+ToolError errorAt(ToolError error, const std::string& file, std::uint64_t line) {
+    error.file = file;
+    error.line = line;
+    return error;
+}
+
+}  // namespace quarn
