@@ -3,15 +3,21 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <new>
 
 namespace {
 
-std::atomic<long> allocations{0};
+constexpr long kNoLimit = std::numeric_limits<long>::max();
 
-void* allocate(std::size_t size) {
+std::atomic<long> allocations{0};
+thread_local long allowed = kNoLimit;
+
+// `take` gets the memory, null where there is none.
+void* allocate(const auto& take) {
     ++allocations;
-    void* memory = std::malloc(size);
+    if (allowed != kNoLimit && --allowed < 0) throw std::bad_alloc();
+    void* memory = take();
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }
@@ -22,10 +28,23 @@ long quarn::test::allocationCount() {
     return allocations;
 }
 
-// The forms that the standard library's other forms call, the aligned ones excepted: no type here is
-// over-aligned.
+quarn::test::AllocationLimit::AllocationLimit(long allowed) {
+    ::allowed = allowed;
+}
+
+quarn::test::AllocationLimit::~AllocationLimit() {
+    ::allowed = kNoLimit;
+}
+
+// The forms that the standard library's other forms call.
 void* operator new(std::size_t size) {
-    return allocate(size);
+    return allocate([size] { return std::malloc(size); });
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    const auto step = static_cast<std::size_t>(alignment);
+    // The size has to be a multiple of the alignment.
+    return allocate([=] { return std::aligned_alloc(step, (size + step - 1) / step * step); });
 }
 
 void operator delete(void* memory) noexcept {
@@ -33,5 +52,13 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
     std::free(memory);
 }

@@ -1,10 +1,19 @@
 /// \file
-/// The count of heap allocations; a program that links it has every `new` counted.
+/// The count of heap allocations, and a limit to them; a program that links it has every `new` counted.
 #pragma once
 
 namespace quarn::test {
 
 /// How often this program has allocated memory by `new` so far.
 [[nodiscard]] long allocationCount();
+
+/// While it lives, only so many further allocations of this thread succeed. The next ones throw std::bad_alloc.
+class AllocationLimit {
+public:
+    explicit AllocationLimit(long allowed);
+    AllocationLimit(const AllocationLimit&) = delete;
+    AllocationLimit& operator=(const AllocationLimit&) = delete;
+    ~AllocationLimit();
+};
 
 }  // namespace quarn::test

@@ -83,6 +83,7 @@ TEST(MeshScreen, LoadedScreenAnswersEveryQuestion) {
 
 TEST(MeshScreen, WhatHoldsForEveryMesh) {
     const TriangleScreen screen(dome({4, 4}));
+    EXPECT_TRUE(screen.isValid());
     EXPECT_FALSE(screen.isPlanar());
     EXPECT_TRUE(sameBits(screen.getEyepoint(), Point3()));
     const auto digest = screen.getUniqueDataHash();

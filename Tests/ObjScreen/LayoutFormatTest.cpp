@@ -49,6 +49,7 @@ void expectRefused(const Layout& points, const Dimensions& dimensions) {
     std::array<unsigned char, 20> hash{};
     hash.fill(7);
     const auto before = hash;
+    const LogCapture capture(L"Quarn.QuarnScreen.ScreenGeometry");
     try {
         (void)OBJScreen::generateOBJLayoutFormat(points, dimensions, hash);
         ADD_FAILURE() << "nothing was thrown";
@@ -58,6 +59,7 @@ void expectRefused(const Layout& points, const Dimensions& dimensions) {
         EXPECT_EQ(error.line(), 402);
     }
     EXPECT_EQ(hash, before);
+    EXPECT_TRUE(capture.records().empty());
 }
 
 }  // namespace
@@ -160,6 +162,7 @@ TEST(LayoutFormat, OtherNumberOfPointsIsRefused) {
     expectRefused(grid(2, 2), {2, 3});
     expectRefused(grid(2, 2), {1, 3});
     expectRefused({}, {1, 1});
+    expectRefused({{Point2(), kNoUV}}, {2, 1});
     expectRefused(grid(2, 2), {2, -2});
     // Products that are 0 or 4 in 32 bits.
     expectRefused({}, {65536, 65536});

@@ -5,6 +5,7 @@
 #include <Common/ZelmoreException.h>
 
 #include "ObjScreenCases.h"
+#include "Support/LogCapture.h"
 
 // What a load that stops leaves behind.
 
@@ -193,6 +194,17 @@ TEST(ObjScreenFailure, GridOfBeforeIsNotHandedOut) {
     std::vector<std::vector<Point3>> gone;
     screen.sampleGrid(gone, 4);
     for (const auto& line : gone) EXPECT_TRUE(line.empty());
+}
+
+TEST(ObjScreenFailure, IsToldByItsErrorAloneAndNotLogged) {
+    const LogCapture capture(L"Quarn.QuarnScreen.ScreenGeometry");
+    for (const FailingText& failing : failingTexts()) {
+        OBJScreen screen;
+        EXPECT_EQ(loadInto(screen, failing.text), failing.end);
+    }
+    OBJScreen screen;
+    EXPECT_EQ(endOf([&] { screen.deserializeFromFile(L"/no/such/file"); }), kNotOpened);
+    EXPECT_TRUE(capture.records().empty());
 }
 
 TEST(ObjScreenFailure, LoadErrorsAreOfTheFamilyOfTheLibrary) {

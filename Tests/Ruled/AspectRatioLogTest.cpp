@@ -3,6 +3,7 @@
 
 #include <QuarnScreen/FlatScreen.h>
 #include <QuarnScreen/ScreenUtils.h>
+#include <log4cxx/logmanager.h>
 
 #include <limits>
 
@@ -40,6 +41,11 @@ std::vector<LogRecord> recordsOf(IScreenGeometry& screen,
 }
 
 }  // namespace
+
+// Nothing asks for the logger by name before this, so it was made before main.
+TEST(AspectRatioLog, LoggerExistsBeforeAnyCall) {
+    EXPECT_NE(log4cxx::LogManager::exists(std::wstring(kLogger)), nullptr);
+}
 
 TEST(AspectRatioLog, EstimateIsToldWithSixDigitsAndAPoint) {
     FlatScreen screen(4.0, 3.0);

@@ -13,6 +13,7 @@
 
 #include <Common/ZelmoreException.h>
 
+#include "Support/LogCapture.h"
 #include "Support/ScreenXml.h"
 
 using namespace quarn::test;
@@ -122,6 +123,14 @@ TEST(ScreenGeometryFactory, ExceptionIsNoStandardOne) {
     } catch (...) {
         SUCCEED();
     }
+}
+
+TEST(ScreenGeometryFactory, UnknownNameIsNotLogged) {
+    const LogCapture shapes(L"Quarn.QuarnScreen.ScreenGeometry");
+    const LogCapture helpers(L"Quarn.QuarnControl.ScreenUtils");
+    (void)messageFor("x");
+    EXPECT_TRUE(shapes.records().empty());
+    EXPECT_TRUE(helpers.records().empty());
 }
 
 TEST(ScreenGeometryFactory, ServesManyThreads) {
