@@ -6,6 +6,8 @@
 
 #include <QuarnScreen/QuarnScreen.h>
 
+#include "Names.h"
+
 namespace {
 
 int failures = 0;
@@ -37,20 +39,34 @@ void catchWhatIsThrownHere() {
     expect(catches<ObjLoadException, ZelmoreException>(2, text), "load exception as exception");
 }
 
-bool catchWhatTheLibraryThrows() {
-    xercesc::XMLPlatformUtils::Initialize();
-    const XMLCh name[] = {'E', 0};
-    auto* implementation = xercesc::DOMImplementation::getImplementation();
-    xercesc::DOMDocument* document = implementation->createDocument(nullptr, name, nullptr);
-    bool caught = false;
-    try {
-        XmlHelper::readDouble(document->getDocumentElement(), nullptr);
-    } catch (const ZelmoreParseException& exception) {
-        caught = exception.line() == 223;
+// An XML element with an empty one in it.
+class Element {
+public:
+    Element() {
+        xercesc::XMLPlatformUtils::Initialize();
+        const XMLCh name[] = {'E', 0};
+        document = xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, name, nullptr);
+        get()->appendChild(document->createElement(name));
     }
-    document->release();
-    xercesc::XMLPlatformUtils::Terminate();
-    return caught;
+    Element(const Element&) = delete;
+    Element& operator=(const Element&) = delete;
+    ~Element() {
+        document->release();
+        xercesc::XMLPlatformUtils::Terminate();
+    }
+    [[nodiscard]] xercesc::DOMElement* get() const { return document->getDocumentElement(); }
+
+private:
+    xercesc::DOMDocument* document;
+};
+
+bool catchWhatTheLibraryThrows(xercesc::DOMNode* empty) {
+    try {
+        XmlHelper::readDouble(empty, nullptr);
+    } catch (const ZelmoreParseException& exception) {
+        return exception.line() == 223;
+    }
+    return false;
 }
 
 // A screen of the caller's own, on top of the library's.
@@ -68,7 +84,10 @@ public:
 
 int main() {
     catchWhatIsThrownHere();
-    expect(catchWhatTheLibraryThrows(), "parse exception of the library");
+    const Element element;
+    expect(catchWhatTheLibraryThrows(element.get()->getFirstChild()), "parse exception of the library");
+    for (const std::string& what : valueNamesThatFail(element.get())) expect(false, what.c_str());
+    for (const std::string& what : screenNamesThatFail()) expect(false, what.c_str());
 
     const bool* address = &IScreenGeometry::kNoExtrapolation;
     expect(!*address, "kNoExtrapolation is false");

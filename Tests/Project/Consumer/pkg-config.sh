@@ -9,5 +9,5 @@ export PKG_CONFIG_PATH
 mkdir -p "$work"
 read -ra flags < <(pkg-config --cflags quarnscreen)
 read -ra libraries < <(pkg-config --libs quarnscreen)
-"$compiler" -std=c++20 "${flags[@]}" "$(dirname "$0")/Consumer.cpp" -o "$work/consumer" "${libraries[@]}"
+"$compiler" -std=c++20 "${flags[@]}" "$(dirname "$0")"/{Consumer,ScreenNames,ValueNames}.cpp -o "$work/consumer" "${libraries[@]}"
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir quarnscreen) "$work/consumer"
