@@ -33,8 +33,9 @@ std::vector<LogLine> linesOfQuery(const TriangleScreen& screen, const Point2& uv
     (void)map(screen, uv, extrapolate, {7.5, -8.0, 9.25});
     for (const LogRecord& record : capture.records()) {
         EXPECT_EQ(record.logger, "Quarn.QuarnScreen.ScreenGeometry");
-        EXPECT_FALSE(record.file.empty());
+        EXPECT_NE(record.file.find("MeshScreenMapping"), std::string::npos);
         EXPECT_FALSE(record.function.empty());
+        EXPECT_GT(record.line, 0);
     }
     return linesOf(capture);
 }

@@ -105,6 +105,8 @@ TEST(LayoutFormat, MissingCornerLosesItsFaceAndIsLoggedOnce) {
     EXPECT_EQ(one.log[0].message, "Constructor appears to have been passed invalid UV points");
     EXPECT_EQ(one.log[0].level, "WARN");
     EXPECT_NE(one.log[0].file.find("OBJScreen"), std::string::npos);
+    EXPECT_NE(one.log[0].function.find("generateOBJLayoutFormat"), std::string::npos);
+    EXPECT_GT(one.log[0].line, 0);
     OBJScreen screen;
     EXPECT_EQ(loadInto(screen, one.text), kLoaded);
     EXPECT_EQ(screen.getStatus(), OBJScreen::StatusOk) << "the bad UV is not referred to";

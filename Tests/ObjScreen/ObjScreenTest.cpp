@@ -44,6 +44,7 @@ TEST(OBJScreen, NewScreenIsNotLoaded) {
     EXPECT_FALSE(screen.hasTesselation());
     EXPECT_FALSE(screen.hasValidBoundary());
     EXPECT_FALSE(screen.isPlanar());
+    EXPECT_EQ(screen.getEyepoint(), Point3());
 }
 
 TEST(OBJScreen, StatusesHaveTheirNumbers) {

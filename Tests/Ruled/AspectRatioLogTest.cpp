@@ -56,6 +56,7 @@ TEST(AspectRatioLog, EstimateIsToldWithSixDigitsAndAPoint) {
     EXPECT_EQ(records[0].message, estimated("1.33333"));
     EXPECT_NE(records[0].function.find("estimateAspectRatioUV"), std::string::npos);
     EXPECT_NE(records[0].file.find("ScreenUtils"), std::string::npos);
+    EXPECT_GT(records[0].line, 0);
 }
 
 TEST(AspectRatioLog, RatiosAreWrittenAsAStreamDoes) {

@@ -21,6 +21,14 @@ const std::string kBroken = "solid a\nfacet normal 0 0 1 endfacet\n";
 void expectWithoutParameterization(const STLScreen& screen) {
     EXPECT_FALSE(screen.hasParameterization());
     EXPECT_FALSE(screen.hasValidBoundary());
+    EXPECT_FALSE(screen.isPlanar());
+    EXPECT_TRUE(sameBits(screen.getEyepoint(), Point3()));
+    Point3 point(7.0, 8.0, 9.0);
+    for (const bool extrapolate : {false, true}) {
+        EXPECT_TRUE(sameBits(screen.mapInto2D({0.5, 0.25, 0.0}, extrapolate), kNoUV));
+        EXPECT_FALSE(screen.mapInto3D({0.5, 0.5}, point, extrapolate));
+    }
+    EXPECT_TRUE(sameBits(point, Point3(7.0, 8.0, 9.0)));
     for (const int count : {0, 1, 5}) EXPECT_TRUE(screen.getDefaultCalibrationPoints(count, count).empty());
 }
 

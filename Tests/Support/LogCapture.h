@@ -20,6 +20,7 @@ struct LogRecord {
     std::string file;      ///< Source file that the message names.
     std::string function;  ///< Function that the message names.
     std::string logger;    ///< Name of the logger.
+    int line = 0;          ///< Line of the file.
 };
 
 /// Keeps each message in a list. It is log4cxx that locks it.
@@ -34,7 +35,7 @@ protected:
     void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool& /*pool*/) override {
         const auto& location = event->getLocationInformation();
         records.push_back({event->getLevel()->toString(), event->getRenderedMessage(), location.getFileName(),
-                           location.getMethodName(), event->getLoggerName()});
+                           location.getMethodName(), event->getLoggerName(), location.getLineNumber()});
     }
 };
 
