@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <openssl/evp.h>
 
 #include <bit>
 #include <cstddef>
@@ -127,4 +128,14 @@ TEST(DataHash, ReadsNoMoreThanItsSize) {
     EXPECT_EQ(hexOf(ScreenGeometry::calculateHash(data, 1)), "86f7e437faa5a7fce15d1ddcb9eaeaea377667b8");
     EXPECT_EQ(hexOf(ScreenGeometry::calculateHash(data, 0)), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
     EXPECT_EQ(hexOf(ScreenGeometry::calculateHash(nullptr, 0)), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
+}
+
+// Nothing reports it, so the digest is what it was before: that of a mesh without contents.
+TEST(DataHash, IsZeroWhereOpenSSLOffersNoSHA1) {
+    const FlatScreen screen(4.0, 3.0);
+    ASSERT_EQ(EVP_set_default_properties(nullptr, "provider=none"), 1);
+    const auto hash = screen.getUniqueDataHash();
+    ASSERT_EQ(EVP_set_default_properties(nullptr, ""), 1);
+    EXPECT_EQ(hash, ScreenGeometry::DataHash{});
+    EXPECT_EQ(hexOf(screen.getUniqueDataHash()), "0fbc620c393c8baa53190e35e8cab90e1149cc10");
 }
