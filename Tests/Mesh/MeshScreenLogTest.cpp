@@ -49,7 +49,8 @@ TEST(MeshScreenLog, SecondOutlineIsWarnedOfWithTheNumberOfItsEdges) {
     // A grid of one cell has an outline of 4 edges, and one of 3 by 2 cells has 10.
     for (const auto& [size, left] : {std::pair(GridSize{1, 1}, 4), std::pair(GridSize{3, 2}, 10)}) {
         TriangleScreen screen;
-        const auto records = recordsOf([&] { screen.load(separatePieces(2, size)); });
+        const Mesh pieces = separatePieces(2, size);
+        const auto records = recordsOf([&] { screen.load(pieces); });
         ASSERT_EQ(records.size(), 1U);
         EXPECT_EQ(records[0].level, "WARN");
         EXPECT_EQ(records[0].logger, "Quarn.QuarnScreen.ScreenGeometry");
