@@ -2,6 +2,7 @@
 #include <numbers>
 
 #include "CurvedCases.h"
+#include "Support/SharedQueries.h"
 
 namespace quarn::test {
 namespace {
@@ -12,11 +13,6 @@ const Point3 kAhead(0, 1, 0);
 // Both sides of +Y and -Y belong to it.
 CylinderScreen wideCylinder() {
     return {Point3(), 2.0, -0.25 * kPi, 1.25 * kPi, 4.0};
-}
-
-bool closest(const Point3& from, const Point3& direction, IScreenGeometry& screen, Intersection& result,
-             bool extrapolate = false) {
-    return ScreenGeometry::getClosestIntersection(from, direction, &screen, result, extrapolate);
 }
 
 TEST(CurvedClosest, ForwardHitWinsAtEqualDistanceOnACylinder) {

@@ -8,6 +8,7 @@
 #include "Mesh/Sheets.h"
 #include "Support/LogCapture.h"
 #include "Support/Meshes.h"
+#include "Support/SharedQueries.h"
 #include "Support/TriangleScreen.h"
 
 using namespace quarn::test;
@@ -17,17 +18,6 @@ namespace {
 const Point3 kAhead(0.0, 1.0, 0.0);
 // Positions of hits are in single precision.
 constexpr double kHitError = 1e-6;
-
-bool closest(const Point3& from, const Point3& direction, TriangleScreen& screen, Intersection& result,
-             bool extrapolate = false) {
-    return ScreenGeometry::getClosestIntersection(from, direction, &screen, result, extrapolate);
-}
-
-Point3 centreOf(const TriangleScreen& screen) {
-    Point3 centre(9.0, 9.0, 9.0);
-    screen.getCentreFromScreenBounds(&centre);
-    return centre;
-}
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <QuarnScreen/FlatScreen.h>
 
 #include "Support/ScriptedScreen.h"
+#include "Support/SharedQueries.h"
 #include "Support/WildNumbers.h"
 
 using namespace quarn::test;
@@ -30,12 +31,6 @@ Point2 clampedBySearch(const Point2& uv) {
     EXPECT_TRUE(sameBits(screen.getClosestPoint(Point3(1, 2, 3)), Point3()));
     EXPECT_EQ(screen.calls, (std::vector<std::string>{"getClosestPoint", "mapInto2D", "mapInto3D"}));
     return asked;
-}
-
-Point3 centreOf(const ScreenGeometry& screen) {
-    Point3 centre(9, 9, 9);
-    screen.getCentreFromScreenBounds(&centre);
-    return centre;
 }
 
 }  // namespace
