@@ -1,0 +1,20 @@
+"""The page about files lists what is mended in an OBJ text, all of it, by the names and in the order of the code."""
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+
+def main():
+    page = (ROOT / "Docs/files.md").read_text(encoding="utf-8")
+    table = page[page.index("### What `convert` mends"):page.index("## STL")]
+    told = re.findall(r"^\| `([\w-]+)` \|", table, re.MULTILINE)
+    file, = (ROOT / "Tools").rglob("ObjRepairs.cpp")
+    code = re.findall(r'^ +\{"([\w-]+)", "', file.read_text(encoding="utf-8"), re.MULTILINE)
+    if told != code or not code:
+        sys.exit(f"Docs/files.md tells of {told}\n{file.relative_to(ROOT)} has {code}")
+
+
+if __name__ == "__main__":
+    main()
