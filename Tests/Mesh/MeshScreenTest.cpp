@@ -198,3 +198,20 @@ TEST(MeshScreen, SecondLoadForgetsTheFirst) {
     EXPECT_FALSE(screen.hasValidBoundary());
     EXPECT_TRUE(sameBits(screen.getScreenNormal({0.1, 0.0, 0.0}), Point3()));
 }
+
+TEST(MeshScreen, ParameterizationIsThereWhereUVsDifferAtAll) {
+    Mesh mesh = flatGrid({2, 3});
+    EXPECT_TRUE(MeshScreen::checkParameterization(mesh));
+    for (Triangle& triangle : mesh)
+        for (TriangleVertex& vertex : triangle.vertices) vertex.uv = {0.25, 0.5};
+    EXPECT_FALSE(MeshScreen::checkParameterization(mesh));
+    mesh.back().vertices[2].uv = {0.25, 0.75};
+    EXPECT_TRUE(MeshScreen::checkParameterization(mesh));
+}
+
+TEST(MeshScreen, OutlineHoldsItsEdge) {
+    const std::vector<Point2> triangle = {{0.0, 0.0}, {1.0, 0.0}, {0.0, 1.0}};
+    EXPECT_TRUE(TriangleScreen::pointWithinBoundary(triangle, {0.25, 0.25}));
+    EXPECT_TRUE(TriangleScreen::pointWithinBoundary(triangle, {0.5, 0.5}));
+    EXPECT_FALSE(TriangleScreen::pointWithinBoundary(triangle, {0.75, 0.75}));
+}

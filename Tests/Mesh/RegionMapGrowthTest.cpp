@@ -23,6 +23,9 @@ void expectCountOfBuild(const std::vector<Triangle>& triangles) {
     EXPECT_EQ(growth.leafEntries, static_cast<std::uint64_t>(map.leafTriangleTotal()));
     EXPECT_GE(growth.peakNodes, growth.nodes);
     EXPECT_GE(growth.peakEntries, growth.leafEntries);
+    // What is left of the build fits in, with the room that its list of nodes holds in reserve.
+    EXPECT_GE(growth.memory(),
+              map.nodes().capacity() * sizeof(RegionNode) + growth.leafEntries * sizeof(int));
 }
 
 // Triangles of which each overlaps a large part of the others.
@@ -82,6 +85,20 @@ TEST(RegionMapGrowth, UsualMeshesAreSurelySmall) {
          {Mesh(), flatGrid({1, 1}), flatGrid({64, 64}), flatGrid({100, 37}), dome({90, 40}, kHalfSphere),
           gridWithSeam({50, 20}), separatePieces(5, {12, 9}), wave({333, 200})})
         EXPECT_TRUE(isRegionMapSurelySmall(uvBoxesOf(mesh))) << mesh.size();
+}
+
+TEST(RegionMapGrowth, UVsAloneHaveTheBoxesOfTheirTriangles) {
+    for (int i = 0; i < 300; ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const std::vector<Triangle> triangles = trianglesOf(Soup::Overlapping, rng);
+        std::vector<std::array<Point<double, 2>, 3>> uvs;
+        for (const Triangle& triangle : triangles) {
+            const auto& [a, b, c] = triangle.vertices;
+            uvs.push_back({a.uv, b.uv, c.uv});
+        }
+        EXPECT_TRUE(uvBoxesOf(uvs) == uvBoxesOf(triangles));
+    }
 }
 
 // A disk of UVs, as a dome has them, meets in its middle with very many triangles.
