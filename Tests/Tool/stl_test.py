@@ -56,6 +56,7 @@ class Stl(ToolTest):
                 count = struct.unpack_from("<i", content, 80)[0]
                 self.assertEqual(self.info("a.stl")["triangles"], str(count))
                 self.assertEqual(self.info("a.stl")["type"], "class STLScreen")
+                self.assertNotIn("frame", self.info("a.stl"))
 
     def test_the_content_tells_the_format_and_not_the_name(self):
         self.file("wall.obj", binary())

@@ -130,17 +130,22 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
 std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen, const std::string& unit) {
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
-    return {
-        {"status", facts.status.text},
-        {"frame", "forward " + printable(source.frame.forward) + ", up " + printable(source.frame.upward) +
-                      ", scale " + numberText(source.frame.scale)},
-        {"triangles", std::to_string(facts.triangles)},
-        {"area", numberText(facts.area) + " " + unit + "^2"},
-        {"centroid", numbersText(facts.centroid) + " " + unit},
-        {"UV range",
-         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none"},
-        {"outline points", std::to_string(facts.outlinePoints)},
-        {"ignored", ignoredText(source.contents)}};
+    std::vector<std::pair<std::string, std::string>> lines = {{"status", facts.status.text}};
+    // An STL file has no axes, and nothing in it is ignored.
+    const bool isObj = !source.text.name.empty();
+    if (isObj)
+        lines.emplace_back("frame", "forward " + printable(source.frame.forward) + ", up " +
+                                        printable(source.frame.upward) + ", scale " +
+                                        numberText(source.frame.scale));
+    lines.emplace_back("triangles", std::to_string(facts.triangles));
+    lines.emplace_back("area", numberText(facts.area) + " " + unit + "^2");
+    lines.emplace_back("centroid", numbersText(facts.centroid) + " " + unit);
+    lines.emplace_back(
+        "UV range",
+        facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
+    lines.emplace_back("outline points", std::to_string(facts.outlinePoints));
+    if (isObj) lines.emplace_back("ignored", ignoredText(source.contents));
+    return lines;
 }
 
 }  // namespace quarn
