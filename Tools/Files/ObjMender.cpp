@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "Files/ByteOrderMarks.h"
 #include "Files/ObjCornerReader.h"
 #include "Files/ObjFaceNormals.h"
 #include "Files/ObjRecords.h"
@@ -14,8 +15,6 @@
 namespace quarn {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool isVertexData(ObjLineKind kind) {
     return kind == ObjLineKind::Vertex || kind == ObjLineKind::UV || kind == ObjLineKind::Normal;
@@ -198,7 +197,7 @@ void Mender::addWords() {
 }
 
 void refuseUTF16(const std::string& name, const std::string& text) {
-    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+    if (isMarkedUtf16(text))
         throw ToolError{.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name};
 }
 
@@ -217,8 +216,8 @@ bool isRefused(const ObjRepairs& repairs) {
 MendedObj mendObj(const std::string& name, const std::string& text) {
     refuseUTF16(name, text);
     std::string_view given = text;
-    const bool hasMark = given.starts_with(kByteOrderMark);
-    if (hasMark) given.remove_prefix(kByteOrderMark.size());
+    const bool hasMark = given.starts_with(kUtf8Mark);
+    if (hasMark) given.remove_prefix(kUtf8Mark.size());
     MendedObj mended = Mender(name, given).finish();
     if (hasMark) mended.repairs.note(ObjRepair::ByteOrderMark, 1);
     if (mended.text != text && !isRefused(mended.repairs) && areSameMesh(text, mended.text)) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "Files/ByteOrderMarks.h"
 #include "Files/ObjContents.h"
 #include "Files/StlForm.h"
 #include "Files/XmlDocument.h"
@@ -28,13 +29,10 @@ bool beginsWithKeyword(std::string_view line) {
 }
 
 ScreenFormat formatOf(std::string_view text) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    constexpr std::string_view kHighByteFirst = "\xFE\xFF";
-    constexpr std::string_view kLowByteFirst = "\xFF\xFE";
     // UTF-16 may be XML. Any other text in it is refused as an OBJ text.
-    if (text.starts_with(kHighByteFirst) || text.starts_with(kLowByteFirst))
+    if (isMarkedUtf16(text))
         return text.substr(0, 4).find('<') == std::string_view::npos ? ScreenFormat::Obj : ScreenFormat::Xml;
-    if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+    if (text.starts_with(kUtf8Mark)) text.remove_prefix(kUtf8Mark.size());
     if (trimmed(text).starts_with('<')) return ScreenFormat::Xml;
     if (beginsLikeStl(text)) return ScreenFormat::Stl;
     while (!text.empty()) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "Files/ByteOrderMarks.h"
+
 namespace quarn {
 
 namespace {
@@ -27,10 +29,6 @@ bool isSolid(std::string_view token) {
                       [](char byte, char small) { return (byte | 0x20) == small; });
 }
 
-bool isUtf16(std::string_view text) {
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-}
-
 }  // namespace
 
 std::uint64_t StlLayout::count() const {
@@ -53,7 +51,7 @@ bool beginsLikeStl(std::string_view beginning) {
     if (isSolid(firstToken(beginning))) return true;
     const auto layout = stlLayoutOf(beginning);
     const std::string_view head = beginning.substr(0, StlLayout::kRecordsBegin);
-    if (!layout || isUtf16(beginning)) return false;
+    if (!layout || isMarkedUtf16(beginning)) return false;
     return layout->toldCount < kLeastTextCount ? std::any_of(head.begin(), head.end(), isBinaryByte)
                                                : std::count(head.begin(), head.end(), '\0') >= kLeastFilling;
 }
