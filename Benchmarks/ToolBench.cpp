@@ -7,9 +7,9 @@
 #include <thread>
 #include <vector>
 
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/OutputFile.h>
 #include "BenchMeshes.h"
-#include "NumberText.h"
-#include "OutputFile.h"
 #include "Rows/MapRows.h"
 #include "Support/Rng.h"
 

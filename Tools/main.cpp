@@ -3,10 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <sstream>
 
+#include <QuarnKit/Base/OutputFile.h>
+
+#include "Base/LogOutput.h"
+#include "Base/ToolError.h"
 #include "Commands/Commands.h"
-#include "LogOutput.h"
-#include "OutputFile.h"
-#include "ToolError.h"
 
 namespace {
 

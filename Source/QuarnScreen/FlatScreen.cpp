@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QuarnScreen/Detail/Platform/Sign.h>
+#include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
+#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
+#include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-
-#include "Detail/CalibrationGrid.h"
-#include "Detail/NumberTags.h"
-#include "Detail/Sign.h"
-#include "Detail/ViewDistance.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include <QuarnScreen/MeshScreen.h>
 
-#include "Detail/GridCache.h"
-#include "Detail/MappingCache.h"
-#include "Detail/MeshIndex.h"
-#include "Detail/RayScene.h"
+#include <QuarnScreen/Detail/Mesh/GridCache.h>
+#include <QuarnScreen/Detail/Mesh/MappingCache.h>
+#include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
+#include <QuarnScreen/Detail/Mesh/RayScene.h>
 
 MeshScreen::MeshScreen()
     : scene(std::make_unique<quarn::RayScene>()),

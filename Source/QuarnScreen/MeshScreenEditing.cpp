@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "Detail/RigidTransform.h"
-#include "Detail/TriangleSplitter.h"
+#include <QuarnScreen/Detail/Editing/RigidTransform.h>
+#include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 
 void MeshScreen::refine(double maxEdgeLength) {
     boundaryValid = false;

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
+#include <QuarnScreen/Detail/Mesh/OutlierFilter.h>
+#include <QuarnScreen/Detail/Platform/Sign.h>
+#include <QuarnScreen/Detail/Search/UVParameters.h>
 #include <QuarnScreen/Lines.h>
-#include "Detail/MeshIndex.h"
-#include "Detail/OutlierFilter.h"
-#include "Detail/Sign.h"
-#include "Detail/UVParameters.h"
 
 namespace {
 

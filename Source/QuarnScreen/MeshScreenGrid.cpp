@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "Detail/GridCache.h"
-#include "Detail/OutlineClipper.h"
+#include <QuarnScreen/Detail/Boundary/PolylineClipper.h>
+#include <QuarnScreen/Detail/Mesh/GridCache.h>
 
 namespace {
 

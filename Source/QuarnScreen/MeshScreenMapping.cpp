@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "Detail/LogText.h"
-#include "Detail/MappingCache.h"
-#include "Detail/MeshIndex.h"
-#include "Detail/UVParameters.h"
+#include <QuarnScreen/Detail/Mesh/MappingCache.h>
+#include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
+#include <QuarnScreen/Detail/Platform/LogText.h>
+#include <QuarnScreen/Detail/Search/UVParameters.h>
 
 using quarn::logText;
 

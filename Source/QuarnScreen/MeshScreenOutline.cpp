@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "Detail/Outline.h"
-#include "Detail/PointInOutline.h"
-#include "Detail/VaryingUV.h"
+#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
+#include <QuarnScreen/Detail/Boundary/PointInPolygon.h>
+#include <QuarnScreen/Detail/Mesh/VaryingUV.h>
 
 bool MeshScreen::findBoundaryNew(const std::vector<Triangle>& triangles, Boundary& boundary) {
     const quarn::OutlineResult result = quarn::findOutline(triangles, boundary);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "Detail/MeshIndex.h"
+#include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
 
 const Triangle* MeshScreen::findClosestTriangle(const Point<double, 3>& point, bool nearestCentroid) const {
     const quarn::CentroidSearch& search = index->centroidSearch;

@@ -1,8 +1,8 @@
 // Rays: what the ray tracer answers.
 #include <QuarnScreen/MeshScreen.h>
 
-#include "Detail/RayScene.h"
-#include "Detail/Sign.h"
+#include <QuarnScreen/Detail/Mesh/RayScene.h>
+#include <QuarnScreen/Detail/Platform/Sign.h>
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "Detail/Crease.h"
-#include "Detail/MeshIndex.h"
+#include <QuarnScreen/Detail/Editing/Crease.h>
+#include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
 
 namespace {
 

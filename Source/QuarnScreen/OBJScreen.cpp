@@ -2,12 +2,12 @@
 
 #include <fstream>
 
-#include "Detail/InputFile.h"
-#include "Detail/ObjContinuations.h"
-#include "Detail/ObjScan.h"
-#include "Detail/ObjStream.h"
-#include "Detail/ObjTriangles.h"
-#include "Detail/UnitRectangle.h"
+#include <QuarnScreen/Detail/Editing/UnitRectangle.h>
+#include <QuarnScreen/Detail/Obj/ObjContinuations.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
+#include <QuarnScreen/Detail/Obj/ObjStream.h>
+#include <QuarnScreen/Detail/Obj/ObjTriangles.h>
+#include <QuarnScreen/Detail/Platform/InputFile.h>
 
 namespace {
 

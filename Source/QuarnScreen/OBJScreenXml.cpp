@@ -5,12 +5,11 @@
 #include <cwchar>
 #include <sstream>
 
-#include <Common/NodeText.h>
+#include <Common/Detail/NodeText.h>
 #include <Common/XmlHelper.h>
+#include <QuarnScreen/Detail/Xml/XmlBase64.h>
+#include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-
-#include "Detail/Base64Text.h"
-#include "Detail/NumberTags.h"
 
 namespace {
 

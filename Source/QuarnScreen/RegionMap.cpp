@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "Detail/RegionShortcuts.h"
-#include "Detail/RegionSubdivision.h"
+#include <QuarnScreen/Detail/Search/QuadtreeLookup.h>
+#include <QuarnScreen/Detail/Search/QuadtreeSubdivision.h>
 
 namespace {
 

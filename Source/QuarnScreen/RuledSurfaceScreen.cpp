@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QuarnScreen/Detail/Shapes/Angles.h>
+#include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
+#include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
+#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
+#include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-#include "Detail/Angles.h"
-#include "Detail/CalibrationGrid.h"
-#include "Detail/DisplayGrid.h"
-#include "Detail/NumberTags.h"
-#include "Detail/ViewDistance.h"
 
 namespace {
 

@@ -4,12 +4,11 @@
 #include <sstream>
 #include <utility>
 
+#include <QuarnScreen/Detail/Editing/UnitRectangle.h>
+#include <QuarnScreen/Detail/Platform/InputFile.h>
+#include <QuarnScreen/Detail/Stl/StlBytes.h>
+#include <QuarnScreen/Detail/Stl/StlParser.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-
-#include "Detail/InputFile.h"
-#include "Detail/StlBytes.h"
-#include "Detail/StlReader.h"
-#include "Detail/UnitRectangle.h"
 
 STLScreen::STLScreen() = default;
 STLScreen::~STLScreen() = default;

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <log4cxx/logger.h>
-
 #include <cstdint>
 #include <string>
 

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "Detail/PolylineSampler.h"
-#include "Detail/Sign.h"
+#include <QuarnScreen/Detail/Platform/Sign.h>
+#include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
 
 using quarn::PolylineSampler;
 

@@ -1,11 +1,10 @@
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
-#include <Common/NodeText.h>
+#include <Common/Detail/NodeText.h>
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
 #include <Common/ZelmoreException.h>
-
-#include "Detail/Base64Text.h"
+#include <QuarnScreen/Detail/Xml/XmlBase64.h>
 
 namespace {
 constexpr int kElementWithoutTextLine = 378;

@@ -1,11 +1,10 @@
 #include <QuarnScreen/ScreenUtils.h>
 
 #include <log4cxx/logger.h>
-
 #include <cmath>
 #include <optional>
 
-#include "Detail/LogText.h"
+#include <QuarnScreen/Detail/Platform/LogText.h>
 
 namespace {
 

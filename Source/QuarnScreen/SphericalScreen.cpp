@@ -3,17 +3,16 @@
 #include <cmath>
 
 #include <Common/XmlHelper.h>
+#include <QuarnScreen/Detail/Platform/Sign.h>
+#include <QuarnScreen/Detail/Shapes/Angles.h>
+#include <QuarnScreen/Detail/Shapes/ArcSampling.h>
+#include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
+#include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
+#include <QuarnScreen/Detail/Shapes/HitPair.h>
+#include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
+#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
+#include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-
-#include "Detail/Angles.h"
-#include "Detail/ArcSamples.h"
-#include "Detail/CalibrationGrid.h"
-#include "Detail/DisplayGrid.h"
-#include "Detail/HitPair.h"
-#include "Detail/NumberTags.h"
-#include "Detail/PolylineSampler.h"
-#include "Detail/Sign.h"
-#include "Detail/ViewDistance.h"
 
 namespace {
 

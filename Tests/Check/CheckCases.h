@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Check/MeshCheck.h"
+#include <QuarnKit/Check/MeshCheck.h>
 #include "Support/Meshes.h"
 
 namespace quarn::test {

@@ -1,4 +1,4 @@
-#include "Check/CheckReport.h"
+#include "Reports/CheckReport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Mesh/UvOverlap.h"
+#include <QuarnKit/Mesh/UvOverlap.h>
 
 #include <gtest/gtest.h>
 

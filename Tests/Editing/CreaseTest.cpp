@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <QuarnScreen/Detail/Crease.h>
+#include <QuarnScreen/Detail/Editing/Crease.h>
 
 #include "Editing/PlainViews.h"
 #include "Mesh/MeshCases.h"

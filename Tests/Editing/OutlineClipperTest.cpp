@@ -3,7 +3,7 @@
 #include <limits>
 #include <vector>
 
-#include <QuarnScreen/Detail/OutlineClipper.h>
+#include <QuarnScreen/Detail/Boundary/PolylineClipper.h>
 
 #include "Editing/EditingCases.h"
 #include "Editing/PlainGrid.h"

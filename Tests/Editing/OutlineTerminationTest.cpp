@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 #include <QuarnScreen/MeshScreen.h>
-#include <QuarnScreen/MeshTermination.h>
 
 #include "Mesh/MeshCases.h"
 #include "Mesh/PlainOutline.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include <QuarnScreen/Detail/TriangleSplitter.h>
+#include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 
 #include "Editing/EditingCases.h"
 #include "Editing/PlainRefinement.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include <QuarnScreen/MeshTermination.h>
+#include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 
 #include "Editing/PlainRefinement.h"
 #include "Support/Meshes.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/MeshTermination.h>
+#include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 
 #include "Editing/PlainRefinement.h"
 #include "Mesh/MeshCases.h"

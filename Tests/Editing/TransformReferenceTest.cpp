@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <QuarnScreen/Detail/RigidTransform.h>
+#include <QuarnScreen/Detail/Editing/RigidTransform.h>
 
 #include "Editing/PlainTransform.h"
 #include "Mesh/MeshCases.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/MappingCache.h>
+#include <QuarnScreen/Detail/Mesh/MappingCache.h>
 
 #include "Mapping/MappingCases.h"
 

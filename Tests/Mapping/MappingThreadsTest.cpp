@@ -6,7 +6,7 @@
 #include <functional>
 #include <thread>
 
-#include <QuarnScreen/Detail/MappingCache.h>
+#include <QuarnScreen/Detail/Mesh/MappingCache.h>
 
 #include "Mapping/MappingCases.h"
 #include "Mesh/MeshCases.h"

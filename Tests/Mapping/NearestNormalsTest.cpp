@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/CentroidSearch.h>
 
 #include "Mesh/MeshCases.h"
 #include "Mesh/PlainKDTree.h"

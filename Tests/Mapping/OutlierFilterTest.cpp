@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/OutlierFilter.h>
+#include <QuarnScreen/Detail/Mesh/OutlierFilter.h>
 
 #include "Mapping/PlainMapping.h"
 #include "Support/GeometryBits.h"

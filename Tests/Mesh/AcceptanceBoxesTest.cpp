@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/CentroidSearch.h>
-#include <QuarnScreen/Detail/HoldingTriangle.h>
+#include <QuarnScreen/Detail/Search/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/TriangleContainment.h>
 
 #include "Mesh/MeshCases.h"
 #include "Support/Meshes.h"

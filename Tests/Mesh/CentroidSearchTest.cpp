@@ -4,7 +4,7 @@
 #include <optional>
 
 #include <Common/ZelmoreException.h>
-#include <QuarnScreen/Detail/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/CentroidSearch.h>
 
 #include "Mesh/MeshCases.h"
 #include "Mesh/PlainMesh.h"

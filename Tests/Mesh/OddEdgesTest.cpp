@@ -1,4 +1,4 @@
-#include "QuarnScreen/Detail/OddEdges.h"
+#include <QuarnScreen/Detail/Boundary/BoundaryEdges.h>
 
 #include <gmock/gmock.h>
 
@@ -14,9 +14,9 @@
 #include <utility>
 #include <vector>
 
+#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
 #include "Mesh/OutlineCases.h"
 #include "Mesh/PlainOutline.h"
-#include "QuarnScreen/Detail/Outline.h"
 
 using namespace quarn::test;
 using quarn::findOddEdges;

@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-#include "QuarnScreen/Detail/PointInOutline.h"
+#include <QuarnScreen/Detail/Boundary/PointInPolygon.h>
 #include "Support/Rng.h"
 #include "Support/WildNumbers.h"
 

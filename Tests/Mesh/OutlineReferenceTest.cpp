@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <vector>
 
+#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
 #include "Mesh/OutlineCases.h"
 #include "Mesh/PlainOutline.h"
-#include "QuarnScreen/Detail/Outline.h"
 #include "Support/Bits.h"
 
 using namespace quarn::test;

@@ -1,4 +1,4 @@
-#include "QuarnScreen/Detail/Outline.h"
+#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "QuarnScreen/Detail/PointInOutline.h"
+#include <QuarnScreen/Detail/Boundary/PointInPolygon.h>
 
 #include <gtest/gtest.h>
 

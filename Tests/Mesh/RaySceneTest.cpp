@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include <QuarnScreen/Detail/RayScene.h>
+#include <QuarnScreen/Detail/Mesh/RayScene.h>
 
 #include "Mesh/MeshCases.h"
 #include "Mesh/Sheets.h"

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <QuarnScreen/RegionMapGrowth.h>
+#include <QuarnScreen/Detail/Limits/RegionMapEstimate.h>
 
 #include "Mesh/RegionMapCases.h"
 #include "Support/Meshes.h"

@@ -1,4 +1,4 @@
-#include "QuarnScreen/Detail/VaryingUV.h"
+#include <QuarnScreen/Detail/Mesh/VaryingUV.h>
 
 #include <gtest/gtest.h>
 

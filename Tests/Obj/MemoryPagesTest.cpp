@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/MemoryPages.h>
+#include <QuarnScreen/Detail/Platform/PagePrefault.h>
 
 #include <algorithm>
 #include <cstddef>

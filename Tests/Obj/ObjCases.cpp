@@ -1,8 +1,8 @@
 #include "ObjCases.h"
 
-#include <QuarnScreen/Detail/ObjFaceScan.h>
-#include <QuarnScreen/Detail/ObjTriangles.h>
-#include <QuarnScreen/Detail/ObjVertexScan.h>
+#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
+#include <QuarnScreen/Detail/Obj/ObjTriangles.h>
+#include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
 
 #include <bit>
 #include <cstdint>

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include <QuarnScreen/Detail/ObjLists.h>
+#include <QuarnScreen/Detail/Obj/ObjData.h>
 
 #include "PlainObjReader.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/ObjFaceScan.h>
+#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
 
 #include <climits>
 #include <string>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/ObjFloats.h>
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
 
 #include <array>
 #include <bit>

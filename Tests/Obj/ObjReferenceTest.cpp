@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/ObjContinuations.h>
-#include <QuarnScreen/Detail/ObjScan.h>
+#include <QuarnScreen/Detail/Obj/ObjContinuations.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include <map>
 #include <new>

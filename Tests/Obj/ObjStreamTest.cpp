@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/ObjStream.h>
+#include <QuarnScreen/Detail/Obj/ObjStream.h>
 
 #include <algorithm>
 #include <istream>

@@ -2,8 +2,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <QuarnScreen/Detail/ObjFaceScan.h>
-#include <QuarnScreen/Detail/ObjVertexScan.h>
+#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
+#include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
 
 #include <cstring>
 #include <new>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/ObjTriangles.h>
+#include <QuarnScreen/Detail/Obj/ObjTriangles.h>
 
 #include <string>
 

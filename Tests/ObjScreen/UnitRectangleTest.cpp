@@ -4,7 +4,7 @@
 #include <functional>
 #include <limits>
 
-#include <QuarnScreen/Detail/UnitRectangle.h>
+#include <QuarnScreen/Detail/Editing/UnitRectangle.h>
 
 #include "ObjScreenCases.h"
 #include "Support/Meshes.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/StlBytes.h>
+#include <QuarnScreen/Detail/Stl/StlBytes.h>
 
 #include <algorithm>
 #include <istream>

@@ -1,4 +1,4 @@
-#include <Common/NodeText.h>
+#include <Common/Detail/NodeText.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/FlatScreen.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include <Common/TextConversion.h>
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Base64Text.h>
+#include <QuarnScreen/Detail/Xml/XmlBase64.h>
 
 #include <sstream>
 #include <string>

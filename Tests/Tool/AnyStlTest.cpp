@@ -1,8 +1,8 @@
-#include "Files/AnyStl.h"
+#include <QuarnKit/Formats/Stl/StlMeshReader.h>
 
 #include <gtest/gtest.h>
 
-#include "ToolError.h"
+#include "Base/ToolError.h"
 
 namespace quarn::test {
 namespace {

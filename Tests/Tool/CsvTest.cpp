@@ -1,11 +1,11 @@
-#include "Rows/Csv.h"
+#include "Rows/CsvReader.h"
 
 #include <gmock/gmock.h>
 
-#include "NumberText.h"
+#include <QuarnKit/Base/NumberText.h>
+#include "Base/ToolError.h"
 #include "Support/Rng.h"
 #include "TemporaryFile.h"
-#include "ToolError.h"
 
 namespace quarn::test {
 namespace {

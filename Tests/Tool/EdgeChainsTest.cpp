@@ -1,4 +1,4 @@
-#include "Mesh/EdgeChains.h"
+#include <QuarnKit/Mesh/EdgeLoops.h>
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include <map>
 #include <set>
 
-#include "Mesh/PointIds.h"
+#include <QuarnKit/Mesh/VertexIds.h>
 #include "Support/Rng.h"
 
 namespace quarn::test {

@@ -1,4 +1,4 @@
-#include "Rows/LineBlocks.h"
+#include "Rows/LineBlockReader.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "LogOutput.h"
+#include "Base/LogOutput.h"
 
 #include <gtest/gtest.h>
 #include <log4cxx/logger.h>

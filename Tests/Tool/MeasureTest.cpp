@@ -1,11 +1,11 @@
-#include "Measure.h"
+#include <QuarnKit/Base/Units.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <numbers>
 
-#include "NumberText.h"
+#include <QuarnKit/Base/NumberText.h>
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 

@@ -1,4 +1,4 @@
-#include "MemoryLimit.h"
+#include <QuarnKit/Base/MemoryLimit.h>
 
 #include <gtest/gtest.h>
 

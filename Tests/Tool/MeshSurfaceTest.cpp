@@ -1,4 +1,4 @@
-#include "Mesh/MeshSurface.h"
+#include <QuarnKit/Mesh/MeshTopology.h>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Message.h"
+#include "Base/Diagnostics.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "NumberText.h"
+#include <QuarnKit/Base/NumberText.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Files/ObjNumber.h"
+#include <QuarnKit/Formats/Obj/ObjNumberText.h>
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/ObjFloats.h>
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
 
 #include "Support/Rng.h"
 

@@ -1,4 +1,4 @@
-#include "Mesh/Outline.h"
+#include <QuarnKit/Mesh/BoundaryLoops.h>
 
 #include <gmock/gmock.h>
 

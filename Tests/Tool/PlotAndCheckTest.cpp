@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "Check/MeshCheck.h"
-#include "Plot/PlotMeshData.h"
+#include <QuarnKit/Check/MeshCheck.h>
+#include <QuarnKit/Plot/Mesh/PlotMeshData.h>
 #include "Support/Meshes.h"
 #include "Support/TriangleScreen.h"
 

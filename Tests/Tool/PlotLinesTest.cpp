@@ -1,4 +1,4 @@
-#include "Plot/PlotLines.h"
+#include <QuarnKit/Plot/Mesh/PlotLines.h>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Plot/PlotMeshData.h"
+#include <QuarnKit/Plot/Mesh/PlotMeshData.h>
 
 #include <gmock/gmock.h>
 

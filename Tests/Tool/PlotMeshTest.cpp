@@ -1,4 +1,4 @@
-#include "Plot/PlotMesh.h"
+#include <QuarnKit/Plot/Mesh/PlotMesh.h>
 
 #include <gmock/gmock.h>
 
@@ -7,8 +7,8 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "Plot/PlotMeshData.h"
-#include "Plot/PlotMeshViews.h"
+#include <QuarnKit/Plot/Mesh/PlotMeshData.h>
+#include <QuarnKit/Plot/Mesh/PlotMeshViews.h>
 #include "Support/Meshes.h"
 #include "Support/TriangleScreen.h"
 

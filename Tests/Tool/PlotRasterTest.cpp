@@ -1,4 +1,4 @@
-#include "Plot/PlotRaster.h"
+#include <QuarnKit/Plot/Mesh/PlotRaster.h>
 
 #include <gmock/gmock.h>
 

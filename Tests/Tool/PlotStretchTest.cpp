@@ -1,4 +1,4 @@
-#include "Plot/PlotStretch.h"
+#include <QuarnKit/Plot/Views/PlotStretch.h>
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "Plot/PlotSurface.h"
+#include <QuarnKit/Plot/Views/PlotSurface.h>
 
 namespace quarn::test {
 namespace {

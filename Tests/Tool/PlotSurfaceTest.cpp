@@ -1,4 +1,4 @@
-#include "Plot/PlotSurface.h"
+#include <QuarnKit/Plot/Views/PlotSurface.h>
 
 #include <gtest/gtest.h>
 

@@ -11,9 +11,9 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "Plot/PlotPage.h"
-#include "Plot/PlotText.h"
-#include "Plot/PlotViews.h"
+#include <QuarnKit/Plot/Page/PlotText.h>
+#include <QuarnKit/Plot/PlotPage.h>
+#include <QuarnKit/Plot/Views/PlotViews.h>
 #include "Support/Rng.h"
 #include "Support/ScriptedScreen.h"
 

@@ -1,4 +1,4 @@
-#include "Plot/PlotUvOverlap.h"
+#include <QuarnKit/Plot/Mesh/PlotUvOverlap.h>
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include <array>
 #include <stdexcept>
 
-#include "LogWarnings.h"
-#include "NumberText.h"
+#include <QuarnKit/Base/NumberText.h>
+#include "Base/LogWarnings.h"
 #include "Support/Rng.h"
 #include "TemporaryFile.h"
 

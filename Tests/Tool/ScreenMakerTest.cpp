@@ -1,4 +1,4 @@
-#include "Files/ScreenMaker.h"
+#include <QuarnKit/Formats/ScreenBuilder.h>
 
 #include <gtest/gtest.h>
 
@@ -8,13 +8,13 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "Files/ScreenReader.h"
-#include "Files/ScreenWriter.h"
+#include <QuarnKit/Formats/ScreenReader.h>
+#include <QuarnKit/Formats/ScreenWriter.h>
+#include "Base/ToolError.h"
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 #include "Support/ScreenXml.h"
 #include "TemporaryFile.h"
-#include "ToolError.h"
 
 namespace quarn::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "Files/ScreenReader.h"
+#include <QuarnKit/Formats/ScreenReader.h>
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <Common/TextConversion.h>
 #include <QuarnScreen/FlatScreen.h>
 
-#include "NumberText.h"
+#include <QuarnKit/Base/NumberText.h>
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 #include "TemporaryFile.h"

@@ -1,4 +1,4 @@
-#include "Files/StlForm.h"
+#include <QuarnKit/Formats/Stl/StlLayout.h>
 
 #include <gtest/gtest.h>
 

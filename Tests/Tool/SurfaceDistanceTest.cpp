@@ -1,4 +1,4 @@
-#include "Compare/SurfaceDistance.h"
+#include <QuarnKit/Compare/SurfaceDistance.h>
 
 #include <gtest/gtest.h>
 

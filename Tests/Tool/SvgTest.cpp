@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "Plot/SvgWriter.h"
+#include <QuarnKit/Plot/Page/SvgWriter.h>
 #include "Support/Rng.h"
 
 namespace quarn::test {

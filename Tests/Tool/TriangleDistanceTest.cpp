@@ -1,4 +1,4 @@
-#include "Compare/TriangleDistance.h"
+#include <QuarnKit/Compare/TriangleDistance.h>
 
 #include <gtest/gtest.h>
 

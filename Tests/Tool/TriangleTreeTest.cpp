@@ -1,4 +1,4 @@
-#include "Compare/TriangleTree.h"
+#include <QuarnKit/Compare/TriangleTree.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Rows/WorkerTeam.h"
+#include <QuarnKit/Base/ThreadPool.h>
 
 #include <gmock/gmock.h>
 

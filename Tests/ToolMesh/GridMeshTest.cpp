@@ -1,4 +1,4 @@
-#include "Files/GridMesh.h"
+#include <QuarnKit/Formats/GridMesh.h>
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/OBJScreen.h>
 
-#include "Files/ObjMender.h"
+#include <QuarnKit/Formats/Obj/ObjRepairer.h>
 
 namespace quarn::test {
 

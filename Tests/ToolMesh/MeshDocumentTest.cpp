@@ -1,4 +1,4 @@
-#include "Files/MeshDocument.h"
+#include <QuarnKit/Formats/MeshDocument.h>
 
 #include <gmock/gmock.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cwchar>
 
-#include <QuarnScreen/Detail/ObjFloats.h>
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
 #include "Mending.h"

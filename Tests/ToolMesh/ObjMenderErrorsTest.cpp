@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Files/ObjMender.h"
-#include "ToolError.h"
+#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include "Base/ToolError.h"
 
 namespace quarn::test {
 namespace {

@@ -5,10 +5,10 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "Base/ToolError.h"
 #include "Mending.h"
 #include "PlainObjReader.h"
 #include "Support/Rng.h"
-#include "ToolError.h"
 
 namespace quarn::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "Files/ObjMender.h"
+#include <QuarnKit/Formats/Obj/ObjRepairer.h>
 
 #include <gmock/gmock.h>
 

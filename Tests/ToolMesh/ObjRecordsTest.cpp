@@ -1,4 +1,4 @@
-#include "Files/ObjRecords.h"
+#include <QuarnKit/Formats/Obj/ObjLogicalLines.h>
 
 #include <gmock/gmock.h>
 

@@ -3,7 +3,7 @@
 #include <sstream>
 #include <string_view>
 
-#include <QuarnScreen/Detail/ObjFloats.h>
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
 
 namespace quarn::test {
 

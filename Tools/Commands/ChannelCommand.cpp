@@ -3,14 +3,15 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "Commands/Answers.h"
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Formats/ScreenReader.h>
+
+#include "Base/ToolError.h"
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "Files/ScreenReader.h"
-#include "Finite.h"
 #include "Rows/ChannelPoints.h"
-#include "Rows/Csv.h"
-#include "ToolError.h"
+#include "Rows/CsvReader.h"
+#include "Rows/QueryResults.h"
 
 namespace quarn {
 

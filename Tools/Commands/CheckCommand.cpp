@@ -3,13 +3,14 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "Check/CheckReport.h"
-#include "Check/MeshCheck.h"
-#include "Commands/CheckInput.h"
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Check/CheckInput.h>
+#include <QuarnKit/Check/MeshCheck.h>
+
+#include "Base/ToolError.h"
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "OutputFile.h"
-#include "ToolError.h"
+#include "Reports/CheckReport.h"
 
 namespace quarn {
 

@@ -1,9 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include <QuarnKit/Base/IsFinite.h>
+
 #include "Commands/Commands.h"
-#include "Commands/PointCommand.h"
-#include "Finite.h"
+#include "Rows/PointRows.h"
 
 namespace quarn {
 

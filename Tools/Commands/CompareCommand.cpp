@@ -5,15 +5,16 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Compare/Surface.h>
+#include <QuarnKit/Compare/SurfaceDistance.h>
+#include <QuarnKit/Compare/UvDistance.h>
+
+#include "CommandLine/Options.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
-#include "Commands/MeasureOptions.h"
-#include "Commands/Options.h"
-#include "Compare/Surface.h"
-#include "Compare/SurfaceDistance.h"
-#include "Compare/UvDistance.h"
-#include "NumberText.h"
-#include "Rows/AnswerRows.h"
-#include "Rows/AnswerWriter.h"
+#include "Rows/ResultRows.h"
+#include "Rows/ResultWriter.h"
 
 namespace quarn {
 

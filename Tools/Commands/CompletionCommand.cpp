@@ -3,9 +3,10 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/OutputFile.h>
+
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "OutputFile.h"
 
 namespace quarn {
 

@@ -1,13 +1,14 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/ScreenWriter.h>
+
+#include "Base/Diagnostics.h"
+#include "Base/ToolError.h"
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "Files/ObjMender.h"
-#include "Files/ScreenWriter.h"
-#include "Message.h"
-#include "OutputFile.h"
-#include "ToolError.h"
 
 namespace quarn {
 

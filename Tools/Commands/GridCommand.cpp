@@ -2,10 +2,11 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include <QuarnKit/Formats/ScreenReader.h>
+
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "Commands/Polylines.h"
-#include "Files/ScreenReader.h"
+#include "Rows/PolylineRows.h"
 
 namespace quarn {
 

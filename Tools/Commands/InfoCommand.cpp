@@ -6,17 +6,17 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnScreen/ScreenUtils.h>
 
-#include "Commands/Answers.h"
+#include "Base/Diagnostics.h"
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/MeshInfo.h"
-#include "Commands/Options.h"
-#include "Files/ScreenReader.h"
-#include "Finite.h"
-#include "Message.h"
-#include "NumberText.h"
-#include "OutputFile.h"
+#include "Reports/MeshInfo.h"
+#include "Rows/QueryResults.h"
 
 namespace quarn {
 

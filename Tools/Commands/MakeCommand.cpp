@@ -4,18 +4,18 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/ScreenBuilder.h>
+#include <QuarnKit/Formats/ScreenWriter.h>
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
+#include "Base/ToolError.h"
+#include "CommandLine/Options.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
-#include "Commands/MeasureOptions.h"
-#include "Commands/Options.h"
-#include "Files/ScreenMaker.h"
-#include "Files/ScreenWriter.h"
-#include "OutputFile.h"
-#include "ToolError.h"
 
 namespace quarn {
 

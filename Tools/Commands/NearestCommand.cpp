@@ -2,14 +2,14 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
-#include "Commands/Answers.h"
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/HitCells.h"
-#include "Commands/Options.h"
-#include "Files/ScreenReader.h"
-#include "Finite.h"
+#include "Rows/HitRows.h"
+#include "Rows/QueryResults.h"
 
 namespace quarn {
 

@@ -1,12 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/ScreenReader.h>
+#include <QuarnKit/Plot/Mesh/PlotMesh.h>
+#include <QuarnKit/Plot/PlotPage.h>
+
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "Files/ScreenReader.h"
-#include "OutputFile.h"
-#include "Plot/PlotMesh.h"
-#include "Plot/PlotPage.h"
 
 namespace quarn {
 

@@ -3,11 +3,12 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "Commands/Answers.h"
+#include <QuarnKit/Formats/ScreenReader.h>
+
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Commands/Options.h"
-#include "Commands/Polylines.h"
-#include "Files/ScreenReader.h"
+#include "Rows/PolylineRows.h"
+#include "Rows/QueryResults.h"
 
 namespace quarn {
 

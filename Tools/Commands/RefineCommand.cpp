@@ -3,13 +3,13 @@
 #include <limits>
 #include <memory>
 
-#include <QuarnScreen/MeshTermination.h>
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 
+#include "Base/Diagnostics.h"
+#include "CommandLine/MeshEdit.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
-#include "Commands/MeasureOptions.h"
-#include "Commands/MeshEdit.h"
-#include "Message.h"
-#include "NumberText.h"
 
 namespace quarn {
 

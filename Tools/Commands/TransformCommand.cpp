@@ -3,10 +3,11 @@
 #include <cmath>
 #include <memory>
 
+#include <QuarnKit/Base/NumberText.h>
+
+#include "CommandLine/MeshEdit.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
-#include "Commands/MeasureOptions.h"
-#include "Commands/MeshEdit.h"
-#include "NumberText.h"
 
 namespace quarn {
 

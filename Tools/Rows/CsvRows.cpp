@@ -2,9 +2,10 @@
 
 #include <charconv>
 
-#include "Message.h"
-#include "NumberText.h"
-#include "Rows/LineBlocks.h"
+#include <QuarnKit/Base/NumberText.h>
+
+#include "Base/Diagnostics.h"
+#include "Rows/LineBlockReader.h"
 
 namespace quarn {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ToolError.h"
+#include "Base/ToolError.h"
 
 namespace quarn {
 

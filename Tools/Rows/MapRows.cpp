@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "Finite.h"
+#include <QuarnKit/Base/IsFinite.h>
 
 namespace quarn {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "LogWarnings.h"
+#include "Base/LogWarnings.h"
 
 namespace quarn {
 

@@ -9,10 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "Rows/AnswerRows.h"
+#include <QuarnKit/Base/ThreadPool.h>
+
 #include "Rows/CsvRows.h"
-#include "Rows/LineBlocks.h"
-#include "Rows/WorkerTeam.h"
+#include "Rows/LineBlockReader.h"
+#include "Rows/ResultRows.h"
 
 namespace quarn {
 

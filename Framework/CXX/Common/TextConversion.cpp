@@ -1,7 +1,6 @@
 #include <Common/TextConversion.h>
 
 #include <utf8.h>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>

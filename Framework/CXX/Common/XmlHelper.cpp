@@ -9,9 +9,8 @@
 #include <sstream>
 #include <string_view>
 
+#include <Common/Detail/NodeText.h>
 #include <Common/ZelmoreException.h>
-
-#include "NodeText.h"
 
 namespace {
 

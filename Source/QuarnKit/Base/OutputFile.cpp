@@ -1,0 +1,120 @@
+#include "OutputFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include "Base/ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 65536;
+// Other runs may write beside the same file; so many of them at once is a fault.
+constexpr int kMostTemporaryNames = 100;
+constexpr mode_t kDefaultMode = 0666;  // before the user's mask
+constexpr mode_t kPermissions = 07777;
+
+std::optional<struct stat> statusOf(const std::string& path) {
+    struct stat status {};
+    const int result = path == "-" ? ::fstat(STDIN_FILENO, &status) : ::stat(path.c_str(), &status);
+    if (result != 0) return std::nullopt;
+    return status;
+}
+
+void refuseInput(const std::string& path, const struct stat& output, const std::vector<std::string>& inputs) {
+    for (const std::string& input : inputs) {
+        const auto status = statusOf(input);
+        if (status && status->st_dev == output.st_dev && status->st_ino == output.st_ino)
+            throw ToolError{.found = "the output is also an input", .expected = "another file", .file = path};
+    }
+}
+
+// The file that a chain of links ends at, so that the links stay what they are.
+std::string withoutLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), std::free);
+    return resolved ? std::string(resolved.get()) : path;
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::string& path, const std::vector<std::string>& inputs) : name(path) {
+    if (path.empty()) throw ToolError{.found = "an empty file name", .expected = "a file to write"};
+    if (path == "-") {
+        name = "standard output";
+        file = FileHandle(::dup(STDOUT_FILENO));
+        if (!file.isOpen()) throw systemError(name, "cannot be written");
+        return;
+    }
+    const auto status = statusOf(path);
+    if (status && S_ISDIR(status->st_mode))
+        throw ToolError{.found = "a directory", .expected = "a file to write", .file = path};
+    if (status && !S_ISREG(status->st_mode)) {
+        file = FileHandle(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+        if (!file.isOpen()) throw systemError(name, "cannot be written");
+        return;
+    }
+    if (status) refuseInput(path, *status, inputs);
+    openTemporary(withoutLinks(path));
+    if (status) ::fchmod(file.get(), status->st_mode & kPermissions);
+}
+
+void OutputFile::openTemporary(const std::string& path) {
+    for (int i = 0; i < kMostTemporaryNames && !file.isOpen(); ++i) {
+        temporaryName = path + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
+        file =
+            FileHandle(::open(temporaryName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode));
+        if (!file.isOpen() && errno != EEXIST) break;
+    }
+    if (!file.isOpen()) throw systemError(name, "cannot be written");
+    target = path;
+}
+
+OutputFile::~OutputFile() {
+    if (!target.empty()) {
+        ::unlink(temporaryName.c_str());
+        return;
+    }
+    try {
+        flush();
+    } catch (const ToolError&) {
+        // An error is on its way already, or finish() has told of it.
+    }
+}
+
+void OutputFile::write(std::string_view text) {
+    buffer.append(text);
+    if (buffer.size() >= kBufferSize) flush();
+}
+
+void OutputFile::flush() {
+    std::string_view rest = buffer;
+    while (!rest.empty()) {
+        const ssize_t count = ::write(file.get(), rest.data(), rest.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) {
+            const ToolError error = systemError(name, "cannot be written");
+            buffer.clear();
+            throw error;
+        }
+        rest.remove_prefix(static_cast<std::size_t>(count));
+    }
+    buffer.clear();
+}
+
+void OutputFile::finish() {
+    flush();
+    if (target.empty()) return;
+    // A disk that is full or gone may say so only here, and then the old file still stands.
+    if (::fsync(file.get()) != 0 || std::rename(temporaryName.c_str(), target.c_str()) != 0)
+        throw systemError(name, "cannot be written");
+    target.clear();
+}
+
+}  // namespace quarn

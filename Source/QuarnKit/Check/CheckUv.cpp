@@ -1,0 +1,69 @@
+#include "CheckUv.h"
+
+#include <algorithm>
+
+#include <QuarnKit/Mesh/UvQuality.h>
+
+#include "MirroredMap.h"
+
+namespace quarn {
+
+namespace {
+
+bool isOutside(const TriangleVertex& corner) {
+    return !(corner.uv[0] >= 0.0 && corner.uv[0] <= 1.0 && corner.uv[1] >= 0.0 && corner.uv[1] <= 1.0);
+}
+
+void checkEach(const CheckedMesh& mesh, const MeshSurface& surface, const std::vector<UvState>& states,
+               std::vector<Finding>& findings) {
+    Cases missing(mesh);
+    Cases outside(mesh);
+    Cases flat(mesh);
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        const auto& vertices = mesh.triangles[i].vertices;
+        if (states[i] == UvState::Missing)
+            missing.add(i);
+        else if (std::any_of(vertices.begin(), vertices.end(), isOutside))
+            outside.add(i);
+        if (states[i] == UvState::Flat && !surface.isDegenerate[i]) flat.add(i);
+    }
+    addProblem(findings, "missing-uv", missing, "with a corner that has no UV",
+               missing.count() == mesh.triangles.size() ? "unwrap the mesh and export it with UVs"
+                                                        : "unwrap these too, else the mesh has no UV at all");
+    addProblem(findings, "uv-outside", outside, "with a UV outside of 0 to 1",
+               "scale the UV map into the unit square");
+    addProblem(findings, "degenerate-uv", flat, "without area in UV",
+               "unwrap them anew; no UV leads to a place on them");
+}
+
+void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vector<Finding>& findings) {
+    if (overlaps.triangles.empty()) return;
+    addProblem(findings, "overlapping-uv", Cases(mesh, overlaps.triangles), "that overlap others in UV",
+               "unwrap the surface so that each UV belongs to one place");
+    if (overlaps.isWhole) return;
+    findings.back().isCountWhole = false;
+    findings.back().text = "at least " + findings.back().text;
+}
+
+}  // namespace
+
+void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
+    if (!mesh.canHaveUV) {
+        findings.push_back({.name = "no-uv",
+                            .severity = Severity::Note,
+                            .count = mesh.triangles.size(),
+                            .text = "an STL file holds no UV",
+                            .hint = "to map pictures, unwrap the mesh and export it as OBJ"});
+        return;
+    }
+    const std::vector<UvState> states = uvStatesOf(mesh.triangles);
+    checkEach(mesh, surface, states, findings);
+    const std::vector<bool> isOriented = orientedAmong(states, surface);
+    addProblem(findings, "mirrored-uv", Cases(mesh, mirroredAmong(mesh.triangles, isOriented, surface)),
+               "whose UVs go the other way round than those around them",
+               "the map folds there; unwrap it without folds");
+    checkMirroredMap(mesh, isOriented, findings);
+    checkOverlap(mesh, uvOverlapsOf(mesh.triangles, states, surface), findings);
+}
+
+}  // namespace quarn

@@ -1,0 +1,41 @@
+#include "MeshCheck.h"
+
+#include <QuarnKit/Formats/Obj/UvIndexLimit.h>
+
+#include "CheckBoundary.h"
+#include "CheckSize.h"
+#include "CheckSurface.h"
+#include "CheckTriangles.h"
+#include "CheckUv.h"
+
+namespace quarn {
+
+namespace {
+
+void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
+    if (uvIndexGrowth(uvBoxesOf(mesh.triangles)).isWhole) return;
+    findings.push_back({.name = "uv-index-too-large",
+                        .count = mesh.triangles.size(),
+                        .text = "the UVs of " + counted(mesh.triangles.size(), "triangle") +
+                                " meet in so many places that they cannot be indexed; the other commands "
+                                "refuse the mesh",
+                        .hint = "unwrap it so that triangles do not overlap in UV, and are no long strips"});
+}
+
+}  // namespace
+
+std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
+    std::vector<Finding> findings;
+    if (!checkFinite(mesh, findings)) return findings;
+    const MeshSurface surface = meshSurfaceOf(mesh.triangles);
+    checkTriangles(mesh, surface, findings);
+    checkSurface(mesh, surface, findings);
+    checkOutline(mesh, surface, unit, findings);
+    checkUv(mesh, surface, findings);
+    if (mesh.canHaveUV) checkUvIndex(mesh, findings);
+    checkSize(mesh, unit, findings);
+    checkUnusedVertices(mesh, findings);
+    return findings;
+}
+
+}  // namespace quarn

@@ -1,0 +1,53 @@
+#include "TriangleDistance.h"
+
+#include <algorithm>
+
+namespace quarn {
+
+namespace {
+
+// Square of the least sine between two edges from which on the foot in the plane is trusted alone; in thinner triangles
+// rounding may tell the wrong side of an edge, and the edges are looked at too.
+constexpr double kLeastSquaredSine = 1e-10;
+
+Point<double, 3> nearestOnEdge(const Point<double, 3>& point, const Point<double, 3>& from,
+                               const Point<double, 3>& to) {
+    const Point<double, 3> edge = to - from;
+    const double squaredLength = dot(edge, edge);
+    if (!(squaredLength > 0.0)) return from;
+    return from + edge * std::clamp(dot(point - from, edge) / squaredLength, 0.0, 1.0);
+}
+
+}  // namespace
+
+Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Corners& triangle) {
+    const auto& [a, b, c] = triangle;
+    const Point<double, 3> edge1 = b - a;
+    const Point<double, 3> edge2 = c - a;
+    const Point<double, 3> offset = point - a;
+    const Point<double, 3> normal = cross(edge1, edge2);
+    const double squaredNormal = dot(normal, normal);
+
+    Point<double, 3> nearest = a;
+    double least = squaredDistance(point, a);
+    const auto take = [&](const Point<double, 3>& candidate) {
+        const double distance = squaredDistance(point, candidate);
+        if (!(distance < least)) return;
+        least = distance;
+        nearest = candidate;
+    };
+    // The foot is made of the corners, so that it lies in the triangle even where rounding tells the wrong side.
+    const double along1 = dot(cross(offset, edge2), normal);
+    const double along2 = dot(cross(edge1, offset), normal);
+    if (along1 >= 0.0 && along2 >= 0.0 && along1 + along2 <= squaredNormal && squaredNormal > 0.0) {
+        const Point<double, 3> foot = a + edge1 * (along1 / squaredNormal) + edge2 * (along2 / squaredNormal);
+        if (squaredNormal > kLeastSquaredSine * dot(edge1, edge1) * dot(edge2, edge2)) return foot;
+        take(foot);
+    }
+    take(nearestOnEdge(point, a, b));
+    take(nearestOnEdge(point, b, c));
+    take(nearestOnEdge(point, c, a));
+    return nearest;
+}
+
+}  // namespace quarn

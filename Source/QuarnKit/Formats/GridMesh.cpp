@@ -1,0 +1,164 @@
+#include "GridMesh.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "UniqueRecords.h"
+
+namespace quarn {
+
+namespace {
+
+// What the sine of pi leaves where 0 is meant, beside the size of the screen; far below what a float tells apart there.
+constexpr double kRoundingResidue = 1e-12;
+
+class GridMesher {
+public:
+    GridMesher(const IScreenGeometry& meshedScreen, const GridSize& gridSize)
+        : screen(meshedScreen),
+          size(gridSize),
+          positions(mesh.positions),
+          uvs(mesh.uvs),
+          normals(mesh.normals) {
+        findResidue();
+        findSides();
+    }
+
+    MeshDocument take();
+
+private:
+    // A crossing of the grid.
+    struct Crossing {
+        std::int32_t vertex;
+        std::int32_t normal;
+    };
+
+    [[nodiscard]] Point<double, 3> positionAt(double u, double v) const;
+    void findResidue();
+    void findSides();
+    void addRow(int row);
+    void addTriangle(std::array<Crossing, 3> corners, std::array<Point<double, 2>, 3> cornerUVs);
+    void addCells(int row);
+    [[nodiscard]] Crossing crossingAt(int row, int column);
+    [[nodiscard]] std::int32_t uvIndex(const Point<double, 2>& uv) {
+        return uvs.indexOf({static_cast<float>(uv[0]), static_cast<float>(uv[1])});
+    }
+    [[nodiscard]] bool isPole(const std::vector<Crossing>& line) const;
+
+    const IScreenGeometry& screen;
+    GridSize size;
+    MeshDocument mesh;
+    SharedRecords<3> positions;
+    SharedRecords<2> uvs;
+    SharedRecords<3> normals;
+    double residue = 0.0;
+    bool isTurned = false;  // whether corners that run anticlockwise in UV face away from the viewer
+    double normalSign = 1.0;
+    std::vector<Crossing> above;
+    std::vector<Crossing> below;
+};
+
+std::array<float, 3> recordOf(const Point<double, 3>& point) {
+    return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
+}
+
+Point<double, 3> GridMesher::positionAt(double u, double v) const {
+    Point<double, 3> position;
+    static_cast<void>(screen.mapInto3D({u, v}, position, false));
+    for (std::size_t i = 0; i < 3; ++i)
+        if (std::abs(position[i]) < residue) position[i] = 0.0;
+    return position;
+}
+
+// Not all shapes know their bounds.
+void GridMesher::findResidue() {
+    constexpr int kSteps = 4;
+    const Point<double, 3> corner = positionAt(0.0, 0.0);
+    double reach = 0.0;
+    for (int row = 0; row <= kSteps; ++row)
+        for (int column = 0; column <= kSteps; ++column)
+            reach = std::max(reach, length(positionAt(static_cast<double>(column) / kSteps,
+                                                      static_cast<double>(row) / kSteps) -
+                                           corner));
+    residue = reach * kRoundingResidue;
+}
+
+// In the middle of the screen, where no pole is. Seen from the viewer u leads to the right and v downwards, but for
+// screens with their limits the other way round.
+void GridMesher::findSides() {
+    constexpr double kMiddle = 0.5;
+    constexpr double kStep = 1e-3;
+    const Point<double, 3> middle = positionAt(kMiddle, kMiddle);
+    const Point<double, 3> alongU = positionAt(kMiddle + kStep, kMiddle) - middle;
+    const Point<double, 3> alongV = positionAt(kMiddle, kMiddle + kStep) - middle;
+    Point<double, 3> facing = cross(alongV, alongU);
+    isTurned = dot(facing, screen.getEyepoint() - middle) < 0.0;
+    if (isTurned) facing = facing * -1.0;
+    normalSign = dot(facing, screen.getScreenNormal(middle)) < 0.0 ? -1.0 : 1.0;
+}
+
+GridMesher::Crossing GridMesher::crossingAt(int row, int column) {
+    const Point<double, 3> position =
+        positionAt(static_cast<double>(column) / size.columns, static_cast<double>(row) / size.rows);
+    const Point<double, 3> normal = screen.getScreenNormal(position) * normalSign;
+    return {positions.indexOf(recordOf(position)), normals.indexOf(recordOf(normal))};
+}
+
+void GridMesher::addRow(int row) {
+    above.swap(below);
+    below.clear();
+    for (int column = 0; column <= size.columns; ++column) below.push_back(crossingAt(row, column));
+}
+
+bool GridMesher::isPole(const std::vector<Crossing>& line) const {
+    return std::all_of(line.begin(), line.end(),
+                       [&](const Crossing& crossing) { return crossing.vertex == line.front().vertex; });
+}
+
+void GridMesher::addTriangle(std::array<Crossing, 3> corners, std::array<Point<double, 2>, 3> cornerUVs) {
+    ObjFace face;
+    for (std::size_t i = 0; i < face.size(); ++i) {
+        const std::size_t from = isTurned ? face.size() - 1 - i : i;
+        const Point<double, 2>& uv = cornerUVs.at(from);
+        face.at(i) = {.vertex = corners.at(from).vertex,
+                      .textureCoordinate = uvIndex(uv),
+                      .normal = corners.at(from).normal};
+    }
+    mesh.faces.push_back(face);
+}
+
+// The cells between the last two rows, their corners anticlockwise for a viewer who has u to the right and v downwards.
+void GridMesher::addCells(int row) {
+    const double top = static_cast<double>(row - 1) / size.rows;
+    const double bottom = static_cast<double>(row) / size.rows;
+    const bool isTopPole = isPole(above);
+    const bool isBottomPole = isPole(below);
+    for (int column = 0; column < size.columns; ++column) {
+        const auto i = static_cast<std::size_t>(column);
+        const double left = static_cast<double>(column) / size.columns;
+        const double right = static_cast<double>(column + 1) / size.columns;
+        const double middle = (column + 0.5) / size.columns;
+        if (!isBottomPole)
+            addTriangle({above[i], below[i], below[i + 1]},
+                        {{{isTopPole ? middle : left, top}, {left, bottom}, {right, bottom}}});
+        if (!isTopPole)
+            addTriangle({above[i], below[i + 1], above[i + 1]},
+                        {{{left, top}, {isBottomPole ? middle : right, bottom}, {right, top}}});
+    }
+}
+
+MeshDocument GridMesher::take() {
+    for (int row = 0; row <= size.rows; ++row) {
+        addRow(row);
+        if (row > 0) addCells(row);
+    }
+    return std::move(mesh);
+}
+
+}  // namespace
+
+MeshDocument gridMeshOf(const IScreenGeometry& screen, const GridSize& size) {
+    return GridMesher(screen, size).take();
+}
+
+}  // namespace quarn

@@ -1,0 +1,46 @@
+#include "MeshStatus.h"
+
+#include <QuarnKit/Formats/Obj/ObjReferences.h>
+
+namespace quarn {
+
+namespace {
+
+constexpr const char* kNoUVWorks = "; rays, normals, closest positions and the outline work, UV does not";
+
+std::string atLine(std::uint64_t line) {
+    return line == 0 ? std::string() : " at line " + std::to_string(line);
+}
+
+std::string missingUVText(const MeshSource& source) {
+    if (source.contents.uvs == 0) return "the file holds no vt line";
+    return "a face has a corner without UV" + atLine(lineWithoutUV(source.text, source.contents));
+}
+
+}  // namespace
+
+MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source) {
+    const auto* const obj = dynamic_cast<const OBJScreen*>(&screen);
+    if (obj == nullptr)
+        return {"no_uv",
+                "an STL file holds no UV, and the screen finds positions on few of its triangles; rays and "
+                "the outline "
+                "work, and quarnscreen convert makes an OBJ file of it for which more does"};
+    switch (obj->getStatus()) {
+        case OBJScreen::StatusNoParameterization:
+            return {"no_uv", missingUVText(source) + kNoUVWorks};
+        case OBJScreen::StatusBadBoundary:
+            return {"bad_outline", std::string("the mesh has not one closed outline: it has holes, several "
+                                               "pieces, no edge at all, or faces that meet without sharing "
+                                               "position and UV") +
+                                       kNoUVWorks};
+        case OBJScreen::StatusUvOutOfRange:
+            return {"uv_out_of_range", "a face has a UV outside of 0 to 1" +
+                                           atLine(lineWithUVOutside(source.text, source.contents)) +
+                                           "; everything works"};
+        default:
+            return {"ok", "good; everything works"};
+    }
+}
+
+}  // namespace quarn

@@ -1,0 +1,36 @@
+/// \file
+/// Normals for faces of an OBJ text that have none.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <QuarnKit/Formats/UniqueRecords.h>
+
+namespace quarn {
+
+/// The normals that are added to a text, each of them once.
+class ObjFaceNormals {
+public:
+    /// \param objPositions of the text's vertices; they have to outlive the object
+    /// \param countBefore how many normals the text holds itself
+    ObjFaceNormals(const std::vector<std::array<float, 3>>& objPositions, std::uint64_t countBefore)
+        : positions(objPositions), count(countBefore), numbers(added) {}
+
+    /// Number from 1 of the normal of a polygon, on the side from which its corners run anticlockwise.
+    /// \param vertices numbers from 1
+    [[nodiscard]] std::uint64_t numberFor(const std::vector<std::uint64_t>& vertices);
+
+    /// The lines of all normals that numberFor() told of.
+    [[nodiscard]] std::string lines() const;
+
+private:
+    const std::vector<std::array<float, 3>>& positions;
+    std::uint64_t count;
+    std::vector<std::array<float, 3>> added;
+    SharedRecords<3> numbers;
+};
+
+}  // namespace quarn

@@ -1,0 +1,113 @@
+#include "ObjPrescan.h"
+
+#include <algorithm>
+
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
+
+#include "Base/Diagnostics.h"
+#include "Base/ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+// Moves behind a run of digits and tells whether there was one.
+bool skipDigits(std::string_view& word) {
+    const std::size_t length = std::min(word.find_first_not_of("0123456789"), word.size());
+    word.remove_prefix(length);
+    return length > 0;
+}
+
+void skipSign(std::string_view& word) {
+    if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
+}
+
+// The number of a word that numberFormOf() knows.
+float numberOf(std::string_view word) {
+    // The scan needs a byte behind the number.
+    return scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
+}
+
+float coordinateOf(std::string_view word, const ObjRecord& record, const std::string& name) {
+    if (numberFormOf(word) == ObjNumberForm::NoNumber)
+        throw ToolError{.found = "found " + quotedExcerpt(word) + " as a coordinate",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    return numberOf(word);
+}
+
+std::array<float, 3> coordinatesOf(const ObjRecord& record, const std::string& name) {
+    if (record.words.size() < 2)
+        throw ToolError{.found = "found a vertex without coordinates",
+                        .expected = R"("v" and three numbers)",
+                        .file = name,
+                        .line = record.line};
+    // The library reads missing coordinates as 0, as do others.
+    std::array<float, 3> position{};
+    for (std::size_t i = 0; i < position.size() && i + 1 < record.words.size(); ++i)
+        position.at(i) = coordinateOf(record.words[i + 1], record, name);
+    return position;
+}
+
+bool isReadableUV(const ObjRecord& record) {
+    const auto end =
+        record.words.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(record.words.size(), 3));
+    return record.words.size() > 1 && std::all_of(record.words.begin() + 1, end, [](std::string_view word) {
+               return numberFormOf(word) != ObjNumberForm::NoNumber;
+           });
+}
+
+}  // namespace
+
+ObjNumberForm numberFormOf(std::string_view word) {
+    const bool hasPlusSign = word.starts_with('+');
+    skipSign(word);
+    const bool hasWhole = skipDigits(word);
+    if (word.starts_with('.')) word.remove_prefix(1);
+    const bool hasFraction = skipDigits(word);
+    if (!hasWhole && !hasFraction) return ObjNumberForm::NoNumber;
+    if (word.starts_with('e') || word.starts_with('E')) {
+        word.remove_prefix(1);
+        skipSign(word);
+        if (!skipDigits(word)) return ObjNumberForm::NoNumber;
+    }
+    if (!word.empty()) return ObjNumberForm::NoNumber;
+    return hasPlusSign ? ObjNumberForm::WithPlusSign : ObjNumberForm::Plain;
+}
+
+ObjLineKind kindOf(const ObjRecord& record) {
+    if (record.words.empty()) return ObjLineKind::Other;
+    const std::string_view keyword = record.words.front();
+    if (keyword == "v") return ObjLineKind::Vertex;
+    if (keyword == "vt") return ObjLineKind::UV;
+    if (keyword == "vn") return ObjLineKind::Normal;
+    if (keyword == "f" || keyword == "fo") return ObjLineKind::Face;
+    const bool isMisread = keyword.starts_with("vt") || keyword.starts_with("vn") || keyword.starts_with('f');
+    return isMisread ? ObjLineKind::Misread : ObjLineKind::Other;
+}
+
+ObjSurvey surveyObj(const std::string& name, std::string_view text) {
+    ObjSurvey survey;
+    ObjRecords records(text);
+    for (ObjRecord record; records.next(record);) {
+        const ObjLineKind kind = kindOf(record);
+        if (kind == ObjLineKind::Vertex) survey.positions.push_back(coordinatesOf(record, name));
+        if (kind == ObjLineKind::UV) survey.areUVsReadable.push_back(isReadableUV(record));
+        if (kind == ObjLineKind::Normal) {
+            ++survey.normalCount;
+            survey.lastNormalLine = record.line;
+        }
+        if (kind == ObjLineKind::Face && survey.firstFaceLine == 0) survey.firstFaceLine = record.line;
+    }
+    const auto refuse = [&](const char* what, const char* expected) {
+        throw ToolError{.found = std::string("found no ") + what + " in the OBJ text",
+                        .expected = expected,
+                        .file = name};
+    };
+    if (survey.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
+    if (survey.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
+    return survey;
+}
+
+}  // namespace quarn

@@ -1,0 +1,23 @@
+/// \file
+/// Where an OBJ text refers to something that it does not hold.
+#pragma once
+
+#include <cstdint>
+
+#include "Base/ToolError.h"
+#include "ObjText.h"
+#include "ObjValidation.h"
+
+namespace quarn {
+
+/// An error that names the first corner whose vertex or normal does not exist.
+/// \pre the library found one
+[[nodiscard]] ToolError badReferenceError(const ObjText& text, const ObjContents& contents);
+
+/// Line of the first face with a corner without UV; 0 where there is none.
+[[nodiscard]] std::uint64_t lineWithoutUV(const ObjText& text, const ObjContents& contents);
+
+/// Line of the first face with a corner whose UV lies outside of 0 to 1; 0 where there is none.
+[[nodiscard]] std::uint64_t lineWithUVOutside(const ObjText& text, const ObjContents& contents);
+
+}  // namespace quarn

@@ -1,0 +1,70 @@
+#include "ScreenBuilder.h"
+
+#include <vector>
+
+#include <Common/TextConversion.h>
+#include <Common/XmlHelper.h>
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Formats/Xml/ScreenRules.h>
+#include <QuarnKit/Formats/Xml/ScreenTags.h>
+#include <QuarnScreen/ScreenGeometryFactory.h>
+
+#include "Base/ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+// The number after its way through a file, which holds 16 digits of it. A second way changes nothing more.
+double asInFile(double number) {
+    return parseNumber(toUtf8(XmlHelper::format(L"%.15e", number))).value_or(number);
+}
+
+ScreenValues asInFile(const ScreenType& type, const ScreenValues& values) {
+    ScreenValues stored;
+    for (const ScreenTag& tag : type.tags) stored.set(tag.parameter, asInFile(values.valueOf(tag.parameter)));
+    const Point<double, 3> center = values.getCenter();
+    stored.setCenter({asInFile(center[0]), asInFile(center[1]), asInFile(center[2])});
+    return stored;
+}
+
+void check(double number, const ScreenTag& tag) {
+    if (const auto expected = expectedInsteadOf(number, tag.kind))
+        throw ToolError{.found = "found the " + tag.label + " " + numberText(number), .expected = *expected};
+}
+
+void check(const ScreenType& type, const ScreenValues& values) {
+    std::vector<Parameter> parameters;
+    for (const ScreenTag& tag : type.tags) {
+        const Parameter parameter{.name = tag.parameter,
+                                  .value = values.valueOf(tag.parameter),
+                                  .kind = tag.kind,
+                                  .position = values.getCenter(),
+                                  .label = tag.label};
+        if (tag.kind == ParameterKind::Position)
+            for (std::size_t i = 0; i < 3; ++i) check(parameter.position[i], tag);
+        else
+            check(parameter.value, tag);
+        warnIfZero(parameter, "", 0);
+        parameters.push_back(parameter);
+    }
+    checkRanges(type, parameters, "", 0);
+}
+
+}  // namespace
+
+double ScreenValues::valueOf(const std::string& parameter) const {
+    const auto number = numbers.find(parameter);
+    return number == numbers.end() ? 0.0 : number->second;
+}
+
+std::shared_ptr<IScreenGeometry> makeScreen(const std::string& typeName, const ScreenValues& values) {
+    const ScreenType& type = *findScreenType(typeName);
+    ScreenValues stored = asInFile(type, values);
+    check(type, stored);
+    auto screen = ScreenGeometryFactory::createScreenGeometry(typeName);
+    screen->updateGeometry(&stored);
+    return screen;
+}
+
+}  // namespace quarn

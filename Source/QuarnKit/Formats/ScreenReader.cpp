@@ -1,0 +1,120 @@
+#include "ScreenReader.h"
+
+#include <variant>
+
+#include <QuarnKit/Formats/Stl/StlLoader.h>
+#include <QuarnKit/Formats/Stl/StlMeshReader.h>
+#include <QuarnKit/Formats/Xml/ScreenElement.h>
+#include <QuarnKit/Formats/Xml/XmlDocument.h>
+#include <QuarnScreen/ScreenGeometryFactory.h>
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
+
+#include "Base/Diagnostics.h"
+#include "Base/ProgressLine.h"
+#include "Base/ToolError.h"
+
+namespace quarn {
+
+namespace {
+
+Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+                StageClock& clock) {
+    ObjSource& source = text.source;
+    const std::string file = source.file;
+    if (text.format == ScreenFormat::Stl && !prepare) {
+        StlMesh mesh = loadStl(file, source.name, std::move(source.text), maxMemory);
+        Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
+        screen.mesh->contents.triangles = mesh.triangleCount;
+        return screen;
+    }
+    if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text);
+    if (prepare) prepare(source);
+    ObjMesh mesh = loadObj(std::move(source), maxMemory, clock);
+    return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+}
+
+// The factory does not know the type. Intended: bytes above 0x7F do not survive in the element, so that hardly a binary
+// file comes back whole.
+MeshText textOfStlElement(const std::string& path, const XmlDocument& document,
+                          xercesc::DOMElement& element) {
+    if (element.getFirstChild() == nullptr)
+        throw ToolError{.found = "found no STL text in the ScreenGeometry element",
+                        .expected = "its base64",
+                        .file = path,
+                        .line = document.lineOf(element)};
+    return {.format = ScreenFormat::Stl,
+            .source = {.file = path,
+                       .name = path + " (STL text)",
+                       .text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element),
+                       .frame = {}}};
+}
+
+void refuseObjOptions(const ObjOptions& options, const std::string& path) {
+    if (options.any())
+        throw ToolError{.found = "found --forward, --up or --scale for a screen that is no OBJ file",
+                        .expected = "them with an OBJ file only",
+                        .file = path};
+}
+
+void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
+                          const std::vector<xercesc::DOMElement*>& elements) {
+    if (elements.size() > 1)
+        writeWarningLine(
+            atPlace(path, document.lineOf(*elements[1]),
+                    "found " + std::to_string(elements.size()) + " screens, only the first is read"));
+}
+
+// What a file holds: the text of a mesh, or a screen that has a shape.
+std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemory,
+                                          const ObjOptions& objOptions) {
+    const std::string path = file.path;
+    if (file.format != ScreenFormat::Xml) {
+        const ScreenFormat format = file.format;
+        return MeshText{.format = format, .source = objSourceOf(std::move(file), objOptions)};
+    }
+    refuseObjOptions(objOptions, path);
+    const XmlDocument document(path, file.text, maxMemory);
+    const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
+    if (elements.empty())
+        throw ToolError{.found = "found no screen", .expected = "a ScreenGeometry element", .file = path};
+
+    const ScreenElement element(path, document, *elements.front());
+    const std::string type = element.typeName();
+    warnOfFurtherScreens(path, document, elements);
+    if (type == OBJScreen::type())
+        return MeshText{.format = ScreenFormat::Obj,
+                        .source = objSourceOf(path, document, *elements.front())};
+    if (type == STLScreen::type()) return textOfStlElement(path, document, *elements.front());
+    Screen screen{.file = path,
+                  .geometry = ScreenGeometryFactory::createScreenGeometry(type),
+                  .parameters = element.parametersOf(*findScreenType(type))};
+    screen.geometry->deserialize(elements.front());
+    return screen;
+}
+
+}  // namespace
+
+std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
+                                     const ObjOptions& objOptions) {
+    auto contents = contentsOf(readScreenFile(path, maxMemory), maxMemory, objOptions);
+    auto* const text = std::get_if<MeshText>(&contents);
+    return text == nullptr ? std::nullopt : std::optional(std::move(*text));
+}
+
+Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
+                  const std::function<void(ObjSource&)>& prepare) {
+    StageClock clock;
+    clock.enter("reading " + path);
+    ScreenFile file = readScreenFile(path, maxMemory);
+    if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
+    auto contents = contentsOf(std::move(file), maxMemory, objOptions);
+    if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
+    return screenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, clock);
+}
+
+void warnWithoutUV(const Screen& screen) {
+    if (screen.mesh && !screen.geometry->hasParameterization())
+        writeWarningLine(atPlace(screen.file, 0, "the mesh has no UV to map by, see quarnscreen info"));
+}
+
+}  // namespace quarn

@@ -1,0 +1,75 @@
+#include "StlLayout.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <QuarnKit/Base/ByteOrderMarks.h>
+
+namespace quarn {
+
+namespace {
+
+constexpr std::string_view kWhiteSpace = " \t\r\n\v\f";
+
+std::string_view firstToken(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+    return text.substr(0, text.find_first_of(kWhiteSpace));
+}
+
+// A byte that no text holds.
+bool isBinaryByte(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return value < 0x09U || (value > 0x0DU && value < 0x20U);
+}
+
+bool isSolid(std::string_view token) {
+    constexpr std::string_view kSolid = "solid";
+    return token.size() == kSolid.size() &&
+           std::equal(token.begin(), token.end(), kSolid.begin(),
+                      [](char byte, char small) { return (byte | 0x20) == small; });
+}
+
+}  // namespace
+
+std::uint64_t StlLayout::count() const {
+    return std::min<std::uint64_t>(recordCount, toldCount < 0 ? 0 : static_cast<std::uint64_t>(toldCount));
+}
+
+std::optional<StlLayout> stlLayoutOf(std::string_view text) {
+    if (text.size() < StlLayout::kRecordsBegin) return {};
+    StlLayout layout;
+    std::memcpy(&layout.toldCount, text.data() + StlLayout::kHeaderSize, sizeof layout.toldCount);
+    layout.recordCount = (text.size() - StlLayout::kRecordsBegin) / StlLayout::kRecordSize;
+    return layout;
+}
+
+// Four bytes of text would be a count of more than 150 million. A greater count counts behind a header that is filled up
+// with NUL.
+bool beginsLikeStl(std::string_view beginning) {
+    constexpr std::int32_t kLeastTextCount = 0x09090909;
+    constexpr std::ptrdiff_t kLeastFilling = 8;
+    if (isSolid(firstToken(beginning))) return true;
+    const auto layout = stlLayoutOf(beginning);
+    const std::string_view head = beginning.substr(0, StlLayout::kRecordsBegin);
+    if (!layout || isMarkedUtf16(beginning)) return false;
+    return layout->toldCount < kLeastTextCount ? std::any_of(head.begin(), head.end(), isBinaryByte)
+                                               : std::count(head.begin(), head.end(), '\0') >= kLeastFilling;
+}
+
+bool isBinaryStl(std::string_view text) {
+    if (std::any_of(text.begin(), text.end(), isBinaryByte)) return true;
+    return stlLayoutOf(text) && !isSolid(firstToken(text));
+}
+
+// A line of 80 bytes and more behind the word does not fit what the library reads it into.
+bool isStlTextToLibrary(std::string_view text) {
+    constexpr std::size_t kLongestLine = 79;
+    const std::string_view token = firstToken(text);
+    if (token != "solid") return false;
+    const std::string_view rest = text.substr(static_cast<std::size_t>(token.end() - text.begin()));
+    const std::size_t length = rest.find('\n');
+    return length != std::string_view::npos ? length <= kLongestLine
+                                            : !rest.empty() && rest.size() <= kLongestLine;
+}
+
+}  // namespace quarn

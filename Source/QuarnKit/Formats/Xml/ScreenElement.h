@@ -1,0 +1,41 @@
+/// \file
+/// The element of a screen in an XML document, read and checked.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Base/ToolError.h"
+#include "ScreenTags.h"
+#include "XmlDocument.h"
+
+namespace quarn {
+
+/// A ScreenGeometry element and the file around it, for errors that name the line.
+class ScreenElement {
+public:
+    ScreenElement(std::string fileName, const XmlDocument& xmlDocument, xercesc::DOMElement& screenElement)
+        : file(std::move(fileName)), document(xmlDocument), element(screenElement) {}
+
+    /// The class that the element is of. Stops where the tool does not know it.
+    [[nodiscard]] std::string typeName() const;
+    /// The parameters of a screen that has a shape. Stops at any that it could not have.
+    [[nodiscard]] std::vector<Parameter> parametersOf(const ScreenType& screenType) const;
+
+private:
+    [[nodiscard]] Parameter parameterOf(const ScreenTag& tag) const;
+    void readInto(Parameter& parameter, const ScreenTag& tag, const xercesc::DOMNode& child) const;
+    [[nodiscard]] ToolError error(const xercesc::DOMNode& node, std::string found,
+                                  std::string expected) const {
+        return {.found = std::move(found),
+                .expected = std::move(expected),
+                .file = file,
+                .line = document.lineOf(node)};
+    }
+
+    std::string file;
+    const XmlDocument& document;
+    xercesc::DOMElement& element;
+};
+
+}  // namespace quarn

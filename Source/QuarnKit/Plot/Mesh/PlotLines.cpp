@@ -1,0 +1,71 @@
+#include "PlotLines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace quarn {
+
+namespace {
+
+// In cells of a raster.
+constexpr double kLookDistance = 1.5;
+constexpr double kTolerance = 0.25;
+
+double distanceToSegment(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
+    const ViewPoint along = to - from;
+    const double square = dot(along, along);
+    const double part = square > 0.0 ? std::clamp(dot(point - from, along) / square, 0.0, 1.0) : 0.0;
+    return length(point - (from + along * part));
+}
+
+}  // namespace
+
+std::vector<ViewPoint> simplified(const std::vector<ViewPoint>& line, double tolerance) {
+    if (line.size() < 3) return line;
+    std::vector<bool> isKept(line.size());
+    isKept.front() = isKept.back() = true;
+    // Parts between two kept points; each is cut at its farthest point.
+    std::vector<std::pair<std::size_t, std::size_t>> parts = {{0, line.size() - 1}};
+    while (!parts.empty()) {
+        const auto [from, to] = parts.back();
+        parts.pop_back();
+        double farthest = tolerance;
+        std::size_t cut = from;
+        for (std::size_t i = from + 1; i < to; ++i) {
+            const double distance = distanceToSegment(line[i], line[from], line[to]);
+            if (!(distance > farthest)) continue;
+            farthest = distance;
+            cut = i;
+        }
+        if (cut == from) continue;
+        isKept[cut] = true;
+        parts.insert(parts.end(), {{from, cut}, {cut, to}});
+    }
+    std::vector<ViewPoint> result;
+    for (std::size_t i = 0; i < line.size(); ++i)
+        if (isKept[i]) result.push_back(line[i]);
+    return result;
+}
+
+std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, const Camera& camera,
+                                   const PlotRaster& raster) {
+    std::vector<LinePart> parts;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const Point<double, 3> step = line[i] - line[i - 1];
+        const double seen = length(camera.project(line[i]) - camera.project(line[i - 1]));
+        const int looks =
+            std::max(static_cast<int>(std::ceil(seen / (raster.cellSize() * kLookDistance))), 1);
+        const auto at = [&](double look) { return line[i - 1] + step * (look / looks); };
+        for (int look = 0; look < looks; ++look) {
+            const bool isHidden = raster.hides(at(look + 0.5));
+            if (parts.empty() || parts.back().isHidden != isHidden)
+                parts.push_back({.points = {camera.project(at(look))}, .isHidden = isHidden});
+            parts.back().points.push_back(camera.project(at(look + 1.0)));
+        }
+    }
+    for (LinePart& part : parts) part.points = simplified(part.points, raster.cellSize() * kTolerance);
+    return parts;
+}
+
+}  // namespace quarn

@@ -1,0 +1,218 @@
+#include "PlotMeshData.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Mesh/BoundaryLoops.h>
+#include <QuarnKit/Mesh/UvQuality.h>
+#include <QuarnKit/Mesh/VertexIds.h>
+
+#include "PlotMeshGrid.h"
+
+namespace quarn {
+
+namespace {
+
+bool isUsable(const TriangleUVs& uvs) {
+    return std::none_of(uvs.begin(), uvs.end(),
+                        [](const Point<double, 2>& uv) { return uv == kNoUV || !isFinite(uv); });
+}
+
+bool isOutside(const TriangleUVs& uvs) {
+    return std::any_of(uvs.begin(), uvs.end(), [](const Point<double, 2>& uv) {
+        return uv[0] < 0.0 || uv[0] > 1.0 || uv[1] < 0.0 || uv[1] > 1.0;
+    });
+}
+
+double areaOf(const TriangleCorners& triangle) {
+    return length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0])) / 2;
+}
+
+class DataMaker {
+public:
+    explicit DataMaker(const IScreenGeometry& drawnMesh) : mesh(drawnMesh) {}
+
+    PlotMeshData make();
+
+private:
+    void takeTriangles();
+    void findBounds();
+    void markTriangles(const MeshSurface& surface);
+    void addLines(const MeshSurface& surface);
+    void addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions);
+    void addUvEdges();
+    void placeAll();
+
+    const IScreenGeometry& mesh;
+    std::vector<Triangle> triangles;  // of finite positions; without UV where it is of no use
+    std::vector<std::uint32_t> uvEdges;
+    PlotMeshData data;
+};
+
+PlotMeshData DataMaker::make() {
+    takeTriangles();
+    findBounds();
+    if (!data.isDrawable()) return std::move(data);
+    {
+        const MeshSurface surface = meshSurfaceOf(triangles);
+        data.counts.pieces = surface.pieces.size();
+        markTriangles(surface);
+        addLines(surface);
+    }
+    addUvEdges();
+    placeAll();
+    data.grid = uvGridLines(data.triangles, data.uvs);
+    return std::move(data);
+}
+
+void DataMaker::takeTriangles() {
+    mesh.getTesselation(triangles);
+    const std::size_t count = triangles.size();
+    std::erase_if(triangles, [](const Triangle& triangle) {
+        const TriangleCorners corners = cornersOf(triangle);
+        return !std::all_of(corners.begin(), corners.end(), isFinite<3, std::make_index_sequence<3>>);
+    });
+    data.counts.notFinite = count - triangles.size();
+    data.triangles.reserve(triangles.size());
+    data.uvs.reserve(triangles.size());
+    for (Triangle& triangle : triangles) {
+        if (!isUsable(uvsOf(triangle)))
+            for (TriangleVertex& corner : triangle.vertices) corner.uv = kNoUV;
+        data.triangles.push_back(cornersOf(triangle));
+        data.uvs.push_back(uvsOf(triangle));
+    }
+}
+
+void DataMaker::findBounds() {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    data.min = {kInfinity, kInfinity, kInfinity};
+    data.max = data.min * -1.0;
+    for (const TriangleCorners& triangle : data.triangles)
+        for (const Point<double, 3>& corner : triangle)
+            for (std::size_t i = 0; i < 3; ++i) {
+                data.min[i] = std::min(data.min[i], corner[i]);
+                data.max[i] = std::max(data.max[i], corner[i]);
+            }
+    const Point<double, 3> extent = data.max - data.min;
+    const double longest = std::max({extent[0], extent[1], extent[2]});
+    // Below the least normal number positions could not be scaled to 1.
+    if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
+}
+
+void DataMaker::markTriangles(const MeshSurface& surface) {
+    const std::vector<UvState> states = uvStatesOf(triangles);
+    const std::vector<bool> isOriented = orientedAmong(states, surface);
+    const std::vector<bool> isMirrored = mirroredAmong(triangles, isOriented, surface);
+    data.overlaps = uvOverlapsOf(triangles, states, surface);
+    data.counts.overlapping = data.overlaps.triangles.size();
+    std::size_t mirrored = 0;
+    std::size_t oriented = 0;
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+        const TriangleMark mark{.isTurned = surface.isTurned[i],
+                                .isMirrored = isMirrored[i],
+                                .isOutside = states[i] != UvState::Missing && isOutside(data.uvs[i]),
+                                .hasUV = states[i] != UvState::Missing};
+        // A turned triangle's corners run the other way round in UV too.
+        if (isOriented[i] && (signedUvArea(data.uvs[i]) > 0.0) != mark.isTurned) ++mirrored;
+        oriented += isOriented[i] ? 1 : 0;
+        data.counts.turned += mark.isTurned ? 1 : 0;
+        data.counts.mirrored += mark.isMirrored ? 1 : 0;
+        data.counts.outside += mark.isOutside ? 1 : 0;
+        data.counts.withoutUV += mark.hasUV ? 0 : 1;
+        data.marks.push_back(mark);
+    }
+    data.isMapMirrored = mirrored > oriented - mirrored;
+}
+
+// A rim runs along seams too, which are drawn as such, and to poles and back, which is not drawn. A hole is drawn whole.
+void DataMaker::addLines(const MeshSurface& surface) {
+    std::vector<bool> isOpen(triangles.size() * 3);
+    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
+        if (uses.size() % 2 == 1)
+            for (const EdgeUse& use : uses) isOpen[use.edge] = true;
+    });
+    PlotMeshData::Line positions;
+    for (std::size_t i = 0; i < triangles.size(); ++i)
+        for (std::size_t k = 0; k < 3; ++k) {
+            const std::uint32_t number = surface.corners[i].at(k);
+            if (number == positions.size()) positions.push_back(data.triangles[i].at(k));
+        }
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> outlines;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> holes;
+    const auto numberAt = [&](std::uint32_t corner) { return surface.corners[corner / 3].at(corner % 3); };
+    for (const Rim& rim : outlineOf(triangles, surface).rims) {
+        data.counts.holes += rim.isHole ? 1 : 0;
+        for (const std::uint32_t edge : rim.edges) {
+            if (isOpen[edge]) uvEdges.push_back(edge);
+            if (isOpen[edge] || rim.isHole)
+                (rim.isHole ? holes : outlines).emplace_back(numberAt(edge), numberAt(nextCorner(edge)));
+        }
+    }
+    data.outlines = chainedLines(positions, outlines);
+    data.holes = chainedLines(positions, holes);
+    addSeams(surface, positions);
+}
+
+// At the pole of a dome the UV of one corner differs from triangle to triangle, which is no seam.
+void DataMaker::addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions) {
+    const auto uvAt = [&](std::uint32_t corner) { return data.uvs[corner / 3].at(corner % 3); };
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> seams;
+    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
+        if (uses.size() != 2) return;
+        const std::uint32_t a = uses[0].edge;
+        const std::uint32_t b = uses[1].edge;
+        const bool isSameWay = uses[0].isForward == uses[1].isForward;
+        if (uvAt(a) == uvAt(isSameWay ? b : nextCorner(b)) ||
+            uvAt(nextCorner(a)) == uvAt(isSameWay ? nextCorner(b) : b))
+            return;
+        seams.emplace_back(uses[0].low, uses[0].high);
+        uvEdges.insert(uvEdges.end(), {a, b});
+    });
+    data.seams = chainedLines(positions, seams);
+}
+
+void DataMaker::addUvEdges() {
+    PointIds<2> ids;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
+    const auto idAt = [&](std::uint32_t corner) { return ids.idOf(data.uvs[corner / 3].at(corner % 3)); };
+    for (const std::uint32_t edge : uvEdges) {
+        if (!data.marks[edge / 3].hasUV) continue;
+        const std::uint32_t from = idAt(edge);
+        pairs.emplace_back(from, idAt(nextCorner(edge)));
+    }
+    PlotMeshData::Line positions;
+    for (const Point<double, 2>& uv : ids.points()) positions.emplace_back(uv[0], uv[1], 0.0);
+    data.uvEdges = chainedLines(positions, pairs);
+}
+
+void DataMaker::placeAll() {
+    for (TriangleCorners& triangle : data.triangles)
+        for (Point<double, 3>& corner : triangle) corner = data.placed(corner);
+    for (auto* lines : {&data.outlines, &data.holes, &data.seams})
+        for (PlotMeshData::Line& line : *lines)
+            for (Point<double, 3>& point : line) point = data.placed(point);
+}
+
+}  // namespace
+
+Point<double, 3> PlotMeshData::placed(const Point<double, 3>& point) const {
+    return (point - (min + (max - min) * 0.5)) / size;
+}
+
+std::vector<StretchPatch> PlotMeshData::patches() const {
+    std::vector<StretchPatch> result;
+    result.reserve(marks.size());
+    for (std::size_t i = 0; i < marks.size(); ++i)
+        result.push_back({.area = areaOf(triangles[i]),
+                          .uvArea = marks[i].hasUV ? std::abs(signedUvArea(uvs[i])) / 2 : 0.0});
+    return result;
+}
+
+PlotMeshData plotMeshData(const IScreenGeometry& mesh) {
+    return DataMaker(mesh).make();
+}
+
+}  // namespace quarn

@@ -1,0 +1,175 @@
+#include "PlotMeshUv.h"
+
+#include <algorithm>
+#include <string>
+
+#include <QuarnKit/Plot/Page/PlotText.h>
+#include <QuarnKit/Plot/Page/PlotUv.h>
+
+#include "PlotLines.h"
+#include "PlotMeshViews.h"
+#include "PlotUvOverlap.h"
+
+namespace quarn {
+
+namespace {
+
+constexpr double kMargin = 62.0;  // room for labels around the square
+// UVs farther than this from the unit square are drawn at this distance.
+constexpr double kFarthest = 1.0;
+constexpr double kTolerance = 0.25;  // of lines, in pixels
+// Of more triangles than this the edges would cover the square.
+constexpr std::size_t kMostOutlined = 1600;
+
+// What lies higher is drawn later.
+constexpr double kFaultyHeight = 0.1;
+
+class UvPainter {
+public:
+    UvPainter(SvgWriter& writer, const Box& panelBox, const PlotMeshData& drawnMesh);
+
+    void drawTriangles(const StretchScale* stretch) const;
+    void drawDots() const;
+    void drawOverlap() const;
+    void drawEdges() const;
+    void drawSquare() const { svg.rectangle("space", toPage({0.0, 0.0}), scale, scale); }
+    void drawGrid() const { drawUvGrid(svg, toPage({0.0, 0.0}), scale); }
+    void drawNames() const { drawUvNames(svg, toPage({0.0, 0.0}), scale); }
+    void drawRange() const;
+
+private:
+    [[nodiscard]] PagePoint toPage(const Point<double, 2>& uv) const {
+        return middle + (uv - frame.middle()) * scale;
+    }
+    [[nodiscard]] TriangleCorners cornersOf(std::size_t triangle) const;
+    // From the view's plane, where v runs upwards.
+    [[nodiscard]] PagePoint fromView(const ViewPoint& point) const { return toPage({point[0], -point[1]}); }
+
+    SvgWriter& svg;
+    const Box& box;
+    const PlotMeshData& mesh;
+    PagePoint middle;
+    Frame frame;
+    Frame range;  // of all UVs
+    double scale = 1.0;
+};
+
+Point<double, 2> nearSquare(const Point<double, 2>& uv) {
+    return {std::clamp(uv[0], -kFarthest, 1.0 + kFarthest), std::clamp(uv[1], -kFarthest, 1.0 + kFarthest)};
+}
+
+UvPainter::UvPainter(SvgWriter& writer, const Box& panelBox, const PlotMeshData& drawnMesh)
+    : svg(writer), box(panelBox), mesh(drawnMesh) {
+    frame.include({0.0, 0.0});
+    frame.include({1.0, 1.0});
+    for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
+        if (!mesh.marks[i].hasUV) continue;
+        for (const Point<double, 2>& uv : mesh.uvs[i]) {
+            range.include(uv);
+            frame.include(nearSquare(uv));
+        }
+    }
+    const double side = std::min(box.width, box.height) - 2 * kMargin;
+    middle = box.middle();
+    scale = frame.scaleInto({.corner = box.corner, .width = side, .height = side});
+}
+
+// In the view's plane.
+TriangleCorners UvPainter::cornersOf(std::size_t triangle) const {
+    TriangleCorners corners;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Point<double, 2> uv = nearSquare(mesh.uvs[triangle].at(i));
+        corners.at(i) = {uv[0], -uv[1], mesh.marks[triangle].hasFaultyUV() ? kFaultyHeight : 0.0};
+    }
+    return corners;
+}
+
+void UvPainter::drawTriangles(const StretchScale* stretch) const {
+    std::vector<TriangleCorners> triangles;
+    std::vector<std::string> classes;
+    const std::vector<std::string> stretches =
+        stretch == nullptr ? std::vector<std::string>() : stretchClasses(mesh, *stretch);
+    const char* plain = mesh.triangles.size() <= kMostOutlined ? "uv" : "uv-fill";
+    for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
+        if (!mesh.marks[i].hasUV) continue;
+        triangles.push_back(cornersOf(i));
+        const char* fault = faultClass(mesh.marks[i]);
+        classes.push_back(!stretches.empty() ? stretches[i] : fault != nullptr ? fault : plain);
+    }
+    const Camera camera = Camera::plan();
+    const PlotRaster raster(triangles, camera, kPlotCells);
+    for (const Shape& shape :
+         triangleAreas(triangles, camera, raster, [&](std::uint32_t i) { return classes[i]; })) {
+        std::vector<PagePoint> points;
+        for (const ViewPoint& point : shape.points) points.push_back(fromView(point));
+        svg.area(shape.styleClass, points);
+    }
+}
+
+void UvPainter::drawDots() const {
+    for (const std::string styleClass : {kFaultyClass, kTurnedClass}) {
+        for (const std::uint32_t i : dottedTriangles(mesh, styleClass)) {
+            if (!mesh.marks[i].hasUV) continue;
+            std::vector<PagePoint> points;
+            for (const Point<double, 2>& uv : mesh.uvs[i]) points.push_back(toPage(nearSquare(uv)));
+            svg.area(styleClass + kDotSuffix, points);
+        }
+    }
+}
+
+void UvPainter::drawOverlap() const {
+    const PlotUvOverlap overlap(mesh.uvs, mesh.overlaps.triangles);
+    const auto classAt = [&](int column, int row) {
+        return std::string(overlap.isAt(column, row) ? "overlap" : "");
+    };
+    const auto cornerAt = [](int column, int row) {
+        return ViewPoint(column, row) / static_cast<double>(PlotUvOverlap::kCells);
+    };
+    for (const Shape& shape : cellAreas(PlotUvOverlap::kCells, PlotUvOverlap::kCells, classAt, cornerAt)) {
+        std::vector<PagePoint> points;
+        for (const ViewPoint& point : shape.points) points.push_back(toPage(point));
+        svg.area(shape.styleClass, points);
+    }
+}
+
+void UvPainter::drawEdges() const {
+    std::size_t count = 0;
+    for (const PlotMeshData::Line& line : mesh.uvEdges) {
+        std::vector<PagePoint> points;
+        for (const Point<double, 3>& at : line) points.push_back(toPage(nearSquare({at[0], at[1]})));
+        points = simplified(points, kTolerance);
+        count += points.size();
+        if (count > kMostLinePoints) return;
+        svg.line("border", points);
+    }
+}
+
+void UvPainter::drawRange() const {
+    const std::string text = "UV from (" + shortNumber(range.min()[0], 1.0) + ", " +
+                             shortNumber(range.min()[1], 1.0) + ") to (" + shortNumber(range.max()[0], 1.0) +
+                             ", " + shortNumber(range.max()[1], 1.0) + ")";
+    svg.text("note", {box.middle()[0], box.corner[1] + box.height - 16.0}, text, TextAnchor::Middle);
+}
+
+}  // namespace
+
+void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const StretchScale* stretch) {
+    const UvPainter painter(svg, box, mesh);
+    painter.drawSquare();
+    if (!mesh.hasUV()) {
+        painter.drawNames();
+        svg.text("fact", box.middle(), "the mesh has no UV", TextAnchor::Middle);
+        return;
+    }
+    painter.drawTriangles(stretch);
+    if (stretch == nullptr) {
+        painter.drawOverlap();
+        painter.drawDots();
+    }
+    painter.drawGrid();
+    if (mesh.outlines.size() <= kMostOutlines) painter.drawEdges();
+    painter.drawNames();
+    painter.drawRange();
+}
+
+}  // namespace quarn

@@ -1,0 +1,31 @@
+/// \file
+/// Where triangles lie on each other in UV, for a picture.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QuarnKit/Mesh/TriangleCorners.h>
+
+namespace quarn {
+
+/// The parts of the unit square of UV that two or more triangles cover, found at one point of each of its cells.
+class PlotUvOverlap {
+public:
+    static constexpr int kCells = 256;  ///< Along u and along v.
+
+    /// \param overlapping indices of the triangles that overlap with another one
+    PlotUvOverlap(const std::vector<TriangleUVs>& triangles, const std::vector<std::uint32_t>& overlapping);
+
+    [[nodiscard]] bool isAt(int column, int row) const { return counts[indexOf(column, row)] > 1; }
+
+private:
+    void add(const TriangleUVs& uvs);
+    static std::size_t indexOf(int column, int row) {
+        return static_cast<std::size_t>(row) * kCells + static_cast<std::size_t>(column);
+    }
+
+    std::vector<std::uint8_t> counts;  // of triangles, at most 2
+};
+
+}  // namespace quarn

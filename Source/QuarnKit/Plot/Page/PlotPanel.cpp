@@ -1,0 +1,267 @@
+#include "PlotPanel.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quarn {
+
+namespace {
+
+// Distances on the page, in pixels.
+constexpr double kSideMargin = 92.0;  // room for upright dimensions and labels beside the drawing
+constexpr double kTopMargin = 70.0;   // room for the panel's title, dimensions and labels
+constexpr double kBottomMargin = 58.0;
+constexpr double kPlainSideMargin = 70.0;  // room for labels alone
+constexpr double kPlainTopMargin = 44.0;
+constexpr double kPlainBottomMargin = 36.0;
+constexpr double kDimensionGap = 30.0;
+constexpr double kUprightDimensionGap = 58.0;
+constexpr double kTick = 4.0;
+constexpr double kSameLabelPlace = 14.0;
+constexpr double kLabelGap = 8.0;
+constexpr double kTextHeight = 8.0;  // of a digit
+constexpr double kBoldWidth = 1.25;  // of a dimension's text, in widths of a label's
+constexpr double kArrowHead = 8.0;
+constexpr double kEyeRadius = 4.5;
+constexpr double kAxisLength = 26.0;
+constexpr double kTitleWidth = 200.0;  // of the panel's
+constexpr double kTitleHeight = 28.0;
+
+constexpr double kHeadingLength = 0.3;  // in sizes of the surface
+
+// The name of corners that a view shows at one place, as in "u=0|1 v=1".
+std::string cornerText(const std::vector<SceneCorner>& corners) {
+    const auto values = [&](auto coordinate) {
+        bool hasZero = false;
+        bool hasOne = false;
+        for (const SceneCorner& corner : corners) (coordinate(corner) == 0 ? hasZero : hasOne) = true;
+        return std::string(hasZero && hasOne ? "0|1" : hasZero ? "0" : "1");
+    };
+    return "u=" + values([](const SceneCorner& corner) { return corner.u; }) +
+           " v=" + values([](const SceneCorner& corner) { return corner.v; });
+}
+
+}  // namespace
+
+void Frame::include(const ViewPoint& point) {
+    for (std::size_t i = 0; i < 2; ++i) {
+        lowest[i] = std::min(lowest[i], point[i]);
+        highest[i] = std::max(highest[i], point[i]);
+    }
+}
+
+double Frame::scaleInto(const Box& box) const {
+    const ViewPoint extent = highest - lowest;
+    const double least = 1e-3;  // of a view from which the surface is a point
+    return std::min(box.width / std::max(extent[0], least), box.height / std::max(extent[1], least));
+}
+
+void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to) {
+    const double distance = length(to - from);
+    if (distance < kArrowHead) return;
+    const PagePoint along = (to - from) / distance;
+    const PagePoint across(-along[1], along[0]);
+    const PagePoint neck = to - along * kArrowHead;
+    svg.line(styleClass, {from, neck});
+    svg.area(styleClass + "-head",
+             {to, neck + across * (kArrowHead * 0.45), neck - across * (kArrowHead * 0.45)});
+}
+
+// One panel while it is drawn.
+class PlotPanel::Drawing {
+public:
+    Drawing(const PlotPanel& drawnPanel, SvgWriter& writer, const Box& panelBox, double pixelsPerSize,
+            const PagePoint& drawingMiddle)
+        : panel(drawnPanel),
+          svg(writer),
+          box(panelBox),
+          scale(pixelsPerSize),
+          middle(drawingMiddle),
+          labels(panelBox) {
+        const PagePoint from = toPage(panel.surfaceFrame.min());
+        const PagePoint to = toPage(panel.surfaceFrame.max());
+        surfaceBox = {
+            .corner = PagePoint(from[0], to[1]), .width = to[0] - from[0], .height = from[1] - to[1]};
+    }
+
+    void drawSurface();
+    void drawEye();
+    void drawCorners();
+    void drawAxes();
+    void drawAcross(const std::string& text, bool isOnTop);
+    void drawUpright(const std::string& text);
+
+private:
+    [[nodiscard]] PagePoint toPage(const ViewPoint& point) const {
+        const ViewPoint offset = (point - panel.wholeFrame.middle()) * scale;
+        return middle + PagePoint(offset[0], -offset[1]);
+    }
+    void drawDimensionLine(const PagePoint& from, const PagePoint& to);
+
+    const PlotPanel& panel;
+    SvgWriter& svg;
+    const Box& box;
+    double scale;
+    PagePoint middle;
+    LabelPlacer labels;
+    Box surfaceBox;
+};
+
+void PlotPanel::Drawing::drawSurface() {
+    for (const Shape& shape : panel.shapes) {
+        std::vector<PagePoint> points;
+        for (const ViewPoint& point : shape.points) points.push_back(toPage(point));
+        if (shape.isArea) {
+            svg.area(shape.styleClass, points);
+            labels.avoidArea(std::move(points));
+        } else {
+            svg.line(shape.styleClass, points);
+            for (std::size_t i = 1; i < points.size() && shape.styleClass != kGridClass; ++i)
+                labels.avoidLine(points[i - 1], points[i]);
+        }
+    }
+}
+
+void PlotPanel::Drawing::drawEye() {
+    if (!panel.scene.eye) return;
+    const bool isHidden = panel.scene.hides(panel.camera, *panel.scene.eye);
+    const PagePoint eye = toPage(panel.camera.project(*panel.scene.eye));
+    if (panel.scene.heading) {
+        const Point<double, 3> tip = *panel.scene.eye + *panel.scene.heading * kHeadingLength;
+        const PagePoint to = toPage(panel.camera.project(tip));
+        drawArrow(svg, isHidden ? "heading-hidden" : "heading", eye, to);
+        labels.avoidLine(eye, to);
+    }
+    svg.circle(isHidden ? "eye-hidden" : "eye", eye, kEyeRadius);
+    labels.avoidBox(
+        {.corner = eye - PagePoint(kLabelGap, kLabelGap), .width = 2 * kLabelGap, .height = 2 * kLabelGap});
+}
+
+void PlotPanel::Drawing::drawCorners() {
+    struct Label {
+        PagePoint at;
+        std::vector<SceneCorner> corners;
+    };
+    std::vector<Label> places;
+    for (const SceneCorner& corner : panel.scene.corners) {
+        const PagePoint at = toPage(panel.camera.project(corner.position));
+        const auto same = std::find_if(places.begin(), places.end(), [&](const Label& label) {
+            return length(label.at - at) < kSameLabelPlace;
+        });
+        if (same != places.end())
+            same->corners.push_back(corner);
+        else
+            places.push_back({at, {corner}});
+    }
+    for (const Label& label : places) {
+        const std::string text = cornerText(label.corners);
+        const LabelPlace place = labels.place(label.at, text, surfaceBox);
+        svg.circle("corner", label.at, 2.5);
+        svg.text("label", place.at, text, place.anchor);
+    }
+}
+
+void PlotPanel::Drawing::drawAxes() {
+    const PagePoint origin = box.corner + PagePoint(34.0, box.height - 32.0);
+    const std::array<const char*, 3> names = {"X", "Y", "Z"};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Point<double, 3> direction;
+        direction[axis] = 1.0;
+        const ViewPoint seen = panel.camera.projectDirection(direction);
+        const PagePoint along(seen[0], -seen[1]);
+        if (length(along) * kAxisLength < kArrowHead) continue;
+        drawArrow(svg, "axis", origin, origin + along * kAxisLength);
+        const PagePoint name = origin + along * kAxisLength + along * (kLabelGap / length(along));
+        svg.text("label", name + PagePoint(0.0, kTextHeight * 0.5), names.at(axis), TextAnchor::Middle);
+    }
+    labels.avoidBox({.corner = box.corner, .width = kTitleWidth, .height = kTitleHeight});
+    labels.avoidBox({.corner = origin - PagePoint(kLabelGap, 2 * kAxisLength),
+                     .width = 2 * kAxisLength,
+                     .height = 2 * kAxisLength + kLabelGap});
+}
+
+void PlotPanel::Drawing::drawDimensionLine(const PagePoint& from, const PagePoint& to) {
+    svg.line("dimension", {from, to});
+    for (const PagePoint& end : {from, to})
+        svg.line("dimension", {end + PagePoint(-kTick, kTick), end + PagePoint(kTick, -kTick)});
+    labels.avoidLine(from, to);
+}
+
+void PlotPanel::Drawing::drawAcross(const std::string& text, bool isOnTop) {
+    if (text.empty()) return;
+    const double left = surfaceBox.corner[0];
+    const double right = left + surfaceBox.width;
+    const double edge = surfaceBox.corner[1] + (isOnTop ? 0.0 : surfaceBox.height);
+    const double y = edge + (isOnTop ? -kDimensionGap : kDimensionGap);
+    for (const double x : {left, right}) {
+        const PagePoint end(x, y + (isOnTop ? -kTick : kTick));
+        svg.line("dimension", {{x, edge + (y - edge) * 0.2}, end});
+        labels.avoidLine({x, edge}, end);
+    }
+    drawDimensionLine({left, y}, {right, y});
+    const double textY = isOnTop ? y - kTick - 2.0 : y + kTick + kTextHeight + 3.0;
+    svg.text("size", {(left + right) * 0.5, textY}, text, TextAnchor::Middle);
+    const double width = labelWidth(text) * kBoldWidth;
+    labels.avoidBox({.corner = PagePoint((left + right - width) * 0.5, textY - kTextHeight),
+                     .width = width,
+                     .height = kTextHeight});
+}
+
+void PlotPanel::Drawing::drawUpright(const std::string& text) {
+    if (text.empty()) return;
+    const double edge = surfaceBox.corner[0] + surfaceBox.width;
+    const double x = edge + kUprightDimensionGap;
+    const double top = surfaceBox.corner[1];
+    const double bottom = top + surfaceBox.height;
+    for (const double y : {top, bottom}) {
+        svg.line("dimension", {{edge + (x - edge) * 0.2, y}, {x + kTick, y}});
+        labels.avoidLine({edge + (x - edge) * 0.2, y}, {x + kTick, y});
+    }
+    drawDimensionLine({x, top}, {x, bottom});
+    const double width = labelWidth(text) * kBoldWidth;
+    if (width <= surfaceBox.height) {
+        const double base = x + kTick + kTextHeight + 4.0;
+        svg.text("size", {base, (top + bottom) * 0.5}, text, TextAnchor::Middle, -90.0);
+        return;
+    }
+    // Along so short a line the text would reach past its ends; it stands below instead.
+    const double textX = std::min(x, box.corner[0] + box.width - width / 2 - kLabelGap);
+    const double base = bottom + kTick + kTextHeight + kLabelGap;
+    svg.text("size", {textX, base}, text, TextAnchor::Middle);
+    labels.avoidBox(
+        {.corner = PagePoint(textX - width / 2, base - kTextHeight), .width = width, .height = kTextHeight});
+}
+
+PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera)
+    : scene(shownScene), camera(viewCamera), shapes(scene.shapes(camera)) {
+    for (const Shape& shape : shapes)
+        for (const ViewPoint& point : shape.points) surfaceFrame.include(point);
+    wholeFrame = surfaceFrame;
+    if (!scene.eye) return;
+    wholeFrame.include(camera.project(*scene.eye));
+    if (scene.heading) wholeFrame.include(camera.project(*scene.eye + *scene.heading * kHeadingLength));
+}
+
+Box PlotPanel::drawingBox(const Box& box, bool hasDimensions) {
+    const double side = hasDimensions ? kSideMargin : kPlainSideMargin;
+    const double top = hasDimensions ? kTopMargin : kPlainTopMargin;
+    const double bottom = hasDimensions ? kBottomMargin : kPlainBottomMargin;
+    return {.corner = box.corner + PagePoint(side, top),
+            .width = box.width - 2 * side,
+            .height = box.height - top - bottom};
+}
+
+void PlotPanel::draw(SvgWriter& svg, const Box& box, double scale,
+                     const std::optional<Dimensions>& dimensions) const {
+    Drawing drawing(*this, svg, box, scale, drawingBox(box, dimensions.has_value()).middle());
+    drawing.drawSurface();
+    if (dimensions) {
+        drawing.drawAcross(dimensions->across, dimensions->isAcrossOnTop);
+        drawing.drawUpright(dimensions->upright);
+    }
+    drawing.drawAxes();
+    drawing.drawEye();
+    drawing.drawCorners();
+}
+
+}  // namespace quarn

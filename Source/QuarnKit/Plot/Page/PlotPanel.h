@@ -1,0 +1,83 @@
+/// \file
+/// One view of a screen on the page of a plot.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QuarnKit/Plot/Views/PlotViews.h>
+
+#include "PlotLabels.h"
+#include "SvgWriter.h"
+
+namespace quarn {
+
+/// A corner of the unit square of UV on a surface.
+struct SceneCorner {
+    int u = 0;
+    int v = 0;
+    Point<double, 3> position;
+};
+
+/// What the views of a plot show, in sizes of the surface.
+struct PlotScene {
+    std::function<std::vector<Shape>(const Camera&)> shapes;  ///< The surface in painting order.
+    /// Whether the surface stands between the camera and a position.
+    std::function<bool(const Camera&, const Point<double, 3>&)> hides;
+    std::vector<SceneCorner> corners = {};
+    std::optional<Point<double, 3>> eye = {};      ///< Nothing where it is too far away to be drawn.
+    std::optional<Point<double, 3>> heading = {};  ///< Of length 1.
+};
+
+/// The part of a view's plane that is drawn.
+class Frame {
+public:
+    void include(const ViewPoint& point);
+    [[nodiscard]] ViewPoint middle() const { return (lowest + highest) * 0.5; }
+    [[nodiscard]] const ViewPoint& min() const { return lowest; }
+    [[nodiscard]] const ViewPoint& max() const { return highest; }
+    /// Pixels for a length of 1 so that all of the frame fits into \p box.
+    [[nodiscard]] double scaleInto(const Box& box) const;
+
+private:
+    ViewPoint lowest{1e9, 1e9};
+    ViewPoint highest{-1e9, -1e9};
+};
+
+/// Dimensions that a view names; empty where it does not.
+struct Dimensions {
+    std::string across = {};
+    std::string upright = {};
+    bool isAcrossOnTop = false;
+};
+
+/// A view of a scene.
+class PlotPanel {
+public:
+    PlotPanel(const PlotScene& shownScene, const Camera& viewCamera);
+
+    /// Where the drawing itself stands within the panel's box; dimensions need room beside it.
+    [[nodiscard]] static Box drawingBox(const Box& box, bool hasDimensions);
+    [[nodiscard]] const Frame& frame() const { return wholeFrame; }
+
+    /// \param scale pixels for a length of 1
+    /// \param dimensions nothing for a view without dimensions
+    void draw(SvgWriter& svg, const Box& box, double scale,
+              const std::optional<Dimensions>& dimensions) const;
+
+private:
+    class Drawing;
+
+    const PlotScene& scene;
+    Camera camera;
+    std::vector<Shape> shapes;
+    Frame surfaceFrame;
+    Frame wholeFrame;  // with the eye point and the heading
+};
+
+/// Draws an arrow with its head at \p to; nothing where it would be too short to have a direction.
+void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to);
+
+}  // namespace quarn

@@ -1,0 +1,40 @@
+/// \file
+/// The page of a plot: a header above two rows of two panels.
+#pragma once
+
+#include <string>
+
+#include <QuarnScreen/IScreenGeometry.h>
+
+#include "PlotPanel.h"
+
+namespace quarn {
+
+/// What stands above the panels.
+struct SheetHeader {
+    std::string file;
+    std::string shape;
+    std::string size;
+    std::string digest;
+    std::string facts;
+};
+
+/// A page with its header and the frames of its panels.
+[[nodiscard]] SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet);
+
+/// Adds what is near enough to be drawn.
+/// \param eye the eye point in the scene
+void addEye(PlotScene& scene, const IScreenGeometry& geometry, const Point<double, 3>& eye);
+
+/// Draws perspective, plan and front.
+/// \param extent of the surface, in \p unit
+void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& extent,
+               const std::string& unit);
+/// Says in place of the views why there are none.
+void drawNoViews(SvgWriter& svg, const std::string& reason);
+
+/// The parts of the fourth panel.
+[[nodiscard]] Box uvBox();
+[[nodiscard]] Box legendBox();
+
+}  // namespace quarn

@@ -1,0 +1,125 @@
+#include "PlotStyle.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include <QuarnKit/Plot/Views/PlotViews.h>
+
+namespace quarn {
+
+namespace {
+
+using Colour = std::array<int, 3>;
+
+struct Range {
+    Colour dark;
+    Colour light;
+};
+
+// The front is light and cool, the back darker and warm.
+constexpr Range kFront = {{96, 146, 196}, {226, 239, 252}};
+constexpr Range kBack = {{140, 104, 60}, {226, 196, 150}};
+
+constexpr std::string_view kFixedRules =
+    R"(text{font-family:Helvetica,Arial,"Liberation Sans","DejaVu Sans",sans-serif;font-size:12px;fill:#222}
+.title{font-size:22px;font-weight:bold}
+.shape{font-size:20px}
+.fact{font-size:13px;fill:#444}
+.square{fill:#e2effc}
+.view{font-size:14px;font-weight:bold}
+.label,.size{paint-order:stroke;stroke:#fff;stroke-width:3px;stroke-linejoin:round}
+.size{font-size:13px;font-weight:bold;fill:#174a7c}
+path{fill:none;stroke-linejoin:round}
+.page{fill:#fff}
+.panel{fill:none;stroke:#bbb}
+.grid{stroke:#3a4a5a;stroke-width:.6px;stroke-opacity:.75}
+.outline{stroke:#111;stroke-width:2.2px}
+.seam{stroke:#111;stroke-width:1.4px;stroke-dasharray:5 4}
+.dimension{stroke:#174a7c;stroke-width:.9px}
+.axis{stroke:#555;stroke-width:1.2px}
+.axis-head{fill:#555}
+.heading{stroke:#c2185b;stroke-width:2.2px}
+.heading-head{fill:#c2185b}
+.heading-hidden{stroke:#c2185b;stroke-width:1.6px;stroke-dasharray:3 3}
+.heading-hidden-head{fill:#c2185b}
+.eye-hidden{fill:none;stroke:#c2185b;stroke-width:1.6px;stroke-dasharray:3 2}
+.eye{fill:#fff;stroke:#c2185b;stroke-width:2.4px}
+.corner{fill:#111}
+)";
+
+constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;stroke-width:.4px}
+.uv-fill{fill:#e2effc;stroke:#e2effc;stroke-width:.7px}
+.space{fill:#f6f6f6;stroke:#999;stroke-width:.8px}
+.border{stroke:#111;stroke-width:1.3px}
+.outline-hidden{stroke:#111;stroke-width:1.2px;stroke-opacity:.3}
+.thin{stroke:#111;stroke-width:.5px}
+.hole{stroke:#f57c00;stroke-width:3px}
+.hole-hidden{stroke:#f57c00;stroke-width:1.6px;stroke-opacity:.45}
+.turned{fill:#e02020;stroke:#e02020;stroke-width:.7px}
+.turned-dot{fill:#e02020;stroke:#e02020;stroke-width:3.6px;stroke-linecap:round}
+.faulty{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:.7px}
+.faulty-dot{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:3.6px;stroke-linecap:round}
+.overlap{fill:#5e1a8f}
+)";
+
+// Ever lighter, also for those who do not see red or green.
+constexpr std::array<Colour, 5> kStretchColours = {
+    {{52, 20, 96}, {52, 86, 148}, {28, 142, 140}, {110, 196, 94}, {250, 230, 60}}};
+
+std::string colourText(const Colour& colour) {
+    std::string text = "#";
+    for (const int part : colour) {
+        text += "0123456789abcdef"[part / 16];
+        text += "0123456789abcdef"[part % 16];
+    }
+    return text;
+}
+
+Colour mixed(const Colour& from, const Colour& to, int part, int whole) {
+    Colour colour{};
+    for (std::size_t i = 0; i < colour.size(); ++i)
+        colour.at(i) = from.at(i) + (to.at(i) - from.at(i)) * part / whole;
+    return colour;
+}
+
+std::string areaRule(const std::string& styleClass, const Colour& colour) {
+    const std::string value = colourText(colour);
+    return "." + styleClass + "{fill:" + value + ";stroke:" + value + "}\n";
+}
+
+// Strokes of the same colour cover the hairlines that would show between two cells.
+std::string shadeRules(const std::string& side, const Range& range) {
+    std::string text;
+    for (int shade = 0; shade < kShades; ++shade)
+        text += areaRule(side + std::to_string(shade), mixed(range.dark, range.light, shade, kShades - 1));
+    return text;
+}
+
+}  // namespace
+
+std::string plotStyleSheet() {
+    return std::string(kFixedRules) + "path[class^=f],path[class^=b]{stroke-width:.7px}\n" +
+           shadeRules(kFrontClass, kFront) + shadeRules(kBackClass, kBack);
+}
+
+std::string meshStyleRules() {
+    return std::string(kMeshRules);
+}
+
+std::string stretchStyleRules() {
+    std::string text = "path[class^=k],.none{stroke-width:.7px}\n";
+    text += areaRule(kNoStretchClass, {190, 190, 190});
+    constexpr int kParts = static_cast<int>(kStretchColours.size()) - 1;
+    for (int step = 0; step < kStretchSteps; ++step) {
+        const int place = step * kParts;
+        const int part = std::min(place / (kStretchSteps - 1), kParts - 1);
+        const auto first = static_cast<std::size_t>(part);
+        text += areaRule(kStretchClass + std::to_string(step),
+                         mixed(kStretchColours.at(first), kStretchColours.at(first + 1),
+                               place - part * (kStretchSteps - 1), kStretchSteps - 1));
+    }
+    return text;
+}
+
+}  // namespace quarn

@@ -1,0 +1,53 @@
+#include "PlotPage.h"
+
+#include <utility>
+
+#include <QuarnKit/Plot/Page/PlotLegend.h>
+#include <QuarnKit/Plot/Page/PlotSheet.h>
+#include <QuarnKit/Plot/Page/PlotStyle.h>
+#include <QuarnKit/Plot/Page/PlotText.h>
+#include <QuarnKit/Plot/Page/PlotUv.h>
+
+namespace quarn {
+
+namespace {
+
+PlotScene sceneOf(const IScreenGeometry& geometry, const PlotSurface& surface, const StretchScale* stretch) {
+    PlotScene scene{
+        .shapes = [&surface,
+                   stretch](const Camera& camera) { return surfaceShapes(surface, camera, stretch); },
+        .hides = [&surface](const Camera& camera,
+                            const Point<double, 3>& position) { return hides(surface, camera, position); }};
+    if (!surface.isDrawable()) return scene;
+    addEye(scene, geometry, surface.placed(geometry.getEyepoint()));
+    for (const auto& [u, v] : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)})
+        if (const auto position = surface.at(u * surface.columns(), v * surface.rows()))
+            scene.corners.push_back({.u = u, .v = v, .position = *position});
+    return scene;
+}
+
+}  // namespace
+
+std::string plotPage(const Screen& screen, const std::string& unit, PlotColor color) {
+    const IScreenGeometry& geometry = *screen.geometry;
+    const PlotSurface surface(geometry);
+    const StretchScale scale(surface.patches());
+    const StretchScale* stretch = color == PlotColor::Stretch ? &scale : nullptr;
+    const PlotScene scene = sceneOf(geometry, surface, stretch);
+    SvgWriter svg = newSheet({.file = shortFileName(screen.file),
+                              .shape = shapeText(geometry, surface),
+                              .size = surface.isDrawable() ? sizeText(surface.min(), surface.max(), unit)
+                                                           : "no size: no finite positions that differ",
+                              .digest = shortDigest(geometry),
+                              .facts = parametersText(screen, unit)},
+                             plotStyleSheet() + (stretch != nullptr ? stretchStyleRules() : ""));
+    if (surface.isDrawable())
+        drawViews(svg, scene, surface.max() - surface.min(), unit);
+    else
+        drawNoViews(svg, "the screen has no finite positions that differ");
+    drawUvLayout(svg, uvBox(), surface, unit, stretch);
+    drawLegend(svg, legendBox(), geometry, scene, surface, unit, stretch);
+    return svg.finish();
+}
+
+}  // namespace quarn

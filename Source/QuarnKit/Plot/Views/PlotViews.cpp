@@ -1,0 +1,248 @@
+#include "PlotViews.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include <QuarnKit/Base/IsFinite.h>
+
+namespace quarn {
+
+namespace {
+
+// All of a surface lies within this distance of the middle, in sizes of the surface.
+constexpr double kSurfaceRadius = 0.87;
+// Distance of the camera, in distances of the farthest thing that it shows.
+constexpr double kCameraDistance = 3.5;
+// Steps of nearness that count as equal, so that the last bits of a number never decide what covers what.
+constexpr double kNearnessStep = 1e-7;
+// How much nearer lines are taken, so that the cells around do not cover half of their width.
+constexpr double kLineLift = 0.05;
+// What lies nearer than this behind a surface counts as on it.
+constexpr double kOnSurface = 0.02;
+// Beside a position, where no edge of a cell decides on which side the position lies.
+const ViewPoint kBeside(3e-4, 7e-4);
+// A cell that a view sees from its edge, as an area in squares of the surface's size.
+constexpr double kLeastArea = 1e-9;
+
+const Point<double, 3> kTowardsLight = normalized(Point<double, 3>(-0.55, -0.65, 0.8));
+
+// A shape with what decides when it is painted.
+struct Painted {
+    Shape shape;
+    std::int64_t nearness = 0;
+};
+
+std::int64_t rounded(double nearness) {
+    return std::llround(nearness / kNearnessStep);
+}
+
+// From the diagonals of the four corners.
+double areaOf(const std::vector<ViewPoint>& corners) {
+    const ViewPoint a = corners[2] - corners[0];
+    const ViewPoint b = corners[3] - corners[1];
+    return std::abs(a[0] * b[1] - a[1] * b[0]) / 2;
+}
+
+class SurfacePainter {
+public:
+    SurfacePainter(const PlotSurface& drawnSurface, const Camera& viewCamera,
+                   const StretchScale* cellStretch = nullptr)
+        : surface(drawnSurface), camera(viewCamera), stretch(cellStretch) {}
+
+    [[nodiscard]] std::vector<Shape> shapes();
+    [[nodiscard]] bool hides(const Point<double, 3>& position);
+
+private:
+    using Position = Point<double, 3>;
+
+    void addCells();
+    void addCell(int column, int row);
+    void addLine(const char* styleClass, int column, int row, int toColumn, int toRow);
+    void addLinesAlongU();
+    void addLinesAlongV();
+    [[nodiscard]] std::optional<std::int64_t> nearnessOf(int column, int row) const;
+    [[nodiscard]] std::string classOf(int column, int row, const std::array<Position, 4>& corners,
+                                      const Position& middle) const;
+
+    const PlotSurface& surface;
+    const Camera& camera;
+    const StretchScale* stretch;
+    std::vector<Painted> painted;
+};
+
+std::vector<Shape> SurfacePainter::shapes() {
+    addCells();
+    addLinesAlongU();
+    addLinesAlongV();
+    std::stable_sort(painted.begin(), painted.end(),
+                     [](const Painted& a, const Painted& b) { return a.nearness < b.nearness; });
+    std::vector<Shape> result;
+    for (Painted& item : painted) result.push_back(std::move(item.shape));
+    return result;
+}
+
+bool SurfacePainter::hides(const Position& position) {
+    addCells();
+    const std::int64_t nearness = rounded(camera.nearness(position) + kOnSurface);
+    const ViewPoint seen = camera.project(position) + kBeside;
+    return std::any_of(painted.begin(), painted.end(), [&](const Painted& cell) {
+        return cell.nearness > nearness && isInside(cell.shape.points, seen);
+    });
+}
+
+void SurfacePainter::addCells() {
+    for (int row = 0; row < surface.rows(); ++row)
+        for (int column = 0; column < surface.columns(); ++column) addCell(column, row);
+}
+
+// Nothing where the cell lies beyond the lattice, or has a corner without a position.
+std::optional<std::int64_t> SurfacePainter::nearnessOf(int column, int row) const {
+    if (column < 0 || row < 0 || column >= surface.columns() || row >= surface.rows()) return std::nullopt;
+    double sum = 0.0;
+    for (const auto& [c, r] : {std::pair(column, row), std::pair(column + 1, row), std::pair(column, row + 1),
+                               std::pair(column + 1, row + 1)}) {
+        const auto position = surface.at(c, r);
+        if (!position) return std::nullopt;
+        sum += camera.nearness(*position);
+    }
+    return rounded(sum / 4);
+}
+
+void SurfacePainter::addCell(int column, int row) {
+    const auto nearness = nearnessOf(column, row);
+    if (!nearness) return;
+    const std::array<Position, 4> corners = {*surface.at(column, row), *surface.at(column + 1, row),
+                                             *surface.at(column + 1, row + 1), *surface.at(column, row + 1)};
+    const Position middle = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
+    Painted item{.shape = {.styleClass = classOf(column, row, corners, middle), .isArea = true},
+                 .nearness = *nearness};
+    for (const Position& corner : corners) item.shape.points.push_back(camera.project(corner));
+    if (areaOf(item.shape.points) > kLeastArea) painted.push_back(std::move(item));
+}
+
+std::string SurfacePainter::classOf(int column, int row, const std::array<Position, 4>& corners,
+                                    const Position& middle) const {
+    if (stretch != nullptr)
+        if (const auto patch = surface.patch(column, row)) return stretch->classOf(*patch);
+    // The product of the diagonals is a normal also where two corners are one.
+    return shadeClass(camera, middle, normalized(cross(corners[3] - corners[1], corners[2] - corners[0])));
+}
+
+// A line is painted right after the nearer one of the cells beside it.
+void SurfacePainter::addLine(const char* styleClass, int column, int row, int toColumn, int toRow) {
+    const auto from = surface.at(column, row);
+    const auto to = surface.at(toColumn, toRow);
+    if (!from || !to) return;
+    const bool isAlongU = row == toRow;
+    int previousColumn = isAlongU ? column : column - 1;
+    if (previousColumn < 0 && surface.closesAlongU()) previousColumn = surface.columns() - 1;
+    const auto before = nearnessOf(previousColumn, isAlongU ? row - 1 : row);
+    const auto after = nearnessOf(column, row);
+    const std::int64_t own = rounded((camera.nearness(*from) + camera.nearness(*to)) / 2);
+    const std::int64_t nearness =
+        before || after ? std::max(before.value_or(after.value_or(own)), after.value_or(before.value_or(own)))
+                        : own;
+    painted.push_back(
+        {.shape = {.styleClass = styleClass, .points = {camera.project(*from), camera.project(*to)}},
+         .nearness = nearness + rounded(kLineLift)});
+}
+
+// The outline is made of the edges of the unit square, and not of IScreenGeometry::sampleBoundary(): that may
+// have too few positions for a picture, such as five on the whole of a narrow ring, and draws seams as edges.
+void SurfacePainter::addLinesAlongU() {
+    const int step = surface.rows() / kGridIntervals;
+    for (int row = 0; row <= surface.rows(); row += step) {
+        if (row == 0 && surface.isPoint(PlotSurface::Top)) continue;
+        if (row == surface.rows() && surface.isPoint(PlotSurface::Bottom)) continue;
+        const char* styleClass = row == 0 || row == surface.rows() ? kOutlineClass : kGridClass;
+        for (int column = 0; column < surface.columns(); ++column)
+            addLine(styleClass, column, row, column + 1, row);
+    }
+}
+
+void SurfacePainter::addLinesAlongV() {
+    const int step = surface.columns() / kGridIntervals;
+    const int last = surface.closesAlongU() ? surface.columns() - step : surface.columns();
+    for (int column = 0; column <= last; column += step) {
+        if (column == 0 && surface.isPoint(PlotSurface::Left)) continue;
+        if (column == surface.columns() && surface.isPoint(PlotSurface::Right)) continue;
+        const bool isEdge = column == 0 || column == surface.columns();
+        const char* edgeClass = surface.closesAlongU() ? kSeamClass : kOutlineClass;
+        for (int row = 0; row < surface.rows(); ++row)
+            addLine(isEdge ? edgeClass : kGridClass, column, row, column, row + 1);
+    }
+}
+
+}  // namespace
+
+Camera::Camera(const Point<double, 3>& towardsCamera, double cameraDistance)
+    : backward(normalized(towardsCamera)), distance(cameraDistance) {
+    // What is upwards in the world is upwards in the view; seen from above, what lies ahead of the viewer is.
+    const Point<double, 3> upwards =
+        std::abs(backward[2]) < 1.0 ? Point<double, 3>(0.0, 0.0, 1.0) : Point<double, 3>(0.0, 1.0, 0.0);
+    right = normalized(cross(upwards, backward));
+    up = cross(backward, right);
+}
+
+Camera Camera::perspective(double farthest) {
+    return {Point<double, 3>(0.62, -1.0, 0.62), kCameraDistance * std::max(farthest, kSurfaceRadius)};
+}
+
+Camera Camera::plan() {
+    return {Point<double, 3>(0.0, 0.0, 1.0), 0.0};
+}
+
+Camera Camera::front() {
+    return {Point<double, 3>(0.0, -1.0, 0.0), 0.0};
+}
+
+double Camera::enlargement(const Point<double, 3>& position) const {
+    return distance > 0.0 ? distance / (distance - nearness(position)) : 1.0;
+}
+
+ViewPoint Camera::project(const Point<double, 3>& position) const {
+    return projectDirection(position) * enlargement(position);
+}
+
+bool Camera::sees(const Point<double, 3>& position, const Point<double, 3>& normal) const {
+    const Point<double, 3> towardsCamera = distance > 0.0 ? backward * distance - position : backward;
+    return dot(towardsCamera, normal) > kNearnessStep;
+}
+
+std::string shadeClass(const Camera& camera, const Point<double, 3>& position,
+                       const Point<double, 3>& normal) {
+    if (!isFinite(normal)) return kFrontClass + std::to_string(0);
+    const bool isFront = camera.sees(position, normal);
+    const Point<double, 3> seen = isFront ? normal : normal * -1.0;
+    const double light = 0.5 + 0.5 * dot(seen, kTowardsLight);
+    const auto shade = std::llround(std::floor(light * kShades + kNearnessStep));
+    return (isFront ? kFrontClass : kBackClass) + std::to_string(std::clamp(shade, 0LL, kShades - 1LL));
+}
+
+std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera,
+                                 const StretchScale* stretch) {
+    return SurfacePainter(surface, camera, stretch).shapes();
+}
+
+bool hides(const PlotSurface& surface, const Camera& camera, const Point<double, 3>& position) {
+    return SurfacePainter(surface, camera).hides(position);
+}
+
+bool isInside(const std::vector<Point<double, 2>>& polygon, const Point<double, 2>& point) {
+    // Counts the sides to the right of the point.
+    bool isOdd = false;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Point<double, 2>& a = polygon[i];
+        const Point<double, 2>& b = polygon[(i + 1) % polygon.size()];
+        if ((a[1] > point[1]) == (b[1] > point[1])) continue;
+        const double crossing = a[0] + (b[0] - a[0]) * ((point[1] - a[1]) / (b[1] - a[1]));
+        if (crossing > point[0]) isOdd = !isOdd;
+    }
+    return isOdd;
+}
+
+}  // namespace quarn

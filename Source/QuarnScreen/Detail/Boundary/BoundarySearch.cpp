@@ -1,0 +1,74 @@
+#include "BoundarySearch.h"
+
+#include "BoundaryEdgeLists.h"
+#include "BoundaryEdgeMaps.h"
+#include "BoundaryEdges.h"
+
+namespace {
+
+using quarn::OutlineEdge;
+using quarn::OutlineResult;
+using quarn::OutlineStep;
+using quarn::WalkDirection;
+
+// Appends points to an outline and remembers whether all had a UV.
+class OutlineWriter {
+public:
+    OutlineWriter(Boundary& output, std::size_t expectedPoints) : boundary(output) {
+        boundary.points.reserve(expectedPoints);
+        boundary.uvPoints.reserve(expectedPoints);
+        boundary.triangles.reserve(expectedPoints);
+    }
+
+    void append(const TriangleVertex& corner, const Triangle* triangle) {
+        boundary.points.push_back(corner.position);
+        boundary.uvPoints.push_back(corner.uv);
+        boundary.triangles.push_back(triangle);
+        uvGood = uvGood && corner.uv != kNoUV;
+    }
+
+    // Positions alone decide here, while the search for the next edge compares UVs as well.
+    [[nodiscard]] bool isClosed() const { return boundary.points.front() == boundary.points.back(); }
+    [[nodiscard]] bool isUVGood() const { return uvGood; }
+
+private:
+    Boundary& boundary;
+    bool uvGood = true;
+};
+
+// Edges is OutlineEdgeLists or OutlineEdgeMaps.
+template <class Edges>
+OutlineResult walk(Edges edges, Boundary& boundary) {
+    WalkDirection direction = WalkDirection::Up;
+    if (edges.count(direction) == 0) return {};
+
+    OutlineWriter writer(boundary, edges.count(direction) + 1);
+    const OutlineEdge first = edges.takeFirst();
+    writer.append(*first.lower, first.triangle);
+    writer.append(*first.upper, first.triangle);
+    while (edges.count(direction) != 0 && !writer.isClosed()) {
+        bool hasMoved = false;
+        while (const std::optional<OutlineStep> step = edges.takeNext(direction)) {
+            writer.append(*step->end, step->triangle);
+            hasMoved = true;
+        }
+        if (!hasMoved) direction = direction == WalkDirection::Up ? WalkDirection::Down : WalkDirection::Up;
+    }
+    if (edges.count(direction) == 0) return {writer.isUVGood(), std::nullopt};
+    return {false, edges.count(WalkDirection::Up)};
+}
+
+}  // namespace
+
+namespace quarn {
+
+OutlineResult findOutline(const std::vector<Triangle>& triangles, Boundary& boundary) {
+    boundary.points.clear();
+    boundary.uvPoints.clear();
+    boundary.triangles.clear();
+    if (const auto oddEdges = findOddEdges(triangles))
+        return walk(OutlineEdgeLists(triangles, *oddEdges), boundary);
+    return walk(OutlineEdgeMaps(triangles), boundary);
+}
+
+}  // namespace quarn

@@ -1,0 +1,150 @@
+#include "PointInPolygon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+using UV = Point<double, 2>;
+
+// In UV, that is in parts of the screen: far below a pixel, far above the rounding of a UV. Both numbers are
+// settled as they stand; the second one is not computed from the first.
+constexpr double kOutlineTolerance = 1e-9;
+constexpr double kOutlineToleranceSquared = 1e-18;
+
+double lowEnd(double a, double b) {
+    return std::min(a, b) - kOutlineTolerance;
+}
+
+double highEnd(double a, double b) {
+    return std::max(a, b) + kOutlineTolerance;
+}
+
+bool isWithinWidened(double x, double a, double b) {
+    return x >= lowEnd(a, b) && x <= highEnd(a, b);
+}
+
+bool isOnSegment(const UV& from, const UV& to, const UV& point) {
+    if (!isWithinWidened(point[0], from[0], to[0]) || !isWithinWidened(point[1], from[1], to[1]))
+        return false;
+    const UV along = to - from;
+    const double lengthSquared = dot(along, along);
+    double parameter = 0.0;
+    if (lengthSquared != 0.0) {
+        parameter = dot(point - from, along) / lengthSquared;
+        if (parameter < 0.0) parameter = 0.0;
+        if (parameter > 1.0) parameter = 1.0;
+    }
+    const UV offset = point - (from + parameter * along);
+    return dot(offset, offset) <= kOutlineToleranceSquared;
+}
+
+// Whether the segment crosses the point's height, and at a greater u than the point's.
+bool isCrossed(const UV& from, const UV& to, const UV& point) {
+    if ((from[1] > point[1]) == (to[1] > point[1])) return false;
+    const double u = (to[0] - from[0]) * (point[1] - from[1]) / (to[1] - from[1]) + from[0];
+    return u > point[0];
+}
+
+bool hasFiniteV(const UV& point) {
+    return std::isfinite(point[1]);
+}
+
+}  // namespace
+
+namespace quarn {
+
+bool pointWithinOutline(const std::vector<Point<double, 2>>& outline, const Point<double, 2>& point) {
+    if (outline.empty()) return false;
+    bool isInside = false;
+    const UV* previous = &outline.back();
+    for (const UV& corner : outline) {
+        if (isCrossed(corner, *previous, point)) isInside = !isInside;
+        if (isOnSegment(corner, *previous, point)) return true;
+        previous = &corner;
+    }
+    return isInside;
+}
+
+OutlineBands::OutlineBands(const std::vector<Point<double, 2>>& outline) : corners(outline) {
+    if (corners.empty() || !std::all_of(corners.begin(), corners.end(), hasFiniteV)) return;
+    chooseBands();
+    if (!bandStarts.empty()) listSegments();
+}
+
+bool OutlineBands::contains(const Point<double, 2>& point) const {
+    if (bandStarts.empty()) return pointWithinOutline(corners, point);
+    // So written, a NaN is outside.
+    if (!(point[1] >= whole.low && point[1] <= whole.high)) return false;
+    bool isInside = false;
+    const std::size_t band = bandOf(point[1]);
+    for (std::size_t i = bandStarts[band]; i < bandStarts[band + 1]; ++i) {
+        const UV& corner = corners[segments[i]];
+        const UV& before = corners[previous(segments[i])];
+        if (isCrossed(corner, before, point)) isInside = !isInside;
+        if (isOnSegment(corner, before, point)) return true;
+    }
+    return isInside;
+}
+
+std::size_t OutlineBands::previous(std::size_t corner) const {
+    return corner == 0 ? corners.size() - 1 : corner - 1;
+}
+
+// The range that isOnSegment() takes, to the last bit; the heights at which the segment is crossed lie in it.
+OutlineBands::Range OutlineBands::reachOf(std::size_t segment) const {
+    const double a = corners[segment][1];
+    const double b = corners[previous(segment)][1];
+    return {lowEnd(a, b), highEnd(a, b)};
+}
+
+// Each step of this is monotone, rounding included: a v between the ends of a segment's reach falls into a band
+// between those of the ends.
+std::size_t OutlineBands::bandOf(double v) const {
+    const auto band = static_cast<std::size_t>((v - whole.low) * bandsPerV);
+    return std::min(band, bandStarts.size() - 2);
+}
+
+void OutlineBands::chooseBands() {
+    // Segments are listed in each band that they touch. Of that, the height adds so many for each segment, on
+    // average. A closed outline is at least twice as long as it is high, so there are half as many bands.
+    constexpr double kListingsForHeight = 4.0;
+
+    whole = reachOf(0);
+    double sumOfHeights = 0.0;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Range reach = reachOf(i);
+        whole = {std::min(whole.low, reach.low), std::max(whole.high, reach.high)};
+        sumOfHeights += reach.high - reach.low;
+    }
+    const double height = whole.high - whole.low;
+    if (!std::isfinite(height)) return;
+
+    // One band if there is no height at all, or the sum is not finite.
+    const double wanted = kListingsForHeight * static_cast<double>(corners.size()) * (height / sumOfHeights);
+    const std::size_t bands = wanted > 1.0 ? static_cast<std::size_t>(wanted) : 1;
+    if (bands > 1) bandsPerV = static_cast<double>(bands) / height;
+    bandStarts.resize(bands + 1);
+}
+
+void OutlineBands::listSegments() {
+    // Count the segments of each band.
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Range reach = reachOf(i);
+        const std::size_t last = bandOf(reach.high);
+        for (std::size_t band = bandOf(reach.low); band <= last; ++band) ++bandStarts[band];
+    }
+
+    // Let each start point to its band's end, and move it back with each segment that is put in.
+    std::partial_sum(bandStarts.begin(), bandStarts.end(), bandStarts.begin());
+    segments.resize(bandStarts.back());
+    for (std::size_t i = corners.size(); i-- > 0;) {
+        const Range reach = reachOf(i);
+        const std::size_t last = bandOf(reach.high);
+        for (std::size_t band = bandOf(reach.low); band <= last; ++band)
+            segments[--bandStarts[band]] = static_cast<std::uint32_t>(i);
+    }
+}
+
+}  // namespace quarn

@@ -1,0 +1,23 @@
+/// \file
+/// The indexes of a mesh.
+#pragma once
+
+#include <QuarnScreen/Detail/Boundary/PointInPolygon.h>
+#include <QuarnScreen/Detail/Search/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/TriangleTrees.h>
+#include <QuarnScreen/RegionMap.h>
+
+#include "MeshBounds.h"
+
+namespace quarn {
+
+/// Everything that is derived from a mesh's triangles, but for its outline and the ray tracer's scene.
+struct MeshIndex {
+    CentroidSearch centroidSearch;  ///< By position.
+    UVTree uvTree;                  ///< By UV centroid.
+    RegionMap regionMap;            ///< By UV.
+    OutlineBands outline;           ///< The outline in UV, for the question whether it holds a UV.
+    MeshBounds bounds;              ///< All zero until the first build.
+};
+
+}  // namespace quarn

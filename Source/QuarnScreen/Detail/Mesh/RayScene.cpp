@@ -1,0 +1,147 @@
+#include "RayScene.h"
+
+#include <embree3/rtcore.h>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <mutex>
+
+namespace quarn {
+namespace {
+
+// The tracer's own limit on a coordinate: beyond it (and for NaN) it ends the process.
+constexpr float kGreatestCoordinate = 1.844e18F;
+
+// Bytes from one corner to the next: the tracer reads 16 bytes of each.
+constexpr std::size_t kCornerStride = 4 * sizeof(float);
+
+// 100 MiB for tessellated surfaces, which the scenes do not have.
+constexpr const char* kConfiguration = "tessellation_cache_size=100";
+
+// The one device of the process, and how many scenes hold it open.
+std::mutex deviceMutex;
+RTCDevice device = nullptr;
+int sceneUsers = 0;
+
+RTCDevice openDevice() {
+    const std::lock_guard<std::mutex> lock(deviceMutex);
+    if (++sceneUsers == 1) device = rtcNewDevice(kConfiguration);
+    return device;
+}
+
+void closeDevice() {
+    const std::lock_guard<std::mutex> lock(deviceMutex);
+    if (--sceneUsers > 0) return;
+    if (device != nullptr) rtcReleaseDevice(device);
+    device = nullptr;
+}
+
+bool isTraceable(const RayScene::Vector& vector) {
+    for (const float coordinate : vector) {
+        if (!(std::abs(coordinate) <= kGreatestCoordinate)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+struct RayScene::Tracer {
+    RTCDevice device = nullptr;
+    RTCScene scene = nullptr;
+    RTCGeometry geometry = nullptr;  // owned by the scene
+    unsigned int geometryId = RTC_INVALID_GEOMETRY_ID;
+
+    void detach() {
+        if (geometryId == RTC_INVALID_GEOMETRY_ID) return;
+        rtcDetachGeometry(scene, geometryId);
+        geometryId = RTC_INVALID_GEOMETRY_ID;
+        geometry = nullptr;
+    }
+};
+
+RayScene::RayScene() : tracer(std::make_unique<Tracer>()) {
+    tracer->device = openDevice();
+    tracer->scene = rtcNewScene(tracer->device);
+    if (tracer->scene == nullptr) return;
+    rtcSetSceneFlags(tracer->scene, RTC_SCENE_FLAG_ROBUST);
+    rtcSetSceneBuildQuality(tracer->scene, RTC_BUILD_QUALITY_HIGH);
+}
+
+RayScene::~RayScene() {
+    if (tracer->scene != nullptr) {
+        tracer->detach();
+        rtcReleaseScene(tracer->scene);
+    }
+    closeDevice();
+}
+
+void RayScene::upload(const std::vector<Triangle>& triangles) {
+    if (triangles.empty() || tracer->scene == nullptr) return;
+    tracer->detach();
+
+    const std::size_t corners = 3 * triangles.size();
+    RTCGeometry mesh = rtcNewGeometry(tracer->device, RTC_GEOMETRY_TYPE_TRIANGLE);
+    auto* coordinate = static_cast<float*>(
+        rtcSetNewGeometryBuffer(mesh, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, kCornerStride, corners));
+    auto* index = static_cast<std::uint32_t*>(rtcSetNewGeometryBuffer(
+        mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, 3 * sizeof(std::uint32_t), triangles.size()));
+    if (coordinate != nullptr && index != nullptr) {
+        for (const Triangle& triangle : triangles) {
+            for (const TriangleVertex& corner : triangle.vertices) {
+                const Vector position = narrowed(corner.position);
+                for (std::size_t i = 0; i < position.size(); ++i) coordinate[i] = position[i];
+                coordinate += kCornerStride / sizeof(float);
+            }
+        }
+        for (std::size_t corner = 0; corner < corners; ++corner)
+            index[corner] = static_cast<std::uint32_t>(corner);
+    }
+    rtcCommitGeometry(mesh);
+    tracer->geometryId = rtcAttachGeometry(tracer->scene, mesh);
+    tracer->geometry = mesh;
+    rtcReleaseGeometry(mesh);
+    rtcCommitScene(tracer->scene);
+}
+
+std::optional<RayScene::Hit> RayScene::cast(const Vector& origin, const Vector& direction,
+                                            float nearest) const {
+    if (tracer->geometryId == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
+    if (!isTraceable(origin) || !isTraceable(direction)) return std::nullopt;
+
+    RTCRayHit query{};
+    query.ray.org_x = origin[0];
+    query.ray.org_y = origin[1];
+    query.ray.org_z = origin[2];
+    query.ray.dir_x = direction[0];
+    query.ray.dir_y = direction[1];
+    query.ray.dir_z = direction[2];
+    query.ray.tnear = nearest;
+    query.ray.tfar = std::numeric_limits<float>::infinity();
+    query.ray.time = 0.0F;
+    query.ray.mask = 0xFFFFFFFFU;
+    query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.primID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+
+    RTCIntersectContext context{};
+    rtcInitIntersectContext(&context);
+    rtcIntersect1(tracer->scene, &context, &query);
+    if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
+
+    alignas(16) std::array<float, 4> position{};
+    rtcInterpolate0(tracer->geometry, query.hit.primID, query.hit.u, query.hit.v, RTC_BUFFER_TYPE_VERTEX, 0,
+                    position.data(), 3);
+    Hit hit;
+    hit.position = {position[0], position[1], position[2]};
+    hit.triangle = query.hit.primID;
+    hit.distance = query.ray.tfar;
+    hit.a = query.hit.u;
+    hit.b = query.hit.v;
+    return hit;
+}
+
+RayScene::Vector RayScene::narrowed(const Point<double, 3>& point) {
+    return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
+}
+
+}  // namespace quarn

@@ -1,0 +1,94 @@
+#include "CentroidSearch.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+
+#include "TriangleContainment.h"
+
+namespace quarn {
+namespace {
+
+// A position on a mesh without overlaps has about three candidates.
+constexpr std::size_t kCandidatesAhead = 16;
+
+bool isNumber(const Point<double, 3>& point) {
+    return point == point;
+}
+
+// Asks the processor for what testHolding() reads of a triangle.
+void prefetch(const Triangle& triangle) {
+    __builtin_prefetch(&triangle.vertices[0].position);
+    __builtin_prefetch(&triangle.normal);
+    __builtin_prefetch(&triangle.edge2);
+}
+
+}  // namespace
+
+void CentroidSearch::build(const std::vector<Triangle>& triangles) {
+    // Boxes of the tree before must not stay where memory runs out.
+    boxes = AcceptanceBoxes();
+    buildOver(centroidTree, triangles);
+    boxes.build(centroidTree, triangles);
+    isOrdered = std::all_of(triangles.begin(), triangles.end(),
+                            [](const Triangle& triangle) { return isNumber(triangle.centroid); });
+}
+
+// A walk of the tree prunes nothing before it has found a triangle, so the candidates are gathered through the boxes
+// instead, and the walk's order tells between equal distances.
+const Triangle* CentroidSearch::findHolding(const Point<double, 3>& point) const {
+    if (!isOrdered) return walkTree(point);
+    std::optional<std::size_t> best;
+    double bestSquared = std::numeric_limits<double>::max();
+    const auto test = [&](std::size_t slot) {
+        const double squared = centroidTree.squaredDistance(slot, point);
+        const bool isBetter = bestSquared > squared || (best && bestSquared == squared &&
+                                                        centroidTree.isMetBefore(slot, *best, point));
+        if (!isBetter || !testHolding(*centroidTree.valueAt(slot), point).holds) return;
+        bestSquared = squared;
+        best = slot;
+    };
+    // Triangles lie far apart in memory, so those of the first candidates are asked for before any is tested.
+    std::array<std::size_t, kCandidatesAhead> ahead{};
+    std::size_t aheadCount = 0;
+    boxes.visitCandidates(centroidTree, point, [&](std::size_t slot) {
+        if (aheadCount == ahead.size()) {
+            test(slot);
+            return;
+        }
+        prefetch(*centroidTree.valueAt(slot));
+        ahead[aheadCount++] = slot;
+    });
+    for (std::size_t i = 0; i < aheadCount; ++i) test(ahead[i]);
+    return best ? centroidTree.valueAt(*best) : nullptr;
+}
+
+const Triangle* CentroidSearch::walkTree(const Point<double, 3>& point) const {
+    return centroidTree.findNearestIf(
+        point, [&](const Triangle* triangle) { return testHolding(*triangle, point).holds; });
+}
+
+std::optional<Point<double, 2>> CentroidSearch::firstRejectedUV(const Point<double, 3>& point) const {
+    std::optional<Point<double, 2>> rejected;
+    if (centroidTree.size() == 0) return rejected;
+    const auto accept = [&](const Triangle* triangle) {
+        if (rejected) return false;
+        const Holding holding = testHolding(*triangle, point);
+        if (!holding.holds) rejected = triangle->uvAt(holding.a, holding.b);
+        return holding.holds;
+    };
+    (void)centroidTree.findNearestIf(point, accept, [&](std::size_t) { return rejected.has_value(); });
+    return rejected;
+}
+
+std::vector<Point<double, 3>> CentroidSearch::getNearestNormals(const Point<double, 3>& point,
+                                                                const Point<double, 3>& /*direction*/,
+                                                                int count) const {
+    std::vector<Point<double, 3>> normals;
+    for (const Triangle* triangle : centroidTree.findKNearest(point, count))
+        normals.push_back(triangle->normal);
+    return normals;
+}
+
+}  // namespace quarn

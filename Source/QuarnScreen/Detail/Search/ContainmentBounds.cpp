@@ -1,0 +1,149 @@
+#include "ContainmentBounds.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "TriangleContainment.h"
+
+namespace quarn {
+namespace {
+
+constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
+
+// Limits of a triangle for which the margins below hold. The squared sine of the angle between the edges: it divides
+// the rounding of the parameters a and b. The tilt: how far the stored normal leans along an edge. Lengths: far from
+// those whose fourth powers leave the range of a number.
+constexpr double kLeastSquaredSine = 1e-8;
+constexpr double kGreatestTilt = 1e-7;
+constexpr double kGreatestCoordinate = 1e18;
+constexpr double kLeastEdge = 1e-18;
+constexpr double kUnitTolerance = 1e-6;
+
+// Margins around the triangle, several times what is needed. Off the plane: kHoldingDistance. Along the edges: the
+// slack of a and b (1e-6 each) and the tilt. Rounding: each quantity takes some tens of operations.
+constexpr double kMarginOffPlane = 2.0 * kHoldingDistance;
+constexpr double kMarginAlongEdges = 1e-5;
+constexpr double kRoundingSteps = 1024.0;
+
+// Greatest magnitude that is rounded to a float and not to infinity: half of the greatest float.
+constexpr double kGreatestRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
+
+// A float at most as great as a number, which is one step of the float's rounding away from it at the most.
+float roundedDown(double number) {
+    using Limits = std::numeric_limits<float>;
+    if (number < -kGreatestRounded) return -Limits::infinity();
+    return static_cast<float>(number - std::abs(number) * static_cast<double>(Limits::epsilon()));
+}
+
+float roundedUp(double number) {
+    return -roundedDown(-number);
+}
+
+// A bound of the coordinates, and of the length. NaN where one is NaN, which a maximum would hide.
+double sizeOf(const Point<double, 3>& point) {
+    return std::abs(point[0]) + std::abs(point[1]) + std::abs(point[2]);
+}
+
+// Products of a triangle's stored edges, as the test of a position forms them.
+struct EdgeProducts {
+    double d11;
+    double d22;
+    double determinant;
+
+    explicit EdgeProducts(const Triangle& triangle)
+        : d11(dot(triangle.edge1, triangle.edge1)), d22(dot(triangle.edge2, triangle.edge2)) {
+        const double d12 = dot(triangle.edge1, triangle.edge2);
+        determinant = d22 * d11 - d12 * d12;
+    }
+};
+
+// A zero normal counts as parallel to every line, and without a determinant there are no parameters.
+bool holdsNothing(const Triangle& triangle, const EdgeProducts& products) {
+    return triangle.normal == Point<double, 3>() || products.determinant == 0.0;
+}
+
+// Whether the stored fields fit together, and are neither too large nor too small to reckon with. NaN fails.
+bool isOrdinary(const Triangle& triangle, const EdgeProducts& products, double size) {
+    const double squaredLeast = std::min(products.d11, products.d22);
+    const double tilt1 = dot(triangle.normal, triangle.edge1);
+    const double tilt2 = dot(triangle.normal, triangle.edge2);
+    return size <= kGreatestCoordinate && squaredLeast >= kLeastEdge * kLeastEdge &&
+           std::abs(dot(triangle.normal, triangle.normal) - 1.0) <= kUnitTolerance &&
+           std::max(tilt1 * tilt1, tilt2 * tilt2) <= kGreatestTilt * kGreatestTilt * squaredLeast &&
+           products.determinant >= kLeastSquaredSine * products.d11 * products.d22;
+}
+
+}  // namespace
+
+AcceptanceBoxes::Box AcceptanceBoxes::boxOf(const Triangle& triangle) {
+    const EdgeProducts products(triangle);
+    if (holdsNothing(triangle, products)) return kNowhere;
+
+    const double edges = sizeOf(triangle.edge1) + sizeOf(triangle.edge2);
+    const double size = sizeOf(triangle.vertices[0].position) + edges;
+    if (!isOrdinary(triangle, products, size)) return kEverywhere;
+
+    const double squaredSine = products.determinant / (products.d11 * products.d22);
+    const double margin =
+        kMarginOffPlane + kMarginAlongEdges * edges + kRoundingSteps * kEpsilon * (size + 1.0) / squaredSine;
+    const Point<double, 3>& v0 = triangle.vertices[0].position;
+    Box box{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const double second = v0[i] + triangle.edge1[i];
+        const double third = v0[i] + triangle.edge2[i];
+        box.lower[i] = roundedDown(std::min(std::min(v0[i], second), third) - margin);
+        box.upper[i] = roundedUp(std::max(std::max(v0[i], second), third) + margin);
+    }
+    return box;
+}
+
+void AcceptanceBoxes::Box::include(const Box& other) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        lower[i] = std::min(lower[i], other.lower[i]);
+        upper[i] = std::max(upper[i], other.upper[i]);
+    }
+}
+
+// The ball through the corners of the box. Coordinates are far below the greatest float, so that nothing overflows.
+AcceptanceBoxes::Ball AcceptanceBoxes::ballAround(const Box& box) {
+    if (box.lower[0] > box.upper[0]) return {{}, -1.0F};
+    if (box.upper[0] == kInfinity) return {{}, kInfinity};
+    Ball ball{};
+    double squared = 0.0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        ball.centre[i] = (box.lower[i] + box.upper[i]) * 0.5F;
+        const double half = std::max(static_cast<double>(box.upper[i]) - static_cast<double>(ball.centre[i]),
+                                     static_cast<double>(ball.centre[i]) - static_cast<double>(box.lower[i]));
+        squared += half * half;
+    }
+    ball.squaredRadius = roundedUp(squared * (1.0 + kRoundingSteps * kEpsilon));
+    return ball;
+}
+
+void AcceptanceBoxes::build(const CentroidTree& tree, const std::vector<Triangle>& triangles) {
+    nodes.clear();
+    if (triangles.empty()) return;
+    // Triangle by triangle first: that reads the mesh, which is large, from its beginning to its end.
+    std::vector<Box> boxes(triangles.size());
+    std::transform(triangles.begin(), triangles.end(), boxes.begin(), boxOf);
+
+    nodes.resize(tree.size());
+    const auto buildSubtree = [&](const auto& self, const CentroidTree::Subtree& subtree) -> Box {
+        Box box = boxes[static_cast<std::size_t>(tree.valueAt(subtree.slot) - triangles.data())];
+        if (subtree.size == 1) {
+            nodes[subtree.slot] = {kNowhere, kNowhere, ballAround(box)};
+            return box;
+        }
+        const Ball own = ballAround(box);
+        const Box left = self(self, subtree.left());
+        const Box right = subtree.right().size == 0 ? kNowhere : self(self, subtree.right());
+        nodes[subtree.slot] = {left, right, own};
+        box.include(left);
+        box.include(right);
+        return box;
+    };
+    whole = buildSubtree(buildSubtree, tree.whole());
+}
+
+}  // namespace quarn

@@ -1,0 +1,91 @@
+#include "QuadtreeLookup.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace quarn {
+namespace {
+
+// A million cells at the most, and not many more than there are leaves.
+constexpr int kGreatestDepth = 10;
+constexpr std::size_t kCellsPerLeaf = 2;
+
+constexpr double kGreatest = std::numeric_limits<double>::max();
+
+void appendLowerBorders(std::vector<double>& borders, double low, double high, int depth) {
+    if (depth == 0) {
+        borders.push_back(low);
+        return;
+    }
+    const double middle = (high - low) * 0.5 + low;
+    appendLowerBorders(borders, low, middle, depth - 1);
+    appendLowerBorders(borders, middle, high, depth - 1);
+}
+
+}  // namespace
+
+void RegionShortcuts::Axis::build(double low, double high, int depth) {
+    borders.clear();
+    appendLowerBorders(borders, low, high, depth);
+    borders.push_back(high);
+    cellsPerUnit = static_cast<double>(std::size_t{1} << depth) / (high - low);
+}
+
+// NaN and infinite ranges fail, and those whose middles are not in order.
+bool RegionShortcuts::Axis::canBeCut() const {
+    return borders.back() - borders.front() <= kGreatest && cellsPerUnit > 0.0 && cellsPerUnit <= kGreatest &&
+           std::is_sorted(borders.begin(), borders.end());
+}
+
+std::size_t RegionShortcuts::Axis::cellOf(double x) const {
+    const std::size_t last = borders.size() - 2;
+    // A guess, which rounding may have put beside the cell.
+    std::size_t i = std::min(static_cast<std::size_t>((x - borders.front()) * cellsPerUnit), last);
+    while (i < last && x > borders[i + 1]) ++i;
+    while (i > 0 && !(x > borders[i])) --i;
+    return i;
+}
+
+void RegionShortcuts::build(const std::vector<RegionNode>& nodes, const RegionRect& rootRect, int leafCount) {
+    clear();
+    const std::size_t mostCells = kCellsPerLeaf * static_cast<std::size_t>(leafCount);
+    while (depth < kGreatestDepth && (std::size_t{4} << (2 * depth)) <= mostCells) ++depth;
+    alongU.build(rootRect.minU, rootRect.maxU, depth);
+    alongV.build(rootRect.minV, rootRect.maxV, depth);
+    if (!alongU.canBeCut() || !alongV.canBeCut()) return;
+    cells.resize(std::size_t{1} << (2 * depth));
+    fill(nodes, static_cast<int>(nodes.size()) - 1, 0, 0, 0);
+}
+
+void RegionShortcuts::clear() {
+    depth = 0;
+    cells.clear();
+}
+
+void RegionShortcuts::fill(const std::vector<RegionNode>& nodes, int index, int nodeDepth, std::size_t column,
+                           std::size_t row) {
+    const RegionNode& node = nodes[static_cast<std::size_t>(index)];
+    if (nodeDepth == depth || node.count() >= 0) {
+        const std::size_t width = std::size_t{1} << (depth - nodeDepth);
+        for (std::size_t r = row * width; r < (row + 1) * width; ++r) {
+            const std::size_t first = (r << depth) + column * width;
+            std::fill_n(cells.begin() + static_cast<std::ptrdiff_t>(first), width, index);
+        }
+        return;
+    }
+    for (int quadrant = 0; quadrant < 4; ++quadrant) {
+        fill(nodes, node.child(quadrant), nodeDepth + 1, 2 * column + static_cast<std::size_t>(quadrant % 2),
+             2 * row + static_cast<std::size_t>(quadrant / 2));
+    }
+}
+
+std::optional<RegionShortcuts::Arrival> RegionShortcuts::find(double u, double v) const {
+    if (cells.empty() || !alongU.holds(u) || !alongV.holds(v)) return std::nullopt;
+    const std::size_t column = alongU.cellOf(u);
+    const std::size_t row = alongV.cellOf(v);
+    return Arrival{
+        cells[(row << depth) + column],
+        {alongU.borders[column], alongU.borders[column + 1], alongV.borders[row], alongV.borders[row + 1]}};
+}
+
+}  // namespace quarn

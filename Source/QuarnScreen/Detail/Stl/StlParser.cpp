@@ -1,0 +1,127 @@
+#include "StlParser.h"
+
+#include <array>
+#include <iostream>
+#include <string>
+
+#include "StlBinary.h"
+
+namespace quarn {
+namespace {
+
+// Room for the rest of a line and its end.
+constexpr std::streamsize kLineRoom = 80;
+
+// The text form, word by word. Errors are thrown as texts, and leave through readStl() alone.
+class StlParser {
+public:
+    StlParser(std::istream& stream, std::size_t streamSize, std::vector<Triangle>& output)
+        : in(stream), size(streamSize), triangles(output) {}
+
+    void parse() {
+        while (state != State::End) {
+            if (in.eof()) throw std::string("Error: unexpected EOF\n");
+            const std::string token = nextToken();
+            switch (state) {
+                case State::Start:
+                    start(token);
+                    break;
+                case State::InSolid:
+                    inSolid(token);
+                    break;
+                case State::InFacet:
+                    inFacet(token);
+                    break;
+                default:
+                    inLoop(token);
+                    break;
+            }
+        }
+    }
+
+private:
+    enum class State { Start, InSolid, InFacet, InLoop, End };
+
+    [[noreturn]] static void fail(const std::string& token, const char* expected) {
+        throw "Error: got \"" + token + "\" while expecting " + expected + "\n";
+    }
+
+    // Empty where there is none.
+    [[nodiscard]] std::string nextToken() {
+        std::string token;
+        in >> token;
+        return token;
+    }
+
+    void skipThreeNumbers() {
+        float ignored = 0.0F;
+        in >> ignored >> ignored >> ignored;
+    }
+
+    void start(const std::string& token) {
+        if (token != "solid") {
+            if (!readStlBinary(in, size, triangles)) fail(token, "\"solid\"");
+            state = State::End;
+            return;
+        }
+        std::array<char, kLineRoom> line{};
+        in.getline(line.data(), kLineRoom);
+        state = State::InSolid;
+        if (!in.fail()) return;
+        // Binary files may begin with the word too.
+        if (!readStlBinary(in, size, triangles)) throw std::string("Error: solid name exceeded limit\n");
+        state = State::End;
+    }
+
+    void inSolid(const std::string& token) {
+        if (token == "endsolid") {
+            state = State::End;
+        } else if (token == "facet") {
+            state = State::Start;
+            if (nextToken() != "normal") return;
+            skipThreeNumbers();
+            state = State::InFacet;
+        } else {
+            fail(token, R"("facet" or "endsolid")");
+        }
+    }
+
+    void inFacet(const std::string& token) {
+        // Intended: no corner is counted, so no facet is ever complete.
+        if (token == "endfacet") throw std::string("Error:  vertex count for triangle wasn't 3 (got 0)\n");
+        if (token != "outer") fail(token, R"("outer" or "endfacet")");
+        const std::string next = nextToken();
+        if (next != "loop") fail(next, "\"loop\"");
+        state = State::InLoop;
+    }
+
+    void inLoop(const std::string& token) {
+        if (token == "endloop")
+            state = State::InFacet;
+        else if (token == "vertex")
+            skipThreeNumbers();
+        else
+            fail(token, R"("vertex" or "endloop")");
+    }
+
+    std::istream& in;
+    std::size_t size;
+    std::vector<Triangle>& triangles;
+    State state = State::Start;
+};
+
+}  // namespace
+
+bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangles) {
+    try {
+        StlParser(in, size, triangles).parse();
+        return true;
+    } catch (const std::string& message) {
+        std::cerr << message;
+    } catch (...) {
+        std::cerr << "Error: unknown exception...\n";
+    }
+    return false;
+}
+
+}  // namespace quarn

@@ -1,0 +1,43 @@
+#include "Base/LogOutput.h"
+
+#include <log4cxx/appenderskeleton.h>
+#include <log4cxx/level.h>
+#include <log4cxx/logger.h>
+#include <log4cxx/logmanager.h>
+#include <log4cxx/spi/loggerrepository.h>
+#include <log4cxx/spi/loggingevent.h>
+#include <memory>
+
+#include "Base/LogWarnings.h"
+
+namespace quarn {
+
+namespace {
+
+// The first logger that is made would read a configuration from the working folder. The library makes its
+// loggers before main(), so this has to run before them.
+struct LogIsConfigured {
+    LogIsConfigured() { log4cxx::LogManager::getLoggerRepository()->setConfigured(true); }
+};
+constexpr int kFirstPriorityOfPrograms = 101;
+__attribute__((init_priority(kFirstPriorityOfPrograms))) const LogIsConfigured logIsConfigured;
+
+class WarningLines : public log4cxx::AppenderSkeleton {
+public:
+    WarningLines() { setThreshold(log4cxx::Level::getWarn()); }
+    void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool& /*pool*/) override {
+        addLogWarning(event->getRenderedMessage());
+    }
+    void close() override {}
+    [[nodiscard]] bool requiresLayout() const override { return false; }
+};
+
+}  // namespace
+
+void installLogOutput() {
+    const auto root = log4cxx::Logger::getRootLogger();
+    root->setLevel(log4cxx::Level::getWarn());
+    root->addAppender(std::make_shared<WarningLines>());
+}
+
+}  // namespace quarn

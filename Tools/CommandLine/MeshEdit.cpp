@@ -1,0 +1,51 @@
+#include "CommandLine/MeshEdit.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/MeshDocument.h>
+#include <QuarnKit/Formats/ScreenWriter.h>
+
+#include "Base/ShellQuote.h"
+#include "Base/ToolError.h"
+
+namespace quarn {
+
+void addMeshEditOptions(CLI::App& command, MeshEditOptions& options) {
+    command.add_option("FILE", options.input, "OBJ or STL file, or XML file of a mesh")
+        ->required()
+        ->type_name("FILE");
+    addOutputOption(command, options.output)
+        .description(
+            "File to write, whole or not at all: XML where its name ends with .xml, else OBJ; - is the "
+            "standard "
+            "output");
+    addUnitOption(command, options.unit,
+                  "Unit of the lengths in the file, to which all others are converted");
+    addMemoryOption(command, options.maxMemory);
+}
+
+bool writesXml(const MeshEditOptions& options) {
+    return formatByName(options.output, ScreenFormat::Obj) == ScreenFormat::Xml;
+}
+
+MeshScreen& meshOf(const Screen& screen) {
+    auto* mesh = dynamic_cast<MeshScreen*>(screen.geometry.get());
+    if (mesh == nullptr)
+        throw ToolError{.found = "found a shape, " + screen.geometry->getType(),
+                        .expected = "a mesh",
+                        .file = screen.file,
+                        .remedy = "quarnscreen convert " + shellWord(screen.file) + " -o mesh.obj"};
+    return *mesh;
+}
+
+void writeMesh(const std::vector<Triangle>& triangles, const std::string& comment,
+               const MeshEditOptions& options) {
+    OutputFile output(options.output, {options.input});
+    const std::string text = objTextOf(meshDocumentOf(triangles), comment);
+    const auto screen = loadMadeText(options.output, text, options.maxMemory);
+    output.write(writesXml(options) ? xmlTextOf(*screen) : text);
+    output.finish();
+}
+
+}  // namespace quarn

@@ -1,0 +1,151 @@
+#include "Reports/MeshInfo.h"
+
+#include <algorithm>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Formats/MeshStatus.h>
+#include <QuarnScreen/MeshScreen.h>
+
+#include "Base/Diagnostics.h"
+
+namespace quarn {
+
+namespace {
+
+struct UVRange {
+    Point<double, 2> min;
+    Point<double, 2> max;
+};
+
+struct Facts {
+    MeshStatus status;
+    std::uint64_t triangles = 0;
+    double area = 0.0;
+    Point<double, 3> centroid;
+    std::optional<UVRange> uvRange;  // of the corners that have a UV
+    std::uint64_t outlinePoints = 0;
+};
+
+std::optional<UVRange> uvRangeOf(const std::vector<Triangle>& triangles) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    UVRange range{{kInfinity, kInfinity}, {-kInfinity, -kInfinity}};
+    for (const Triangle& triangle : triangles)
+        for (const TriangleVertex& corner : triangle.vertices)
+            for (std::size_t i = 0; i < 2 && corner.uv != kNoUV; ++i) {
+                range.min[i] = std::min(range.min[i], corner.uv[i]);
+                range.max[i] = std::max(range.max[i], corner.uv[i]);
+            }
+    if (range.min[0] > range.max[0]) return std::nullopt;
+    return range;
+}
+
+double areaOf(const std::vector<Triangle>& triangles) {
+    double twice = 0.0;
+    for (const Triangle& triangle : triangles) {
+        const auto& [a, b, c] = triangle.vertices;
+        twice += length(cross(b.position - a.position, c.position - a.position));
+    }
+    return twice / 2;
+}
+
+// The outline repeats its first position as its last.
+std::uint64_t outlinePointsOf(const IScreenGeometry& geometry) {
+    IScreenGeometry::Polylines outline;
+    geometry.sampleBoundary(outline);
+    if (outline.empty() || outline.front().empty()) return 0;
+    const auto& points = outline.front();
+    return points.size() - (points.size() > 1 && points.front() == points.back() ? 1 : 0);
+}
+
+Facts factsOf(const Screen& screen) {
+    const auto& mesh = dynamic_cast<const MeshScreen&>(*screen.geometry);
+    std::vector<Triangle> triangles;
+    mesh.getTesselation(triangles);
+    Facts facts;
+    facts.status = meshStatusOf(mesh, *screen.mesh);
+    facts.triangles = triangles.size();
+    facts.area = areaOf(triangles);
+    facts.centroid = mesh.getCentroid();
+    facts.uvRange = uvRangeOf(triangles);
+    facts.outlinePoints = outlinePointsOf(mesh);
+    return facts;
+}
+
+// What had no effect, by name in JSON and in words.
+struct Ignored {
+    const char* name;
+    const char* words;
+    std::uint64_t count;
+};
+
+std::vector<Ignored> ignoredIn(const ObjContents& contents) {
+    const ObjContents::Ignored& ignored = contents.ignored;
+    return {{"materials", "materials (usemtl)", ignored.materials},
+            {"materialLibraries", "material libraries (mtllib)", ignored.materialLibraries},
+            {"groups", "groups (g)", ignored.groups},
+            {"objects", "objects (o)", ignored.objects},
+            {"smoothing", "smoothing groups (s)", ignored.smoothing},
+            {"colors", "colours behind v", ignored.colors},
+            {"weights", "weights behind v", ignored.weights},
+            {"thirdUVs", "third values of vt", ignored.thirdUVs},
+            {"otherLines", "other lines", ignored.otherLines}};
+}
+
+std::string ignoredText(const ObjContents& contents) {
+    std::string text;
+    for (const Ignored& ignored : ignoredIn(contents))
+        if (ignored.count > 0)
+            text += (text.empty() ? "" : ", ") + std::to_string(ignored.count) + " " + ignored.words;
+    return text.empty() ? "nothing" : text;
+}
+
+template <std::size_t N, class Indices>
+std::string numbersText(const Point<double, N, Indices>& point) {
+    std::string text;
+    for (std::size_t i = 0; i < N; ++i) text += (i == 0 ? "(" : ", ") + numberText(point[i]);
+    return text + ")";
+}
+
+}  // namespace
+
+nlohmann::ordered_json jsonMesh(const Screen& screen) {
+    const MeshSource& source = *screen.mesh;
+    const Facts facts = factsOf(screen);
+    nlohmann::ordered_json mesh = {
+        {"status", facts.status.word}, {"statusText", facts.status.text}, {"forward", source.frame.forward},
+        {"up", source.frame.upward},   {"scale", source.frame.scale},     {"triangles", facts.triangles},
+        {"area", facts.area}};
+    mesh["centroid"] = {facts.centroid[0], facts.centroid[1], facts.centroid[2]};
+    mesh["uvRange"] = nullptr;
+    if (const auto& range = facts.uvRange)
+        mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
+    mesh["outlinePoints"] = facts.outlinePoints;
+    for (const Ignored& ignored : ignoredIn(source.contents)) mesh["ignored"][ignored.name] = ignored.count;
+    return mesh;
+}
+
+std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen, const std::string& unit) {
+    const MeshSource& source = *screen.mesh;
+    const Facts facts = factsOf(screen);
+    std::vector<std::pair<std::string, std::string>> lines = {{"status", facts.status.text}};
+    // An STL file has no axes, and nothing in it is ignored.
+    const bool isObj = !source.text.name.empty();
+    if (isObj)
+        lines.emplace_back("frame", "forward " + printable(source.frame.forward) + ", up " +
+                                        printable(source.frame.upward) + ", scale " +
+                                        numberText(source.frame.scale));
+    lines.emplace_back("triangles", std::to_string(facts.triangles));
+    lines.emplace_back("area", numberText(facts.area) + " " + unit + "^2");
+    lines.emplace_back("centroid", numbersText(facts.centroid) + " " + unit);
+    lines.emplace_back(
+        "UV range",
+        facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
+    lines.emplace_back("outline points", std::to_string(facts.outlinePoints));
+    if (isObj) lines.emplace_back("ignored", ignoredText(source.contents));
+    return lines;
+}
+
+}  // namespace quarn

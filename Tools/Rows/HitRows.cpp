@@ -1,0 +1,46 @@
+#include "Rows/HitRows.h"
+
+namespace quarn {
+
+std::vector<Column> hitColumns(const std::string& number, const Column& last) {
+    return {{number},
+            {"status"},
+            {"x", Quantity::Length},
+            {"y", Quantity::Length},
+            {"z", Quantity::Length},
+            {"u"},
+            {"v"},
+            {"side"},
+            {"triangle"},
+            last};
+}
+
+HitRow hitCells(std::int64_t number, const Intersection& hit, double last, std::string_view status) {
+    const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
+    const bool hasUV = hit.uv != kNoUV;
+    return {number,
+            status,
+            hit.point[0],
+            hit.point[1],
+            hit.point[2],
+            hasUV ? Cell(hit.uv[0]) : Cell(),
+            hasUV ? Cell(hit.uv[1]) : Cell(),
+            std::int64_t{hit.normalSign},
+            triangle,
+            last};
+}
+
+HitRow missCells(std::int64_t number, std::string_view status) {
+    HitRow cells;
+    cells[0] = number;
+    cells[1] = status;
+    return cells;
+}
+
+Intersection withUV(Intersection hit, const IScreenGeometry& geometry) {
+    if (!hit.hasUV) hit.uv = geometry.mapInto2D(hit.point, false);
+    hit.hasUV = true;
+    return hit;
+}
+
+}  // namespace quarn

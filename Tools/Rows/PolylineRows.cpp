@@ -1,0 +1,41 @@
+#include "Rows/PolylineRows.h"
+
+#include <nlohmann/json.hpp>
+
+#include <QuarnKit/Base/MemoryLimit.h>
+
+#include "Base/ToolError.h"
+#include "Rows/QueryResults.h"
+
+namespace quarn {
+
+namespace {
+
+// A growing list holds its elements twice while it moves them, and has room for as many again.
+constexpr std::uint64_t kMemoryPerPosition = 3 * sizeof(Point<double, 3>);
+
+}  // namespace
+
+void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory) {
+    if (count > maxMemory / kMemoryPerPosition)
+        throw ToolError{.found = "found counts of " + std::to_string(count) +
+                                 " positions, which may need more than " + memorySizeText(maxMemory) +
+                                 " of memory",
+                        .expected = "fewer, or a greater --max-memory"};
+}
+
+void writePolylines(const std::string& command, const Screen& screen,
+                    const IScreenGeometry::Polylines& polylines, const QueryOptions& options) {
+    std::vector<Column> columns = {{"polyline"}};
+    for (const Column& column : positionColumns()) columns.push_back(column);
+    Answers answers(options, {options.screen}, {{"command", command}, {"screen", screen.file}}, columns);
+    std::int64_t number = 0;
+    for (const auto& polyline : polylines) {
+        ++number;
+        for (const Point<double, 3>& point : polyline)
+            answers.add({number, point[0], point[1], point[2]}, Answered::Yes);
+    }
+    answers.finish();
+}
+
+}  // namespace quarn

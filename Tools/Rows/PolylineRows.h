@@ -1,0 +1,22 @@
+/// \file
+/// Answers of the commands that sample a screen.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <QuarnKit/Formats/ScreenReader.h>
+#include <QuarnScreen/IScreenGeometry.h>
+
+#include "CommandLine/Options.h"
+
+namespace quarn {
+
+/// Stops where \p count positions could need more memory than \p maxMemory.
+void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory);
+
+/// Writes a row for each position, with the number of its polyline from 1.
+void writePolylines(const std::string& command, const Screen& screen,
+                    const IScreenGeometry::Polylines& polylines, const QueryOptions& options);
+
+}  // namespace quarn

@@ -1,0 +1,68 @@
+/// \file
+/// The rows that a query command answers.
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <QuarnKit/Base/OutputFile.h>
+#include <QuarnScreen/Point.h>
+
+#include "Base/ProgressLine.h"
+#include "CommandLine/Options.h"
+#include "Rows/CsvReader.h"
+#include "Rows/ResultWriter.h"
+#include "Rows/RowPipeline.h"
+
+namespace quarn {
+
+/// Writes a command's rows where and how the options say, and keeps count of those without an answer.
+class Answers : public RowSink {
+public:
+    /// \param inputs files that the output must not replace
+    /// \param head members of the JSON document before "unit" and the rows, as in "command"
+    Answers(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
+            const nlohmann::ordered_json& head, std::vector<Column> columns);
+
+    void add(const std::vector<Cell>& cells, Answered answered);
+
+    [[nodiscard]] AnswerRows makeRows() const override { return {options.format, answerColumns}; }
+    void write(const AnswerRows& rows) override;
+    void flush() override;
+
+    /// Hands over what is there where the next row of \p input may keep the reader of the output waiting.
+    void flushBeforeWaiting(const CsvReader& input);
+
+    /// Completes the output. Stops with ExitCode::AnswerIsNo where an answer is required and missing.
+    void finish();
+
+private:
+    const QueryOptions& options;
+    std::string command;
+    std::vector<Column> answerColumns;
+    OutputFile output;
+    AnswerWriter writer;
+    AnswerRows oneRow;
+    std::uint64_t rowCount = 0;
+    std::uint64_t unansweredCount = 0;
+    StageClock clock;
+};
+
+/// Answers each row of the file \p path, or of the standard input for "-", on as many threads as the options say.
+/// \param expected what the file should be, as in "a CSV file of points"
+/// \param columnNames what the numbers of a row are called in errors
+[[nodiscard]] RowPipeline openRows(const QueryOptions& options, const std::string& path,
+                                   const std::string& expected, std::vector<std::string> columnNames);
+
+/// The columns of a position.
+[[nodiscard]] std::vector<Column> positionColumns();
+
+/// Three consecutive numbers of a row as a position.
+[[nodiscard]] inline Point<double, 3> pointAt(std::span<const double> numbers, std::size_t first) {
+    return {numbers[first], numbers[first + 1], numbers[first + 2]};
+}
+
+}  // namespace quarn
