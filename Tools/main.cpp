@@ -34,24 +34,24 @@ void runTool(int argc, const char* const* argv) {
         "Exit codes: 0 success, 1 a required answer is missing or a check found something, 2 bad input or "
         "usage, 3 the system failed.\n\n"
         "Example:\n  quarnscreen info Samples/flat-wall.xml");
-    quarn::registerInfoCommand(tool);
-    quarn::registerMapCommand(tool);
-    quarn::registerIntersectCommand(tool);
-    quarn::registerNearestCommand(tool);
-    quarn::registerClosestCommand(tool);
-    quarn::registerNormalCommand(tool);
-    quarn::registerChannelCommand(tool);
-    quarn::registerGridCommand(tool);
-    quarn::registerBoundaryCommand(tool);
-    quarn::registerPointsCommand(tool);
-    quarn::registerPlotCommand(tool);
-    quarn::registerCheckCommand(tool);
-    quarn::registerMakeCommand(tool);
-    quarn::registerConvertCommand(tool);
-    quarn::registerRefineCommand(tool);
-    quarn::registerTransformCommand(tool);
-    quarn::registerCompareCommand(tool);
-    quarn::registerCompletionCommand(tool);
+    quarn::tool::registerInfoCommand(tool);
+    quarn::tool::registerMapCommand(tool);
+    quarn::tool::registerIntersectCommand(tool);
+    quarn::tool::registerNearestCommand(tool);
+    quarn::tool::registerClosestCommand(tool);
+    quarn::tool::registerNormalCommand(tool);
+    quarn::tool::registerChannelCommand(tool);
+    quarn::tool::registerGridCommand(tool);
+    quarn::tool::registerBoundaryCommand(tool);
+    quarn::tool::registerPointsCommand(tool);
+    quarn::tool::registerPlotCommand(tool);
+    quarn::tool::registerCheckCommand(tool);
+    quarn::tool::registerMakeCommand(tool);
+    quarn::tool::registerConvertCommand(tool);
+    quarn::tool::registerRefineCommand(tool);
+    quarn::tool::registerTransformCommand(tool);
+    quarn::tool::registerCompareCommand(tool);
+    quarn::tool::registerCompletionCommand(tool);
     try {
         tool.parse(argc, argv);
     } catch (const CLI::Success& request) {
@@ -66,10 +66,10 @@ void runTool(int argc, const char* const* argv) {
 int main(int argc, char** argv) {
     try {
         reserveStandardStreams();
-        quarn::installLogOutput();
+        quarn::tool::installLogOutput();
         runTool(argc, argv);
-        return static_cast<int>(quarn::ExitCode::Success);
+        return static_cast<int>(quarn::tool::ExitCode::Success);
     } catch (...) {
-        return static_cast<int>(quarn::reportCurrentError());
+        return static_cast<int>(quarn::tool::reportCurrentError());
     }
 }

@@ -21,7 +21,7 @@ namespace {
 // unit).
 constexpr double kOnScreenTolerance = 1e-06;
 // Nearer to the axis than this, in the screen's unit, no direction towards it exists.
-constexpr double kLeastAxisDistance = 1e-06;
+constexpr double kMinAxisDistance = 1e-06;
 
 constexpr int kPointsPerRuling = 20;
 constexpr double kIntervalsPerRuling = 20.0;
@@ -59,20 +59,20 @@ const std::string& CylinderScreen::getType() const {
 void CylinderScreen::serialize(std::wostream& out, int indent) {
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
     XmlHelper::writeTagPoint(indent + 1, out, kCenterTag, params.center);
-    quarn::writeNumberTag(indent + 1, out, kHeightTag, params.height);
-    quarn::writeNumberTag(indent + 1, out, kRadiusTag, params.radius);
-    quarn::writeNumberTag(indent + 1, out, kMinThetaTag, params.minTheta);
-    quarn::writeNumberTag(indent + 1, out, kMaxThetaTag, params.maxTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kHeightTag, params.height);
+    quarn::detail::writeNumberTag(indent + 1, out, kRadiusTag, params.radius);
+    quarn::detail::writeNumberTag(indent + 1, out, kMinThetaTag, params.minTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kMaxThetaTag, params.maxTheta);
     ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
 }
 
 void CylinderScreen::deserialize(xercesc::DOMNode* node) {
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        quarn::readPointTag(child, kCenterTag, params.center);
-        quarn::readNumberTag(child, kHeightTag, params.height);
-        quarn::readNumberTag(child, kRadiusTag, params.radius);
-        quarn::readNumberTag(child, kMinThetaTag, params.minTheta);
-        quarn::readNumberTag(child, kMaxThetaTag, params.maxTheta);
+        quarn::detail::readPointTag(child, kCenterTag, params.center);
+        quarn::detail::readNumberTag(child, kHeightTag, params.height);
+        quarn::detail::readNumberTag(child, kRadiusTag, params.radius);
+        quarn::detail::readNumberTag(child, kMinThetaTag, params.minTheta);
+        quarn::detail::readNumberTag(child, kMaxThetaTag, params.maxTheta);
     }
 }
 
@@ -82,8 +82,8 @@ void CylinderScreen::updateGeometry(IScreenConfig* config) {
 }
 
 // Hits on the endless cylinder in front of `from`, nearest first.
-quarn::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>& from,
-                                                          const Point<double, 3>& to) const {
+quarn::detail::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>& from,
+                                                                  const Point<double, 3>& to) const {
     const double ox = from[0] - params.center[0];
     const double oy = from[1] - params.center[1];
     // Intended: `to` is not shifted by the centre here; a reader would expect to - from.
@@ -91,7 +91,7 @@ quarn::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>
     const double dy = to[1] - oy;
 
     // Solve |o + t d| = radius for t.
-    quarn::HitPair hits;
+    quarn::detail::HitPair hits;
     const double a = dy * dy + dx * dx;
     const double b = 2 * (dy * oy + dx * ox);
     const double c = oy * oy + ox * ox - params.radius * params.radius;
@@ -104,7 +104,7 @@ quarn::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>
         if (!(t > 0.0)) return;
         Intersection hit;
         hit.point = from + t * direction;
-        hit.normalSign = quarn::signOf(dot(direction, getScreenNormal(hit.point)));
+        hit.normalSign = quarn::detail::signOf(dot(direction, getScreenNormal(hit.point)));
         hits.add(hit);
     };
     if (discriminant == 0.0) {
@@ -127,7 +127,7 @@ IntersectionSet CylinderScreen::intersectExtrapolatedWithSpecifiedNormal(const P
                                                                          int normalSign) const {
     const Point<double, 3> direction = to - from;
     return intersectWithExtrapolation(from, to).filtered([&](const Intersection& hit) {
-        return quarn::signOf(dot(direction, getScreenNormal(hit.point))) == normalSign;
+        return quarn::detail::signOf(dot(direction, getScreenNormal(hit.point))) == normalSign;
     });
 }
 
@@ -144,15 +144,15 @@ bool CylinderScreen::isOnScreenSection(const Point<double, 3>& point) const {
     const double low = std::min(params.minTheta, params.maxTheta) - kOnScreenTolerance;
     const double high = std::max(params.minTheta, params.maxTheta) + kOnScreenTolerance;
     double theta = std::atan2(dx / params.radius, dy / params.radius);
-    while (low > theta) theta += quarn::kTwoPi;
-    while (theta > high) theta -= quarn::kTwoPi;
+    while (low > theta) theta += quarn::detail::kTwoPi;
+    while (theta > high) theta -= quarn::detail::kTwoPi;
     return theta >= low && high >= theta;
 }
 
 Point<double, 3> CylinderScreen::getScreenNormal(const Point<double, 3>& point) const {
     const Point<double, 3> towardsAxis(params.center[0] - point[0], params.center[1] - point[1], 0.0);
     const double distance = length(towardsAxis);
-    if (kLeastAxisDistance > distance) return {};
+    if (kMinAxisDistance > distance) return {};
     return towardsAxis / distance;
 }
 
@@ -162,7 +162,7 @@ Point<double, 2> CylinderScreen::mapInto2D(const Point<double, 3>& point, bool /
                               (point[1] - params.center[1]) / params.radius);
     if (theta < 0.0) {
         const double high = std::max(params.minTheta, params.maxTheta);
-        if (high >= theta + quarn::kTwoPi) theta = theta + quarn::kTwoPi;
+        if (high >= theta + quarn::detail::kTwoPi) theta = theta + quarn::detail::kTwoPi;
     }
     return {(theta - params.minTheta) / (params.maxTheta - params.minTheta), v};
 }
@@ -182,7 +182,7 @@ std::vector<Point<double, 3>> CylinderScreen::getDefaultCalibrationPoints(int co
     // Intended: the centre is not added, unlike in mapInto3D.
     const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
     const double stepZ = params.height / (rows - 1.0);
-    return quarn::columnByColumn(columns, rows, [&](int i) {
+    return quarn::detail::columnByColumn(columns, rows, [&](int i) {
         const double theta = i * stepTheta + params.minTheta;
         return [x = params.radius * std::sin(theta), y = params.radius * std::cos(theta), stepZ,
                 top = params.height * 0.5](int j) { return Point<double, 3>(x, y, top - j * stepZ); };
@@ -193,48 +193,49 @@ void CylinderScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<i
                                       std::vector<Point<double, 3>>& vertices,
                                       std::vector<Point<double, 3>>& normals) const {
     const double size = std::max(params.radius, params.height * 0.5);
-    viewPoint = Point<double, 3>(0.0, quarn::viewDistanceFactor(size) * size, 0.0);
+    viewPoint = Point<double, 3>(0.0, quarn::detail::viewDistanceFactor(size) * size, 0.0);
 
     // Intended: the centre is not added to the vertices.
-    for (int r = 0; r < quarn::kDisplayGridSize; ++r) {
-        const double z = params.height * 0.5 - (r * params.height) / quarn::kDisplayGridIntervals;
-        for (int c = 0; c < quarn::kDisplayGridSize; ++c) {
+    for (int r = 0; r < quarn::detail::kDisplayGridSize; ++r) {
+        const double z = params.height * 0.5 - (r * params.height) / quarn::detail::kDisplayGridIntervals;
+        for (int c = 0; c < quarn::detail::kDisplayGridSize; ++c) {
             const double theta =
-                ((params.maxTheta - params.minTheta) * c) / quarn::kDisplayGridIntervals + params.minTheta;
+                ((params.maxTheta - params.minTheta) * c) / quarn::detail::kDisplayGridIntervals +
+                params.minTheta;
             const double sine = std::sin(theta);
             const double cosine = std::cos(theta);
             vertices.emplace_back(sine * params.radius, cosine * params.radius, z);
             normals.emplace_back(-sine, -cosine, 0.0);
         }
     }
-    quarn::appendDisplayGridIndices(indices);
+    quarn::detail::appendDisplayGridIndices(indices);
 }
 
 void CylinderScreen::sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
                                         GridSamples& samples, bool extrapolate) const {
     const double zOffset = params.height * 0.5 - params.height * v;
     const Point<double, 3> center(params.center[0], params.center[1], zOffset + params.center[2]);
-    quarn::sampleArc({center, params.radius, params.minTheta, params.maxTheta}, v, uStart, uEnd, count, row,
-                     samples, extrapolate);
+    quarn::detail::sampleArc({center, params.radius, params.minTheta, params.maxTheta}, v, uStart, uEnd,
+                             count, row, samples, extrapolate);
 }
 
 void CylinderScreen::sampleBoundary(Polylines& boundary) const {
     if (!hasParameterization()) return;
     const double arc = params.maxTheta - params.minTheta;
-    const int arcSamples =
-        quarn::truncatedCount(std::abs(arc * quarn::kDegreesPerRadian * kBoundarySamplesPerDegree));
+    const int arcSamples = quarn::detail::truncatedCount(
+        std::abs(arc * quarn::detail::kSamplingDegreesPerRadian * kBoundarySamplesPerDegree));
     const double arcIntervals = arcSamples;
-    const bool isFullCircle = std::abs(arc) >= quarn::kTwoPi;
+    const bool isFullCircle = std::abs(arc) >= quarn::detail::kTwoPi;
     const int rulingSamples = isFullCircle ? 0 : kPointsPerRuling;
 
     Polylines edges(4);
-    quarn::PolylineSampler top(*this, edges[0]);
+    quarn::detail::PolylineSampler top(*this, edges[0]);
     for (int i = 0; i < arcSamples; ++i) top.sample(i / arcIntervals, 0.0);
-    quarn::PolylineSampler right(*this, edges[1]);
+    quarn::detail::PolylineSampler right(*this, edges[1]);
     for (int j = 0; j < rulingSamples; ++j) right.sample(1.0, j / kIntervalsPerRuling);
-    quarn::PolylineSampler bottom(*this, edges[2]);
+    quarn::detail::PolylineSampler bottom(*this, edges[2]);
     for (int i = arcSamples; i > 0; --i) bottom.sample(i / arcIntervals, 1.0);
-    quarn::PolylineSampler left(*this, edges[3]);
+    quarn::detail::PolylineSampler left(*this, edges[3]);
     for (int j = rulingSamples; j > 0; --j) left.sample(0.0, j / kIntervalsPerRuling);
     boundary.insert(boundary.end(), edges.begin(), edges.end());
 }

@@ -48,8 +48,8 @@ const std::string& FlatScreen::getType() const {
 
 void FlatScreen::serialize(std::wostream& out, int indent) {
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
-    quarn::writeNumberTag(indent + 1, out, kWidthTag, width);
-    quarn::writeNumberTag(indent + 1, out, kHeightTag, height);
+    quarn::detail::writeNumberTag(indent + 1, out, kWidthTag, width);
+    quarn::detail::writeNumberTag(indent + 1, out, kHeightTag, height);
     ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
 }
 
@@ -57,8 +57,8 @@ void FlatScreen::deserialize(xercesc::DOMNode* node) {
     double newWidth = width;
     double newHeight = height;
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        quarn::readNumberTag(child, kWidthTag, newWidth);
-        quarn::readNumberTag(child, kHeightTag, newHeight);
+        quarn::detail::readNumberTag(child, kWidthTag, newWidth);
+        quarn::detail::readNumberTag(child, kHeightTag, newHeight);
     }
     reset(newWidth, newHeight);
 }
@@ -123,7 +123,7 @@ std::optional<Intersection> FlatScreen::intersectWithExtrapolation(const Point<d
     const double t = -(dot(from, kNormal) / approach);
     Intersection hit;
     hit.point = from + t * direction;
-    hit.normalSign = quarn::signOf(dot(direction, getScreenNormal(hit.point)));
+    hit.normalSign = quarn::detail::signOf(dot(direction, getScreenNormal(hit.point)));
     return hit;
 }
 
@@ -155,7 +155,7 @@ void FlatScreen::sampleHorizontally(double v, double uStart, double uEnd, int co
 std::vector<Point<double, 3>> FlatScreen::getDefaultCalibrationPoints(int columns, int rows) const {
     const double dx = width / (columns - 1.0);
     const double dz = height / (rows - 1.0);
-    return quarn::columnByColumn(columns, rows, [&](int i) {
+    return quarn::detail::columnByColumn(columns, rows, [&](int i) {
         return [x = i * dx - width * 0.5, top = height * 0.5, dz](int j) {
             return Point<double, 3>(x, 0.0, top - j * dz);
         };
@@ -166,7 +166,7 @@ void FlatScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<int>&
                                   std::vector<Point<double, 3>>& vertices,
                                   std::vector<Point<double, 3>>& normals) const {
     const double size = std::max(width, height);
-    viewPoint = Point<double, 3>(0.0, size * quarn::viewDistanceFactor(size), 0.0);
+    viewPoint = Point<double, 3>(0.0, size * quarn::detail::viewDistanceFactor(size), 0.0);
     indices.assign({0, 2, 1, 1, 2, 3});
     vertices.insert(vertices.end(), {topLeft, topRight, bottomLeft, bottomRight});
     normals.insert(normals.end(), 4, kNormal);

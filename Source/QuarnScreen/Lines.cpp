@@ -6,9 +6,9 @@
 namespace {
 
 // Least length of a segment that has a direction, in the screen's unit.
-constexpr double kLeastLength = 1e-10;
+constexpr double kMinLength = 1e-10;
 // Least squared area of the parallelogram over both directions, in the screen's unit to the fourth.
-constexpr double kLeastDeterminant = 1e-10;
+constexpr double kMinDeterminant = 1e-10;
 
 double clamped(double parameter, bool atStart, bool atEnd) {
     if (atStart && parameter < 0.0) return 0.0;
@@ -24,7 +24,7 @@ bool closestPointsBetweenLines(const Point<double, 3>& a0, const Point<double, 3
                                bool clampBEnd) {
     const Point<double, 3> da = a1 - a0;
     const Point<double, 3> db = b1 - b0;
-    if (length(da) < kLeastLength || length(db) < kLeastLength) return false;
+    if (length(da) < kMinLength || length(db) < kMinLength) return false;
 
     const double aa = dot(da, da);
     const double bb = dot(db, db);
@@ -32,7 +32,7 @@ bool closestPointsBetweenLines(const Point<double, 3>& a0, const Point<double, 3
     const Point<double, 3> r = a0 - b0;
     const double e = dot(r, db);
     const double determinant = bb * aa - ab * ab;
-    if (std::abs(determinant) < kLeastDeterminant) return false;
+    if (std::abs(determinant) < kMinDeterminant) return false;
 
     const double s = (e * ab - bb * dot(da, r)) / determinant;
     const double t = (ab * s + e) / bb;

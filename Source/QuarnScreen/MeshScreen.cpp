@@ -6,10 +6,10 @@
 #include <QuarnScreen/Detail/Mesh/RayScene.h>
 
 MeshScreen::MeshScreen()
-    : scene(std::make_unique<quarn::RayScene>()),
-      index(std::make_unique<quarn::MeshIndex>()),
-      mappingCache(std::make_unique<quarn::MappingCache>()),
-      gridCache(std::make_unique<quarn::GridCache>()) {}
+    : scene(std::make_unique<quarn::detail::RayScene>()),
+      index(std::make_unique<quarn::detail::MeshIndexes>()),
+      mappingCache(std::make_unique<quarn::detail::MappingCache>()),
+      gridCache(std::make_unique<quarn::detail::GridCache>()) {}
 
 MeshScreen::~MeshScreen() = default;
 
@@ -22,21 +22,21 @@ void MeshScreen::initTriangleData() {
     boundaryValid = false;
     clearBoundary();
     index->centroidSearch.build(triangles);
-    quarn::buildOver(index->uvTree, triangles);
+    quarn::detail::buildOver(index->uvTree, triangles);
     index->regionMap.rebuild(triangles.data(), triangles.data() + triangles.size());
     boundaryValid = findBoundaryNew(triangles, boundary);
-    index->outline = quarn::OutlineBands(boundary.uvPoints);
+    index->boundaryUV = quarn::detail::PolygonBands(boundary.uvPoints);
     gridCache->invalidate();
-    index->bounds = quarn::boundsOf(triangles);
+    index->bounds = quarn::detail::boundsOf(triangles);
 }
 
 void MeshScreen::dropTriangleData() {
     static const std::vector<Triangle> none;
     clearBoundary();
     index->centroidSearch.build(none);
-    quarn::buildOver(index->uvTree, none);
+    quarn::detail::buildOver(index->uvTree, none);
     index->regionMap.clear();
-    index->outline = quarn::OutlineBands();
+    index->boundaryUV = quarn::detail::PolygonBands();
     gridCache->invalidate();
 }
 
@@ -54,8 +54,8 @@ const Point<double, 3>& MeshScreen::getCentroid() const {
     return index->bounds.centroid;
 }
 
-void MeshScreen::sampleBoundaryUV(std::vector<Point<double, 2>>& outline) const {
-    outline = boundary.uvPoints;
+void MeshScreen::sampleBoundaryUV(std::vector<Point<double, 2>>& boundaryUV) const {
+    boundaryUV = boundary.uvPoints;
 }
 
 bool MeshScreen::isPlanar() const {

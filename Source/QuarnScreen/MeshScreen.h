@@ -14,12 +14,12 @@
 #include <QuarnScreen/ScreenGeometry.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 class GridCache;
 class MappingCache;
 class RayScene;
-struct MeshIndex;
-}  // namespace quarn
+struct MeshIndexes;
+}  // namespace quarn::detail
 
 /// A surface of independent triangles, each with its own corners, normals and UVs.
 ///
@@ -222,9 +222,9 @@ private:
     [[nodiscard]] std::vector<Point<double, 3>> calibrationPointsOfRim(int columns, int rows) const;
     void clearBoundary();
 
-    std::unique_ptr<quarn::RayScene> scene;
-    std::unique_ptr<quarn::MeshIndex> index;
-    std::unique_ptr<quarn::MappingCache> mappingCache;
-    std::unique_ptr<quarn::GridCache> gridCache;
+    std::unique_ptr<quarn::detail::RayScene> scene;
+    std::unique_ptr<quarn::detail::MeshIndexes> index;
+    std::unique_ptr<quarn::detail::MappingCache> mappingCache;
+    std::unique_ptr<quarn::detail::GridCache> gridCache;
     bool boundaryValid = false;
 };

@@ -10,14 +10,14 @@ void MeshScreen::refine(double maxEdgeLength) {
     boundaryValid = false;
     std::vector<Triangle> pieces;
     pieces.reserve(triangles.size());
-    for (const Triangle& triangle : triangles) quarn::splitTriangle(triangle, maxEdgeLength, pieces);
+    for (const Triangle& triangle : triangles) quarn::detail::splitTriangle(triangle, maxEdgeLength, pieces);
     triangles = std::move(pieces);
     initTriangleData();
 }
 
 void MeshScreen::applyTransform(const Point<double, 3>& translation, const Point<double, 3>& rotation,
                                 double scale) {
-    const quarn::RigidTransform transform(translation, rotation, scale);
+    const quarn::detail::RigidTransform transform(translation, rotation, scale);
     for (Triangle& triangle : triangles) {
         for (TriangleVertex& corner : triangle.vertices) corner.position = transform.apply(corner.position);
         // Intended: the centroids stay where they were, and the trees go by them; a reader would expect them to move.

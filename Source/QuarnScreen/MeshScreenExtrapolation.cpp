@@ -13,10 +13,10 @@
 namespace {
 
 // Most triangles whose continuations are averaged; twice as many are asked.
-constexpr int kMostKept = 15;
+constexpr int kMaxAveraged = 15;
 
 // The position of the ray nearest to a single position, not behind the ray's origin.
-Point<double, 3> footOnRay(const Ray& ray, const Point<double, 3>& point) {
+Point<double, 3> projectionOnRay(const Ray& ray, const Point<double, 3>& point) {
     const Point<double, 3> direction = ray.target - ray.origin;
     const double squared = dot(direction, direction);
     if (squared == 0.0) return ray.origin;
@@ -51,11 +51,11 @@ NearestOnRay nearestOnRay(const Ray& ray, const Point<double, 3>& a, const Point
 }  // namespace
 
 Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
-    const int keep = std::min(index->uvTree.depth(), kMostKept);
+    const int keep = std::min(index->uvTree.depth(), kMaxAveraged);
     const int candidates = 2 * keep;
     std::vector<const Triangle*> nearest;
     nearest.reserve(static_cast<std::size_t>(candidates));
-    quarn::UVTree::NearestIterator walk(index->uvTree, uv);
+    quarn::detail::UVTree::NearestIterator walk(index->uvTree, uv);
     // The steps are counted, as the walk need not end by itself where distances are NaN. Triangles lie far apart in
     // memory, so each is asked for while the walk goes on.
     for (int step = 0; step < candidates && !walk.done(); ++step, walk.advance()) {
@@ -67,20 +67,20 @@ Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
     for (const Triangle* const candidate : nearest) {
         const Triangle& triangle = *candidate;
         if (triangle.uvDeterminant == 0.0) continue;
-        const quarn::UVParameters parameters = quarn::parametersOf(triangle, uv);
+        const quarn::detail::UVParameters parameters = quarn::detail::parametersOf(triangle, uv);
         points.push_back(triangle.pointAt(parameters.a, parameters.b));
     }
-    return quarn::filterOutliersAndAverage(keep, points);
+    return quarn::detail::filterOutliersAndAverage(keep, points);
 }
 
 IntersectionSet MeshScreen::intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& start,
                                                                      const Point<double, 3>& end,
                                                                      int normalSign) const {
-    IntersectionSet kept;
+    IntersectionSet matching;
     for (const Intersection& hit : intersectInternal(start, end)) {
-        if (normalSign == 0 || hit.normalSign == normalSign) kept.add(hit);
+        if (normalSign == 0 || hit.normalSign == normalSign) matching.add(hit);
     }
-    return kept.empty() ? IntersectionSet(rayPointNearestBoundary({start, end}, normalSign)) : kept;
+    return matching.empty() ? IntersectionSet(rayPointNearestBoundary({start, end}, normalSign)) : matching;
 }
 
 // The outline's point in the direction most like the ray's, seen from the ray's target. Intended: a point straight
@@ -94,7 +94,7 @@ std::optional<std::size_t> MeshScreen::findBoundaryPoint(const Ray& ray, int nor
         if (!(alignment > bestAlignment)) continue;
         if (normalSign != 0) {
             const Triangle* const triangle = boundary.triangles[i];
-            if (triangle == nullptr || quarn::signOf(dot(triangle->normal, direction)) != normalSign)
+            if (triangle == nullptr || quarn::detail::signOf(dot(triangle->normal, direction)) != normalSign)
                 continue;
         }
         bestAlignment = alignment;
@@ -108,7 +108,7 @@ Point<double, 3> MeshScreen::rayPointNearestBoundary(const Ray& ray, int normalS
     if (!chosen) return {};
     const std::vector<Point<double, 3>>& points = boundary.points;
     const std::size_t i = *chosen;
-    if (points.size() == 1) return footOnRay(ray, points[i]);
+    if (points.size() == 1) return projectionOnRay(ray, points[i]);
 
     const NearestOnRay before = nearestOnRay(ray, points[i == 0 ? points.size() - 1 : i - 1], points[i]);
     // Intended: the last point has no successor, where a reader would expect the outline to go round.

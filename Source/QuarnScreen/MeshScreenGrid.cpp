@@ -12,10 +12,11 @@ namespace {
 constexpr int kSamplesPerLine = 30;
 constexpr double kSampleStep = 0.034482758620689655;  // 1 / 29
 
-using UVPolyline = quarn::OutlineClipper::Polyline;
+using UVPolyline = quarn::detail::PolylineClipper::Polyline;
 
-// The lines of constant v, from top to bottom, or those of constant u, from left to right, within the outline.
-std::vector<UVPolyline> clippedLines(const quarn::OutlineClipper& clipper, int density, bool isConstantV) {
+// The lines of constant v, from top to bottom, or those of constant u, from left to right, within the boundaryLoop.
+std::vector<UVPolyline> clippedLines(const quarn::detail::PolylineClipper& clipper, int density,
+                                     bool isConstantV) {
     std::vector<UVPolyline> pieces;
     const double step = 1.0 / (static_cast<double>(density) - 1.0);
     UVPolyline line(kSamplesPerLine);
@@ -40,14 +41,14 @@ MeshScreen::Polylines MeshScreen::calculateGrid(int density) const {
     Polylines boundaryLines;
     sampleBoundary(boundaryLines);
     Polylines grid(1);
-    std::vector<Point<double, 3>>& outline = grid.front();
-    for (const auto& line : boundaryLines) outline.insert(outline.end(), line.begin(), line.end());
-    // Intended: an outline that repeats its first point already gets it once more.
-    if (!outline.empty()) outline.push_back(outline.front());
+    std::vector<Point<double, 3>>& boundaryLoop = grid.front();
+    for (const auto& line : boundaryLines) boundaryLoop.insert(boundaryLoop.end(), line.begin(), line.end());
+    // Intended: an boundaryLoop that repeats its first point already gets it once more.
+    if (!boundaryLoop.empty()) boundaryLoop.push_back(boundaryLoop.front());
 
-    UVPolyline outlineUV;
-    sampleBoundaryUV(outlineUV);
-    const quarn::OutlineClipper clipper(std::move(outlineUV));
+    UVPolyline boundaryUV;
+    sampleBoundaryUV(boundaryUV);
+    const quarn::detail::PolylineClipper clipper(std::move(boundaryUV));
     for (const bool isConstantV : {true, false}) {
         for (const UVPolyline& piece : clippedLines(clipper, density, isConstantV)) {
             std::vector<Point<double, 3>>& line = grid.emplace_back();

@@ -9,7 +9,7 @@
 #include <QuarnScreen/Detail/Platform/LogText.h>
 #include <QuarnScreen/Detail/Search/UVParameters.h>
 
-using quarn::logText;
+using quarn::detail::logText;
 
 namespace {
 
@@ -45,7 +45,7 @@ bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result,
     LOG4CXX_TRACE(log, ":-( not in cache (yet)  " << logText(uv));
 
     if (const Triangle* const triangle = findTriangleAtUV(uv)) {
-        const quarn::UVParameters parameters = quarn::parametersOf(*triangle, uv);
+        const quarn::detail::UVParameters parameters = quarn::detail::parametersOf(*triangle, uv);
         result = triangle->pointAt(parameters.a, parameters.b);
         mappingCache->add({uv, result, MappingInto3D::OnScreen});
         return true;
@@ -93,7 +93,8 @@ const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
     map.locate(static_cast<int>(map.nodes().size()) - 1, map.rootRect(), uv[0], uv[1], found);
     if (!found) return nullptr;
     const Triangle& triangle = **found;
-    if (triangle.uvDeterminant != 0.0 && quarn::parametersOf(triangle, uv).isInside()) return &triangle;
+    if (triangle.uvDeterminant != 0.0 && quarn::detail::parametersOf(triangle, uv).isInside())
+        return &triangle;
     LOG4CXX_WARN(log, "RegionMap thought the point was in this triangle, but the triangle disagrees: "
                           << logText(uv) << triangleText(triangle));
     return nullptr;

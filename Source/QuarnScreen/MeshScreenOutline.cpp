@@ -1,4 +1,4 @@
-// The outline of a mesh.
+// The polygon of a mesh.
 #include <QuarnScreen/MeshScreen.h>
 
 #include <string>
@@ -8,7 +8,7 @@
 #include <QuarnScreen/Detail/Mesh/VaryingUV.h>
 
 bool MeshScreen::findBoundaryNew(const std::vector<Triangle>& triangles, Boundary& boundary) {
-    const quarn::OutlineResult result = quarn::findOutline(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     if (result.edgesLeft) {
         LOG4CXX_WARN(log, "Multiple boundaries are not currently supported and there are "
                               << std::to_string(*result.edgesLeft)
@@ -18,9 +18,9 @@ bool MeshScreen::findBoundaryNew(const std::vector<Triangle>& triangles, Boundar
 }
 
 bool MeshScreen::checkParameterization(const std::vector<Triangle>& triangles) {
-    return quarn::hasVaryingUV(triangles);
+    return quarn::detail::hasVaryingUV(triangles);
 }
 
-bool MeshScreen::pointWithinBoundary(const std::vector<Point<double, 2>>& outline, Point<double, 2> point) {
-    return quarn::pointWithinOutline(outline, point);
+bool MeshScreen::pointWithinBoundary(const std::vector<Point<double, 2>>& polygon, Point<double, 2> point) {
+    return quarn::detail::pointWithinPolygon(polygon, point);
 }

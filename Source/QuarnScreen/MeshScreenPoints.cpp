@@ -7,19 +7,19 @@
 #include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
 
 const Triangle* MeshScreen::findClosestTriangle(const Point<double, 3>& point, bool nearestCentroid) const {
-    const quarn::CentroidSearch& search = index->centroidSearch;
+    const quarn::detail::CentroidSearch& search = index->centroidSearch;
     if (nearestCentroid) return search.tree().findNearest(point);
 
-    const Triangle* const holding = search.findHolding(point);
-    if (holding == nullptr || !boundaryValid) return holding;
+    const Triangle* const containing = search.findContaining(point);
+    if (containing == nullptr || !boundaryValid) return containing;
     // Intended: the first triangle that is met and does not hold the point decides whether the point counts as on the
     // screen at all, with the UV of its first corner where the point's foot lies outside of it.
     const std::optional<Point<double, 2>> rejected = search.firstRejectedUV(point);
-    return !rejected || isWithinOutline(*rejected) ? holding : nullptr;
+    return !rejected || isWithinOutline(*rejected) ? containing : nullptr;
 }
 
 bool MeshScreen::isWithinOutline(const Point<double, 2>& uv) const {
-    return index->bounds.holds(uv) && index->outline.contains(uv);
+    return index->bounds.contains(uv) && index->boundaryUV.contains(uv);
 }
 
 Point<double, 3> MeshScreen::getScreenNormal(const Point<double, 3>& point) const {

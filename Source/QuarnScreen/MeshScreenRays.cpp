@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMostHits = 10;
+constexpr int kMaxHits = 10;
 
 // How far behind a hit the search goes on, in lengths of the ray's direction: enough that single precision does not
 // find the same surface again.
@@ -21,11 +21,11 @@ IntersectionSet MeshScreen::intersect(const Point<double, 3>& start, const Point
 IntersectionSet MeshScreen::intersectInternal(const Point<double, 3>& start,
                                               const Point<double, 3>& end) const {
     const Point<double, 3> direction = end - start;
-    const quarn::RayScene::Vector narrowStart = quarn::RayScene::narrowed(start);
-    const quarn::RayScene::Vector narrowDirection = quarn::RayScene::narrowed(direction);
+    const quarn::detail::RayScene::Vector narrowStart = quarn::detail::RayScene::narrowed(start);
+    const quarn::detail::RayScene::Vector narrowDirection = quarn::detail::RayScene::narrowed(direction);
     IntersectionSet hits;
     float nearest = 0.0F;
-    for (int i = 0; i < kMostHits; ++i) {
+    for (int i = 0; i < kMaxHits; ++i) {
         const auto hit = scene->cast(narrowStart, narrowDirection, nearest);
         // The scene may be older than the triangles, and hold more of them.
         if (!hit || hit->triangle >= triangles.size()) break;
@@ -35,7 +35,7 @@ IntersectionSet MeshScreen::intersectInternal(const Point<double, 3>& start,
         intersection.hasUV = true;
         intersection.uv = triangle.uvAt(hit->a, hit->b);
         intersection.triangleIndex = static_cast<int>(hit->triangle);
-        intersection.normalSign = quarn::signOf(dot(direction, triangle.normal));
+        intersection.normalSign = quarn::detail::signOf(dot(direction, triangle.normal));
         hits.add(intersection);
         nearest = hit->distance + kStepBehindHit;
     }

@@ -14,11 +14,11 @@ namespace {
 constexpr Point<double, 3> kViewPoint(0.0, -5.0, 0.0);
 
 // From this number of rows or columns on, the position nearest to the origin is a calibration point of its own.
-constexpr int kLeastGridWithMiddle = 3;
+constexpr int kMinGridWithMiddle = 3;
 
 // Snapping to a crease: the triangles that are looked at, the size of a mesh for each of them, and the greatest
 // distance, in the mesh's unit.
-constexpr int kMostCreaseLevels = 5;
+constexpr int kMaxCreaseLevels = 5;
 constexpr std::size_t kTrianglesPerCreaseLevel = 100;
 constexpr double kSnapDistance = 0.5;
 
@@ -28,11 +28,11 @@ void visitPositions(const std::vector<Triangle>& triangles, Visit visit) {
         for (const TriangleVertex& corner : triangle.vertices) visit(corner.position);
 }
 
-// How many points of a line of `count` lie between two that are taken, to get about as many as a grid's rim has.
-std::size_t rimStep(std::size_t count, int columns, int rows) {
-    const std::int64_t rim = (static_cast<std::int64_t>(rows) + columns) * 2 - 4;
-    if (rim <= 0) return 1;
-    return std::max<std::size_t>(count / static_cast<std::size_t>(rim), 1);
+// How many points of a line of `count` lie between two that are taken, to get about as many as a grid's perimeter has.
+std::size_t perimeterStep(std::size_t count, int columns, int rows) {
+    const std::int64_t perimeter = (static_cast<std::int64_t>(rows) + columns) * 2 - 4;
+    if (perimeter <= 0) return 1;
+    return std::max<std::size_t>(count / static_cast<std::size_t>(perimeter), 1);
 }
 
 // Intended: after an entry went, the one that moved into its place is not looked at.
@@ -95,13 +95,12 @@ std::vector<Point<double, 3>> MeshScreen::calibrationPointsOfRim(int columns, in
     std::vector<Point<double, 3>> points;
     if (lines.empty()) return points;
     for (const auto& line : lines) {
-        const std::size_t step = rimStep(line.size(), columns, rows);
+        const std::size_t step = perimeterStep(line.size(), columns, rows);
         for (std::size_t i = 0; i < line.size(); ++i)
             if (i % step == 0 || i + 1 == line.size()) points.push_back(line[i]);
     }
     eraseRepeats(points);
-    if (columns >= kLeastGridWithMiddle || rows >= kLeastGridWithMiddle)
-        appendNearestToOrigin(triangles, points);
+    if (columns >= kMinGridWithMiddle || rows >= kMinGridWithMiddle) appendNearestToOrigin(triangles, points);
     return points;
 }
 
@@ -125,10 +124,11 @@ double MeshScreen::getMaxAngleFromHeading() const {
 }
 
 Point<double, 3> MeshScreen::getPointOnMeshEdge(const Point<double, 3>& point) const {
-    const int levels = std::min(index->uvTree.depth(), kMostCreaseLevels);
+    const int levels = std::min(index->uvTree.depth(), kMaxCreaseLevels);
     if (triangles.size() < static_cast<std::size_t>(levels) * kTrianglesPerCreaseLevel) return point;
     const auto nearest = index->centroidSearch.tree().findKNearest(point, 2 * levels);
-    const Point<double, 3> candidate = quarn::closestOn(quarn::sharpestCrease(nearest), point);
+    const Point<double, 3> candidate =
+        quarn::detail::closestOn(quarn::detail::sharpestCrease(nearest), point);
     return length(point - candidate) < kSnapDistance ? candidate : point;
 }
 

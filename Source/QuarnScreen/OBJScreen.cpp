@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kFileNotOpenedKind = 3;
 
-using quarn::ObjStatus;
+using quarn::detail::ObjStatus;
 static_assert(static_cast<int>(ObjStatus::Ok) == OBJScreen::StatusOk &&
               static_cast<int>(ObjStatus::NoParameterization) == OBJScreen::StatusNoParameterization &&
               static_cast<int>(ObjStatus::BadNormals) == OBJScreen::StatusBadNormals &&
@@ -80,11 +80,11 @@ const std::string& OBJScreen::getLoadedFileContents() const {
 }
 
 void OBJScreen::scaleToUnitRectangle() {
-    quarn::scaleToUnitRectangle(triangles);
+    quarn::detail::scaleToUnitRectangle(triangles);
 }
 
 void OBJScreen::replaceNewLineEscapeSequencesWithBlanks(std::string& text) {
-    quarn::blankContinuations(text);
+    quarn::detail::blankContinuations(text);
 }
 
 Matrix<float, 4> OBJScreen::getTransformMatrix(const std::wstring& axisForward,
@@ -107,7 +107,7 @@ Matrix<float, 4> OBJScreen::getTransformMatrix(const std::wstring& axisForward,
 
 void OBJScreen::deserializeFromFile(const std::wstring& path) {
     std::ifstream file;
-    if (!quarn::openInputFile(file, path, std::ios::in)) {
+    if (!quarn::detail::openInputFile(file, path, std::ios::in)) {
         status = StatusFileNotOpened;
         throw ObjLoadException(kFileNotOpenedKind, L"Could not open the file.");
     }
@@ -117,7 +117,7 @@ void OBJScreen::deserializeFromFile(const std::wstring& path) {
 void OBJScreen::deserialize(std::istream& in) {
     triangles.clear();
     try {
-        quarn::readWholeStream(in, loadedFileContents);
+        quarn::detail::readWholeStream(in, loadedFileContents);
         if (loadedFileContents.empty())
             dropTriangleData();
         else
@@ -130,11 +130,12 @@ void OBJScreen::deserialize(std::istream& in) {
 }
 
 void OBJScreen::load() {
-    quarn::blankContinuations(loadedFileContents);
+    quarn::detail::blankContinuations(loadedFileContents);
     DataHash hash{};
     // The lists of the scan are gone before the indexes are made: a large mesh needs the memory.
-    const quarn::ObjOutcome outcome = quarn::buildObjTriangles(
-        quarn::scanObjText(loadedFileContents, triangles, [&] { hash = calculateHash(loadedFileContents); }),
+    const quarn::detail::ObjOutcome outcome = quarn::detail::buildObjTriangles(
+        quarn::detail::parseObj(loadedFileContents, triangles,
+                                [&] { hash = calculateHash(loadedFileContents); }),
         getTransformMatrix(axisForward, axisUpward, scale), triangles);
     status = static_cast<Status>(outcome.status);
     if (outcome.failure) throw ObjLoadException(*outcome.failure);

@@ -19,7 +19,7 @@ constexpr const wchar_t* kUpwardTag = L"AxisUpward";
 constexpr const wchar_t* kScaleTag = L"Scale";
 
 // An element with fewer child nodes, blanks between tags counted, is the older form.
-constexpr int kLeastChildren = 4;
+constexpr int kMinChildren = 4;
 
 int countChildren(const xercesc::DOMNode& node) {
     int count = 0;
@@ -40,25 +40,26 @@ float scaleFrom(const std::wstring& text) {
 void OBJScreen::serialize(std::wostream& out, int indent) {
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
     XmlHelper::writeIndented(indent + 1, out, std::wstring(L"<") + kTextTag + L">");
-    quarn::writeBase64(out, quarn::throughWideText(loadedFileContents));
+    quarn::detail::writeBase64(out, quarn::detail::throughWideText(loadedFileContents));
     XmlHelper::writeIndented(0, out, std::wstring(L"</") + kTextTag + L">\n");
     XmlHelper::writeTag(indent + 1, out, kForwardTag, axisForward);
     XmlHelper::writeTag(indent + 1, out, kUpwardTag, axisUpward);
-    quarn::writeNumberTag(indent + 1, out, kScaleTag, static_cast<double>(scale));
+    quarn::detail::writeNumberTag(indent + 1, out, kScaleTag, static_cast<double>(scale));
     ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
 }
 
 void OBJScreen::deserialize(xercesc::DOMNode* node) {
     std::string text;
-    if (countChildren(*node) < kLeastChildren) {
+    if (countChildren(*node) < kMinChildren) {
         text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(node);
     } else {
         for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr;
              child = child->getNextSibling()) {
-            if (quarn::isTag(*child, kForwardTag)) axisForward = quarn::textContent(*child);
-            if (quarn::isTag(*child, kUpwardTag)) axisUpward = quarn::textContent(*child);
-            if (quarn::isTag(*child, kScaleTag)) scale = scaleFrom(quarn::textContent(*child));
-            if (quarn::isTag(*child, kTextTag))
+            if (quarn::detail::isTag(*child, kForwardTag)) axisForward = quarn::detail::textContent(*child);
+            if (quarn::detail::isTag(*child, kUpwardTag)) axisUpward = quarn::detail::textContent(*child);
+            if (quarn::detail::isTag(*child, kScaleTag))
+                scale = scaleFrom(quarn::detail::textContent(*child));
+            if (quarn::detail::isTag(*child, kTextTag))
                 text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(child);
         }
     }

@@ -9,12 +9,12 @@
 
 namespace {
 
-using quarn::middleU;
-using quarn::middleV;
+using quarn::detail::middleU;
+using quarn::detail::middleV;
 
 constexpr int kNoSlot = -1;
 
-constexpr double kGreatest = std::numeric_limits<double>::max();
+constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 }  // namespace
 
@@ -22,36 +22,38 @@ const Triangle* RegionNode::triangle(int index) const {
     return map->slotTriangles[static_cast<std::size_t>(map->slotInLeaf(*this, index))];
 }
 
-RegionMap::RegionMap() : shortcuts(std::make_unique<quarn::RegionShortcuts>()) {}
+RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::QuadtreeLookup>()) {}
 RegionMap::~RegionMap() = default;
 
 // Makes the nodes of a build.
-class RegionMap::NodeSink {
+class RegionMap::NodeVisitor {
 public:
-    struct Saved {
+    struct Checkpoint {
         Statistics statistics;
         std::size_t nodes = 0;
         std::size_t lists = 0;
     };
 
-    NodeSink(RegionMap& owner, const Triangle* first, std::size_t count)
+    NodeVisitor(RegionMap& owner, const Triangle* first, std::size_t count)
         : map(owner), triangles(first), slots(count, kNoSlot) {}
 
-    [[nodiscard]] Saved save() const { return {map.statistics, map.nodeList.size(), map.longLists.size()}; }
-    void restore(const Saved& saved) {
-        map.statistics = saved.statistics;
-        map.nodeList.resize(saved.nodes);
-        map.longLists.resize(saved.lists);
+    [[nodiscard]] Checkpoint save() const {
+        return {map.statistics, map.nodeList.size(), map.longLists.size()};
+    }
+    void restore(const Checkpoint& checkpoint) {
+        map.statistics = checkpoint.statistics;
+        map.nodeList.resize(checkpoint.nodes);
+        map.longLists.resize(checkpoint.lists);
     }
     static bool mayCut(int /*count*/) { return true; }
     // Intended: this counter alone is not set back.
     void giveUp() { ++map.splitsGivenUp; }
 
-    int leaf(const quarn::BoxRange& range, int depth) {
+    int leaf(const quarn::detail::BoxRange& range, int depth) {
         RegionNode leaf;
         leaf.triangleCount = range.size();
         leaf.map = &map;
-        if (leaf.triangleCount <= RegionNode::kRoomInPlace) {
+        if (leaf.triangleCount <= RegionNode::kInlineCapacity) {
             std::transform(range.first, range.last, leaf.payload.begin(),
                            [this](int i) { return slotOf(i); });
         } else {
@@ -94,35 +96,35 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
 
     const auto count = static_cast<std::size_t>(builtTriangles);
     tests.clear();
-    shortcuts->clear();
+    lookup->clear();
     firstSlot = slotTriangles.size();
     slotTriangles.reserve(firstSlot + count);
     cutAll(first, count);
     makeTests();
-    shortcuts->build(nodeList, wholeRect, statistics.leafCount);
+    lookup->build(nodeList, wholeRect, statistics.leafCount);
 }
 
 void RegionMap::cutAll(const Triangle* first, std::size_t count) {
     std::vector<RegionRect> boxes(count);
     std::transform(first, first + count, boxes.begin(), [](const Triangle& triangle) {
         const auto& [a, b, c] = triangle.vertices;
-        return quarn::uvBoxOf(a.uv, b.uv, c.uv);
+        return quarn::detail::uvBoxOf(a.uv, b.uv, c.uv);
     });
-    wholeRect = quarn::unionOf(boxes);
-    NodeSink sink(*this, first, count);
-    quarn::RegionSubdivision<NodeSink>(boxes, sink).run(wholeRect);
+    wholeRect = quarn::detail::unionOf(boxes);
+    NodeVisitor visitor(*this, first, count);
+    quarn::detail::QuadtreeSubdivision<NodeVisitor>(boxes, visitor).run(wholeRect);
 }
 
 void RegionMap::clear() {
     statistics = Statistics();
     splitsGivenUp = 0;
     builtTriangles = 0;
-    wholeRect = {kGreatest, -kGreatest, kGreatest, -kGreatest};
+    wholeRect = {kMaxDouble, -kMaxDouble, kMaxDouble, -kMaxDouble};
     nodeList.clear();
     longLists.clear();
     slotTriangles.clear();
     tests.clear();
-    shortcuts->clear();
+    lookup->clear();
     firstSlot = 0;
 }
 
@@ -137,7 +139,8 @@ void RegionMap::countLeaf(int triangleCount, int depth) {
 }
 
 int RegionMap::slotInLeaf(const RegionNode& leaf, int index) const {
-    if (leaf.triangleCount <= RegionNode::kRoomInPlace) return leaf.payload[static_cast<std::size_t>(index)];
+    if (leaf.triangleCount <= RegionNode::kInlineCapacity)
+        return leaf.payload[static_cast<std::size_t>(index)];
     return longLists[static_cast<std::size_t>(leaf.payload.front()) + static_cast<std::size_t>(index)];
 }
 
@@ -166,7 +169,7 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
     const RegionNode* node = &nodeList[static_cast<std::size_t>(nodeIndex)];
     RegionRect part = rect;
     if (nodeIndex + 1 == static_cast<int>(nodeList.size()) && rect == wholeRect) {
-        if (const auto arrival = shortcuts->find(u, v)) {
+        if (const auto arrival = lookup->find(u, v)) {
             node = &nodeList[static_cast<std::size_t>(arrival->node)];
             part = arrival->rect;
         }

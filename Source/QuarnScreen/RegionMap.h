@@ -12,8 +12,8 @@
 #include <Common/Export.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
-class RegionShortcuts;
+namespace quarn::detail {
+class QuadtreeLookup;
 }
 
 /// A rectangle in UV.
@@ -43,12 +43,12 @@ public:
 private:
     friend class RegionMap;
 
-    static constexpr int kRoomInPlace = 8;
+    static constexpr int kInlineCapacity = 8;
 
     int triangleCount = -1;
     // The children of an inner node; the slots of the triangles of a leaf, or, where they are too many, the
     // place in the map's list where they begin.
-    std::array<int, kRoomInPlace> payload{};
+    std::array<int, kInlineCapacity> payload{};
     const RegionMap* map = nullptr;
 };
 
@@ -133,7 +133,7 @@ private:
         [[nodiscard]] bool holds(double u, double v) const;
     };
 
-    class NodeSink;
+    class NodeVisitor;
 
     friend class RegionNode;
 
@@ -150,7 +150,7 @@ private:
     std::vector<const Triangle*> slotTriangles;
     std::size_t firstSlot = 0;  // of the last build; the first test belongs to it
     std::vector<UVTest> tests;
-    std::unique_ptr<quarn::RegionShortcuts> shortcuts;
+    std::unique_ptr<quarn::detail::QuadtreeLookup> lookup;
     int builtTriangles = 0;
     int splitsGivenUp = 0;
     Statistics statistics;

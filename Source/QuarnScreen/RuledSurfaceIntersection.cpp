@@ -15,18 +15,18 @@ constexpr double kRulingTolerance = 1e-06;
 // How far off the surface a position on the screen may lie, in the screen's unit, and off the unit square in
 // UV.
 constexpr double kOnScreenTolerance = 1e-06;
-constexpr double kGreatestOnScreenUV = 1.0 + kOnScreenTolerance;
+constexpr double kMaxOnScreenUV = 1.0 + kOnScreenTolerance;
 
 // Greatest arc whose normals are sure to be found, in radians: pi cut to twelve decimals, so pi itself
 // exceeds it.
-constexpr double kGreatestArc = 3.141592653589;
+constexpr double kMaxArc = 3.141592653589;
 
 // The search for the ruling through a position; the acceptance refuses no sine.
 constexpr int kNormalIterations = 200;
 constexpr double kNormalTolerance = 1e-05;
 constexpr double kNormalAcceptance = 2.0;
 // A position has a normal if it is this near to the surface, as a part of the width.
-constexpr double kGreatestNormalError = 0.01;
+constexpr double kMaxNormalErrorRatio = 0.01;
 
 constexpr Point<double, 3> kTowardsScreen(0.0, 1.0, 0.0);
 
@@ -107,7 +107,7 @@ std::optional<Intersection> RuledSurfaceScreen::intersectWithExtrapolation(const
     // Intended: v has no sign, so positions above the top edge share it with those below.
     hit.uv = Point<double, 2>(*u, distanceToTop / rulingLength);
     hit.hasUV = true;
-    hit.normalSign = quarn::signOf(dot(to - from, getScreenNormal(hit.point)));
+    hit.normalSign = quarn::detail::signOf(dot(to - from, getScreenNormal(hit.point)));
     return hit;
 }
 
@@ -132,8 +132,8 @@ bool RuledSurfaceScreen::isOnScreenSection(const Point<double, 3>& point) const 
     const std::optional<Intersection> hit = projectAlongY(point);
     if (!hit || length(point - hit->point) > kOnScreenTolerance) return false;
     const Point<double, 2> uv = mapInto2D(hit->point, false);
-    return uv[0] > -kOnScreenTolerance && kGreatestOnScreenUV > uv[0] && uv[1] > -kOnScreenTolerance &&
-           kGreatestOnScreenUV > uv[1];
+    return uv[0] > -kOnScreenTolerance && kMaxOnScreenUV > uv[0] && uv[1] > -kOnScreenTolerance &&
+           kMaxOnScreenUV > uv[1];
 }
 
 Point<double, 2> RuledSurfaceScreen::mapInto2D(const Point<double, 3>& point, bool /*extrapolate*/) const {
@@ -152,7 +152,7 @@ double RuledSurfaceScreen::signedSineFromRuling(double u, const Point<double, 3>
 }
 
 Point<double, 3> RuledSurfaceScreen::getScreenNormal(const Point<double, 3>& point) const {
-    if (std::abs(topArc) > kGreatestArc || std::abs(bottomArc) > kGreatestArc) warnOfGreatArc(log);
+    if (std::abs(topArc) > kMaxArc || std::abs(bottomArc) > kMaxArc) warnOfGreatArc(log);
 
     // Find the UV of the position.
     const double v = (point[2] - topCenter[2]) / (bottomCenter[2] - topCenter[2]);
@@ -163,7 +163,7 @@ Point<double, 3> RuledSurfaceScreen::getScreenNormal(const Point<double, 3>& poi
     Point<double, 3> onSurface;
     mapInto3D(Point<double, 2>(u, v), onSurface, true);
     const double error = length(point - onSurface) / width;
-    if (!(kGreatestNormalError > error)) return normalNotFound(log, point);
+    if (!(kMaxNormalErrorRatio > error)) return normalNotFound(log, point);
 
     // The normal is square to both tangents and points away from the line between the arcs' centres.
     const Point<double, 3> alongArcs =

@@ -61,23 +61,23 @@ const std::string& RuledSurfaceScreen::getType() const {
 
 void RuledSurfaceScreen::serialize(std::wostream& out, int indent) {
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
-    quarn::writeNumberTag(indent + 1, out, kWidthTag, width);
-    quarn::writeNumberTag(indent + 1, out, kHeightTag, height);
-    quarn::writeNumberTag(indent + 1, out, kMinThetaTag, minTheta);
-    quarn::writeNumberTag(indent + 1, out, kMaxThetaTag, maxTheta);
-    quarn::writeNumberTag(indent + 1, out, kMinPhiTag, minPhi);
-    quarn::writeNumberTag(indent + 1, out, kMaxPhiTag, maxPhi);
+    quarn::detail::writeNumberTag(indent + 1, out, kWidthTag, width);
+    quarn::detail::writeNumberTag(indent + 1, out, kHeightTag, height);
+    quarn::detail::writeNumberTag(indent + 1, out, kMinThetaTag, minTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kMaxThetaTag, maxTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kMinPhiTag, minPhi);
+    quarn::detail::writeNumberTag(indent + 1, out, kMaxPhiTag, maxPhi);
     ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
 }
 
 void RuledSurfaceScreen::deserialize(xercesc::DOMNode* node) {
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        quarn::readNumberTag(child, kWidthTag, width);
-        quarn::readNumberTag(child, kHeightTag, height);
-        quarn::readNumberTag(child, kMinThetaTag, minTheta);
-        quarn::readNumberTag(child, kMaxThetaTag, maxTheta);
-        quarn::readNumberTag(child, kMinPhiTag, minPhi);
-        quarn::readNumberTag(child, kMaxPhiTag, maxPhi);
+        quarn::detail::readNumberTag(child, kWidthTag, width);
+        quarn::detail::readNumberTag(child, kHeightTag, height);
+        quarn::detail::readNumberTag(child, kMinThetaTag, minTheta);
+        quarn::detail::readNumberTag(child, kMaxThetaTag, maxTheta);
+        quarn::detail::readNumberTag(child, kMinPhiTag, minPhi);
+        quarn::detail::readNumberTag(child, kMaxPhiTag, maxPhi);
     }
     reset(minTheta, maxTheta, minPhi, maxPhi);
 }
@@ -106,7 +106,7 @@ void RuledSurfaceScreen::reset(double newMinTheta, double newMaxTheta, double ne
 
     // The search ends where the arc of the larger angle has turned a quarter circle from its apex. Below 180
     // degrees that lies beyond the screen, so there are hits to extrapolate.
-    const double halfCircles = std::max(topArc, bottomArc) / quarn::kPi;
+    const double halfCircles = std::max(topArc, bottomArc) / quarn::detail::kPi;
     searchHigh = 0.5 + 0.5 / halfCircles;
     searchLow = 0.5 - 0.5 / halfCircles;
 }
@@ -136,7 +136,7 @@ bool RuledSurfaceScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>&
 }
 
 std::vector<Point<double, 3>> RuledSurfaceScreen::getDefaultCalibrationPoints(int columns, int rows) const {
-    return quarn::columnByColumn(columns, rows, [&](int i) {
+    return quarn::detail::columnByColumn(columns, rows, [&](int i) {
         return [this, u = i / (columns - 1.0), rows](int j) {
             Point<double, 3> point;
             mapInto3D(Point<double, 2>(u, j / (rows - 1.0)), point, true);
@@ -160,23 +160,24 @@ void RuledSurfaceScreen::generateGeometry(Point<double, 3>& viewPoint, std::vect
                                           std::vector<Point<double, 3>>& vertices,
                                           std::vector<Point<double, 3>>& normals) const {
     const double size = std::max(width * 0.5, height * 0.5);
-    viewPoint = Point<double, 3>(0.0, size * quarn::viewDistanceFactor(size), 0.0);
-    for (int i = 0; i < quarn::kDisplayGridSize; ++i) {
-        for (int j = 0; j < quarn::kDisplayGridSize; ++j) {
+    viewPoint = Point<double, 3>(0.0, size * quarn::detail::viewDistanceFactor(size), 0.0);
+    for (int i = 0; i < quarn::detail::kDisplayGridSize; ++i) {
+        for (int j = 0; j < quarn::detail::kDisplayGridSize; ++j) {
             Point<double, 3> point;
-            mapInto3D(Point<double, 2>(i / quarn::kDisplayGridIntervals, j / quarn::kDisplayGridIntervals),
+            mapInto3D(Point<double, 2>(i / quarn::detail::kDisplayGridIntervals,
+                                       j / quarn::detail::kDisplayGridIntervals),
                       point, true);
             vertices.push_back(point);
         }
     }
     appendDisplayNormals(vertices, normals);
-    quarn::appendDisplayGridIndices(indices);
+    quarn::detail::appendDisplayGridIndices(indices);
 }
 
 // Normals by finite differences towards the next vertices, at the ends from the previous ones.
 void RuledSurfaceScreen::appendDisplayNormals(const std::vector<Point<double, 3>>& vertices,
                                               std::vector<Point<double, 3>>& normals) const {
-    constexpr std::size_t kSize = quarn::kDisplayGridSize;
+    constexpr std::size_t kSize = quarn::detail::kDisplayGridSize;
     for (std::size_t i = 0; i < kSize; ++i) {
         for (std::size_t j = 0; j < kSize; ++j) {
             const std::size_t k = i * kSize + j;

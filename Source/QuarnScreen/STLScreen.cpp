@@ -42,15 +42,15 @@ void STLScreen::updateGeometry(IScreenConfig* /*config*/) {}
 
 void STLScreen::deserializeFromFile(const std::wstring& path) {
     std::ifstream file;
-    valid = quarn::openInputFile(file, path, std::ios::in | std::ios::binary);
+    valid = quarn::detail::openInputFile(file, path, std::ios::in | std::ios::binary);
     if (valid) deserialize(file);
 }
 
 void STLScreen::deserialize(std::istream& in) {
     const std::istream::pos_type start = in.tellg();
-    loadedFileContents = quarn::readRest(in);
+    loadedFileContents = quarn::detail::readRest(in);
     in.seekg(start);
-    valid = quarn::readStl(in, loadedFileContents.size(), triangles);
+    valid = quarn::detail::readStl(in, loadedFileContents.size(), triangles);
     if (!valid) {
         loadedFileContents.clear();
         dataHash = calculateHash(loadedFileContents);
@@ -59,7 +59,7 @@ void STLScreen::deserialize(std::istream& in) {
 }
 
 void STLScreen::scaleToUnitRectangle() {
-    quarn::scaleToUnitRectangle(triangles);
+    quarn::detail::scaleToUnitRectangle(triangles);
 }
 
 void STLScreen::serialize(std::wostream& out, int indent) {

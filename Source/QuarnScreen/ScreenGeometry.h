@@ -2,8 +2,8 @@
 /// What every screen can do through its contract alone.
 #pragma once
 
-#include <log4cxx/logger.h>
 #include <cstdint>
+#include <log4cxx/logger.h>
 #include <string>
 
 #include <Common/Export.h>
@@ -40,8 +40,8 @@ public:
     [[nodiscard]] static DataHash calculateHash(const std::string& data);
 
     /// Writes the middle of getBounds(); (0, 0, 0) for a shape without bounds.
-    /// \pre \p centre is not null.
-    void getCentreFromScreenBounds(Point<double, 3>* centre) const;
+    /// \pre \p center is not null.
+    void getCentreFromScreenBounds(Point<double, 3>* center) const;
 
     [[nodiscard]] std::vector<Point<double, 3>> intersectChannelBoundary(
         const PointPairs& rays, const PointPairs& extraRays) const override;

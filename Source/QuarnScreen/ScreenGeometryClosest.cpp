@@ -73,9 +73,9 @@ double ScreenGeometry::getShortestDistance(const Point<double, 3>& point) const 
     return std::sqrt(squaredDistance(point, getClosestPoint(point)));
 }
 
-void ScreenGeometry::getCentreFromScreenBounds(Point<double, 3>* centre) const {
+void ScreenGeometry::getCentreFromScreenBounds(Point<double, 3>* center) const {
     Point<double, 3> min;
     Point<double, 3> max;
     getBounds(&min, &max);
-    for (std::size_t i = 0; i < 3; ++i) (*centre)[i] = std::abs(max[i] - min[i]) * 0.5 + min[i];
+    for (std::size_t i = 0; i < 3; ++i) (*center)[i] = std::abs(max[i] - min[i]) * 0.5 + min[i];
 }

@@ -5,7 +5,7 @@
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
 
-using quarn::PolylineSampler;
+using quarn::detail::PolylineSampler;
 
 namespace {
 
@@ -92,7 +92,7 @@ std::vector<Point<double, 3>> ScreenGeometry::intersectChannelBoundary(const Poi
         const IntersectionSet hits = intersect(ray.first, ray.second);
         if (hits.empty()) return std::nullopt;
         const double approach = dot(ray.second - ray.first, getScreenNormal(hits.first().point));
-        return quarn::signOf(approach);
+        return quarn::detail::signOf(approach);
     };
     std::optional<int> side;
     for (auto ray = rays.begin(); ray != rays.end() && !side; ++ray) side = sideOf(*ray);

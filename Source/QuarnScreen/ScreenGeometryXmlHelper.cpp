@@ -57,13 +57,13 @@ void ScreenGeometryXmlHelper::serializeAndBase64EncodeScreenGeometry(std::wostre
                                                                      const std::string& type,
                                                                      const std::string& definition) {
     serializeOpenTagNoChildren(out, indent, type);
-    quarn::writeBase64(out, definition);
+    quarn::detail::writeBase64(out, definition);
     serializeCloseTagNoChildren(out, indent);
 }
 
 std::string ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(xercesc::DOMNode* node) {
     if (!node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kElementWithoutTextLine, L"");
-    const std::string text = toUtf8(quarn::textContent(*node));
-    return quarn::throughWideText(decodeBase64(text));
+    const std::string text = toUtf8(quarn::detail::textContent(*node));
+    return quarn::detail::throughWideText(decodeBase64(text));
 }

@@ -1,7 +1,7 @@
 #include <QuarnScreen/ScreenUtils.h>
 
-#include <log4cxx/logger.h>
 #include <cmath>
+#include <log4cxx/logger.h>
 #include <optional>
 
 #include <QuarnScreen/Detail/Platform/LogText.h>
@@ -13,7 +13,7 @@ const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger(std::wstring(L"Quar
 constexpr int kCellsPerSide = 5;
 constexpr double kCells = kCellsPerSide;
 constexpr double kStepInCell = 0.002;  // as a part of a cell
-constexpr int kLeastSamples = 5;
+constexpr int kMinSamples = 5;
 
 // How far a position moves for the step in u and for the step in v.
 struct Steps {
@@ -52,7 +52,7 @@ double ScreenUtils::estimateAspectRatioUV(IScreenGeometry& screen) {
             ++samples;
         }
     }
-    if (samples < kLeastSamples) {
+    if (samples < kMinSamples) {
         LOG4CXX_WARN(
             logger,
             "calculateAspectRatio failed; using aspect ratio of 1:1 - you probably have a bad UV map!");
@@ -60,7 +60,7 @@ double ScreenUtils::estimateAspectRatioUV(IScreenGeometry& screen) {
     }
     const double ratio = sumU / sumV;
     LOG4CXX_INFO(logger, "calculateAspectRatio estimated width/height of screen at "
-                             << quarn::logText(ratio)
+                             << quarn::detail::logText(ratio)
                              << ". This doesn't have to be exact, 50-200% of the true value is fine.");
     return ratio;
 }

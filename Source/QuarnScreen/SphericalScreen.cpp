@@ -19,7 +19,7 @@ namespace {
 // Slack of the section's edges (radians) and of the sphere (square of distance over radius).
 constexpr double kOnScreenTolerance = 1e-06;
 // Nearer to the centre than this, in the screen's unit, no direction towards it exists.
-constexpr double kLeastCenterDistance = 1e-06;
+constexpr double kMinCenterDistance = 1e-06;
 
 constexpr int kDegreesPerBoundarySample = 2;
 
@@ -32,7 +32,8 @@ constexpr const wchar_t* kMaxPhiTag = L"Screen_MaxPhi";
 
 // One sample for each two whole degrees; a range that runs backwards has a negative count.
 int boundarySamples(double range) {
-    return quarn::truncatedCount(range * quarn::kDegreesPerRadian) / kDegreesPerBoundarySample;
+    return quarn::detail::truncatedCount(range * quarn::detail::kSamplingDegreesPerRadian) /
+           kDegreesPerBoundarySample;
 }
 
 }  // namespace
@@ -61,22 +62,22 @@ const std::string& SphericalScreen::getType() const {
 void SphericalScreen::serialize(std::wostream& out, int indent) {
     ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
     XmlHelper::writeTagPoint(indent + 1, out, kCenterTag, params.center);
-    quarn::writeNumberTag(indent + 1, out, kRadiusTag, params.radius);
-    quarn::writeNumberTag(indent + 1, out, kMinThetaTag, params.minTheta);
-    quarn::writeNumberTag(indent + 1, out, kMaxThetaTag, params.maxTheta);
-    quarn::writeNumberTag(indent + 1, out, kMinPhiTag, params.minPhi);
-    quarn::writeNumberTag(indent + 1, out, kMaxPhiTag, params.maxPhi);
+    quarn::detail::writeNumberTag(indent + 1, out, kRadiusTag, params.radius);
+    quarn::detail::writeNumberTag(indent + 1, out, kMinThetaTag, params.minTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kMaxThetaTag, params.maxTheta);
+    quarn::detail::writeNumberTag(indent + 1, out, kMinPhiTag, params.minPhi);
+    quarn::detail::writeNumberTag(indent + 1, out, kMaxPhiTag, params.maxPhi);
     ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
 }
 
 void SphericalScreen::deserialize(xercesc::DOMNode* node) {
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        quarn::readPointTag(child, kCenterTag, params.center);
-        quarn::readNumberTag(child, kRadiusTag, params.radius);
-        quarn::readNumberTag(child, kMinThetaTag, params.minTheta);
-        quarn::readNumberTag(child, kMaxThetaTag, params.maxTheta);
-        quarn::readNumberTag(child, kMinPhiTag, params.minPhi);
-        quarn::readNumberTag(child, kMaxPhiTag, params.maxPhi);
+        quarn::detail::readPointTag(child, kCenterTag, params.center);
+        quarn::detail::readNumberTag(child, kRadiusTag, params.radius);
+        quarn::detail::readNumberTag(child, kMinThetaTag, params.minTheta);
+        quarn::detail::readNumberTag(child, kMaxThetaTag, params.maxTheta);
+        quarn::detail::readNumberTag(child, kMinPhiTag, params.minPhi);
+        quarn::detail::readNumberTag(child, kMaxPhiTag, params.maxPhi);
     }
 }
 
@@ -86,13 +87,13 @@ void SphericalScreen::updateGeometry(IScreenConfig* config) {
 }
 
 // Hits on the whole sphere in front of `from`, nearest first.
-quarn::HitPair SphericalScreen::intersectWithExtrapolation(const Point<double, 3>& from,
-                                                           const Point<double, 3>& to) const {
+quarn::detail::HitPair SphericalScreen::intersectWithExtrapolation(const Point<double, 3>& from,
+                                                                   const Point<double, 3>& to) const {
     const Point<double, 3> o = from - params.center;
     const Point<double, 3> d = normalized(to - from);
 
     // Solve |o + t d| = radius for t.
-    quarn::HitPair hits;
+    quarn::detail::HitPair hits;
     const double a = dot(d, d);
     const double b = 2 * dot(o, d);
     const double c = dot(o, o) - params.radius * params.radius;
@@ -103,7 +104,7 @@ quarn::HitPair SphericalScreen::intersectWithExtrapolation(const Point<double, 3
         if (!(t > 0.0)) return;
         Intersection hit;
         hit.point = from + t * d;
-        hit.normalSign = quarn::signOf(dot(d, getScreenNormal(hit.point)));
+        hit.normalSign = quarn::detail::signOf(dot(d, getScreenNormal(hit.point)));
         hits.add(hit);
     };
     // Intended: a discriminant of zero gives the same hit twice, where a reader would expect one.
@@ -123,7 +124,7 @@ IntersectionSet SphericalScreen::intersectExtrapolatedWithSpecifiedNormal(const 
                                                                           int normalSign) const {
     const Point<double, 3> direction = to - from;
     return intersectWithExtrapolation(from, to).filtered([&](const Intersection& hit) {
-        return quarn::signOf(dot(direction, getScreenNormal(hit.point))) == normalSign;
+        return quarn::detail::signOf(dot(direction, getScreenNormal(hit.point))) == normalSign;
     });
 }
 
@@ -139,7 +140,7 @@ bool SphericalScreen::isOnScreenSection(const Point<double, 3>& point) const {
     const double low = params.minTheta - kOnScreenTolerance;
     const double high = params.maxTheta + kOnScreenTolerance;
     if (!(theta < 0.0)) return theta >= low && high >= theta;
-    const double wrapped = theta + quarn::kTwoPi;
+    const double wrapped = theta + quarn::detail::kTwoPi;
     if (high >= wrapped) return wrapped >= low;
     // Intended: no upper limit here; a reader would expect high >= theta as well.
     return theta >= low;
@@ -148,7 +149,7 @@ bool SphericalScreen::isOnScreenSection(const Point<double, 3>& point) const {
 Point<double, 3> SphericalScreen::getScreenNormal(const Point<double, 3>& point) const {
     const Point<double, 3> towardsCenter = params.center - point;
     const double distance = length(towardsCenter);
-    if (kLeastCenterDistance > distance) return {};
+    if (kMinCenterDistance > distance) return {};
     return towardsCenter / distance;
 }
 
@@ -158,7 +159,8 @@ Point<double, 2> SphericalScreen::mapInto2D(const Point<double, 3>& point, bool 
     const double ring = std::cos(phi);
     double theta = std::atan2(((point[0] - params.center[0]) / params.radius) / ring,
                               ((point[1] - params.center[1]) / params.radius) / ring);
-    if (theta < 0.0 && params.maxTheta >= theta + quarn::kTwoPi) theta = theta + quarn::kTwoPi;
+    if (theta < 0.0 && params.maxTheta >= theta + quarn::detail::kTwoPi)
+        theta = theta + quarn::detail::kTwoPi;
     return {(theta - params.minTheta) / (params.maxTheta - params.minTheta), v};
 }
 
@@ -177,7 +179,7 @@ std::vector<Point<double, 3>> SphericalScreen::getDefaultCalibrationPoints(int c
     // Intended: the centre is not added, unlike in mapInto3D.
     const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
     const double stepPhi = (params.minPhi - params.maxPhi) / (rows - 1.0);
-    return quarn::columnByColumn(columns, rows, [&](int i) {
+    return quarn::detail::columnByColumn(columns, rows, [&](int i) {
         const double theta = i * stepTheta + params.minTheta;
         return
             [this, stepPhi, x = params.radius * std::sin(theta), y = params.radius * std::cos(theta)](int j) {
@@ -190,13 +192,14 @@ std::vector<Point<double, 3>> SphericalScreen::getDefaultCalibrationPoints(int c
 void SphericalScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
                                        std::vector<Point<double, 3>>& vertices,
                                        std::vector<Point<double, 3>>& normals) const {
-    viewPoint = Point<double, 3>(0.0, quarn::viewDistanceFactor(params.radius) * params.radius, 0.0);
-    for (int r = 0; r < quarn::kDisplayGridSize; ++r) {
+    viewPoint = Point<double, 3>(0.0, quarn::detail::viewDistanceFactor(params.radius) * params.radius, 0.0);
+    for (int r = 0; r < quarn::detail::kDisplayGridSize; ++r) {
         const double phi =
-            ((params.minPhi - params.maxPhi) * r) / quarn::kDisplayGridIntervals + params.maxPhi;
-        for (int c = 0; c < quarn::kDisplayGridSize; ++c) {
+            ((params.minPhi - params.maxPhi) * r) / quarn::detail::kDisplayGridIntervals + params.maxPhi;
+        for (int c = 0; c < quarn::detail::kDisplayGridSize; ++c) {
             const double theta =
-                ((params.maxTheta - params.minTheta) * c) / quarn::kDisplayGridIntervals + params.minTheta;
+                ((params.maxTheta - params.minTheta) * c) / quarn::detail::kDisplayGridIntervals +
+                params.minTheta;
             vertices.emplace_back(std::sin(theta) * params.radius * std::cos(phi) + params.center[0],
                                   std::cos(theta) * params.radius * std::cos(phi) + params.center[1],
                                   std::sin(phi) * params.radius + params.center[2]);
@@ -204,7 +207,7 @@ void SphericalScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<
                                  -std::sin(phi));
         }
     }
-    quarn::appendDisplayGridIndices(indices);
+    quarn::detail::appendDisplayGridIndices(indices);
 }
 
 void SphericalScreen::sampleHorizontally(double v, double uStart, double uEnd, int count, int row,
@@ -212,8 +215,8 @@ void SphericalScreen::sampleHorizontally(double v, double uStart, double uEnd, i
     const double phi = params.maxPhi - (params.maxPhi - params.minPhi) * v;
     const Point<double, 3> center(params.center[0], params.center[1],
                                   std::sin(phi) * params.radius + params.center[2]);
-    quarn::sampleArc({center, std::cos(phi) * params.radius, params.minTheta, params.maxTheta}, v, uStart,
-                     uEnd, count, row, samples, extrapolate);
+    quarn::detail::sampleArc({center, std::cos(phi) * params.radius, params.minTheta, params.maxTheta}, v,
+                             uStart, uEnd, count, row, samples, extrapolate);
 }
 
 void SphericalScreen::sampleBoundary(Polylines& boundary) const {
@@ -225,13 +228,13 @@ void SphericalScreen::sampleBoundary(Polylines& boundary) const {
     const double phiIntervals = phiSamples;
 
     Polylines edges(4);
-    quarn::PolylineSampler left(*this, edges[0]);
+    quarn::detail::PolylineSampler left(*this, edges[0]);
     for (int i = 0; i < thetaSamples; ++i) left.sample(0.0, i / thetaIntervals);
-    quarn::PolylineSampler bottom(*this, edges[1]);
+    quarn::detail::PolylineSampler bottom(*this, edges[1]);
     for (int j = 0; j < phiSamples; ++j) bottom.sample(j / phiIntervals, 1.0);
-    quarn::PolylineSampler right(*this, edges[2]);
+    quarn::detail::PolylineSampler right(*this, edges[2]);
     for (int i = thetaSamples; i > 0; --i) right.sample(1.0, i / thetaIntervals);
-    quarn::PolylineSampler top(*this, edges[3]);
+    quarn::detail::PolylineSampler top(*this, edges[3]);
     for (int j = phiSamples; j > 0; --j) top.sample(j / phiIntervals, 0.0);
     boundary.insert(boundary.end(), edges.begin(), edges.end());
 }
@@ -249,9 +252,9 @@ Point<double, 3> SphericalScreen::getEyepoint() const {
 }
 
 Point<double, 3> SphericalScreen::getCenterOfScreenHeading() const {
-    const double azimuthGap = quarn::kTwoPi - (params.maxTheta - params.minTheta);
-    const double topGap = quarn::kPi - 2 * params.maxPhi;
-    const double bottomGap = 2 * params.minPhi + quarn::kPi;
+    const double azimuthGap = quarn::detail::kTwoPi - (params.maxTheta - params.minTheta);
+    const double topGap = quarn::detail::kPi - 2 * params.maxPhi;
+    const double bottomGap = 2 * params.minPhi + quarn::detail::kPi;
     if (azimuthGap >= topGap && azimuthGap >= bottomGap) {
         const double theta = (params.maxTheta + params.minTheta) * 0.5;
         return {std::sin(theta), std::cos(theta), 0.0};
@@ -261,10 +264,10 @@ Point<double, 3> SphericalScreen::getCenterOfScreenHeading() const {
 
 double SphericalScreen::getMaxAngleFromHeading() const {
     const Point<double, 3> heading = normalized(getCenterOfScreenHeading());
-    Polylines outline;
-    sampleBoundary(outline);
+    Polylines boundary;
+    sampleBoundary(boundary);
     double largest = 0.0;
-    for (const auto& polyline : outline) {
+    for (const auto& polyline : boundary) {
         for (const Point<double, 3>& point : polyline) {
             const double angle = std::acos(dot(normalized(point), heading));
             if (angle > largest) largest = angle;

@@ -5,7 +5,7 @@
 #include <Common/Export.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
-namespace quarn {
+namespace quarn::detail {
 class HitPair;
 }
 
@@ -107,8 +107,8 @@ public:
     [[nodiscard]] static DataHash calcUniqueDataHash(IScreenConfig* config);
 
 private:
-    [[nodiscard]] quarn::HitPair intersectWithExtrapolation(const Point<double, 3>& from,
-                                                            const Point<double, 3>& to) const;
+    [[nodiscard]] quarn::detail::HitPair intersectWithExtrapolation(const Point<double, 3>& from,
+                                                                    const Point<double, 3>& to) const;
 
     SphericalScreenParams params{{}, -1.0, 0.0, 0.0, 0.0, 0.0};
 };

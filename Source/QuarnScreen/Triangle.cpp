@@ -10,7 +10,7 @@ constexpr double kOneThird = 0.333333333333333;
 // Slack of the parameters a and b, in units of an edge's length: a point on an edge must not fall off by
 // rounding.
 constexpr double kParameterTolerance = 1e-6;
-constexpr double kGreatestParameterSum = 1.0 + kParameterTolerance;
+constexpr double kMaxParameterSum = 1.0 + kParameterTolerance;
 
 // Least |normal . direction| of a line that meets a plane, in units of the direction's length.
 constexpr double kParallelTolerance = 1e-6;
@@ -63,14 +63,15 @@ bool Triangle::barycentric(const Point<double, 3>& point, double& a, double& b, 
 
     // Intended: this edge is tested whatever `allowOutside` says; a reader would expect it to be relaxed as
     // well.
-    const double footA = (d22 * d1w - d2w * d12) * reciprocal;
-    if (footA < -kParameterTolerance) return false;
+    const double projectionA = (d22 * d1w - d2w * d12) * reciprocal;
+    if (projectionA < -kParameterTolerance) return false;
 
-    const double footB = (d2w * d11 - d1w * d12) * reciprocal;
-    const bool isInside = footB >= -kParameterTolerance && footA + footB <= kGreatestParameterSum;
+    const double projectionB = (d2w * d11 - d1w * d12) * reciprocal;
+    const bool isInside =
+        projectionB >= -kParameterTolerance && projectionA + projectionB <= kMaxParameterSum;
     if (!isInside && !allowOutside) return false;
-    a = footA;
-    b = footB;
+    a = projectionA;
+    b = projectionB;
     return true;
 }
 

@@ -6,14 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace quarn {
-
-/// The text with everything escaped that a terminal might obey or hide: control characters, line and
-/// direction marks. A byte that is not UTF-8 becomes U+FFFD.
-[[nodiscard]] std::string printable(std::string_view text);
-
-/// The beginning of a text that was found somewhere, in quotes.
-[[nodiscard]] std::string quotedExcerpt(std::string_view text);
+namespace quarn::tool {
 
 /// Writes "error: " and the text as one line.
 void writeErrorLine(std::string_view text);
@@ -31,7 +24,4 @@ void writeStatusLine(std::string_view text);
 /// Takes the text of writeStatusLine() away.
 void clearStatusLine();
 
-/// `file:line: text`; without the line where it is 0, and without both where \p file is empty.
-[[nodiscard]] std::string atPlace(std::string_view file, std::uint64_t line, std::string_view text);
-
-}  // namespace quarn
+}  // namespace quarn::tool

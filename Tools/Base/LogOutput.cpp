@@ -10,21 +10,21 @@
 
 #include "Base/LogWarnings.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 // The first logger that is made would read a configuration from the working folder. The library makes its
 // loggers before main(), so this has to run before them.
-struct LogIsConfigured {
-    LogIsConfigured() { log4cxx::LogManager::getLoggerRepository()->setConfigured(true); }
+struct LogConfiguration {
+    LogConfiguration() { log4cxx::LogManager::getLoggerRepository()->setConfigured(true); }
 };
 constexpr int kFirstPriorityOfPrograms = 101;
-__attribute__((init_priority(kFirstPriorityOfPrograms))) const LogIsConfigured logIsConfigured;
+__attribute__((init_priority(kFirstPriorityOfPrograms))) const LogConfiguration logConfiguration;
 
-class WarningLines : public log4cxx::AppenderSkeleton {
+class WarningAppender : public log4cxx::AppenderSkeleton {
 public:
-    WarningLines() { setThreshold(log4cxx::Level::getWarn()); }
+    WarningAppender() { setThreshold(log4cxx::Level::getWarn()); }
     void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool& /*pool*/) override {
         addLogWarning(event->getRenderedMessage());
     }
@@ -37,7 +37,7 @@ public:
 void installLogOutput() {
     const auto root = log4cxx::Logger::getRootLogger();
     root->setLevel(log4cxx::Level::getWarn());
-    root->addAppender(std::make_shared<WarningLines>());
+    root->addAppender(std::make_shared<WarningAppender>());
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -4,11 +4,11 @@
 
 #include "Base/Diagnostics.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
-thread_local std::vector<std::string>* heldTexts = nullptr;
+thread_local std::vector<std::string>* collectedTexts = nullptr;
 
 struct LastLine {
     std::mutex mutex;
@@ -23,8 +23,8 @@ LastLine& lastLine() {
 }  // namespace
 
 void addLogWarning(const std::string& text) {
-    if (heldTexts != nullptr) {
-        if (heldTexts->empty() || heldTexts->back() != text) heldTexts->push_back(text);
+    if (collectedTexts != nullptr) {
+        if (collectedTexts->empty() || collectedTexts->back() != text) collectedTexts->push_back(text);
         return;
     }
     const std::lock_guard<std::mutex> lock(lastLine().mutex);
@@ -33,12 +33,12 @@ void addLogWarning(const std::string& text) {
     writeWarningLine(text);
 }
 
-HeldLogWarnings::HeldLogWarnings(std::vector<std::string>& texts) {
-    heldTexts = &texts;
+LogWarningCollector::LogWarningCollector(std::vector<std::string>& texts) {
+    collectedTexts = &texts;
 }
 
-HeldLogWarnings::~HeldLogWarnings() {
-    heldTexts = nullptr;
+LogWarningCollector::~LogWarningCollector() {
+    collectedTexts = nullptr;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

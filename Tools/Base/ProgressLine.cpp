@@ -6,12 +6,12 @@
 
 #include "Base/Diagnostics.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
-constexpr std::chrono::milliseconds kPatience(1000);  // what ends sooner needs no line
-constexpr std::chrono::milliseconds kPause(500);      // between two lines
+constexpr std::chrono::milliseconds kFirstDelay(1000);     // what stopCondition sooner needs no line
+constexpr std::chrono::milliseconds kUpdateInterval(500);  // between two lines
 
 // Tenths of seconds as long as they can be read, then seconds.
 std::string durationText(std::chrono::steady_clock::duration duration) {
@@ -24,8 +24,8 @@ std::string durationText(std::chrono::steady_clock::duration duration) {
 
 }  // namespace
 
-StageClock::StageClock(bool isWanted) {
-    if (!isWanted || ::isatty(STDERR_FILENO) == 0) return;
+ProgressLine::ProgressLine(bool isEnabled) {
+    if (!isEnabled || ::isatty(STDERR_FILENO) == 0) return;
     try {
         thread = std::thread([this] { show(); });
     } catch (const std::system_error&) {
@@ -33,33 +33,33 @@ StageClock::StageClock(bool isWanted) {
     }
 }
 
-StageClock::~StageClock() {
+ProgressLine::~ProgressLine() {
     if (!thread.joinable()) return;
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        isEnding = true;
+        isStopping = true;
     }
-    ends.notify_one();
+    stopCondition.notify_one();
     thread.join();
     clearStatusLine();
 }
 
-void StageClock::enter(std::string newStage) {
+void ProgressLine::setStage(std::string newStage) {
     if (!isShown()) return;
     const std::lock_guard<std::mutex> lock(mutex);
     stage = std::move(newStage);
 }
 
-void StageClock::show() {
+void ProgressLine::show() {
     std::unique_lock<std::mutex> lock(mutex);
-    for (auto next = start + kPatience;; next += kPause) {
-        if (ends.wait_until(lock, next, [this] { return isEnding; })) return;
+    for (auto next = start + kFirstDelay;; next += kUpdateInterval) {
+        if (stopCondition.wait_until(lock, next, [this] { return isStopping; })) return;
         if (!stage.empty()) writeStatusLine(line());
     }
 }
 
-std::string StageClock::line() const {
+std::string ProgressLine::line() const {
     return stage + ", " + durationText(std::chrono::steady_clock::now() - start);
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -8,20 +8,20 @@
 #include <string>
 #include <thread>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Shows a line such as "reading dome.obj, 1.2 s" on the standard error stream, from the first second on, and takes it
 /// away when it dies. Nothing where that stream is no terminal.
-class StageClock {
+class ProgressLine {
 public:
-    /// The time counts from here. \param isWanted false for a clock that shows nothing
-    explicit StageClock(bool isWanted = true);
-    StageClock(const StageClock&) = delete;
-    StageClock& operator=(const StageClock&) = delete;
-    ~StageClock();
+    /// The time counts from here. \param isEnabled false for a clock that shows nothing
+    explicit ProgressLine(bool isEnabled = true);
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+    ~ProgressLine();
 
     /// Says what is done from now on; nothing is shown before.
-    void enter(std::string newStage);
+    void setStage(std::string newStage);
 
     /// Whether there is anybody to look at it.
     [[nodiscard]] bool isShown() const { return thread.joinable(); }
@@ -33,9 +33,9 @@ private:
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     std::mutex mutex;  // of the two below
     std::string stage;
-    bool isEnding = false;
-    std::condition_variable ends;
+    bool isStopping = false;
+    std::condition_variable stopCondition;
     std::thread thread;
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -1,38 +1,30 @@
 /// \file
-/// The tool's errors, and the one place that turns any error into a line and an exit code.
+/// The exit codes of the tool, and the one place that turns any error into a line and an exit code.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-namespace quarn {
+#include <QuarnKit/Base/Error.h>
 
-/// What the process answers its caller.
+namespace quarn::tool {
+
 enum class ExitCode {
     Success = 0,
-    AnswerIsNo = 1,    ///< A required answer is missing, or a check found something.
-    BadInput = 2,      ///< An argument or an input file is wrong.
-    SystemFailed = 3,  ///< Memory, a file system or a stream failed.
+    NegativeResult = 1,  ///< A required result is missing, or a check found something.
+    BadInput = 2,        ///< An argument or an input file is wrong.
+    SystemFailure = 3,   ///< Memory, a file system or a stream failed.
 };
 
-/// Why the tool stops: what was found where, and what was expected there instead.
-struct ToolError {
-    ExitCode code = ExitCode::BadInput;
-    std::string found = {};     ///< What is wrong, as the first half of a sentence.
-    std::string expected = {};  ///< What would be right; empty where `found` says it all.
-    std::string file = {};      ///< Input or output that it is about; empty for arguments.
-    std::uint64_t line = 0;     ///< Line in that file, 0 for the file as a whole.
-    std::string remedy = {};    ///< A command that helps; empty where none does.
+/// A complete result that is not the one which the caller requires.
+class NegativeResult : public Error {
+public:
+    using Error::Error;
 };
 
-/// An error that says \p action and why the last system call failed.
-[[nodiscard]] ToolError systemError(const std::string& file, const std::string& action,
-                                    ExitCode code = ExitCode::SystemFailed);
+/// Returns the command line of a remedy; empty if it is none or no command.
+[[nodiscard]] std::string remedyCommand(const Remedy& remedy);
 
-/// The exception that is being handled, of whatever family, as an error of the tool.
-[[nodiscard]] ToolError currentError();
-
-/// Writes the exception that is being handled as one line, and tells the exit code.
+/// Writes the exception that is being handled as one line, and returns the exit code.
 [[nodiscard]] ExitCode reportCurrentError() noexcept;
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,14 +2,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Formats/MeshDocument.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
-#include "Base/ShellQuote.h"
-#include "Base/ToolError.h"
+#include "Base/ScreenInput.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 void addMeshEditOptions(CLI::App& command, MeshEditOptions& options) {
     command.add_option("FILE", options.input, "OBJ or STL file, or XML file of a mesh")
@@ -32,10 +32,10 @@ bool writesXml(const MeshEditOptions& options) {
 MeshScreen& meshOf(const Screen& screen) {
     auto* mesh = dynamic_cast<MeshScreen*>(screen.geometry.get());
     if (mesh == nullptr)
-        throw ToolError{.found = "found a shape, " + screen.geometry->getType(),
-                        .expected = "a mesh",
-                        .file = screen.file,
-                        .remedy = "quarnscreen convert " + shellWord(screen.file) + " -o mesh.obj"};
+        throw Error({.found = "found a shape, " + screen.geometry->getType(),
+                     .expected = "a mesh",
+                     .file = screen.file,
+                     .remedy = {.kind = RemedyKind::ConvertToObj, .file = screen.file}});
     return *mesh;
 }
 
@@ -43,9 +43,10 @@ void writeMesh(const std::vector<Triangle>& triangles, const std::string& commen
                const MeshEditOptions& options) {
     OutputFile output(options.output, {options.input});
     const std::string text = objTextOf(meshDocumentOf(triangles), comment);
-    const auto screen = loadMadeText(options.output, text, options.maxMemory);
+    ConsoleObserver observer;
+    const auto screen = loadGeneratedText(options.output, text, options.maxMemory, observer);
     output.write(writesXml(options) ? xmlTextOf(*screen) : text);
     output.finish();
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

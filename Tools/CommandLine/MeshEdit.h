@@ -10,7 +10,7 @@
 
 #include "CommandLine/Options.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 struct MeshEditOptions {
     std::string input;
@@ -35,4 +35,4 @@ void addMeshEditOptions(CLI::App& command, MeshEditOptions& options);
 void writeMesh(const std::vector<Triangle>& triangles, const std::string& comment,
                const MeshEditOptions& options);
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -6,10 +6,10 @@
 #include <limits>
 #include <thread>
 
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/PrintableText.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -21,14 +21,14 @@ const std::vector<std::string>& units() {
 std::uint64_t memorySizeFrom(const std::string& text) {
     const auto size = parseMemorySize(text);
     if (!size)
-        throw ToolError{.found = "found --max-memory \"" + text + "\"",
-                        .expected = "a size such as 500M or 2G"};
+        throw Error(
+            {.found = "found --max-memory \"" + text + "\"", .expected = "a size such as 500M or 2G"});
     return *size;
 }
 
 struct CountRange {
-    int least;
-    int most;
+    int min;
+    int max;
 };
 
 constexpr CountRange kGridCounts = {2, std::numeric_limits<int>::max()};
@@ -38,10 +38,10 @@ constexpr CountRange kThreadCounts = {1, 256};
 int countFrom(const std::string& name, const std::string& text, const CountRange& range) {
     int count = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    if (error != std::errc() || end != text.data() + text.size() || count < range.least || count > range.most)
-        throw ToolError{.found = "found " + name + " " + quotedExcerpt(text),
-                        .expected = "a whole number from " + std::to_string(range.least) + " to " +
-                                    std::to_string(range.most)};
+    if (error != std::errc() || end != text.data() + text.size() || count < range.min || count > range.max)
+        throw Error({.found = "found " + name + " " + quotedExcerpt(text),
+                     .expected = "a whole number from " + std::to_string(range.min) + " to " +
+                                 std::to_string(range.max)});
     return count;
 }
 
@@ -55,7 +55,7 @@ void addAxisOption(CLI::App& command, const std::string& name, std::optional<std
 }
 
 // Cells of a grid that is written, each way; a mesh of them has 33 million triangles.
-constexpr int kMostCells = 4096;
+constexpr int kMaxCells = 4096;
 
 GridSize gridSizeFrom(const std::string& text) {
     const std::size_t times = text.find('x');
@@ -63,11 +63,11 @@ GridSize gridSizeFrom(const std::string& text) {
         int count = 0;
         const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), count);
         const bool isCount =
-            error == std::errc() && end == part.data() + part.size() && count >= 1 && count <= kMostCells;
+            error == std::errc() && end == part.data() + part.size() && count >= 1 && count <= kMaxCells;
         if (times == std::string::npos || !isCount)
-            throw ToolError{
-                .found = "found --grid " + quotedExcerpt(text),
-                .expected = "rows and columns from 1 to " + std::to_string(kMostCells) + ", such as 32x64"};
+            throw Error(
+                {.found = "found --grid " + quotedExcerpt(text),
+                 .expected = "rows and columns from 1 to " + std::to_string(kMaxCells) + ", such as 32x64"});
         return count;
     };
     const std::string_view view = text;
@@ -91,14 +91,14 @@ void addScreenOptions(CLI::App& command, ScreenOptions& options) {
     addObjOptions(command, options.obj);
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
     command.add_flag_callback(
-        "--json", [&options] { options.format = AnswerFormat::Json; }, "Answer with one JSON document");
+        "--json", [&options] { options.format = ResultFormat::Json; }, "Answer with one JSON document");
     addMemoryOption(command, options.maxMemory);
     addOutputOption(command, options.output);
 }
 
 void addQueryOptions(CLI::App& command, QueryOptions& options) {
     addScreenOptions(command, options);
-    command.add_flag("--require", options.areAnswersRequired, "Exit with 1 when a row has no answer");
+    command.add_flag("--require", options.areResultsRequired, "Exit with 1 when a row has no answer");
 }
 
 void addObjOptions(CLI::App& command, ObjOptions& options) {
@@ -125,8 +125,8 @@ void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string
 }
 
 std::size_t defaultThreadCount() {
-    const auto most = static_cast<unsigned int>(kThreadCounts.most);
-    return std::clamp(std::thread::hardware_concurrency(), 1U, most);
+    const auto max = static_cast<unsigned int>(kThreadCounts.max);
+    return std::clamp(std::thread::hardware_concurrency(), 1U, max);
 }
 
 void addThreadsOption(CLI::App& command, std::size_t& threads) {
@@ -187,4 +187,4 @@ CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string
     return *command.add_option(name, path, description)->type_name("FILE");
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -17,14 +17,14 @@ class App;
 class Option;
 }  // namespace CLI
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Options of every command that reads a screen.
 struct ScreenOptions {
     std::string screen;
     ObjOptions obj;
     std::string unit = "m";
-    AnswerFormat format = AnswerFormat::Csv;
+    ResultFormat format = ResultFormat::Csv;
     std::uint64_t maxMemory = defaultMemoryLimit();  ///< In bytes.
     std::string output = "-";
 };
@@ -34,7 +34,7 @@ struct ScreenOptions {
 
 /// Options of the commands that answer rows.
 struct QueryOptions : ScreenOptions {
-    bool areAnswersRequired = false;
+    bool areResultsRequired = false;
     std::size_t threads = defaultThreadCount();
 };
 
@@ -70,4 +70,4 @@ void addCountOption(CLI::App& command, const std::string& name, int& count, cons
 CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string& path,
                          const std::string& description);
 
-}  // namespace quarn
+}  // namespace quarn::tool

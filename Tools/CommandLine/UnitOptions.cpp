@@ -5,10 +5,9 @@
 #include <optional>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 
-#include "Base/Diagnostics.h"
-
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -39,8 +38,8 @@ double lengthFrom(const std::string& option, const std::string& text, const std:
 
 }  // namespace
 
-ToolError unexpectedText(const std::string& option, const std::string& text, const std::string& expected) {
-    return {.found = "found " + option + " " + quotedExcerpt(text), .expected = expected};
+Error unexpectedText(const std::string& option, const std::string& text, const std::string& expected) {
+    return Error({.found = "found " + option + " " + quotedExcerpt(text), .expected = expected});
 }
 
 double lengthFrom(const std::string& option, const std::string& text, const std::string& unit) {
@@ -83,4 +82,4 @@ Point<double, 3> degreesFrom(const std::string& option, const std::string& text)
     return degrees;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -4,16 +4,15 @@
 
 #include <string>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/Units.h>
 #include <QuarnScreen/Point.h>
 
-#include "Base/ToolError.h"
-
-namespace quarn {
+namespace quarn::tool {
 
 /// The error of an option with such a text.
-[[nodiscard]] ToolError unexpectedText(const std::string& option, const std::string& text,
-                                       const std::string& expected);
+[[nodiscard]] Error unexpectedText(const std::string& option, const std::string& text,
+                                   const std::string& expected);
 
 /// A length in \p unit; see parseLength(). Stops where the text is none, as all of these do.
 [[nodiscard]] double lengthFrom(const std::string& option, const std::string& text, const std::string& unit);
@@ -28,4 +27,4 @@ namespace quarn {
 /// Three angles in degrees with commas between them; a number alone is in degrees.
 [[nodiscard]] Point<double, 3> degreesFrom(const std::string& option, const std::string& text);
 
-}  // namespace quarn
+}  // namespace quarn::tool

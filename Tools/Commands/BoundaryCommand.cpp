@@ -2,18 +2,17 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include <QuarnKit/Formats/ScreenReader.h>
-
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/PolylineRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 void run(const QueryOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     IScreenGeometry::Polylines boundary;
     screen.geometry->sampleBoundary(boundary);
     writePolylines("boundary", screen, boundary, options);
@@ -34,4 +33,4 @@ void registerBoundaryCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -3,17 +3,17 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
-#include <QuarnKit/Formats/ScreenReader.h>
 
-#include "Base/ToolError.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/ChannelPoints.h"
 #include "Rows/CsvReader.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -28,7 +28,7 @@ struct ChannelOptions : QueryOptions {
 };
 
 CsvReader openRays(const std::string& path) {
-    return {InputFile::orStandardInput(path, "a CSV file of rays"),
+    return {InputStream::openFileOrStandardInput(path, "a CSV file of rays"),
             {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"}};
 }
 
@@ -50,62 +50,62 @@ std::optional<Ray> firstHitOf(const std::string& path, const ChannelPoints& chan
 // The rows of a channel. Rays wait until the first of them hits, since none has a point without its side.
 class ChannelRows {
 public:
-    ChannelRows(std::uint64_t maxMemory, ChannelPoints& channelPoints, Answers& rows)
-        : mostWaiting(maxMemory / kMemoryPerWaitingRay), channel(channelPoints), answers(rows) {}
+    ChannelRows(std::uint64_t maxMemory, ChannelPoints& channelPoints, QueryResults& rows)
+        : maxWaiting(maxMemory / kMemoryPerWaitingRay), channel(channelPoints), results(rows) {}
 
     void add(const Ray& ray, const std::string& inputName) {
         if (!channel.hasSide() && channel.hits(ray)) channel.useSideOf(ray);
         waiting.push_back(ray);
-        if (channel.hasSide()) answerWaiting();
-        if (waiting.size() > mostWaiting)
-            throw ToolError{.found = std::to_string(waiting.size()) + " rays before the first that hits",
-                            .expected = "fewer, or a greater --max-memory",
-                            .file = inputName};
+        if (channel.hasSide()) processWaiting();
+        if (waiting.size() > maxWaiting)
+            throw Error({.found = std::to_string(waiting.size()) + " rays before the first that hits",
+                         .expected = "fewer, or a greater --max-memory",
+                         .file = inputName});
     }
 
-    void answerWaiting() {
+    void processWaiting() {
         for (const Ray& ray : waiting) {
             const auto point = channel.pointOf(ray);
             ++rowCount;
             if (point && isFinite(*point))
-                answers.add({rowCount, std::string_view("hit"), (*point)[0], (*point)[1], (*point)[2]},
-                            Answered::Yes);
+                results.add({rowCount, std::string_view("hit"), (*point)[0], (*point)[1], (*point)[2]},
+                            HasResult::Yes);
             else
-                answers.add({rowCount, std::string_view("miss"), {}, {}, {}}, Answered::No);
+                results.add({rowCount, std::string_view("miss"), {}, {}, {}}, HasResult::No);
         }
         waiting.clear();
     }
 
 private:
-    std::uint64_t mostWaiting;
+    std::uint64_t maxWaiting;
     ChannelPoints& channel;
-    Answers& answers;
+    QueryResults& results;
     std::vector<Ray> waiting;
     std::int64_t rowCount = 0;
 };
 
 void run(const ChannelOptions& options) {
     if (options.rays == "-" && options.extraRays == "-")
-        throw ToolError{.found = "RAYS and --extra both on the standard input",
-                        .expected = "one of them in a file"};
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+        throw Error(
+            {.found = "RAYS and --extra both on the standard input", .expected = "one of them in a file"});
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     ChannelPoints channel(*screen.geometry);
     CsvReader rays = openRays(options.rays);
     const auto extraRay = firstHitOf(options.extraRays, channel);
 
     std::vector<Column> columns = {{"ray"}, {"status"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
-    Answers answers(options, {options.screen, options.rays, options.extraRays},
-                    {{"command", "channel"}, {"screen", screen.file}}, columns);
-    ChannelRows rows(options.maxMemory, channel, answers);
+    QueryResults results(options, {options.screen, options.rays, options.extraRays},
+                         {{"command", "channel"}, {"screen", screen.file}}, columns);
+    ChannelRows rows(options.maxMemory, channel, results);
     std::vector<double> numbers;
     while (rays.next(numbers)) {
         rows.add(rayOf(numbers), rays.name());
-        answers.flushBeforeWaiting(rays);
+        results.flushBeforeWaiting(rays);
     }
     if (!channel.hasSide() && extraRay) channel.useSideOf(*extraRay);
-    rows.answerWaiting();
-    answers.finish();
+    rows.processWaiting();
+    results.finish();
 }
 
 }  // namespace
@@ -124,4 +124,4 @@ void registerChannelCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

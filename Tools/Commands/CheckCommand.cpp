@@ -7,12 +7,13 @@
 #include <QuarnKit/Check/CheckInput.h>
 #include <QuarnKit/Check/MeshCheck.h>
 
+#include "Base/ScreenInput.h"
 #include "Base/ToolError.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Reports/CheckReport.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -22,11 +23,12 @@ struct CheckOptions : ScreenOptions {
 };
 
 // What was mended is no problem any more.
-void noteAsMended(std::vector<Finding>& findings) {
+void noteAsRepaired(std::vector<Finding>& findings) {
     for (Finding& finding : findings) {
         finding.severity = Severity::Note;
         finding.text = "mended " + finding.text;
         finding.hint = "geometry, order and UVs stay";
+        finding.remedy = {};
     }
 }
 
@@ -42,23 +44,23 @@ CheckReport reportOf(CheckInput input, const CheckOptions& options) {
 }
 
 void run(const CheckOptions& options) {
-    CheckInput input = readCheckInput(options.screen, options.obj, options.maxMemory, options.isFixed);
+    ConsoleObserver observer;
+    CheckInput input = readCheckInput(options.screen, options.obj, options.maxMemory,
+                                      options.isFixed ? RepairedText::Build : RepairedText::Skip, observer);
     if (options.isFixed) {
         OutputFile fixed(options.fixedFile, {options.screen});
-        fixed.write(input.mendedText);
+        fixed.write(input.repairedText);
         fixed.finish();
-        noteAsMended(input.textFindings);
+        noteAsRepaired(input.textFindings);
     }
     const CheckReport report = reportOf(std::move(input), options);
     OutputFile output("-", {});
-    output.write(options.format == AnswerFormat::Json ? jsonText(reportJson(report), 2) + "\n"
+    output.write(options.format == ResultFormat::Json ? jsonText(reportJson(report), 2) + "\n"
                                                       : reportText(report));
     output.finish();
     if (report.problemCount() > 0)
-        throw ToolError{.code = ExitCode::AnswerIsNo,
-                        .found = counted(report.problemCount(), "finding"),
-                        .expected = "none",
-                        .file = options.screen};
+        throw NegativeResult(
+            {.found = counted(report.problemCount(), "finding"), .expected = "none", .file = options.screen});
 }
 
 }  // namespace
@@ -86,4 +88,4 @@ void registerCheckCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -6,7 +6,7 @@
 #include "Commands/Commands.h"
 #include "Rows/PointRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr double kSameDirection = 1e-9;
 
 // A mesh answers zero where it has no answer. Zero is one only where the origin lies on the mesh, and the position
 // above it.
-bool isAnswer(const Screen& screen, const Point<double, 3>& point, const Point<double, 3>& closest) {
+bool isValidResult(const Screen& screen, const Point<double, 3>& point, const Point<double, 3>& closest) {
     if (!screen.mesh || closest != Point<double, 3>()) return true;
     const Point<double, 3> normal = screen.geometry->getScreenNormal(closest);
     return normal != Point<double, 3>() && length(cross(normal, point)) <= kSameDirection * length(point);
@@ -24,7 +24,7 @@ bool isAnswer(const Screen& screen, const Point<double, 3>& point, const Point<d
 std::optional<Point<double, 3>> closestTo(const Screen& screen, const Point<double, 3>& point) {
     if (!isFinite(point)) return std::nullopt;
     const Point<double, 3> closest = screen.geometry->getClosestPoint(point);
-    if (!isFinite(closest) || !isAnswer(screen, point, closest)) return std::nullopt;
+    if (!isFinite(closest) || !isValidResult(screen, point, closest)) return std::nullopt;
     return closest;
 }
 
@@ -41,11 +41,11 @@ void registerClosestCommand(CLI::App& tool) {
     const auto options = std::make_shared<PointOptions>();
     addPointOptions(command, *options);
     command.callback([options] {
-        answerPoints(
+        runPointQuery(
             "closest",
             {{"closestX", Quantity::Length}, {"closestY", Quantity::Length}, {"closestZ", Quantity::Length}},
             *options, closestTo);
     });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

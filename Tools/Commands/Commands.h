@@ -6,7 +6,7 @@ namespace CLI {
 class App;
 }  // namespace CLI
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Each of these adds one command, with its options and what it does, to the tool.
 void registerInfoCommand(CLI::App& tool);
@@ -28,4 +28,4 @@ void registerCheckCommand(CLI::App& tool);
 void registerMakeCommand(CLI::App& tool);
 void registerCompletionCommand(CLI::App& tool);
 
-}  // namespace quarn
+}  // namespace quarn::tool

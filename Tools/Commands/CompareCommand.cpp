@@ -10,20 +10,22 @@
 #include <QuarnKit/Compare/SurfaceDistance.h>
 #include <QuarnKit/Compare/UvDistance.h>
 
+#include "Base/ScreenInput.h"
+#include "Base/ToolError.h"
 #include "CommandLine/Options.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 #include "Rows/ResultRows.h"
 #include "Rows/ResultWriter.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 // Of the screens' size: what the greatest distance is known to, where no option tells.
 constexpr double kDefaultAccuracy = 2e-5;
 // Of the accuracy that is asked for: what the triangles of each shape may take of it.
-constexpr double kChordShare = 0.25;
+constexpr double kChordErrorRatio = 0.25;
 
 struct CompareOptions {
     std::string a;
@@ -33,7 +35,7 @@ struct CompareOptions {
     std::string unit = "m";
     std::string max;
     std::string accuracy;
-    AnswerFormat format = AnswerFormat::Csv;
+    ResultFormat format = ResultFormat::Csv;
     std::uint64_t maxMemory = defaultMemoryLimit();
     std::size_t threads = defaultThreadCount();
     std::string output = "-";
@@ -81,13 +83,13 @@ struct Surfaces {
 };
 
 Surfaces readInto(Comparison& comparison, const CompareOptions& options) {
-    const Screen a = readScreen(options.a, options.maxMemory, options.objA);
-    const Screen b = readScreen(options.b, options.maxMemory, options.objB);
+    const Screen a = openScreen(options.a, options.maxMemory, options.objA);
+    const Screen b = openScreen(options.b, options.maxMemory, options.objB);
     comparison.digests = digestStatus(a.geometry->getUniqueDataHash(), b.geometry->getUniqueDataHash());
     comparison.atEqualUv = uvDistance(*a.geometry, *b.geometry);
     const double accuracy = accuracyFrom(options, a, b);
-    return {.a = surfaceOf(a, accuracy * kChordShare),
-            .b = surfaceOf(b, accuracy * kChordShare),
+    return {.a = surfaceOf(a, accuracy * kChordErrorRatio),
+            .b = surfaceOf(b, accuracy * kChordErrorRatio),
             .accuracy = accuracy};
 }
 
@@ -95,13 +97,14 @@ Comparison compare(const CompareOptions& options) {
     Comparison comparison;
     const Surfaces surfaces = readInto(comparison, options);
     comparison.chordErrors = surfaces.a.chordError + surfaces.b.chordError;
-    const double accuracy = surfaces.accuracy * (1.0 - 2.0 * kChordShare);
-    WorkerTeam team(options.threads);
+    const double accuracy = surfaces.accuracy * (1.0 - 2.0 * kChordErrorRatio);
+    ThreadPool pool(options.threads);
     std::array<std::optional<TriangleTree>, 2> trees;
-    team.run(trees.size(),
-             [&](std::size_t i) { trees.at(i).emplace((i == 0 ? surfaces.a : surfaces.b).triangles); });
-    comparison.aToB = surfaceDistance(surfaces.a.triangles, *trees[1], accuracy, team);
-    comparison.bToA = surfaceDistance(surfaces.b.triangles, *trees[0], accuracy, team);
+    pool.parallelFor(trees.size(), [&](std::size_t i) {
+        trees.at(i).emplace((i == 0 ? surfaces.a : surfaces.b).triangles);
+    });
+    comparison.aToB = surfaceDistance(surfaces.a.triangles, *trees[1], accuracy, pool);
+    comparison.bToA = surfaceDistance(surfaces.b.triangles, *trees[0], accuracy, pool);
     return comparison;
 }
 
@@ -164,9 +167,9 @@ void run(const CompareOptions& options) {
     OutputFile output(options.output, {options.a, options.b});
     const Comparison comparison = compare(options);
     const std::vector<Column> head = columns();
-    AnswerRows rows(options.format, head);
-    const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, Answered::Yes); };
-    AnswerWriter writer(output, options.format, options.maxMemory,
+    ResultRows rows(options.format, head);
+    const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, HasResult::Yes); };
+    ResultWriter writer(output, options.format, options.maxMemory,
                         {{"command", "compare"}, {"a", options.a}, {"b", options.b}, {"unit", options.unit}},
                         head);
     addRow(emptyCells("digest", comparison.digests));
@@ -177,9 +180,9 @@ void run(const CompareOptions& options) {
     writer.finish();
     output.finish();
     if (max && comparison.greatest() > *max)
-        throw ToolError{.code = ExitCode::AnswerIsNo,
-                        .found = "a distance of " + numberText(comparison.greatest()) + " " + options.unit,
-                        .expected = "no more than " + numberText(*max) + " " + options.unit};
+        throw NegativeResult(
+            {.found = "a distance of " + numberText(comparison.greatest()) + " " + options.unit,
+             .expected = "no more than " + numberText(*max) + " " + options.unit});
 }
 
 }  // namespace
@@ -206,11 +209,11 @@ void registerCompareCommand(CLI::App& tool) {
     addObjScaleOption(command, options->objB, "-b", "OBJ file B");
     addUnitOption(command, options->unit, "Unit of the lengths in both files; it is named, never converted");
     command.add_flag_callback(
-        "--json", [options] { options->format = AnswerFormat::Json; }, "Answer with one JSON document");
+        "--json", [options] { options->format = ResultFormat::Json; }, "Answer with one JSON document");
     addThreadsOption(command, options->threads);
     addMemoryOption(command, options->maxMemory);
     addOutputOption(command, options->output);
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -8,7 +8,7 @@
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -150,4 +150,4 @@ void registerCompletionCommand(CLI::App& tool) {
     });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -1,16 +1,18 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/Obj/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -25,18 +27,18 @@ struct ConvertOptions {
 
 void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
     for (const ObjRepairs::Tally& tally : repairs.tallies())
-        writeNoteLine(atPlace(name, tally.firstLine, "mended " + repairText(tally)));
+        writeNoteLine(withLocation(name, tally.firstLine, "mended " + repairText(tally)));
 }
 
 // Reads the input and mends it where it is an OBJ text. An input that is refused all the same gives no notes.
-Screen readMended(const ConvertOptions& options) {
+Screen readRepaired(const ConvertOptions& options) {
     std::string name;
     ObjRepairs repairs;
-    Screen screen = readScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
-        MendedObj mended = mendObj(source.name, source.text);
-        source.text = std::move(mended.text);
+    Screen screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
+        RepairedObj repaired = repairObj(source.name, source.text);
+        source.text = std::move(repaired.text);
         name = source.name;
-        repairs = mended.repairs;
+        repairs = repaired.repairs;
     });
     noteRepairs(name, repairs);
     return screen;
@@ -47,20 +49,21 @@ ScreenFormat formatFor(const ConvertOptions& options) {
     if (options.format == "xml") return ScreenFormat::Xml;
     const ScreenFormat format = formatByName(options.output, ScreenFormat::Xml);
     if (format != formatByName(options.output, ScreenFormat::Obj))
-        throw ToolError{.found = "found the output " + quotedExcerpt(options.output),
-                        .expected = "a name that ends with .obj or .xml, or --to"};
+        throw Error({.found = "found the output " + quotedExcerpt(options.output),
+                     .expected = "a name that ends with .obj or .xml, or --to"});
     return format;
 }
 
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
     OutputFile output(options.output, {options.input});
-    const Screen screen = readMended(options);
+    const Screen screen = readRepaired(options);
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
         const std::string text = objTextOf(screen, options.grid, options.maxMemory);
-        noteMeshStatus(options.output, screen, text, options.maxMemory);
+        ConsoleObserver observer;
+        noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
         output.write(text);
     }
     output.finish();
@@ -85,4 +88,4 @@ void registerConvertCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,13 +2,12 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include <QuarnKit/Formats/ScreenReader.h>
-
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/PolylineRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -21,7 +20,7 @@ void run(const GridOptions& options) {
     constexpr std::uint64_t kPositionsPerLine = 48;
     const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
     refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnWithoutUV(screen);
     IScreenGeometry::Polylines grid;
     screen.geometry->sampleGrid(grid, options.density);
@@ -41,4 +40,4 @@ void registerGridCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -9,16 +9,17 @@
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
-#include <QuarnKit/Formats/ScreenReader.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/ScreenUtils.h>
 
 #include "Base/Diagnostics.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Reports/MeshInfo.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -167,9 +168,9 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
 }
 
 void run(const ScreenOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
-    output.write(options.format == AnswerFormat::Json ? jsonText(jsonInfo(screen, options.unit), 2) + "\n"
+    output.write(options.format == ResultFormat::Json ? jsonText(jsonInfo(screen, options.unit), 2) + "\n"
                                                       : textInfo(screen, options.unit));
     output.finish();
 }
@@ -184,4 +185,4 @@ void registerInfoCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -3,16 +3,16 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
-#include <QuarnKit/Formats/ScreenReader.h>
 
-#include "Base/ToolError.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/HitRows.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -40,36 +40,36 @@ IntersectionSet hitsOf(const IScreenGeometry& geometry, const Point<double, 3>& 
     return geometry.intersectExtrapolatedWithSpecifiedNormal(from, to, options.side.value_or(0));
 }
 
-bool hasOutline(const IScreenGeometry& geometry) {
+bool hasBoundary(const IScreenGeometry& geometry) {
     IScreenGeometry::Polylines outline;
     geometry.sampleBoundary(outline);
     return !outline.empty() && !outline.front().empty();
 }
 
-class RayAnswers {
+class RayQuery {
 public:
-    RayAnswers(const Screen& askedScreen, const IntersectOptions& intersectOptions)
-        : geometry(*askedScreen.geometry),
+    RayQuery(const Screen& queriedScreen, const IntersectOptions& intersectOptions)
+        : geometry(*queriedScreen.geometry),
           options(intersectOptions),
-          isMesh(askedScreen.mesh.has_value()),
-          mayFallBack(isMesh && options.extrapolates && hasOutline(geometry)) {}
+          isMesh(queriedScreen.mesh.has_value()),
+          mayFallBack(isMesh && options.extrapolates && hasBoundary(geometry)) {}
 
     void add(std::int64_t ray, const Point<double, 3>& from, const Point<double, 3>& to,
-             AnswerRows& answers) const {
+             ResultRows& results) const {
         bool isHit = false;
         for (const Intersection& hit : hitsOf(geometry, from, to, options)) {
             if (!isFinite(hit.point) || (isFallback(hit) && !mayFallBack)) continue;
-            addHit(ray, hit, parameterOf(hit, from, to), answers);
+            addHit(ray, hit, parameterOf(hit, from, to), results);
             isHit = true;
         }
-        if (!isHit) answers.add(missCells(ray, "miss"), Answered::No);
+        if (!isHit) results.add(missRow(ray, "miss"), HasResult::No);
     }
 
 private:
     // A mesh has no continuation: it tells where the ray passes nearest to its outline, by a hit without triangle.
     [[nodiscard]] bool isFallback(const Intersection& hit) const { return isMesh && hit.triangleIndex < 0; }
 
-    void addHit(std::int64_t ray, const Intersection& hit, double t, AnswerRows& answers) const {
+    void addHit(std::int64_t ray, const Intersection& hit, double t, ResultRows& results) const {
         if (isFallback(hit)) {
             const Cell none;
             const HitRow cells = {ray,          std::string_view("outline"),
@@ -77,12 +77,12 @@ private:
                                   hit.point[2], none,
                                   none,         none,
                                   none,         t};
-            answers.add(cells, Answered::Yes);
+            results.add(cells, HasResult::Yes);
             return;
         }
         const bool isOnScreen = !options.extrapolates || isMesh || geometry.isOnScreenSection(hit.point);
-        answers.add(hitCells(ray, withUV(hit, geometry), t, isOnScreen ? "hit" : "extrapolated"),
-                    Answered::Yes);
+        results.add(hitRow(ray, withUV(hit, geometry), t, isOnScreen ? "hit" : "extrapolated"),
+                    HasResult::Yes);
     }
 
     const IScreenGeometry& geometry;
@@ -93,17 +93,17 @@ private:
 
 void run(const IntersectOptions& options) {
     if (options.side && !options.extrapolates)
-        throw ToolError{.found = "found --side without --extrapolate", .expected = "both or none"};
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+        throw Error({.found = "found --side without --extrapolate", .expected = "both or none"});
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     RowPipeline rays = openRows(options, options.rays, "a CSV file of rays",
                                 {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
-    Answers answers(options, {options.screen, options.rays},
-                    {{"command", "intersect"}, {"screen", screen.file}}, hitColumns("ray", {"t"}));
-    const RayAnswers rayAnswers(screen, options);
+    QueryResults results(options, {options.screen, options.rays},
+                         {{"command", "intersect"}, {"screen", screen.file}}, hitColumns("ray", {"t"}));
+    const RayQuery rayQuery(screen, options);
     rays.run([&](std::int64_t ray, std::span<const double> numbers,
-                 AnswerRows& rows) { rayAnswers.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows); },
-             answers);
-    answers.finish();
+                 ResultRows& rows) { rayQuery.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows); },
+             results);
+    results.finish();
 }
 
 }  // namespace
@@ -131,4 +131,4 @@ void registerIntersectCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Formats/ScreenBuilder.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
@@ -12,12 +13,12 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "Base/ToolError.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -86,7 +87,7 @@ void fillCylinder(const MakeOptions& options, ScreenValues& values) {
         return;
     }
     if (!options.has("--min-theta") || !options.has("--max-theta"))
-        throw ToolError{.found = "found too few limits", .expected = "--arc, or --min-theta and --max-theta"};
+        throw Error({.found = "found too few limits", .expected = "--arc, or --min-theta and --max-theta"});
     values.set("minTheta", options.angle("--min-theta").radians());
     values.set("maxTheta", options.angle("--max-theta").radians());
 }
@@ -170,13 +171,14 @@ std::vector<Shape> shapes() {
 void run(const Shape& shape, const MakeOptions& options) {
     ScreenValues values;
     shape.fill(options, values);
-    const Screen screen{.file = {}, .geometry = makeScreen(shape.screenType, values)};
+    ConsoleObserver observer;
+    const Screen screen{.file = {}, .geometry = buildScreen(shape.screenType, values, observer)};
     const bool isMesh =
         options.isMesh || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
     const std::uint64_t maxMemory = defaultMemoryLimit();
     const std::string text =
         isMesh ? objTextOf(screen, options.grid, maxMemory) : xmlTextOf(*screen.geometry);
-    if (isMesh) noteMeshStatus(options.output, screen, text, maxMemory);
+    if (isMesh) noteMeshStatus(options.output, screen, text, maxMemory, observer);
     OutputFile output(options.output, {});
     output.write(text);
     output.finish();
@@ -214,4 +216,4 @@ void registerMakeCommand(CLI::App& tool) {
     for (const Shape& shape : shapes()) registerShape(make, shape);
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,14 +2,13 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include <QuarnKit/Formats/ScreenReader.h>
-
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/MapRows.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -29,17 +28,17 @@ std::vector<Column> columnsTo(bool to3D) {
 
 void run(const MapOptions& options) {
     const bool to3D = options.to == "3d";
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     const std::vector<std::string> inputNames =
         to3D ? std::vector<std::string>{"u", "v"} : std::vector<std::string>{"x", "y", "z"};
     RowPipeline points = openRows(options, options.points, "a CSV file of points", inputNames);
     warnWithoutUV(screen);
-    Answers answers(options, {options.screen, options.points},
-                    {{"command", "map"}, {"screen", screen.file}, {"to", options.to}}, columnsTo(to3D));
+    QueryResults results(options, {options.screen, options.points},
+                         {{"command", "map"}, {"screen", screen.file}, {"to", options.to}}, columnsTo(to3D));
 
     points.run(mapRows(*screen.geometry, to3D ? MapTarget::Position : MapTarget::UV, options.extrapolates),
-               answers);
-    answers.finish();
+               results);
+    results.finish();
 }
 
 }  // namespace
@@ -58,4 +57,4 @@ void registerMapCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

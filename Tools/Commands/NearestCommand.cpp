@@ -3,15 +3,15 @@
 #include <nlohmann/json.hpp>
 
 #include <QuarnKit/Base/IsFinite.h>
-#include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/HitRows.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -21,25 +21,25 @@ struct NearestOptions : QueryOptions {
 };
 
 void run(const NearestOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     RowPipeline lines =
         openRows(options, options.lines, "a CSV file of lines", {"x", "y", "z", "dx", "dy", "dz"});
-    Answers answers(options, {options.screen, options.lines},
-                    {{"command", "nearest"}, {"screen", screen.file}},
-                    hitColumns("line", {"distance", Quantity::Length}));
+    QueryResults results(options, {options.screen, options.lines},
+                         {{"command", "nearest"}, {"screen", screen.file}},
+                         hitColumns("line", {"distance", Quantity::Length}));
     lines.run(
-        [&](std::int64_t line, std::span<const double> numbers, AnswerRows& rows) {
+        [&](std::int64_t line, std::span<const double> numbers, ResultRows& rows) {
             const Point<double, 3> from = pointAt(numbers, 0);
             Intersection hit;
             const bool isHit = ScreenGeometry::getClosestIntersection(
                 from, pointAt(numbers, 3), screen.geometry.get(), hit, options.extrapolates);
             if (isHit && isFinite(hit.point))
-                rows.add(hitCells(line, hit, length(hit.point - from)), Answered::Yes);
+                rows.add(hitRow(line, hit, length(hit.point - from)), HasResult::Yes);
             else
-                rows.add(missCells(line, "none"), Answered::No);
+                rows.add(missRow(line, "none"), HasResult::No);
         },
-        answers);
-    answers.finish();
+        results);
+    results.finish();
 }
 
 }  // namespace
@@ -58,4 +58,4 @@ void registerNearestCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -6,7 +6,7 @@
 #include "Commands/Commands.h"
 #include "Rows/PointRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -25,7 +25,7 @@ void registerNormalCommand(CLI::App& tool) {
                    command.get_footer());
     const auto options = std::make_shared<PointOptions>();
     addPointOptions(command, *options);
-    command.callback([options] { answerPoints("normal", {{"nx"}, {"ny"}, {"nz"}}, *options, normalAt); });
+    command.callback([options] { runPointQuery("normal", {{"nx"}, {"ny"}, {"nz"}}, *options, normalAt); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

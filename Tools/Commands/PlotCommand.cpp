@@ -2,14 +2,14 @@
 #include <memory>
 
 #include <QuarnKit/Base/OutputFile.h>
-#include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Plot/Mesh/PlotMesh.h>
 #include <QuarnKit/Plot/PlotPage.h>
 
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -18,7 +18,7 @@ struct PlotOptions : ScreenOptions {
 };
 
 void run(const PlotOptions& options) {
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
     output.write(screen.mesh ? plotMeshPage(*screen.geometry, screen.file, options.unit, options.color)
                              : plotPage(screen, options.unit, options.color));
@@ -47,4 +47,4 @@ void registerPlotCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

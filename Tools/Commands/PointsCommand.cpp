@@ -3,14 +3,13 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include <QuarnKit/Formats/ScreenReader.h>
-
+#include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/PolylineRows.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -34,20 +33,21 @@ Place placeOf(std::int64_t index, bool areAllThere, bool isMesh, const PointsOpt
 void run(const PointsOptions& options) {
     const auto count = static_cast<std::uint64_t>(options.columns) * static_cast<std::uint64_t>(options.rows);
     refuseManyPositions(count, options.maxMemory);
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnWithoutUV(screen);
     const auto points = screen.geometry->getDefaultCalibrationPoints(options.columns, options.rows);
 
     std::vector<Column> columns = {{"column"}, {"row"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
-    Answers answers(options, {options.screen}, {{"command", "points"}, {"screen", screen.file}}, columns);
+    QueryResults results(options, {options.screen}, {{"command", "points"}, {"screen", screen.file}},
+                         columns);
     std::int64_t index = 0;
     for (const Point<double, 3>& point : points) {
         const auto [column, row] = placeOf(index, points.size() == count, screen.mesh.has_value(), options);
-        answers.add({column, row, point[0], point[1], point[2]}, Answered::Yes);
+        results.add({column, row, point[0], point[1], point[2]}, HasResult::Yes);
         ++index;
     }
-    answers.finish();
+    results.finish();
 }
 
 }  // namespace
@@ -69,4 +69,4 @@ void registerPointsCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -3,15 +3,18 @@
 #include <limits>
 #include <memory>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 
 #include "Base/Diagnostics.h"
+#include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -20,41 +23,42 @@ namespace {
 constexpr std::uint64_t kMemoryPerTriangle = 2500;
 constexpr std::uint64_t kMemoryPerTriangleInXml = 5000;
 // Corners are counted by 32-bit numbers.
-constexpr std::uint64_t kMostTriangles = std::numeric_limits<std::int32_t>::max() / 3;
+constexpr std::uint64_t kMaxTriangles = std::numeric_limits<std::int32_t>::max() / 3;
 
 struct RefineOptions : MeshEditOptions {
     std::string maxEdge;
 };
 
 // The refinement could take all memory, or not end at all.
-void refuseEndless(const std::vector<Triangle>& triangles, double maxEdge, const RefineOptions& options) {
+void refuseUnboundedRefinement(const std::vector<Triangle>& triangles, double maxEdge,
+                               const RefineOptions& options) {
     if (!(maxEdge > 0.0)) throw unexpectedText("--max-edge", options.maxEdge, "a length above 0");
-    if (!refinementEnds(triangles, maxEdge))
+    if (!detail::refinementTerminates(triangles, maxEdge))
         throw unexpectedText("--max-edge", options.maxEdge,
                              "a length that floating-point numbers of the mesh's size can tell apart");
     const std::uint64_t memory = writesXml(options) ? kMemoryPerTriangleInXml : kMemoryPerTriangle;
-    const std::uint64_t most = std::min(options.maxMemory / memory, kMostTriangles);
-    if (countRefined(triangles, maxEdge, most + 1) > most)
-        throw ToolError{.found = "found --max-edge " + quotedExcerpt(options.maxEdge) +
-                                 ", for which the mesh becomes more than " + std::to_string(most) +
-                                 " triangles and could need more than " + memorySizeText(options.maxMemory) +
-                                 " of memory",
-                        .expected = "a greater length, or a greater --max-memory",
-                        .file = options.input};
+    const std::uint64_t maxTriangles = std::min(options.maxMemory / memory, kMaxTriangles);
+    if (detail::countRefinedTriangles(triangles, maxEdge, maxTriangles + 1) > maxTriangles)
+        throw Error({.found = "found --max-edge " + quotedExcerpt(options.maxEdge) +
+                              ", for which the mesh becomes more than " + std::to_string(maxTriangles) +
+                              " triangles and could need more than " + memorySizeText(options.maxMemory) +
+                              " of memory",
+                     .expected = "a greater length, or a greater --max-memory",
+                     .file = options.input});
 }
 
 void run(const RefineOptions& options) {
     const double maxEdge = lengthFrom("--max-edge", options.maxEdge, options.unit);
-    const Screen screen = readScreen(options.input, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
     MeshScreen& mesh = meshOf(screen);
     std::vector<Triangle> triangles;
     mesh.getTesselation(triangles);
-    refuseEndless(triangles, maxEdge, options);
+    refuseUnboundedRefinement(triangles, maxEdge, options);
     const std::size_t before = triangles.size();
     mesh.refine(maxEdge);
     mesh.getTesselation(triangles);
     if (triangles.size() == before)
-        writeNoteLine(atPlace(options.input, 0, "no edge is longer; the triangles are those of before"));
+        writeNoteLine(withLocation(options.input, 0, "no edge is longer; the triangles are those of before"));
     writeMesh(triangles,
               "refined to edges of " + numberText(maxEdge) + " " + options.unit + " by quarnscreen", options);
 }
@@ -78,4 +82,4 @@ void registerRefineCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -5,16 +5,17 @@
 
 #include <QuarnKit/Base/NumberText.h>
 
+#include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 // Of a coordinate, as in a file that is read.
-constexpr double kLargestCoordinate = 1e37;
+constexpr double kMaxCoordinate = 1e37;
 
 struct TransformOptions : MeshEditOptions {
     std::string translation = "0,0,0";
@@ -46,8 +47,8 @@ Transform transformFrom(const TransformOptions& options) {
                               .rotation = degreesFrom("--rotate", options.rotation),
                               .scale = factorFrom(options.scale)};
     if (!transform.moves() && !options.flipsU && !options.flipsV)
-        throw ToolError{.found = "found options that change nothing",
-                        .expected = "--translate, --rotate, --scale, --flip-u or --flip-v with an effect"};
+        throw Error({.found = "found options that change nothing",
+                     .expected = "--translate, --rotate, --scale, --flip-u or --flip-v with an effect"});
     return transform;
 }
 
@@ -60,25 +61,25 @@ void refuseTooLarge(const MeshScreen& mesh, const Transform& transform, const st
     Point<double, 3> farthest;
     for (std::size_t i = 0; i < 3; ++i) farthest[i] = std::max(std::abs(low[i]), std::abs(high[i]));
     const double reach = length(farthest) * std::abs(transform.scale) + length(transform.translation);
-    if (!(reach <= kLargestCoordinate))
-        throw ToolError{.found = "found --scale or --translate that lead to coordinates beyond " +
-                                 numberText(kLargestCoordinate),
-                        .expected = "smaller ones",
-                        .file = file};
+    if (!(reach <= kMaxCoordinate))
+        throw Error({.found = "found --scale or --translate that lead to coordinates beyond " +
+                              numberText(kMaxCoordinate),
+                     .expected = "smaller ones",
+                     .file = file});
 }
 
 void flip(MeshScreen& mesh, const TransformOptions& options) {
     if (!options.flipsU && !options.flipsV) return;
     if (!mesh.hasParameterization())
-        throw ToolError{.found = "found --flip-u or --flip-v for a mesh on which UV does not work",
-                        .expected = "a mesh with UV; quarnscreen info tells what it lacks",
-                        .file = options.input};
+        throw Error({.found = "found --flip-u or --flip-v for a mesh on which UV does not work",
+                     .expected = "a mesh with UV; quarnscreen info tells what it lacks",
+                     .file = options.input});
     mesh.applyParameterizationTransform(options.flipsU, options.flipsV);
 }
 
 void run(const TransformOptions& options) {
     const Transform transform = transformFrom(options);
-    const Screen screen = readScreen(options.input, options.maxMemory, options.obj);
+    const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
     MeshScreen& mesh = meshOf(screen);
     refuseTooLarge(mesh, transform, options.input);
     flip(mesh, options);
@@ -115,4 +116,4 @@ void registerTransformCommand(CLI::App& tool) {
     command.callback([options] { run(*options); });
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

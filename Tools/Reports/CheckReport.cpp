@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "Base/Diagnostics.h"
+#include <QuarnKit/Base/PrintableText.h>
 
-namespace quarn {
+#include "Base/Diagnostics.h"
+#include "Base/ToolError.h"
+
+namespace quarn::tool {
 
 namespace {
 
@@ -17,22 +20,29 @@ nlohmann::ordered_json numberOrNull(std::uint64_t number) {
 // As in "triangles 3, 7 and more"; empty where no triangle is meant.
 std::string trianglesText(const Finding& finding) {
     std::string numbers;
-    std::uint64_t told = 0;
+    std::uint64_t listed = 0;
     for (const Place& place : finding.places) {
         if (place.triangle == 0) continue;
         numbers += (numbers.empty() ? "" : ", ") + std::to_string(place.triangle);
-        ++told;
+        ++listed;
     }
-    if (told == 0) return {};
-    return std::string(told == 1 ? "triangle " : "triangles ") + numbers +
-           (told < finding.count || !finding.isCountWhole ? " and more" : "");
+    if (listed == 0) return {};
+    return std::string(listed == 1 ? "triangle " : "triangles ") + numbers +
+           (listed < finding.count || !finding.isCountExact ? " and more" : "");
+}
+
+// What to do about a finding: the hint, a command, or both.
+std::string hintOf(const Finding& finding) {
+    const std::string command = remedyCommand(finding.remedy);
+    if (command.empty()) return finding.hint;
+    return finding.hint + (finding.hint.empty() ? "try: " : ": ") + command;
 }
 
 std::string lineOf(const CheckReport& report, const Finding& finding) {
     const std::string triangles = trianglesText(finding);
-    return atPlace(printable(report.file), finding.places.empty() ? 0 : finding.places.front().line,
-                   (finding.severity == Severity::Note ? "note: " : "") + finding.text +
-                       (triangles.empty() ? "" : ": " + triangles) + " (" + finding.hint + ")\n");
+    return withLocation(printable(report.file), finding.places.empty() ? 0 : finding.places.front().line,
+                        (finding.severity == Severity::Note ? "note: " : "") + finding.text +
+                            (triangles.empty() ? "" : ": " + triangles) + " (" + hintOf(finding) + ")\n");
 }
 
 }  // namespace
@@ -66,12 +76,12 @@ nlohmann::ordered_json reportJson(const CheckReport& report) {
         json["findings"].push_back({{"name", finding.name},
                                     {"severity", finding.severity == Severity::Note ? "note" : "problem"},
                                     {"count", finding.count},
-                                    {"isCountWhole", finding.isCountWhole},
+                                    {"isCountWhole", finding.isCountExact},
                                     {"places", places},
                                     {"text", finding.text},
-                                    {"hint", finding.hint}});
+                                    {"hint", hintOf(finding)}});
     }
     return json;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

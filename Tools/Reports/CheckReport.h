@@ -9,7 +9,7 @@
 
 #include <QuarnKit/Check/Finding.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// What a check found in a file.
 struct CheckReport {
@@ -27,4 +27,4 @@ struct CheckReport {
 
 [[nodiscard]] nlohmann::ordered_json reportJson(const CheckReport& report);
 
-}  // namespace quarn
+}  // namespace quarn::tool

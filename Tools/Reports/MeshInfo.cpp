@@ -6,12 +6,13 @@
 #include <optional>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
 #include <QuarnScreen/MeshScreen.h>
 
 #include "Base/Diagnostics.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -26,7 +27,7 @@ struct Facts {
     double area = 0.0;
     Point<double, 3> centroid;
     std::optional<UVRange> uvRange;  // of the corners that have a UV
-    std::uint64_t outlinePoints = 0;
+    std::uint64_t boundaryPointCount = 0;
 };
 
 std::optional<UVRange> uvRangeOf(const std::vector<Triangle>& triangles) {
@@ -52,7 +53,7 @@ double areaOf(const std::vector<Triangle>& triangles) {
 }
 
 // The outline repeats its first position as its last.
-std::uint64_t outlinePointsOf(const IScreenGeometry& geometry) {
+std::uint64_t boundaryPointCountOf(const IScreenGeometry& geometry) {
     IScreenGeometry::Polylines outline;
     geometry.sampleBoundary(outline);
     if (outline.empty() || outline.front().empty()) return 0;
@@ -70,7 +71,7 @@ Facts factsOf(const Screen& screen) {
     facts.area = areaOf(triangles);
     facts.centroid = mesh.getCentroid();
     facts.uvRange = uvRangeOf(triangles);
-    facts.outlinePoints = outlinePointsOf(mesh);
+    facts.boundaryPointCount = boundaryPointCountOf(mesh);
     return facts;
 }
 
@@ -81,8 +82,8 @@ struct Ignored {
     std::uint64_t count;
 };
 
-std::vector<Ignored> ignoredIn(const ObjContents& contents) {
-    const ObjContents::Ignored& ignored = contents.ignored;
+std::vector<Ignored> ignoredIn(const ObjCounts& counts) {
+    const ObjCounts::Ignored& ignored = counts.ignored;
     return {{"materials", "materials (usemtl)", ignored.materials},
             {"materialLibraries", "material libraries (mtllib)", ignored.materialLibraries},
             {"groups", "groups (g)", ignored.groups},
@@ -94,9 +95,9 @@ std::vector<Ignored> ignoredIn(const ObjContents& contents) {
             {"otherLines", "other lines", ignored.otherLines}};
 }
 
-std::string ignoredText(const ObjContents& contents) {
+std::string ignoredText(const ObjCounts& counts) {
     std::string text;
-    for (const Ignored& ignored : ignoredIn(contents))
+    for (const Ignored& ignored : ignoredIn(counts))
         if (ignored.count > 0)
             text += (text.empty() ? "" : ", ") + std::to_string(ignored.count) + " " + ignored.words;
     return text.empty() ? "nothing" : text;
@@ -122,8 +123,8 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
     mesh["uvRange"] = nullptr;
     if (const auto& range = facts.uvRange)
         mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
-    mesh["outlinePoints"] = facts.outlinePoints;
-    for (const Ignored& ignored : ignoredIn(source.contents)) mesh["ignored"][ignored.name] = ignored.count;
+    mesh["outlinePoints"] = facts.boundaryPointCount;
+    for (const Ignored& ignored : ignoredIn(source.counts)) mesh["ignored"][ignored.name] = ignored.count;
     return mesh;
 }
 
@@ -143,9 +144,9 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
     lines.emplace_back(
         "UV range",
         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
-    lines.emplace_back("outline points", std::to_string(facts.outlinePoints));
-    if (isObj) lines.emplace_back("ignored", ignoredText(source.contents));
+    lines.emplace_back("outline points", std::to_string(facts.boundaryPointCount));
+    if (isObj) lines.emplace_back("ignored", ignoredText(source.counts));
     return lines;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -9,7 +9,7 @@
 
 #include <QuarnKit/Formats/ScreenReader.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// The member "mesh" of the JSON document.
 /// \pre screen.mesh is there, here and below
@@ -19,4 +19,4 @@ namespace quarn {
 [[nodiscard]] std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
                                                                          const std::string& unit);
 
-}  // namespace quarn
+}  // namespace quarn::tool

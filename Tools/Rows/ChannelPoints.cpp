@@ -1,6 +1,6 @@
 #include "Rows/ChannelPoints.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 bool ChannelPoints::hits(const Ray& ray) const {
     return !screen.intersect(ray.first, ray.second).empty();
@@ -19,4 +19,4 @@ std::optional<Point<double, 3>> ChannelPoints::pointOf(const Ray& ray) const {
     return points[referencePointCount];
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Asks IScreenGeometry::intersectChannelBoundary() ray by ray, since its one answer for many rays leaves out
 /// those without a point and so does not tell which ray a point belongs to.
@@ -38,4 +38,4 @@ private:
     std::size_t referencePointCount = 0;  // 1 where the reference has a point itself
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

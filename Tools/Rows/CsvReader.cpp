@@ -1,6 +1,6 @@
 #include "Rows/CsvReader.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -8,7 +8,7 @@ constexpr std::size_t kBlockSize = 65536;
 
 }  // namespace
 
-CsvReader::CsvReader(InputFile source, std::vector<std::string> columnNames)
+CsvReader::CsvReader(InputStream source, std::vector<std::string> columnNames)
     : blocks(std::move(source), kBlockSize), format(std::move(columnNames)) {}
 
 bool CsvReader::next(std::vector<double>& numbers) {
@@ -22,10 +22,10 @@ bool CsvReader::next(std::vector<double>& numbers) {
         ++line;
         try {
             if (format.parse(takeLine(lines), numbers)) return true;
-        } catch (const ToolError& error) {
-            throw errorAt(error, name(), line);
+        } catch (const Error& error) {
+            throw error.at(name(), line);
         }
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

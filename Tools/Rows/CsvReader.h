@@ -10,17 +10,17 @@
 #include "Rows/CsvRows.h"
 #include "Rows/LineBlockReader.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Reads rows of a fixed count of numbers, one row a line.
 ///
 /// A first line whose first cell is no number is a header. Blank lines and lines that begin with # are
 /// skipped; a byte order mark, carriage returns before line feeds and blanks around numbers are accepted.
-/// Everything else stops with a ToolError that names the line. The memory used does not grow with the input.
+/// Everything else stops with a Error that names the line. The memory used does not grow with the input.
 class CsvReader {
 public:
     /// \param columnNames what the numbers of a row are called in errors
-    CsvReader(InputFile source, std::vector<std::string> columnNames);
+    CsvReader(InputStream source, std::vector<std::string> columnNames);
 
     /// Reads the next row. \return false at the end of the input.
     [[nodiscard]] bool next(std::vector<double>& numbers);
@@ -32,11 +32,11 @@ public:
     [[nodiscard]] bool hasBufferedLine() const { return !lines.empty(); }
 
 private:
-    LineBlocks blocks;
+    LineBlockReader blocks;
     CsvFormat format;
     CsvHead head;
     std::string_view lines;  // of the block, those that were not handed out
     std::uint64_t line = 0;  // number of the line that was handed out last
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -3,11 +3,11 @@
 #include <charconv>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 
-#include "Base/Diagnostics.h"
 #include "Rows/LineBlockReader.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -29,20 +29,20 @@ std::string_view takeLine(std::string_view& lines) {
 }
 
 bool CsvFormat::parse(std::string_view line, std::vector<double>& numbers) const {
-    if (line.size() > kLongestLine)
-        throw ToolError{.found = "found a line of more than " + std::to_string(kLongestLine) + " bytes",
-                        .expected = std::to_string(columns.size()) + " numbers"};
+    if (line.size() > kMaxLineBytes)
+        throw Error({.found = "found a line of more than " + std::to_string(kMaxLineBytes) + " bytes",
+                     .expected = std::to_string(columns.size()) + " numbers"});
     const std::string_view text = trimmed(line);
     if (!isRow(text)) return false;
     const std::size_t length = numbers.size();
-    if (parsePlain(text, numbers)) return true;
+    if (parseFast(text, numbers)) return true;
     numbers.resize(length);
     parseCells(text, numbers);
     return true;
 }
 
 // Reads what programs write: numbers without blanks or plus signs. Whatever else stands there is left to parseCells().
-bool CsvFormat::parsePlain(std::string_view text, std::vector<double>& numbers) const {
+bool CsvFormat::parseFast(std::string_view text, std::vector<double>& numbers) const {
     const char* position = text.data();
     const char* const last = position + text.size();
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -62,7 +62,7 @@ void CsvFormat::parseCells(std::string_view text, std::vector<double>& numbers) 
         std::string names;
         for (const std::string& column : columns) names += names.empty() ? column : "," + column;
         numbers.resize(length);
-        throw ToolError{.found = found, .expected = expected + " (" + names + ")"};
+        throw Error({.found = found, .expected = expected + " (" + names + ")"});
     };
     std::size_t count = 0;
     for (std::string_view rest = text;; ++count) {
@@ -89,7 +89,7 @@ std::uint64_t CsvHead::skip(std::string_view& lines) {
     while (!isPassed && !lines.empty()) {
         std::string_view rest = lines;
         const std::string_view line = takeLine(rest);
-        if (line.size() > kLongestLine) break;
+        if (line.size() > kMaxLineBytes) break;
         const std::string_view text = trimmed(line);
         isPassed = isRow(text);
         if (isPassed && parseNumber(firstCell(text))) break;
@@ -108,15 +108,9 @@ void CsvRows::read(std::string_view lines, const CsvFormat& format) {
             ++lineCount;
             format.parse(takeLine(lines), numbers);
         }
-    } catch (const ToolError& lineError) {
+    } catch (const Error& lineError) {
         error = lineError;
     }
 }
 
-ToolError errorAt(ToolError error, const std::string& file, std::uint64_t line) {
-    error.file = file;
-    error.line = line;
-    return error;
-}
-
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Takes the first line off \p lines, and hands it out without its line feed.
 [[nodiscard]] std::string_view takeLine(std::string_view& lines);
@@ -25,12 +25,12 @@ public:
 
     [[nodiscard]] std::size_t columnCount() const { return columns.size(); }
 
-    /// Appends the numbers of \p line, or stops with a ToolError without file and line.
+    /// Appends the numbers of \p line, or stops with a Error without file and line.
     /// \return false where it holds no row: it is blank or begins with #
     bool parse(std::string_view line, std::vector<double>& numbers) const;
 
 private:
-    bool parsePlain(std::string_view text, std::vector<double>& numbers) const;
+    bool parseFast(std::string_view text, std::vector<double>& numbers) const;
     void parseCells(std::string_view text, std::vector<double>& numbers) const;
 
     std::vector<std::string> columns;
@@ -49,15 +49,12 @@ private:
 
 /// The rows of some lines.
 struct CsvRows {
-    std::vector<double> numbers;          ///< Row after row.
-    std::uint64_t lineCount = 0;          ///< Lines that were read, with the one that is wrong.
-    std::optional<ToolError> error = {};  ///< What is wrong with the last of them.
+    std::vector<double> numbers;      ///< Row after row.
+    std::uint64_t lineCount = 0;      ///< Lines that were read, with the one that is wrong.
+    std::optional<Error> error = {};  ///< What is wrong with the last of them.
 
     /// Replaces all by the rows of \p lines, as far as the first line that is wrong.
     void read(std::string_view lines, const CsvFormat& format);
 };
 
-/// The error with the place that it is about.
-[[nodiscard]] ToolError errorAt(ToolError error, const std::string& file, std::uint64_t line);
-
-}  // namespace quarn
+}  // namespace quarn::tool

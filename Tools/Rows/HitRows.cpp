@@ -1,6 +1,6 @@
 #include "Rows/HitRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 std::vector<Column> hitColumns(const std::string& number, const Column& last) {
     return {{number},
@@ -15,7 +15,7 @@ std::vector<Column> hitColumns(const std::string& number, const Column& last) {
             last};
 }
 
-HitRow hitCells(std::int64_t number, const Intersection& hit, double last, std::string_view status) {
+HitRow hitRow(std::int64_t number, const Intersection& hit, double last, std::string_view status) {
     const auto triangle = hit.triangleIndex >= 0 ? Cell(std::int64_t{hit.triangleIndex}) : Cell();
     const bool hasUV = hit.uv != kNoUV;
     return {number,
@@ -30,7 +30,7 @@ HitRow hitCells(std::int64_t number, const Intersection& hit, double last, std::
             last};
 }
 
-HitRow missCells(std::int64_t number, std::string_view status) {
+HitRow missRow(std::int64_t number, std::string_view status) {
     HitRow cells;
     cells[0] = number;
     cells[1] = status;
@@ -43,4 +43,4 @@ Intersection withUV(Intersection hit, const IScreenGeometry& geometry) {
     return hit;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

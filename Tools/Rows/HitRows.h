@@ -11,7 +11,7 @@
 
 #include "Rows/ResultRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 /// The cells of such a row.
 using HitRow = std::array<Cell, 10>;
@@ -20,13 +20,13 @@ using HitRow = std::array<Cell, 10>;
 [[nodiscard]] std::vector<Column> hitColumns(const std::string& number, const Column& last);
 
 /// The row of a hit, with \p last in the command's own column.
-[[nodiscard]] HitRow hitCells(std::int64_t number, const Intersection& hit, double last,
-                              std::string_view status = "hit");
+[[nodiscard]] HitRow hitRow(std::int64_t number, const Intersection& hit, double last,
+                            std::string_view status = "hit");
 
 /// The row where there is no hit.
-[[nodiscard]] HitRow missCells(std::int64_t number, std::string_view status);
+[[nodiscard]] HitRow missRow(std::int64_t number, std::string_view status);
 
 /// The hit with its UV; shapes that do not tell it with the hit are asked for it.
 [[nodiscard]] Intersection withUV(Intersection hit, const IScreenGeometry& geometry);
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,33 +2,33 @@
 
 #include <algorithm>
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
-constexpr std::size_t kFirstSize = 65536;
+constexpr std::size_t kInitialBufferBytes = 65536;
 
 }  // namespace
 
-void LineBlocks::dropLinesHandedOut() {
-    std::copy(buffer.data() + handedOut, buffer.data() + filled, buffer.data());
-    filled -= handedOut;
-    handedOut = 0;
+void LineBlockReader::discardConsumedLines() {
+    std::copy(buffer.data() + consumed, buffer.data() + filled, buffer.data());
+    filled -= consumed;
+    consumed = 0;
 }
 
 // Small inputs need no more than a small buffer.
-bool LineBlocks::makeRoom(bool hasLine) {
+bool LineBlockReader::ensureCapacity(bool hasLine) {
     if (filled < buffer.size()) return true;
-    const std::size_t limit = hasLine ? blockSize : std::max(blockSize, kLongestLine + 1);
+    const std::size_t limit = hasLine ? blockSize : std::max(blockSize, kMaxLineBytes + 1);
     if (filled >= limit) return false;
-    buffer.resize(std::min(limit, std::max(kFirstSize, 2 * buffer.size())));
+    buffer.resize(std::min(limit, std::max(kInitialBufferBytes, 2 * buffer.size())));
     return true;
 }
 
-bool LineBlocks::next(std::string_view& lines) {
-    dropLinesHandedOut();
+bool LineBlockReader::next(std::string_view& lines) {
+    discardConsumedLines();
     std::size_t complete = 0;  // what is left has no line feed
-    while (!isAtEnd && makeRoom(complete > 0) && (complete == 0 || input.isReady())) {
+    while (!isAtEnd && ensureCapacity(complete > 0) && (complete == 0 || input.isReady())) {
         char* const target = buffer.data() + filled;
         const std::size_t count = input.read(target, buffer.size() - filled);
         isAtEnd = count == 0;
@@ -36,9 +36,9 @@ bool LineBlocks::next(std::string_view& lines) {
         if (feed != std::string_view::npos) complete = filled + feed + 1;
         filled += count;
     }
-    handedOut = complete == 0 || isAtEnd ? filled : complete;
-    lines = std::string_view(buffer.data(), handedOut);
-    return handedOut > 0;
+    consumed = complete == 0 || isAtEnd ? filled : complete;
+    lines = std::string_view(buffer.data(), consumed);
+    return consumed > 0;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

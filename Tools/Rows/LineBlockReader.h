@@ -9,19 +9,19 @@
 
 #include <QuarnKit/Base/InputStream.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 /// A line of a million bytes holds no row of numbers; without a limit an endless line would fill the memory.
-inline constexpr std::size_t kLongestLine = 1000000;
+inline constexpr std::size_t kMaxLineBytes = 1000000;
 
 /// Cuts an input between lines. Not safe on several threads.
-class LineBlocks {
+class LineBlockReader {
 public:
     /// \param size bytes of a block, where no line needs more
-    LineBlocks(InputFile source, std::size_t size) : input(std::move(source)), blockSize(size) {}
+    LineBlockReader(InputStream source, std::size_t size) : input(std::move(source)), blockSize(size) {}
 
     /// Hands out all lines that are at hand, as far as they fit into a block. Waits for input only where not one line is
-    /// complete. A line of more than kLongestLine bytes may be cut.
+    /// complete. A line of more than kMaxLineBytes bytes may be cut.
     /// \param[out] lines whole lines, valid until the next call; the last one of the input may lack its line feed
     /// \return false at the end of the input
     [[nodiscard]] bool next(std::string_view& lines);
@@ -30,15 +30,15 @@ public:
     [[nodiscard]] const std::string& name() const { return input.name(); }
 
 private:
-    void dropLinesHandedOut();
-    [[nodiscard]] bool makeRoom(bool hasLine);
+    void discardConsumedLines();
+    [[nodiscard]] bool ensureCapacity(bool hasLine);
 
-    InputFile input;
+    InputStream input;
     std::size_t blockSize;
     std::vector<char> buffer;
-    std::size_t filled = 0;     // bytes in use, from the buffer's beginning
-    std::size_t handedOut = 0;  // of them, those of the last block
+    std::size_t filled = 0;    // bytes in use, from the buffer's beginning
+    std::size_t consumed = 0;  // of them, those of the last block
     bool isAtEnd = false;
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

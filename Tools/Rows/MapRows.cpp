@@ -5,21 +5,21 @@
 
 #include <QuarnKit/Base/IsFinite.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 // A position with the word that says how it was got.
 template <std::size_t N>
-struct Mapped {
+struct MappedPoint {
     std::string_view status = "outside";
     Point<double, N> point;
-    [[nodiscard]] bool isAnswer() const { return status != "outside"; }
+    [[nodiscard]] bool isValid() const { return status != "outside"; }
 };
 
-// A mesh hands out its last answers again, also that of 0 for -0. The order of the questions does not show in that: the
+// A mesh hands out its last results again, also that of 0 for -0. The order of the questions does not show in that: the
 // sum that a position is begins with a corner, and the corners of a mesh that was read are never -0.
-Mapped<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, bool extrapolates) {
+MappedPoint<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, bool extrapolates) {
     Point<double, 3> point;
     if (geometry.mapInto3D(uv, point, false) && isFinite(point)) return {"on_screen", point};
     if (extrapolates && geometry.mapInto3D(uv, point, true) && isFinite(point))
@@ -27,41 +27,41 @@ Mapped<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, b
     return {};
 }
 
-Mapped<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& point, bool extrapolates) {
-    const auto isAnswer = [](const Point<double, 2>& uv) { return isFinite(uv) && uv != kNoUV; };
+MappedPoint<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& point, bool extrapolates) {
+    const auto isValid = [](const Point<double, 2>& uv) { return isFinite(uv) && uv != kNoUV; };
     if (geometry.isOnScreenSection(point)) {
         const Point<double, 2> uv = geometry.mapInto2D(point, false);
-        if (isAnswer(uv)) return {"on_screen", uv};
+        if (isValid(uv)) return {"on_screen", uv};
     }
     if (extrapolates) {
         const Point<double, 2> uv = geometry.mapInto2D(point, true);
-        if (isAnswer(uv)) return {"extrapolated", uv};
+        if (isValid(uv)) return {"extrapolated", uv};
     }
     return {};
 }
 
-// The input and the answer are five numbers in all, whichever way they are mapped.
+// The input and the answer are five numbers in all, whichever way they are result.
 template <std::size_t N>
-void addRow(AnswerRows& rows, std::span<const double> numbers, const Mapped<N>& mapped) {
+void addRow(ResultRows& rows, std::span<const double> numbers, const MappedPoint<N>& result) {
     std::array<Cell, 6> cells;
     std::copy(numbers.begin(), numbers.end(), cells.begin());
-    cells[numbers.size()] = mapped.status;
-    for (std::size_t i = 0; mapped.isAnswer() && i < N; ++i) cells[numbers.size() + 1 + i] = mapped.point[i];
-    rows.add(cells, mapped.isAnswer() ? Answered::Yes : Answered::No);
+    cells[numbers.size()] = result.status;
+    for (std::size_t i = 0; result.isValid() && i < N; ++i) cells[numbers.size() + 1 + i] = result.point[i];
+    rows.add(cells, result.isValid() ? HasResult::Yes : HasResult::No);
 }
 
 }  // namespace
 
-RowAnswer mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates) {
+RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates) {
     if (target == MapTarget::Position)
         return [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers,
-                                       AnswerRows& rows) {
+                                       ResultRows& rows) {
             addRow(rows, numbers, mapTo3D(screen, {numbers[0], numbers[1]}, extrapolates));
         };
     return
-        [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers, AnswerRows& rows) {
+        [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
             addRow(rows, numbers, mapTo2D(screen, {numbers[0], numbers[1], numbers[2]}, extrapolates));
         };
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -6,7 +6,7 @@
 
 #include "Rows/RowPipeline.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 enum class MapTarget { Position, UV };
 
@@ -14,6 +14,6 @@ enum class MapTarget { Position, UV };
 /// the answer, or nothing where the word is "outside".
 /// \param screen it has to outlive the result
 /// \param extrapolates whether there are answers beyond the screen
-[[nodiscard]] RowAnswer mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates);
+[[nodiscard]] RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates);
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -4,7 +4,9 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-namespace quarn {
+#include "Base/ScreenInput.h"
+
+namespace quarn::tool {
 
 void addPointOptions(CLI::App& command, PointOptions& options) {
     addQueryOptions(command, options);
@@ -13,25 +15,25 @@ void addPointOptions(CLI::App& command, PointOptions& options) {
         .capture_default_str();
 }
 
-void answerPoints(const std::string& command, const std::vector<Column>& columns, const PointOptions& options,
-                  PointAnswer answer) {
-    const Screen screen = readScreen(options.screen, options.maxMemory, options.obj);
+void runPointQuery(const std::string& command, const std::vector<Column>& columns,
+                   const PointOptions& options, PointQuery query) {
+    const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     RowPipeline points = openRows(options, options.points, "a CSV file of points", {"x", "y", "z"});
     std::vector<Column> allColumns = positionColumns();
     allColumns.push_back({"status"});
     allColumns.insert(allColumns.end(), columns.begin(), columns.end());
-    Answers answers(options, {options.screen, options.points},
-                    {{"command", command}, {"screen", screen.file}}, allColumns);
+    QueryResults results(options, {options.screen, options.points},
+                         {{"command", command}, {"screen", screen.file}}, allColumns);
     points.run(
-        [&](std::int64_t /*number*/, std::span<const double> numbers, AnswerRows& rows) {
+        [&](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
             std::array<Cell, 7> cells = {numbers[0], numbers[1], numbers[2]};
-            const auto result = answer(screen, pointAt(numbers, 0));
+            const auto result = query(screen, pointAt(numbers, 0));
             cells[3] = std::string_view(result ? "found" : "none");
             for (std::size_t i = 0; result && i < 3; ++i) cells[4 + i] = (*result)[i];
-            rows.add(cells, result ? Answered::Yes : Answered::No);
+            rows.add(cells, result ? HasResult::Yes : HasResult::No);
         },
-        answers);
-    answers.finish();
+        results);
+    results.finish();
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -1,5 +1,5 @@
 /// \file
-/// Commands that answer a position or direction for each position of the input.
+/// Commands that query a position or direction for each position of the input.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 struct PointOptions : QueryOptions {
     std::string points = "-";
@@ -20,12 +20,12 @@ struct PointOptions : QueryOptions {
 /// Adds the arguments SCREEN and POINTS and the options. \p options has to outlive \p command.
 void addPointOptions(CLI::App& command, PointOptions& options);
 
-/// What a screen answers for a position; nothing where it has no answer.
-using PointAnswer = std::optional<Point<double, 3>> (*)(const Screen& screen, const Point<double, 3>& point);
+/// What a screen answers for a position; nothing where it has no query.
+using PointQuery = std::optional<Point<double, 3>> (*)(const Screen& screen, const Point<double, 3>& point);
 
 /// Writes a row for each position, with the status "found" or "none".
-/// \param columns three, those of the answer
-void answerPoints(const std::string& command, const std::vector<Column>& columns, const PointOptions& options,
-                  PointAnswer answer);
+/// \param columns three, those of the query
+void runPointQuery(const std::string& command, const std::vector<Column>& columns,
+                   const PointOptions& options, PointQuery query);
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,12 +2,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 
-#include "Base/ToolError.h"
 #include "Rows/QueryResults.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -18,24 +18,24 @@ constexpr std::uint64_t kMemoryPerPosition = 3 * sizeof(Point<double, 3>);
 
 void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory) {
     if (count > maxMemory / kMemoryPerPosition)
-        throw ToolError{.found = "found counts of " + std::to_string(count) +
-                                 " positions, which may need more than " + memorySizeText(maxMemory) +
-                                 " of memory",
-                        .expected = "fewer, or a greater --max-memory"};
+        throw Error({.found = "found counts of " + std::to_string(count) +
+                              " positions, which may need more than " + memorySizeText(maxMemory) +
+                              " of memory",
+                     .expected = "fewer, or a greater --max-memory"});
 }
 
 void writePolylines(const std::string& command, const Screen& screen,
                     const IScreenGeometry::Polylines& polylines, const QueryOptions& options) {
     std::vector<Column> columns = {{"polyline"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
-    Answers answers(options, {options.screen}, {{"command", command}, {"screen", screen.file}}, columns);
+    QueryResults results(options, {options.screen}, {{"command", command}, {"screen", screen.file}}, columns);
     std::int64_t number = 0;
     for (const auto& polyline : polylines) {
         ++number;
         for (const Point<double, 3>& point : polyline)
-            answers.add({number, point[0], point[1], point[2]}, Answered::Yes);
+            results.add({number, point[0], point[1], point[2]}, HasResult::Yes);
     }
-    answers.finish();
+    results.finish();
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

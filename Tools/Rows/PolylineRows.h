@@ -10,7 +10,7 @@
 
 #include "CommandLine/Options.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Stops where \p count positions could need more memory than \p maxMemory.
 void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory);
@@ -19,4 +19,4 @@ void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory);
 void writePolylines(const std::string& command, const Screen& screen,
                     const IScreenGeometry::Polylines& polylines, const QueryOptions& options);
 
-}  // namespace quarn
+}  // namespace quarn::tool

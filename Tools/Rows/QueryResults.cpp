@@ -8,7 +8,7 @@
 
 #include "Base/ToolError.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -18,61 +18,60 @@ nlohmann::ordered_json withUnit(nlohmann::ordered_json head, const std::string& 
 }
 
 // Then they show by themselves how far the work is, and a line between them would be in the way.
-bool areAnswersOnTerminal(const QueryOptions& options) {
+bool areResultsOnTerminal(const QueryOptions& options) {
     return options.output == "-" && ::isatty(STDOUT_FILENO) != 0;
 }
 
 }  // namespace
 
-Answers::Answers(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
-                 const nlohmann::ordered_json& head, std::vector<Column> columns)
+QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
+                           const nlohmann::ordered_json& head, std::vector<Column> columns)
     : options(queryOptions),
       command(head.at("command").get<std::string>()),
-      answerColumns(std::move(columns)),
+      resultColumns(std::move(columns)),
       output(options.output, inputs),
-      writer(output, options.format, options.maxMemory, withUnit(head, options.unit), answerColumns),
-      oneRow(options.format, answerColumns),
-      clock(!areAnswersOnTerminal(options)) {}
+      writer(output, options.format, options.maxMemory, withUnit(head, options.unit), resultColumns),
+      oneRow(options.format, resultColumns),
+      progress(!areResultsOnTerminal(options)) {}
 
-void Answers::add(const std::vector<Cell>& cells, Answered answered) {
+void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult) {
     oneRow.clear();
-    oneRow.add(cells, answered);
+    oneRow.add(cells, hasResult);
     write(oneRow);
 }
 
-void Answers::write(const AnswerRows& rows) {
+void QueryResults::write(const ResultRows& rows) {
     writer.write(rows);
     rowCount += rows.rowCount();
-    unansweredCount += rows.unansweredCount();
+    missingResultCount += rows.missingResultCount();
 }
 
-void Answers::flush() {
+void QueryResults::flush() {
     output.flush();
-    if (clock.isShown())
-        clock.enter(command + ": " + groupedCount(rowCount) + (rowCount == 1 ? " row" : " rows"));
+    if (progress.isShown())
+        progress.setStage(command + ": " + groupedCount(rowCount) + (rowCount == 1 ? " row" : " rows"));
 }
 
-void Answers::flushBeforeWaiting(const CsvReader& input) {
+void QueryResults::flushBeforeWaiting(const CsvReader& input) {
     if (!input.hasBufferedLine()) flush();
 }
 
-void Answers::finish() {
+void QueryResults::finish() {
     writer.finish();
     output.finish();
-    if (options.areAnswersRequired && unansweredCount > 0)
-        throw ToolError{.code = ExitCode::AnswerIsNo,
-                        .found = std::to_string(unansweredCount) + " of " + std::to_string(rowCount) +
-                                 " rows without an answer",
-                        .expected = "an answer in each"};
+    if (options.areResultsRequired && missingResultCount > 0)
+        throw NegativeResult({.found = std::to_string(missingResultCount) + " of " +
+                                       std::to_string(rowCount) + " rows without an answer",
+                              .expected = "an answer in each"});
 }
 
 RowPipeline openRows(const QueryOptions& options, const std::string& path, const std::string& expected,
                      std::vector<std::string> columnNames) {
-    return {InputFile::orStandardInput(path, expected), std::move(columnNames), options.threads};
+    return {InputStream::openFileOrStandardInput(path, expected), std::move(columnNames), options.threads};
 }
 
 std::vector<Column> positionColumns() {
     return {{"x", Quantity::Length}, {"y", Quantity::Length}, {"z", Quantity::Length}};
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

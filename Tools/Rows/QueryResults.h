@@ -17,41 +17,41 @@
 #include "Rows/ResultWriter.h"
 #include "Rows/RowPipeline.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 /// Writes a command's rows where and how the options say, and keeps count of those without an answer.
-class Answers : public RowSink {
+class QueryResults : public RowSink {
 public:
     /// \param inputs files that the output must not replace
     /// \param head members of the JSON document before "unit" and the rows, as in "command"
-    Answers(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
-            const nlohmann::ordered_json& head, std::vector<Column> columns);
+    QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
+                 const nlohmann::ordered_json& head, std::vector<Column> columns);
 
-    void add(const std::vector<Cell>& cells, Answered answered);
+    void add(const std::vector<Cell>& cells, HasResult hasResult);
 
-    [[nodiscard]] AnswerRows makeRows() const override { return {options.format, answerColumns}; }
-    void write(const AnswerRows& rows) override;
+    [[nodiscard]] ResultRows makeRows() const override { return {options.format, resultColumns}; }
+    void write(const ResultRows& rows) override;
     void flush() override;
 
     /// Hands over what is there where the next row of \p input may keep the reader of the output waiting.
     void flushBeforeWaiting(const CsvReader& input);
 
-    /// Completes the output. Stops with ExitCode::AnswerIsNo where an answer is required and missing.
+    /// Completes the output. Stops with ExitCode::NegativeResult where an answer is required and missing.
     void finish();
 
 private:
     const QueryOptions& options;
     std::string command;
-    std::vector<Column> answerColumns;
+    std::vector<Column> resultColumns;
     OutputFile output;
-    AnswerWriter writer;
-    AnswerRows oneRow;
+    ResultWriter writer;
+    ResultRows oneRow;
     std::uint64_t rowCount = 0;
-    std::uint64_t unansweredCount = 0;
-    StageClock clock;
+    std::uint64_t missingResultCount = 0;
+    ProgressLine progress;
 };
 
-/// Answers each row of the file \p path, or of the standard input for "-", on as many threads as the options say.
+/// QueryResults each row of the file \p path, or of the standard input for "-", on as many threads as the options say.
 /// \param expected what the file should be, as in "a CSV file of points"
 /// \param columnNames what the numbers of a row are called in errors
 [[nodiscard]] RowPipeline openRows(const QueryOptions& options, const std::string& path,
@@ -65,4 +65,4 @@ private:
     return {numbers[first], numbers[first + 1], numbers[first + 2]};
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -7,7 +7,7 @@
 
 #include "Rows/ResultWriter.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -46,18 +46,18 @@ void appendJsonRow(std::string& text, std::span<const Cell> cells, const std::ve
 
 }  // namespace
 
-void AnswerRows::add(std::span<const Cell> cells, Answered answered) {
-    format == AnswerFormat::Csv ? appendCsvRow(rows, cells) : appendJsonRow(rows, cells, *columns);
+void ResultRows::add(std::span<const Cell> cells, HasResult hasResult) {
+    format == ResultFormat::Csv ? appendCsvRow(rows, cells) : appendJsonRow(rows, cells, *columns);
     length = rows.size();
     ++count;
-    if (answered == Answered::No) ++unanswered;
+    if (hasResult == HasResult::No) ++missingResults;
 }
 
-void AnswerRows::clear() {
+void ResultRows::clear() {
     rows.clear();
     length = 0;
     count = 0;
-    unanswered = 0;
+    missingResults = 0;
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

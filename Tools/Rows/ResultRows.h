@@ -9,9 +9,9 @@
 #include <variant>
 #include <vector>
 
-namespace quarn {
+namespace quarn::tool {
 
-enum class AnswerFormat { Csv, Json };
+enum class ResultFormat { Csv, Json };
 
 /// What the numbers of a column count.
 enum class Quantity { Plain, Length };
@@ -25,35 +25,35 @@ struct Column {
 using Cell = std::variant<std::monostate, double, std::int64_t, std::string_view>;
 
 /// Whether a row holds what was asked for.
-enum class Answered { No, Yes };
+enum class HasResult { No, Yes };
 
 /// Consecutive rows, kept as the text that they become.
 ///
 /// In CSV what is not there is an empty cell; in JSON that, and what is not finite, is null. Different objects may be
 /// used on different threads.
-class AnswerRows {
+class ResultRows {
 public:
-    /// \param answerColumns they have to outlive this object
-    AnswerRows(AnswerFormat answerFormat, const std::vector<Column>& answerColumns)
-        : format(answerFormat), columns(&answerColumns) {}
+    /// \param resultColumns they have to outlive this object
+    ResultRows(ResultFormat resultFormat, const std::vector<Column>& resultColumns)
+        : format(resultFormat), columns(&resultColumns) {}
 
     /// \pre as many cells as columns
-    void add(std::span<const Cell> cells, Answered answered);
+    void add(std::span<const Cell> cells, HasResult hasResult);
 
     void clear();
 
     /// The rows: lines of CSV, or JSON objects each after a comma and a line feed.
     [[nodiscard]] std::string_view text() const { return std::string_view(rows).substr(0, length); }
     [[nodiscard]] std::uint64_t rowCount() const { return count; }
-    [[nodiscard]] std::uint64_t unansweredCount() const { return unanswered; }
+    [[nodiscard]] std::uint64_t missingResultCount() const { return missingResults; }
 
 private:
-    AnswerFormat format;
+    ResultFormat format;
     const std::vector<Column>* columns;
     std::string rows;
     std::size_t length = 0;  // of the whole rows in it
     std::uint64_t count = 0;
-    std::uint64_t unanswered = 0;
+    std::uint64_t missingResults = 0;
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -2,9 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
@@ -22,10 +22,10 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
 
 }  // namespace
 
-AnswerWriter::AnswerWriter(OutputFile& output, AnswerFormat answerFormat, std::uint64_t maxMemory,
+ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
                            const nlohmann::ordered_json& head, const std::vector<Column>& columns)
-    : out(output), format(answerFormat), longestDocument(maxMemory / kMemoryPerByte) {
-    if (format == AnswerFormat::Csv) {
+    : out(output), format(resultFormat), maxDocumentBytes(maxMemory / kMemoryPerByte) {
+    if (format == ResultFormat::Csv) {
         out.write(csvHeader(columns, head.at("unit").get<std::string>()));
         return;
     }
@@ -34,21 +34,21 @@ AnswerWriter::AnswerWriter(OutputFile& output, AnswerFormat answerFormat, std::u
     document += "\"rows\":[";
 }
 
-void AnswerWriter::write(const AnswerRows& rows) {
-    if (format == AnswerFormat::Csv) {
+void ResultWriter::write(const ResultRows& rows) {
+    if (format == ResultFormat::Csv) {
         out.write(rows.text());
         return;
     }
     // The first row has no comma before it.
     document += rows.text().substr(hasRows || rows.text().empty() ? 0 : 1);
     hasRows = hasRows || rows.rowCount() > 0;
-    if (document.size() > longestDocument)
-        throw ToolError{.found = "found more rows than one JSON document may hold within --max-memory",
-                        .expected = "fewer rows, or CSV"};
+    if (document.size() > maxDocumentBytes)
+        throw Error({.found = "found more rows than one JSON document may hold within --max-memory",
+                     .expected = "fewer rows, or CSV"});
 }
 
-void AnswerWriter::finish() {
-    if (format == AnswerFormat::Csv) return;
+void ResultWriter::finish() {
+    if (format == ResultFormat::Csv) return;
     document += hasRows ? "\n]}\n" : "]}\n";
     out.write(document);
 }
@@ -57,4 +57,4 @@ std::string jsonText(const nlohmann::ordered_json& value, int indent) {
     return value.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -4,82 +4,82 @@
 
 #include "Base/LogWarnings.h"
 
-namespace quarn {
+namespace quarn::tool {
 
 namespace {
 
 // A thread's share of a block: some thousand rows, which take it a few milliseconds, so that threads seldom wait for
 // each other.
 constexpr std::size_t kBlockBytesPerThread = 262144;
-// A part: so small that the threads end at about the same time, and so large that handing it out costs nothing.
-constexpr std::size_t kPartBytes = 8192;
+// A chunk: so small that the threads end at about the same time, and so large that handing it out costs nothing.
+constexpr std::size_t kChunkBytes = 8192;
 
 }  // namespace
 
-RowPipeline::RowPipeline(InputFile source, std::vector<std::string> columnNames, std::size_t threads)
+RowPipeline::RowPipeline(InputStream source, std::vector<std::string> columnNames, std::size_t threads)
     : blocks(std::move(source), threads * kBlockBytesPerThread),
       format(std::move(columnNames)),
-      team(threads) {}
+      pool(threads) {}
 
-void RowPipeline::run(const RowAnswer& answer, RowSink& sink) {
+void RowPipeline::run(const RowQuery& query, RowSink& sink) {
     std::string_view lines;
     while (blocks.next(lines)) {
         lineCount += head.skip(lines);
         split(lines, sink);
-        team.run(partCount, [this](std::size_t i) { parts[i].rows.read(parts[i].lines, format); });
+        pool.parallelFor(chunkCount, [this](std::size_t i) { chunks[i].rows.read(chunks[i].lines, format); });
         countRows();
-        team.run(partCount, [&](std::size_t i) { answerPart(parts[i], answer); });
+        pool.parallelFor(chunkCount, [&](std::size_t i) { queryChunk(chunks[i], query); });
         write(sink);
         sink.flush();
     }
 }
 
 void RowPipeline::split(std::string_view lines, const RowSink& sink) {
-    partCount = 0;
+    chunkCount = 0;
     while (!lines.empty()) {
-        const std::size_t feed = lines.find('\n', std::min(kPartBytes, lines.size()) - 1);
+        const std::size_t feed = lines.find('\n', std::min(kChunkBytes, lines.size()) - 1);
         const std::size_t length = feed == std::string_view::npos ? lines.size() : feed + 1;
-        if (partCount == parts.size()) parts.emplace_back(sink.makeRows());
-        parts[partCount].lines = lines.substr(0, length);
-        ++partCount;
+        if (chunkCount == chunks.size()) chunks.emplace_back(sink.makeRows());
+        chunks[chunkCount].lines = lines.substr(0, length);
+        ++chunkCount;
         lines.remove_prefix(length);
     }
 }
 
-// Numbers the rows, as far as the first part with a line that is wrong.
+// Numbers the rows, as far as the first chunk with a line that is wrong.
 void RowPipeline::countRows() {
-    for (std::size_t i = 0; i < partCount; ++i) {
-        Part& part = parts[i];
-        part.rowsBefore = rowCount;
-        rowCount += static_cast<std::int64_t>(part.rows.numbers.size() / format.columnCount());
-        if (part.rows.error) partCount = i + 1;
+    for (std::size_t i = 0; i < chunkCount; ++i) {
+        Chunk& chunk = chunks[i];
+        chunk.rowsBefore = rowCount;
+        rowCount += static_cast<std::int64_t>(chunk.rows.numbers.size() / format.columnCount());
+        if (chunk.rows.error) chunkCount = i + 1;
     }
 }
 
-void RowPipeline::answerPart(Part& part, const RowAnswer& answer) const {
-    part.answers.clear();
-    part.error = nullptr;
-    part.warnings.clear();
-    const HeldLogWarnings held(part.warnings);
+void RowPipeline::queryChunk(Chunk& chunk, const RowQuery& query) const {
+    chunk.results.clear();
+    chunk.error = nullptr;
+    chunk.warnings.clear();
+    const LogWarningCollector collector(chunk.warnings);
     try {
-        std::int64_t number = part.rowsBefore;
-        std::span<const double> rest = part.rows.numbers;
+        std::int64_t number = chunk.rowsBefore;
+        std::span<const double> rest = chunk.rows.numbers;
         for (; !rest.empty(); rest = rest.subspan(format.columnCount()))
-            answer(++number, rest.first(format.columnCount()), part.answers);
+            query(++number, rest.first(format.columnCount()), chunk.results);
     } catch (...) {
-        part.error = std::current_exception();
+        chunk.error = std::current_exception();
     }
 }
 
 void RowPipeline::write(RowSink& sink) {
-    for (std::size_t i = 0; i < partCount; ++i) {
-        const Part& part = parts[i];
-        for (const std::string& warning : part.warnings) addLogWarning(warning);
-        sink.write(part.answers);
-        if (part.error) std::rethrow_exception(part.error);
-        lineCount += part.rows.lineCount;
-        if (part.rows.error) throw errorAt(*part.rows.error, blocks.name(), lineCount);
+    for (std::size_t i = 0; i < chunkCount; ++i) {
+        const Chunk& chunk = chunks[i];
+        for (const std::string& warning : chunk.warnings) addLogWarning(warning);
+        sink.write(chunk.results);
+        if (chunk.error) std::rethrow_exception(chunk.error);
+        lineCount += chunk.rows.lineCount;
+        if (chunk.rows.error) throw chunk.rows.error->at(blocks.name(), lineCount);
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::tool

@@ -15,14 +15,14 @@
 #include "Rows/LineBlockReader.h"
 #include "Rows/ResultRows.h"
 
-namespace quarn {
+namespace quarn::tool {
 
-/// Adds the rows that answer one row of the input. Several threads call it at once.
+/// Adds the rows that query one row of the input. Several threads call it at once.
 /// \param number of the row, from 1
-using RowAnswer =
-    std::function<void(std::int64_t number, std::span<const double> numbers, AnswerRows& answers)>;
+using RowQuery =
+    std::function<void(std::int64_t number, std::span<const double> numbers, ResultRows& results)>;
 
-/// Takes the answers in their order. One thread calls it.
+/// Takes the results in their order. One thread calls it.
 class RowSink {
 public:
     RowSink() = default;
@@ -31,50 +31,50 @@ public:
     virtual ~RowSink() = default;
 
     /// Empty rows of the sink's format.
-    [[nodiscard]] virtual AnswerRows makeRows() const = 0;
-    virtual void write(const AnswerRows& rows) = 0;
+    [[nodiscard]] virtual ResultRows makeRows() const = 0;
+    virtual void write(const ResultRows& rows) = 0;
     /// Is called before the input may have to be waited for.
     virtual void flush() = 0;
 };
 
-/// Reads, answers and writes in blocks.
+/// Reads, results and writes in blocks.
 ///
-/// Each block holds the lines that are at hand, so that a caller who waits for an answer before the next question gets
-/// it. What comes out, warnings of the log included, does not depend on the number of threads: where a line is wrong, or an answer fails, all answers
+/// Each block holds the lines that are at hand, so that a caller who waits for an query before the next question gets
+/// it. What comes out, warnings of the log included, does not depend on the number of threads: where a line is wrong, or an query fails, all results
 /// to the rows before it are written before the error is thrown. The memory used does not grow with the input.
 class RowPipeline {
 public:
     /// \param columnNames what the numbers of a row are called in errors
-    RowPipeline(InputFile source, std::vector<std::string> columnNames, std::size_t threads);
+    RowPipeline(InputStream source, std::vector<std::string> columnNames, std::size_t threads);
 
-    void run(const RowAnswer& answer, RowSink& sink);
+    void run(const RowQuery& query, RowSink& sink);
 
 private:
-    // Some lines of a block. One thread reads them, and one answers them.
-    struct Part {
-        explicit Part(AnswerRows emptyRows) : answers(std::move(emptyRows)) {}
+    // Some lines of a block. One thread reads them, and one results them.
+    struct Chunk {
+        explicit Chunk(ResultRows emptyRows) : results(std::move(emptyRows)) {}
 
         std::string_view lines;
         CsvRows rows;
         std::int64_t rowsBefore = 0;
-        AnswerRows answers;
+        ResultRows results;
         std::vector<std::string> warnings;
         std::exception_ptr error;  // why not all of the rows are answered
     };
 
     void split(std::string_view lines, const RowSink& sink);
     void countRows();
-    void answerPart(Part& part, const RowAnswer& answer) const;
+    void queryChunk(Chunk& chunk, const RowQuery& query) const;
     void write(RowSink& sink);
 
-    LineBlocks blocks;
+    LineBlockReader blocks;
     CsvFormat format;
     CsvHead head;
-    WorkerTeam team;
-    std::vector<Part> parts;      // kept for their memory
-    std::size_t partCount = 0;    // parts of the block
-    std::uint64_t lineCount = 0;  // lines that were written the answers of
+    ThreadPool pool;
+    std::vector<Chunk> chunks;    // kept for their memory
+    std::size_t chunkCount = 0;   // chunks of the block
+    std::uint64_t lineCount = 0;  // lines that were written the results of
     std::int64_t rowCount = 0;    // rows that were read
 };
 
-}  // namespace quarn
+}  // namespace quarn::tool

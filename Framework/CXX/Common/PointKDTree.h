@@ -92,7 +92,7 @@ private:
         std::array<double, N> key{};
         Value value{};
     };
-    // A search touches one place for each node, and one cache line: it holds two nodes of up to three coordinates and
+    // A search touches one place for each node, and one cache line: it contains two nodes of up to three coordinates and
     // a pointer.
     struct alignas(32) Node : Keyed {};
 
@@ -110,10 +110,10 @@ private:
     struct KNearestState {
         std::vector<Value> values;
         std::vector<double> squared;
-        std::size_t room = 0;
+        std::size_t capacity = 0;
 
         [[nodiscard]] bool takes(double candidate) const {
-            return values.size() < room || squared.back() > candidate;
+            return values.size() < capacity || squared.back() > candidate;
         }
         void insert(const Value& value, double candidate);
     };
@@ -169,7 +169,7 @@ private:
             return a.squared > b.squared;
         }
     };
-    static constexpr std::size_t kFirstRoom = 32;
+    static constexpr std::size_t kInitialReserve = 32;
 
     template <class Entry>
     static void push(std::vector<Entry>& heap, const Entry& entry);
@@ -271,12 +271,12 @@ void PointKDTree<Value, N, KeyAccessor>::walkNearest(Subtree tree, int axis, con
 
 template <class Value, int N, class KeyAccessor>
 bool PointKDTree<Value, N, KeyAccessor>::isMetBefore(std::size_t a, std::size_t b, const Key& point) const {
-    const auto holds = [](const Subtree& tree, std::size_t slot) { return slot - tree.slot < tree.size; };
+    const auto contains = [](const Subtree& tree, std::size_t slot) { return slot - tree.slot < tree.size; };
     Subtree tree = whole();
     for (int axis = 0;; axis = next(axis)) {
         const Sides sides = sidesOf(tree, axis, point);
-        const bool isNearA = holds(sides.near, a);
-        const bool isNearB = holds(sides.near, b);
+        const bool isNearA = contains(sides.near, a);
+        const bool isNearB = contains(sides.near, b);
         if (isNearA != isNearB) return isNearA;
         // Of what is not on the near side, the root comes first.
         if (!isNearA && (a == tree.slot || b == tree.slot)) return a == tree.slot && b != tree.slot;
@@ -312,7 +312,7 @@ Value PointKDTree<Value, N, KeyAccessor>::findNearestIf(const Key& point, Accept
 
 template <class Value, int N, class KeyAccessor>
 void PointKDTree<Value, N, KeyAccessor>::KNearestState::insert(const Value& value, double candidate) {
-    if (values.size() == room) {
+    if (values.size() == capacity) {
         values.pop_back();
         squared.pop_back();
     }
@@ -340,9 +340,9 @@ template <class Value, int N, class KeyAccessor>
 std::vector<Value> PointKDTree<Value, N, KeyAccessor>::findKNearest(const Key& point, int k) const {
     if (k <= 0) return {};
     KNearestState state;
-    state.room = static_cast<std::size_t>(k);
-    state.values.reserve(std::min(state.room, nodes.size()));
-    state.squared.reserve(std::min(state.room, nodes.size()));
+    state.capacity = static_cast<std::size_t>(k);
+    state.values.reserve(std::min(state.capacity, nodes.size()));
+    state.squared.reserve(std::min(state.capacity, nodes.size()));
     walkKNearest(whole(), 0, point, state);
     return std::move(state.values);
 }
@@ -351,8 +351,8 @@ template <class Value, int N, class KeyAccessor>
 PointKDTree<Value, N, KeyAccessor>::NearestIterator::NearestIterator(const PointKDTree& walkedTree,
                                                                      const Key& from)
     : tree(&walkedTree), point(from) {
-    found.reserve(kFirstRoom);
-    pending.reserve(kFirstRoom);
+    found.reserve(kInitialReserve);
+    pending.reserve(kInitialReserve);
     descend(tree->whole(), 0);
 }
 

@@ -1,11 +1,11 @@
 #include <Common/TextConversion.h>
 
-#include <utf8.h>
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iterator>
 #include <string_view>
+#include <utf8.h>
 
 static_assert(sizeof(wchar_t) == 4, "a wide character is one code point here");
 

@@ -54,7 +54,7 @@ std::wstring withWideStrings(const std::wstring& pattern) {
 std::wistringstream streamOf(const xercesc::DOMNode* node, const wchar_t* message) {
     if (message == nullptr && !node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kNodeWithoutTextLine, L"");
-    std::wistringstream stream(quarn::textContent(*node));
+    std::wistringstream stream(quarn::detail::textContent(*node));
     stream.imbue(std::locale::classic());
     return stream;
 }

@@ -10,13 +10,14 @@
 namespace quarn {
 
 /// An input as a run of bytes. Not safe on several threads.
-class InputFile {
+class InputStream {
 public:
     /// Opens the file \p path. \p expected says in the error what it should be, as in "a CSV file".
-    InputFile(const std::string& path, const std::string& expected);
+    InputStream(const std::string& path, const std::string& expected);
 
     /// As the constructor, where "-" stands for the standard input.
-    [[nodiscard]] static InputFile orStandardInput(const std::string& path, const std::string& expected);
+    [[nodiscard]] static InputStream openFileOrStandardInput(const std::string& path,
+                                                             const std::string& expected);
 
     /// Fills \p buffer as far as the input goes at the moment; 0 bytes at its end.
     [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] const std::string& name() const { return displayName; }
 
 private:
-    InputFile(FileHandle handle, std::string name);
+    InputStream(FileHandle handle, std::string name);
 
     std::string displayName;
     FileHandle file;

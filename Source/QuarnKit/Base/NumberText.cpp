@@ -11,7 +11,7 @@ namespace quarn {
 namespace {
 
 // The longest shortest text is like -2.2250738585072014e-308.
-constexpr std::size_t kLongestNumber = 32;
+constexpr std::size_t kMaxNumberLength = 32;
 
 // For text that is a number but no normal double. A stream, unlike std::from_chars, tells which end it fell
 // off.
@@ -37,14 +37,14 @@ void appendNumber(std::string& text, double value) {
         text += "nan";  // and never "-nan"
         return;
     }
-    std::array<char, kLongestNumber> buffer{};
+    std::array<char, kMaxNumberLength> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
     text.append(buffer.data(), result.ptr);
 }
 
 std::string roundedNumberText(double value, int digits) {
     if (std::isnan(value)) return "nan";
-    std::array<char, kLongestNumber> buffer{};
+    std::array<char, kMaxNumberLength> buffer{};
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::general, digits);
     return {buffer.data(), result.ptr};

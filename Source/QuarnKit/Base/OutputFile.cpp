@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
 
 namespace quarn {
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kBufferSize = 65536;
 // Other runs may write beside the same file; so many of them at once is a fault.
-constexpr int kMostTemporaryNames = 100;
+constexpr int kMaxTemporaryNames = 100;
 constexpr mode_t kDefaultMode = 0666;  // before the user's mask
 constexpr mode_t kPermissions = 07777;
 
@@ -32,7 +32,7 @@ void refuseInput(const std::string& path, const struct stat& output, const std::
     for (const std::string& input : inputs) {
         const auto status = statusOf(input);
         if (status && status->st_dev == output.st_dev && status->st_ino == output.st_ino)
-            throw ToolError{.found = "the output is also an input", .expected = "another file", .file = path};
+            throw Error({.found = "the output is also an input", .expected = "another file", .file = path});
     }
 }
 
@@ -45,7 +45,7 @@ std::string withoutLinks(const std::string& path) {
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path, const std::vector<std::string>& inputs) : name(path) {
-    if (path.empty()) throw ToolError{.found = "an empty file name", .expected = "a file to write"};
+    if (path.empty()) throw Error({.found = "an empty file name", .expected = "a file to write"});
     if (path == "-") {
         name = "standard output";
         file = FileHandle(::dup(STDOUT_FILENO));
@@ -54,7 +54,7 @@ OutputFile::OutputFile(const std::string& path, const std::vector<std::string>& 
     }
     const auto status = statusOf(path);
     if (status && S_ISDIR(status->st_mode))
-        throw ToolError{.found = "a directory", .expected = "a file to write", .file = path};
+        throw Error({.found = "a directory", .expected = "a file to write", .file = path});
     if (status && !S_ISREG(status->st_mode)) {
         file = FileHandle(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
         if (!file.isOpen()) throw systemError(name, "cannot be written");
@@ -66,7 +66,7 @@ OutputFile::OutputFile(const std::string& path, const std::vector<std::string>& 
 }
 
 void OutputFile::openTemporary(const std::string& path) {
-    for (int i = 0; i < kMostTemporaryNames && !file.isOpen(); ++i) {
+    for (int i = 0; i < kMaxTemporaryNames && !file.isOpen(); ++i) {
         temporaryName = path + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
         file =
             FileHandle(::open(temporaryName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode));
@@ -83,7 +83,7 @@ OutputFile::~OutputFile() {
     }
     try {
         flush();
-    } catch (const ToolError&) {
+    } catch (const Error&) {
         // An error is on its way already, or finish() has told of it.
     }
 }
@@ -99,7 +99,7 @@ void OutputFile::flush() {
         const ssize_t count = ::write(file.get(), rest.data(), rest.size());
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) {
-            const ToolError error = systemError(name, "cannot be written");
+            const Error error = systemError(name, "cannot be written");
             buffer.clear();
             throw error;
         }

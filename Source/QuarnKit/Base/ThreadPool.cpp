@@ -6,67 +6,67 @@
 
 namespace quarn {
 
-WorkerTeam::WorkerTeam(std::size_t mostThreads, StartThread startThread)
-    : most(mostThreads), start(std::move(startThread)) {}
+ThreadPool::ThreadPool(std::size_t maxThreads, StartThread startThread)
+    : maxThreadCount(maxThreads), start(std::move(startThread)) {}
 
-WorkerTeam::~WorkerTeam() {
+ThreadPool::~ThreadPool() {
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        isEnding = true;
+        isStopping = true;
     }
-    partsAreThere.notify_all();
+    tasksAvailable.notify_all();
     for (std::thread& thread : threads) thread.join();
 }
 
-void WorkerTeam::startThreads() {
+void ThreadPool::startThreads() {
     if (std::exchange(haveThreadsStarted, true)) return;
-    threads.reserve(most - 1);
+    threads.reserve(maxThreadCount - 1);
     try {
-        while (threadCount() < most) threads.push_back(start([this] { waitForParts(); }));
+        while (threadCount() < maxThreadCount) threads.push_back(start([this] { runWorker(); }));
     } catch (const std::system_error&) {
         // The system has no more threads; the work goes on with those that are there.
     }
 }
 
-void WorkerTeam::run(std::size_t count, const std::function<void(std::size_t)>& part) {
+void ThreadPool::parallelFor(std::size_t count, const std::function<void(std::size_t)>& body) {
     if (count > 1) startThreads();
     std::unique_lock<std::mutex> lock(mutex);
-    task = &part;
-    partCount = count;
-    nextPart = 0;
-    endedParts = 0;
-    for (std::size_t i = 1; i < std::min(count, threadCount()); ++i) partsAreThere.notify_one();
-    workOnParts(lock);
-    allHaveEnded.wait(lock, [this] { return endedParts == partCount; });
+    currentBody = &body;
+    taskCount = count;
+    nextTask = 0;
+    finishedTasks = 0;
+    for (std::size_t i = 1; i < std::min(count, threadCount()); ++i) tasksAvailable.notify_one();
+    runTasks(lock);
+    allFinished.wait(lock, [this] { return finishedTasks == taskCount; });
     if (firstError) std::rethrow_exception(std::exchange(firstError, nullptr));
 }
 
-void WorkerTeam::waitForParts() {
+void ThreadPool::runWorker() {
     std::unique_lock<std::mutex> lock(mutex);
     for (;;) {
-        partsAreThere.wait(lock, [this] { return isEnding || nextPart < partCount; });
-        if (isEnding) return;
-        workOnParts(lock);
+        tasksAvailable.wait(lock, [this] { return isStopping || nextTask < taskCount; });
+        if (isStopping) return;
+        runTasks(lock);
     }
 }
 
-void WorkerTeam::workOnParts(std::unique_lock<std::mutex>& lock) {
-    while (nextPart < partCount) {
-        const std::size_t number = nextPart++;
-        const std::function<void(std::size_t)>& part = *task;
+void ThreadPool::runTasks(std::unique_lock<std::mutex>& lock) {
+    while (nextTask < taskCount) {
+        const std::size_t number = nextTask++;
+        const std::function<void(std::size_t)>& body = *currentBody;
         lock.unlock();
         std::exception_ptr error;
         try {
-            part(number);
+            body(number);
         } catch (...) {
             error = std::current_exception();
         }
         lock.lock();
-        if (error && (!firstError || number < firstErrorPart)) {
+        if (error && (!firstError || number < firstErrorTask)) {
             firstError = error;
-            firstErrorPart = number;
+            firstErrorTask = number;
         }
-        if (++endedParts == partCount) allHaveEnded.notify_one();
+        if (++finishedTasks == taskCount) allFinished.notify_one();
     }
 }
 

@@ -11,18 +11,18 @@ namespace {
 
 constexpr int kLengthDigits = 4;
 
-void addHoles(const CheckedMesh& mesh, const std::vector<Rim>& rims, const std::string& unit,
+void addHoles(const CheckedMesh& mesh, const std::vector<BoundaryLoop>& loops, const std::string& unit,
               std::vector<Finding>& findings) {
-    std::vector<std::uint32_t> beside;
-    const Rim* longest = nullptr;
-    for (const Rim& rim : rims) {
-        if (!rim.isHole) continue;
-        beside.push_back(rim.edges.front() / 3);
-        if (longest == nullptr || rim.length > longest->length) longest = &rim;
+    std::vector<std::uint32_t> adjacent;
+    const BoundaryLoop* longest = nullptr;
+    for (const BoundaryLoop& loop : loops) {
+        if (!loop.isHole) continue;
+        adjacent.push_back(loop.edges.front() / 3);
+        if (longest == nullptr || loop.length > longest->length) longest = &loop;
     }
     if (longest == nullptr) return;
-    std::sort(beside.begin(), beside.end());
-    const Cases cases(mesh, beside);
+    std::sort(adjacent.begin(), adjacent.end());
+    const Cases cases(mesh, adjacent);
     findings.push_back({.name = "hole",
                         .count = cases.count(),
                         .places = cases.first(),
@@ -35,17 +35,17 @@ void addHoles(const CheckedMesh& mesh, const std::vector<Rim>& rims, const std::
 
 }  // namespace
 
-void checkOutline(const CheckedMesh& mesh, const MeshSurface& surface, const std::string& unit,
-                  std::vector<Finding>& findings) {
-    const MeshOutline outline = outlineOf(mesh.triangles, surface);
-    addHoles(mesh, outline.rims, unit, findings);
-    const std::size_t islands = outline.islands.size();
-    if (islands > surface.pieces.size())
+void checkBoundary(const CheckedMesh& mesh, const MeshTopology& surface, const std::string& unit,
+                   std::vector<Finding>& findings) {
+    const MeshBoundary boundary = findMeshBoundary(mesh.triangles, surface);
+    addHoles(mesh, boundary.loops, unit, findings);
+    const std::size_t islands = boundary.islands.size();
+    if (islands > surface.components.size())
         findings.push_back({.name = "uv-pieces",
                             .count = islands,
-                            .places = Cases(mesh, std::span(outline.islands).subspan(1)).first(),
+                            .places = Cases(mesh, std::span(boundary.islands).subspan(1)).first(),
                             .text = "the UV map is in " + counted(islands, "part") + " and the surface in " +
-                                    std::to_string(surface.pieces.size()),
+                                    std::to_string(surface.components.size()),
                             .hint = "unwrap it in one part; seams in UV are edges of the outline"});
 }
 

@@ -13,7 +13,7 @@ namespace quarn {
 
 /// Appends findings of holes, and of a UV map that is in more parts than the surface.
 /// \param unit of lengths
-void checkOutline(const CheckedMesh& mesh, const MeshSurface& surface, const std::string& unit,
-                  std::vector<Finding>& findings);
+void checkBoundary(const CheckedMesh& mesh, const MeshTopology& surface, const std::string& unit,
+                   std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/Obj/ObjRepairer.h>
 #include <QuarnKit/Formats/Obj/ObjValidation.h>
 #include <QuarnKit/Formats/ScreenReader.h>
@@ -10,9 +11,6 @@
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/Detail/Obj/ObjTriangles.h>
 
-#include "Base/ShellQuote.h"
-#include "Base/ToolError.h"
-
 namespace quarn {
 
 namespace {
@@ -20,28 +18,27 @@ namespace {
 std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& file) {
     std::vector<Finding> findings;
     for (const ObjRepairs::Tally& tally : repairs.tallies())
-        findings.push_back(
-            {.name = repairName(tally.repair),
-             .count = tally.count,
-             .places = {{.line = tally.firstLine}},
-             .text = repairText(tally),
-             .hint = "mend it by: quarnscreen check " + shellWord(file) + " --fix -o mended.obj"});
+        findings.push_back({.name = repairName(tally.repair),
+                            .count = tally.count,
+                            .places = {{.line = tally.firstLine}},
+                            .text = repairText(tally),
+                            .remedy = {.kind = RemedyKind::RepairFile, .file = file}});
     return findings;
 }
 
 CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
-    MendedObj mended = mendObj(source.name, source.text);
-    CheckInput input{.mendedText = std::move(mended.text),
-                     .textFindings = findingsOf(mended.repairs, source.file),
-                     .lists = {},
+    RepairedObj repaired = repairObj(source.name, source.text);
+    CheckInput input{.repairedText = std::move(repaired.text),
+                     .textFindings = findingsOf(repaired.repairs, source.file),
+                     .objData = {},
                      .triangles = {},
-                     .lines = std::move(mended.triangleLines)};
-    std::string joined = input.mendedText;
+                     .lines = std::move(repaired.triangleLines)};
+    std::string joined = input.repairedText;
     const ObjText text = joinObjLines(source.name, joined);
     refuseMeshAbove(maxMemory, text.name, text.text.size(), input.lines.size());
-    input.lists = scanObjText(text.text, input.triangles, [] {});
+    input.objData = detail::parseObj(text.text, input.triangles, [] {});
     // What has been mended has no bad reference.
-    (void)buildObjTriangles(input.lists, source.frame.matrix(), input.triangles);
+    (void)detail::buildObjTriangles(input.objData, source.frame.matrix(), input.triangles);
     return input;
 }
 
@@ -57,57 +54,63 @@ Triangle triangleOf(const StlCorners& corners, const Matrix<float, 4>& transform
     return triangle;
 }
 
-void addStlFindings(const ObjSource& source, const std::optional<StlRemark>& remark, CheckInput& input) {
-    const std::string hint = "mend it by: " + stlRemedy(source.file);
-    const auto trouble = stlTroubleOf(source.text);
+void addStlFindings(const ObjSource& source, const std::optional<StlWarning>& warning, CheckInput& input) {
+    const Remedy remedy{.kind = RemedyKind::RepairFile, .file = source.file};
+    const auto defect = findStlDefect(source.text);
     // Numbers that are not finite are looked for in all triangles.
-    if (trouble && trouble->isMendable)
-        input.textFindings.push_back({.name = trouble->name,
+    if (defect && defect->isRepairable)
+        input.textFindings.push_back({.name = defect->name,
                                       .count = 1,
-                                      .places = trouble->triangle == 0
+                                      .places = defect->triangle == 0
                                                     ? std::vector<Place>()
-                                                    : std::vector{Place{.triangle = trouble->triangle}},
-                                      .text = trouble->found + ", which the other commands do not load",
-                                      .hint = hint});
-    if (remark && !(trouble && trouble->name == remark->name))
-        input.textFindings.push_back(
-            {.name = remark->name,
-             .count = 1,
-             .places = {{.line = remark->line}},
-             .text = remark->text,
-             .hint = "export it anew, or take what is there: " + stlRemedy(source.file)});
+                                                    : std::vector{Place{.triangle = defect->triangle}},
+                                      .text = defect->found + ", which the other commands do not load",
+                                      .remedy = remedy});
+    if (warning && !(defect && defect->name == warning->name))
+        input.textFindings.push_back({.name = warning->name,
+                                      .count = 1,
+                                      .places = {{.line = warning->line}},
+                                      .text = warning->text,
+                                      .hint = "export it again, or keep the triangles that are there",
+                                      .remedy = remedy});
 }
 
-CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, bool isMended) {
+CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, RepairedText repairedText,
+                      Observer& observer) {
     // How many triangles more before the memory that they need is looked at again.
     constexpr std::size_t kStep = std::size_t{1} << 16U;
-    CheckInput input{
-        .mendedText = {}, .textFindings = {}, .lists = {}, .triangles = {}, .lines = {}, .canHaveUV = false};
+    CheckInput input{.repairedText = {},
+                     .textFindings = {},
+                     .objData = {},
+                     .triangles = {},
+                     .lines = {},
+                     .canHaveUV = false};
     const Matrix<float, 4> transform = source.frame.matrix();
     const auto refuseTooMany = [&] {
         refuseMeshAbove(maxMemory, source.name, source.text.size(), input.triangles.size());
     };
-    const auto remark = forEachStlTriangle(source.name, source.text, [&](const StlCorners& corners) {
+    const auto warning = forEachStlTriangle(source.name, source.text, [&](const StlCorners& corners) {
         input.triangles.push_back(triangleOf(corners, transform));
         if (input.triangles.size() % kStep == 0) refuseTooMany();
     });
     refuseTooMany();
     if (input.triangles.empty()) refuseStlWithoutTriangle(source.name);
-    addStlFindings(source, remark, input);
-    if (isMended) input.mendedText = objTextOfStl(source.name, source.text);
+    addStlFindings(source, warning, input);
+    if (repairedText == RepairedText::Build)
+        input.repairedText = objTextOfStl(source.name, source.text, observer);
     return input;
 }
 
 }  // namespace
 
 CheckInput readCheckInput(const std::string& path, const ObjOptions& options, std::uint64_t maxMemory,
-                          bool isMended) {
-    const auto text = readMeshText(path, maxMemory, options);
+                          RepairedText repairedText, Observer& observer) {
+    const auto text = readMeshText(path, maxMemory, options, observer);
     if (!text)
-        throw ToolError{.found = "found a screen without triangles",
-                        .expected = "a mesh; there is nothing to check in other screens",
-                        .file = path};
-    return text->format == ScreenFormat::Stl ? stlInputOf(text->source, maxMemory, isMended)
+        throw Error({.found = "found a screen without triangles",
+                     .expected = "a mesh; there is nothing to check in other screens",
+                     .file = path});
+    return text->format == ScreenFormat::Stl ? stlInputOf(text->source, maxMemory, repairedText, observer)
                                              : objInputOf(text->source, maxMemory);
 }
 

@@ -11,6 +11,6 @@
 namespace quarn {
 
 /// Appends findings of flipped triangles, surfaces with one side only, edges of more than two triangles, and pieces.
-void checkSurface(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
+void checkSurface(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -20,7 +20,7 @@ bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings) {
     return cases.count() == 0;
 }
 
-void checkTriangles(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
+void checkTriangles(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings) {
     addProblem(findings, "degenerate-triangle", Cases(mesh, surface.isDegenerate),
                "without area: two corners are one, or all three on a line within what floats can tell",
                "dissolve them; they have no normal, and nothing can be mapped inside of them");
@@ -30,9 +30,9 @@ void checkTriangles(const CheckedMesh& mesh, const MeshSurface& surface, std::ve
 }
 
 void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings) {
-    std::vector<bool> isUsed(mesh.lists.vertexData.vertices.size());
-    for (const ObjFace& face : mesh.lists.faces)
-        for (const ObjCorner& corner : face)
+    std::vector<bool> isUsed(mesh.objData.vertexData.vertices.size());
+    for (const detail::ObjFace& face : mesh.objData.faces)
+        for (const detail::ObjCorner& corner : face)
             if (static_cast<std::size_t>(corner.vertex) < isUsed.size())
                 isUsed[static_cast<std::size_t>(corner.vertex)] = true;
     const auto first = std::find(isUsed.begin(), isUsed.end(), false);

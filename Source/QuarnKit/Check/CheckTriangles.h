@@ -15,7 +15,7 @@ bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings);
 
 /// Appends findings of triangles without area, and of those whose three positions an earlier triangle has, in any turn or
 /// order.
-void checkTriangles(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
+void checkTriangles(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
 /// Appends a note where no face refers to a vertex.
 void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings);

@@ -14,7 +14,7 @@ bool isOutside(const TriangleVertex& corner) {
     return !(corner.uv[0] >= 0.0 && corner.uv[0] <= 1.0 && corner.uv[1] >= 0.0 && corner.uv[1] <= 1.0);
 }
 
-void checkEach(const CheckedMesh& mesh, const MeshSurface& surface, const std::vector<UvState>& states,
+void checkEach(const CheckedMesh& mesh, const MeshTopology& surface, const std::vector<UvState>& states,
                std::vector<Finding>& findings) {
     Cases missing(mesh);
     Cases outside(mesh);
@@ -25,7 +25,7 @@ void checkEach(const CheckedMesh& mesh, const MeshSurface& surface, const std::v
             missing.add(i);
         else if (std::any_of(vertices.begin(), vertices.end(), isOutside))
             outside.add(i);
-        if (states[i] == UvState::Flat && !surface.isDegenerate[i]) flat.add(i);
+        if (states[i] == UvState::Degenerate && !surface.isDegenerate[i]) flat.add(i);
     }
     addProblem(findings, "missing-uv", missing, "with a corner that has no UV",
                missing.count() == mesh.triangles.size() ? "unwrap the mesh and export it with UVs"
@@ -40,14 +40,14 @@ void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vect
     if (overlaps.triangles.empty()) return;
     addProblem(findings, "overlapping-uv", Cases(mesh, overlaps.triangles), "that overlap others in UV",
                "unwrap the surface so that each UV belongs to one place");
-    if (overlaps.isWhole) return;
-    findings.back().isCountWhole = false;
+    if (overlaps.isComplete) return;
+    findings.back().isCountExact = false;
     findings.back().text = "at least " + findings.back().text;
 }
 
 }  // namespace
 
-void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings) {
+void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings) {
     if (!mesh.canHaveUV) {
         findings.push_back({.name = "no-uv",
                             .severity = Severity::Note,
@@ -58,8 +58,8 @@ void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Fi
     }
     const std::vector<UvState> states = uvStatesOf(mesh.triangles);
     checkEach(mesh, surface, states, findings);
-    const std::vector<bool> isOriented = orientedAmong(states, surface);
-    addProblem(findings, "mirrored-uv", Cases(mesh, mirroredAmong(mesh.triangles, isOriented, surface)),
+    const std::vector<bool> isOriented = findOriented(states, surface);
+    addProblem(findings, "mirrored-uv", Cases(mesh, findMirrored(mesh.triangles, isOriented, surface)),
                "whose UVs go the other way round than those around them",
                "the map folds there; unwrap it without folds");
     checkMirroredMap(mesh, isOriented, findings);

@@ -12,6 +12,6 @@ namespace quarn {
 
 /// Appends findings of UVs that are missing, outside of 0 to 1, without area, mirrored or overlapping. What follows from a
 /// triangle that is degenerate or a duplicate is not told again.
-void checkUv(const CheckedMesh& mesh, const MeshSurface& surface, std::vector<Finding>& findings);
+void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

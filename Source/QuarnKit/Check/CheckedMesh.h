@@ -12,7 +12,7 @@ namespace quarn {
 
 /// A mesh as it was read. Nothing of it is owned.
 struct CheckedMesh {
-    const ObjLists& lists;                    ///< Records of its file; empty where it has none of that kind.
+    const detail::ObjData& objData;           ///< Records of its file; empty where it has none of that kind.
     const std::vector<Triangle>& triangles;   ///< In the screen's frame, kNoUV where a corner has no UV.
     const std::vector<std::uint64_t>& lines;  ///< Line of each triangle's face; empty where there are none.
     bool canHaveUV = true;                    ///< False for a mesh of a format without UVs.

@@ -12,8 +12,8 @@ Cases::Cases(const CheckedMesh& checkedMesh, std::span<const std::uint32_t> tria
 }
 
 void Cases::add(std::size_t triangle) {
-    ++found;
-    if (places.size() < kKept)
+    ++caseCount;
+    if (places.size() < kMaxPlaces)
         places.push_back({triangle + 1, triangle < mesh.lines.size() ? mesh.lines[triangle] : 0});
 }
 

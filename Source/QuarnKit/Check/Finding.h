@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/Error.h>
+
 #include "CheckedMesh.h"
 
 namespace quarn {
@@ -26,10 +28,11 @@ struct Finding {
     std::string name;  ///< A stable word, such as "degenerate-triangle".
     Severity severity = Severity::Problem;
     std::uint64_t count = 0;
-    bool isCountWhole = true;        ///< False where there may be more.
+    bool isCountExact = true;        ///< False where there may be more.
     std::vector<Place> places = {};  ///< The first few.
     std::string text;
-    std::string hint;
+    std::string hint = {};
+    Remedy remedy = {};
 };
 
 /// Counts the triangles of a finding, and keeps the first few.
@@ -44,14 +47,14 @@ public:
     /// \param triangle index from 0
     void add(std::size_t triangle);
 
-    [[nodiscard]] std::uint64_t count() const { return found; }
+    [[nodiscard]] std::uint64_t count() const { return caseCount; }
     [[nodiscard]] const std::vector<Place>& first() const { return places; }
 
 private:
-    static constexpr std::size_t kKept = 5;
+    static constexpr std::size_t kMaxPlaces = 5;
 
     const CheckedMesh& mesh;
-    std::uint64_t found = 0;
+    std::uint64_t caseCount = 0;
     std::vector<Place> places;
 };
 

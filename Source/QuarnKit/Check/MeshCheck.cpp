@@ -13,7 +13,7 @@ namespace quarn {
 namespace {
 
 void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
-    if (uvIndexGrowth(uvBoxesOf(mesh.triangles)).isWhole) return;
+    if (estimateUvIndex(detail::uvBoxesOf(mesh.triangles)).isWhole) return;
     findings.push_back({.name = "uv-index-too-large",
                         .count = mesh.triangles.size(),
                         .text = "the UVs of " + counted(mesh.triangles.size(), "triangle") +
@@ -27,10 +27,10 @@ void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
 std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
     std::vector<Finding> findings;
     if (!checkFinite(mesh, findings)) return findings;
-    const MeshSurface surface = meshSurfaceOf(mesh.triangles);
+    const MeshTopology surface = buildMeshTopology(mesh.triangles);
     checkTriangles(mesh, surface, findings);
     checkSurface(mesh, surface, findings);
-    checkOutline(mesh, surface, unit, findings);
+    checkBoundary(mesh, surface, unit, findings);
     checkUv(mesh, surface, findings);
     if (mesh.canHaveUV) checkUvIndex(mesh, findings);
     checkSize(mesh, unit, findings);

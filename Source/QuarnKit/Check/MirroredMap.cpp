@@ -8,7 +8,7 @@ namespace quarn {
 
 namespace {
 
-enum class Seen { Rightly, Mirrored, Unclear };
+enum class MapOrientation { Correct, Mirrored, Unclear };
 
 // What a viewer sees of the map: the areas that go the one way and the other.
 class View {
@@ -21,13 +21,13 @@ public:
     }
 
     // \param area of the whole mesh
-    [[nodiscard]] Seen seen(double area) const {
+    [[nodiscard]] MapOrientation orientation(double area) const {
         // Parts of the area that have to be visible, and of what is visible that have to agree.
-        constexpr double kLeastVisible = 0.05;
-        constexpr double kClear = 0.9;
-        if (!(total > kLeastVisible * area)) return Seen::Unclear;
-        if (right > kClear * total) return Seen::Rightly;
-        return mirrored > kClear * total ? Seen::Mirrored : Seen::Unclear;
+        constexpr double kMinVisibleRatio = 0.05;
+        constexpr double kMinAgreementRatio = 0.9;
+        if (!(total > kMinVisibleRatio * area)) return MapOrientation::Unclear;
+        if (right > kMinAgreementRatio * total) return MapOrientation::Correct;
+        return mirrored > kMinAgreementRatio * total ? MapOrientation::Mirrored : MapOrientation::Unclear;
     }
 
 private:
@@ -50,10 +50,10 @@ bool isMapMirrored(const CheckedMesh& mesh, const std::vector<bool>& isOriented)
         fromFront.add(-across[1], triangle.uvDeterminant);
         if (distance > 0.0) fromEye.add(-dot(across, triangle.centroid) / distance, triangle.uvDeterminant);
     }
-    const Seen eye = fromEye.seen(area);
-    const Seen front = fromFront.seen(area);
-    return eye != Seen::Rightly && front != Seen::Rightly &&
-           (eye == Seen::Mirrored || front == Seen::Mirrored);
+    const MapOrientation eye = fromEye.orientation(area);
+    const MapOrientation front = fromFront.orientation(area);
+    return eye != MapOrientation::Correct && front != MapOrientation::Correct &&
+           (eye == MapOrientation::Mirrored || front == MapOrientation::Mirrored);
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ void checkMirroredMap(const CheckedMesh& mesh, const std::vector<bool>& isOrient
          .count = oriented,
          .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
                  "downwards, u runs to the left",
-         .hint = "flip u, or v where the program counts it from below, or see to --forward and --up; "
+         .hint = "flip u, or v where the program counts it from below, or check the forward and up axes; "
                  "leave it where the picture is projected from behind"});
 }
 

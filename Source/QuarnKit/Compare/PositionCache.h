@@ -1,5 +1,5 @@
 /// \file
-/// Positions that were measured not long ago.
+/// Positions that were measurePosition not long ago.
 #pragma once
 
 #include <bit>
@@ -14,10 +14,10 @@ class PositionCache {
 public:
     explicit PositionCache(const TriangleTree& measuringTree) : tree(measuringTree), slots(kSlots) {}
 
-    [[nodiscard]] const MeasuredPosition& measured(const Point<double, 3>& position) {
+    [[nodiscard]] const MeasuredPosition& measurePosition(const Point<double, 3>& position) {
         MeasuredPosition& slot = slots[slotOf(position)];
         if (slot.nearest.index == TriangleTree::kNone || slot.position != position)
-            slot = quarn::measured(tree, position, hint);
+            slot = quarn::measurePosition(tree, position, hint);
         hint = slot.nearest.index;
         return slot;
     }

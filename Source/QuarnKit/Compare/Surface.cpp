@@ -3,20 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Formats/GridMesh.h>
 #include <QuarnScreen/MeshScreen.h>
-
-#include "Base/ToolError.h"
 
 namespace quarn {
 
 namespace {
 
-constexpr int kMostCells = 1 << 20;
+constexpr int kMaxCells = 1 << 20;
 // Rows and columns of a grid that are looked at for its chord errors, spread from the first to the last: shapes are
 // smooth.
-constexpr int kMostLines = 64;
+constexpr int kMaxSampledLines = 64;
 
 Point<double, 3> positionAt(const IScreenGeometry& screen, double u, double v) {
     Point<double, 3> position;
@@ -36,7 +35,7 @@ struct ChordErrors {
 // Numbers from 0 to \p count - 1, all of them or some.
 std::vector<int> spread(int count) {
     std::vector<int> numbers;
-    const int most = std::min(count, kMostLines);
+    const int most = std::min(count, kMaxSampledLines);
     numbers.reserve(static_cast<std::size_t>(most));
     for (int i = 0; i < most; ++i) numbers.push_back(most == 1 ? 0 : i * (count - 1) / (most - 1));
     return numbers;
@@ -65,7 +64,7 @@ ChordErrors chordErrorsOf(const IScreenGeometry& screen, const GridSize& grid) {
 std::vector<Corners> trianglesOf(const MeshDocument& mesh) {
     std::vector<Corners> triangles;
     triangles.reserve(mesh.faces.size());
-    for (const ObjFace& face : mesh.faces) {
+    for (const detail::ObjFace& face : mesh.faces) {
         Corners& corners = triangles.emplace_back();
         for (std::size_t i = 0; i < face.size(); ++i) {
             const auto& [x, y, z] = mesh.positions[static_cast<std::size_t>(face.at(i).vertex)];
@@ -75,11 +74,11 @@ std::vector<Corners> trianglesOf(const MeshDocument& mesh) {
     return triangles;
 }
 
-Surface surfaceOfShape(const IScreenGeometry& screen, double accuracy) {
+Surface surfaceOfAnalyticScreen(const IScreenGeometry& screen, double accuracy) {
     GridSize grid{.rows = 1, .columns = 1};
     for (;;) {
         const ChordErrors errors = chordErrorsOf(screen, grid);
-        const bool isFull = grid.rows * grid.columns >= kMostCells;
+        const bool isFull = grid.rows * grid.columns >= kMaxCells;
         if (!(errors.greatest() > accuracy) || isFull)
             return {.triangles = trianglesOf(gridMeshOf(screen, grid)), .chordError = errors.greatest()};
         // A diagonal errs by about as much as both directions do.
@@ -127,16 +126,17 @@ double sizeOf(const Screen& screen) {
 
 Surface surfaceOf(const Screen& screen, double accuracy) {
     const auto* mesh = dynamic_cast<const MeshScreen*>(screen.geometry.get());
-    Surface surface = mesh != nullptr ? surfaceOfMesh(*mesh) : surfaceOfShape(*screen.geometry, accuracy);
+    Surface surface =
+        mesh != nullptr ? surfaceOfMesh(*mesh) : surfaceOfAnalyticScreen(*screen.geometry, accuracy);
     const bool areFinite =
         std::all_of(surface.triangles.begin(), surface.triangles.end(), [](const Corners& triangle) {
             return std::all_of(triangle.begin(), triangle.end(),
                                [](const auto& corner) { return isFinite(corner); });
         });
     if (surface.triangles.empty() || !areFinite)
-        throw ToolError{.found = "found no surface, or positions that are not finite as floats",
-                        .expected = "a screen with a surface",
-                        .file = screen.file};
+        throw Error({.found = "found no surface, or positions that are not finite as floats",
+                     .expected = "a screen with a surface",
+                     .file = screen.file});
     return surface;
 }
 

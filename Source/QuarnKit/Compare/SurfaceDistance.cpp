@@ -12,16 +12,16 @@ namespace quarn {
 namespace {
 
 // A surface of few triangles is cut into this many pieces at least, for the mean.
-constexpr double kFewestPieces = 30'000.0;
+constexpr double kMinPieceCount = 30'000.0;
 // Triangles that one thread takes at a time, and pieces that are cut in one round. Both are fixed, so that the order of
 // all sums and cuts is.
-constexpr std::size_t kTrianglesPerPart = 8192;
+constexpr std::size_t kTrianglesPerTask = 8192;
 constexpr std::size_t kPiecesPerRound = 32'768;
-constexpr std::size_t kPiecesPerPart = 256;
+constexpr std::size_t kPiecesPerTask = 256;
 // Cuts of pieces: so many for any surface, and one more for some of its triangles. It keeps a comparison of a million
 // triangles with a million others to a few times what reading them takes.
-constexpr std::uint64_t kMostCutsOfAny = 300'000;
-constexpr std::uint64_t kTrianglesPerMostCut = 2;
+constexpr std::uint64_t kMaxBaseCuts = 300'000;
+constexpr std::uint64_t kTrianglesPerExtraCut = 2;
 // Of the greatest distance: nearer than that it need not be known.
 constexpr double kRelativeAccuracy = 1e-3;
 
@@ -48,9 +48,9 @@ struct Tally {
 
 class Comparison {
 public:
-    Comparison(const std::vector<Corners>& fromTriangles, const TriangleTree& toTree, double leastAccuracy,
-               WorkerTeam& workers)
-        : from(fromTriangles), to(toTree), accuracy(leastAccuracy), team(workers) {}
+    Comparison(const std::vector<Corners>& fromTriangles, const TriangleTree& toTree, double minAccuracy,
+               ThreadPool& workers)
+        : from(fromTriangles), to(toTree), accuracy(minAccuracy), pool(workers) {}
 
     SurfaceDistance run() {
         measureAll();
@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    [[nodiscard]] double enough(double greatest) const {
+    [[nodiscard]] double searchThreshold(double greatest) const {
         return greatest + std::max(accuracy, kRelativeAccuracy * greatest);
     }
 
@@ -77,7 +77,7 @@ private:
     const std::vector<Corners>& from;
     const TriangleTree& to;
     double accuracy;
-    WorkerTeam& team;
+    ThreadPool& pool;
     double areaOfPiece = 0.0;
     double greatestBefore = 0.0;  // when a round began
     double boundOfClosed = 0.0;   // greatest bound of the pieces that are not looked at any more
@@ -91,13 +91,13 @@ private:
 
 // Measures the middle, and lowers the bound as far as it is worth while.
 void Comparison::measurePiece(SurfacePiece& piece, Tally& tally, bool countsForMean) const {
-    const double limit = enough(std::max(greatestBefore, tally.farthest.nearest.distance));
+    const double limit = searchThreshold(std::max(greatestBefore, tally.farthest.nearest.distance));
     piece.bound = boundOf(to, piece, piece.corners[0]);
     for (std::size_t i = 1; i < piece.corners.size() && piece.bound > limit; ++i)
         piece.bound = std::min(piece.bound, boundOf(to, piece, piece.corners.at(i)));
     if (!countsForMean && piece.bound <= limit) return;
 
-    const MeasuredPosition middle = measured(to, piece.middle(), piece.corners[0].nearest.index);
+    const MeasuredPosition middle = measurePosition(to, piece.middle(), piece.corners[0].nearest.index);
     tally.take(middle);
     if (piece.bound > limit) piece.bound = std::min(piece.bound, boundOf(to, piece, middle));
     if (!countsForMean) return;
@@ -124,13 +124,13 @@ void Comparison::measureTriangle(const Corners& triangle, Tally& tally, Position
         return triangle[0] + edge1 * i + edge2 * k;
     };
     const auto measure = [&](int i, int k) {
-        const MeasuredPosition& position = cache.measured(positionAt(i, k));
+        const MeasuredPosition& position = cache.measurePosition(positionAt(i, k));
         tally.take(position);
         return position;
     };
     const auto close = [&](SurfacePiece piece) {
         measurePiece(piece, tally, true);
-        if (piece.bound > enough(tally.farthest.nearest.distance))
+        if (piece.bound > searchThreshold(tally.farthest.nearest.distance))
             tally.open.push_back(piece);
         else
             tally.boundOfClosed = std::max(tally.boundOfClosed, piece.bound);
@@ -152,12 +152,12 @@ void Comparison::measureTriangle(const Corners& triangle, Tally& tally, Position
 void Comparison::measureAll() {
     double area = 0.0;
     for (const Corners& triangle : from) area += areaOf(triangle);
-    areaOfPiece = area / kFewestPieces;
-    std::vector<Tally> tallies((from.size() + kTrianglesPerPart - 1) / kTrianglesPerPart);
-    team.run(tallies.size(), [&](std::size_t part) {
+    areaOfPiece = area / kMinPieceCount;
+    std::vector<Tally> tallies((from.size() + kTrianglesPerTask - 1) / kTrianglesPerTask);
+    pool.parallelFor(tallies.size(), [&](std::size_t part) {
         PositionCache cache(to);
-        const std::size_t end = std::min(from.size(), (part + 1) * kTrianglesPerPart);
-        for (std::size_t i = part * kTrianglesPerPart; i < end; ++i)
+        const std::size_t end = std::min(from.size(), (part + 1) * kTrianglesPerTask);
+        for (std::size_t i = part * kTrianglesPerTask; i < end; ++i)
             measureTriangle(from[i], tallies[part], cache);
     });
     join(tallies);
@@ -172,7 +172,7 @@ void Comparison::join(const std::vector<Tally>& tallies) {
         total.area += tally.area;
         boundOfClosed = std::max(boundOfClosed, tally.boundOfClosed);
     }
-    const double limit = enough(total.farthest.nearest.distance);
+    const double limit = searchThreshold(total.farthest.nearest.distance);
     for (const Tally& tally : tallies)
         for (const SurfacePiece& piece : tally.open) {
             if (piece.bound > limit)
@@ -193,21 +193,22 @@ void Comparison::cutPiece(const SurfacePiece& piece, Tally& tally) const {
 }
 
 void Comparison::search() {
-    std::uint64_t cutsLeft = kMostCutsOfAny + from.size() / kTrianglesPerMostCut;
+    std::uint64_t cutsLeft = kMaxBaseCuts + from.size() / kTrianglesPerExtraCut;
     std::vector<SurfacePiece> round;
-    while (cutsLeft > 0 && !open.empty() && open.top().bound > enough(total.farthest.nearest.distance)) {
+    while (cutsLeft > 0 && !open.empty() &&
+           open.top().bound > searchThreshold(total.farthest.nearest.distance)) {
         greatestBefore = total.farthest.nearest.distance;
         round.clear();
         while (round.size() < std::min<std::uint64_t>(kPiecesPerRound, cutsLeft) && !open.empty() &&
-               open.top().bound > enough(greatestBefore)) {
+               open.top().bound > searchThreshold(greatestBefore)) {
             round.push_back(open.top());
             open.pop();
         }
         cutsLeft -= round.size();
-        std::vector<Tally> tallies((round.size() + kPiecesPerPart - 1) / kPiecesPerPart);
-        team.run(tallies.size(), [&](std::size_t part) {
-            const std::size_t end = std::min(round.size(), (part + 1) * kPiecesPerPart);
-            for (std::size_t i = part * kPiecesPerPart; i < end; ++i) cutPiece(round[i], tallies[part]);
+        std::vector<Tally> tallies((round.size() + kPiecesPerTask - 1) / kPiecesPerTask);
+        pool.parallelFor(tallies.size(), [&](std::size_t part) {
+            const std::size_t end = std::min(round.size(), (part + 1) * kPiecesPerTask);
+            for (std::size_t i = part * kPiecesPerTask; i < end; ++i) cutPiece(round[i], tallies[part]);
         });
         join(tallies);
     }
@@ -217,8 +218,8 @@ void Comparison::search() {
 }  // namespace
 
 SurfaceDistance surfaceDistance(const std::vector<Corners>& from, const TriangleTree& to, double accuracy,
-                                WorkerTeam& team) {
-    return Comparison(from, to, accuracy, team).run();
+                                ThreadPool& pool) {
+    return Comparison(from, to, accuracy, pool).run();
 }
 
 }  // namespace quarn

@@ -28,6 +28,6 @@ struct SurfaceDistance {
 /// \param accuracy above 0
 /// \pre at least one triangle
 [[nodiscard]] SurfaceDistance surfaceDistance(const std::vector<Corners>& from, const TriangleTree& to,
-                                              double accuracy, WorkerTeam& team);
+                                              double accuracy, ThreadPool& pool);
 
 }  // namespace quarn

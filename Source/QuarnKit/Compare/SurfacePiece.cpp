@@ -8,7 +8,7 @@ namespace quarn {
 namespace {
 
 // Halvings of an edge, after which a double has no more digits.
-constexpr int kMostHalvings = 50;
+constexpr int kMaxHalvings = 50;
 
 // Where on an edge the nearest triangles of its ends are equally near.
 Point<double, 3> crossingOn(const TriangleTree& tree, const MeasuredPosition& from,
@@ -16,7 +16,7 @@ Point<double, 3> crossingOn(const TriangleTree& tree, const MeasuredPosition& fr
     Point<double, 3> low = from.position;
     Point<double, 3> high = to.position;
     Point<double, 3> middle;
-    for (int i = 0; i < kMostHalvings; ++i) {
+    for (int i = 0; i < kMaxHalvings; ++i) {
         middle = (low + high) * 0.5;
         const double difference =
             tree.distanceTo(from.nearest.index, middle) - tree.distanceTo(to.nearest.index, middle);
@@ -30,13 +30,13 @@ MeasuredPosition cutOf(const TriangleTree& tree, const MeasuredPosition& from, c
                        double accuracy) {
     const std::uint32_t hint = from.nearest.index;
     if (from.nearest.index != to.nearest.index) {
-        const MeasuredPosition crossing = measured(tree, crossingOn(tree, from, to, accuracy), hint);
+        const MeasuredPosition crossing = measurePosition(tree, crossingOn(tree, from, to, accuracy), hint);
         // Between triangles that are no neighbours a third one is nearer.
         const double toBoth = std::max(tree.distanceTo(from.nearest.index, crossing.position),
                                        tree.distanceTo(to.nearest.index, crossing.position));
         if (toBoth - crossing.nearest.distance <= 2.0 * accuracy) return crossing;
     }
-    return measured(tree, (from.position + to.position) * 0.5, hint);
+    return measurePosition(tree, (from.position + to.position) * 0.5, hint);
 }
 
 }  // namespace

@@ -16,8 +16,8 @@ struct MeasuredPosition {
 };
 
 /// Measures a position. \p hint as for TriangleTree::nearest()
-[[nodiscard]] inline MeasuredPosition measured(const TriangleTree& tree, const Point<double, 3>& position,
-                                               std::uint32_t hint) {
+[[nodiscard]] inline MeasuredPosition measurePosition(const TriangleTree& tree,
+                                                      const Point<double, 3>& position, std::uint32_t hint) {
     return {position, tree.nearest(position, hint)};
 }
 

@@ -6,9 +6,9 @@ namespace quarn {
 
 namespace {
 
-// Square of the least sine between two edges from which on the foot in the plane is trusted alone; in thinner triangles
+// Square of the least sine between two edges from which on the projection in the plane is trusted alone; in thinner triangles
 // rounding may tell the wrong side of an edge, and the edges are looked at too.
-constexpr double kLeastSquaredSine = 1e-10;
+constexpr double kMinSquaredSine = 1e-10;
 
 Point<double, 3> nearestOnEdge(const Point<double, 3>& point, const Point<double, 3>& from,
                                const Point<double, 3>& to) {
@@ -36,13 +36,14 @@ Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Corners&
         least = distance;
         nearest = candidate;
     };
-    // The foot is made of the corners, so that it lies in the triangle even where rounding tells the wrong side.
+    // The projection is made of the corners, so that it lies in the triangle even where rounding tells the wrong side.
     const double along1 = dot(cross(offset, edge2), normal);
     const double along2 = dot(cross(edge1, offset), normal);
     if (along1 >= 0.0 && along2 >= 0.0 && along1 + along2 <= squaredNormal && squaredNormal > 0.0) {
-        const Point<double, 3> foot = a + edge1 * (along1 / squaredNormal) + edge2 * (along2 / squaredNormal);
-        if (squaredNormal > kLeastSquaredSine * dot(edge1, edge1) * dot(edge2, edge2)) return foot;
-        take(foot);
+        const Point<double, 3> projection =
+            a + edge1 * (along1 / squaredNormal) + edge2 * (along2 / squaredNormal);
+        if (squaredNormal > kMinSquaredSine * dot(edge1, edge1) * dot(edge2, edge2)) return projection;
+        take(projection);
     }
     take(nearestOnEdge(point, a, b));
     take(nearestOnEdge(point, b, c));

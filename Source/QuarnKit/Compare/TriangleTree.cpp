@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::uint32_t kLeafSize = 4;
 // Levels of a search: halving a 32-bit count of triangles comes to an end before.
-constexpr std::size_t kDeepestLevel = 40;
+constexpr std::size_t kMaxDepth = 40;
 
 }  // namespace
 
@@ -114,7 +114,7 @@ TriangleTree::Nearest TriangleTree::nearest(const Point<double, 3>& point, std::
     std::uint32_t best = hint == kNone ? 0 : hint;
     double least = squaredDistance(point, triangles[best]);
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as it grows
-    std::array<Waiting, kDeepestLevel> waiting;
+    std::array<Waiting, kMaxDepth> waiting;
     std::size_t count = 0;
     waiting[count++] = {0, nodes[0].box.squaredDistance(point) * kBoxMargin};
     while (count > 0) {

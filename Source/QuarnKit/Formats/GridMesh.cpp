@@ -21,7 +21,7 @@ public:
           uvs(mesh.uvs),
           normals(mesh.normals) {
         findResidue();
-        findSides();
+        findOrientation();
     }
 
     MeshDocument take();
@@ -35,7 +35,7 @@ private:
 
     [[nodiscard]] Point<double, 3> positionAt(double u, double v) const;
     void findResidue();
-    void findSides();
+    void findOrientation();
     void addRow(int row);
     void addTriangle(std::array<Crossing, 3> corners, std::array<Point<double, 2>, 3> cornerUVs);
     void addCells(int row);
@@ -48,17 +48,17 @@ private:
     const IScreenGeometry& screen;
     GridSize size;
     MeshDocument mesh;
-    SharedRecords<3> positions;
-    SharedRecords<2> uvs;
-    SharedRecords<3> normals;
+    UniqueRecords<3> positions;
+    UniqueRecords<2> uvs;
+    UniqueRecords<3> normals;
     double residue = 0.0;
-    bool isTurned = false;  // whether corners that run anticlockwise in UV face away from the viewer
+    bool isFlipped = false;  // whether corners that run anticlockwise in UV face away from the viewer
     double normalSign = 1.0;
     std::vector<Crossing> above;
     std::vector<Crossing> below;
 };
 
-std::array<float, 3> recordOf(const Point<double, 3>& point) {
+std::array<float, 3> toFloats(const Point<double, 3>& point) {
     return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
 }
 
@@ -85,15 +85,15 @@ void GridMesher::findResidue() {
 
 // In the middle of the screen, where no pole is. Seen from the viewer u leads to the right and v downwards, but for
 // screens with their limits the other way round.
-void GridMesher::findSides() {
+void GridMesher::findOrientation() {
     constexpr double kMiddle = 0.5;
     constexpr double kStep = 1e-3;
     const Point<double, 3> middle = positionAt(kMiddle, kMiddle);
     const Point<double, 3> alongU = positionAt(kMiddle + kStep, kMiddle) - middle;
     const Point<double, 3> alongV = positionAt(kMiddle, kMiddle + kStep) - middle;
     Point<double, 3> facing = cross(alongV, alongU);
-    isTurned = dot(facing, screen.getEyepoint() - middle) < 0.0;
-    if (isTurned) facing = facing * -1.0;
+    isFlipped = dot(facing, screen.getEyepoint() - middle) < 0.0;
+    if (isFlipped) facing = facing * -1.0;
     normalSign = dot(facing, screen.getScreenNormal(middle)) < 0.0 ? -1.0 : 1.0;
 }
 
@@ -101,7 +101,7 @@ GridMesher::Crossing GridMesher::crossingAt(int row, int column) {
     const Point<double, 3> position =
         positionAt(static_cast<double>(column) / size.columns, static_cast<double>(row) / size.rows);
     const Point<double, 3> normal = screen.getScreenNormal(position) * normalSign;
-    return {positions.indexOf(recordOf(position)), normals.indexOf(recordOf(normal))};
+    return {positions.indexOf(toFloats(position)), normals.indexOf(toFloats(normal))};
 }
 
 void GridMesher::addRow(int row) {
@@ -116,9 +116,9 @@ bool GridMesher::isPole(const std::vector<Crossing>& line) const {
 }
 
 void GridMesher::addTriangle(std::array<Crossing, 3> corners, std::array<Point<double, 2>, 3> cornerUVs) {
-    ObjFace face;
+    detail::ObjFace face;
     for (std::size_t i = 0; i < face.size(); ++i) {
-        const std::size_t from = isTurned ? face.size() - 1 - i : i;
+        const std::size_t from = isFlipped ? face.size() - 1 - i : i;
         const Point<double, 2>& uv = cornerUVs.at(from);
         face.at(i) = {.vertex = corners.at(from).vertex,
                       .textureCoordinate = uvIndex(uv),

@@ -13,13 +13,13 @@ namespace quarn {
 namespace {
 
 template <std::size_t N, class Indices>
-std::array<float, N> narrowed(const Point<double, N, Indices>& point) {
+std::array<float, N> toFloats(const Point<double, N, Indices>& point) {
     std::array<float, N> record{};
     for (std::size_t i = 0; i < N; ++i) record.at(i) = static_cast<float>(point[i]);
     return record;
 }
 
-Point<double, 3> widened(const std::array<float, 3>& record) {
+Point<double, 3> toDoubles(const std::array<float, 3>& record) {
     return {record[0], record[1], record[2]};
 }
 
@@ -32,9 +32,9 @@ void addLines(std::string& text, const char* keyword, const std::vector<std::arr
     }
 }
 
-void addFace(std::string& text, const ObjFace& face) {
+void addFace(std::string& text, const detail::ObjFace& face) {
     text += 'f';
-    for (const ObjCorner& corner : face) {
+    for (const detail::ObjCorner& corner : face) {
         text.append(1, ' ').append(std::to_string(corner.vertex + 1)) += '/';
         if (corner.textureCoordinate >= 0) text += std::to_string(corner.textureCoordinate + 1);
         text.append(1, '/').append(std::to_string(corner.normal + 1));
@@ -43,46 +43,47 @@ void addFace(std::string& text, const ObjFace& face) {
 }
 
 // A triangle without area has no normal of its own, and any will do.
-std::array<float, 3> normalOf(const MeshDocument& mesh, const ObjFace& face) {
+std::array<float, 3> normalOf(const MeshDocument& mesh, const detail::ObjFace& face) {
     const auto corner = [&](std::size_t i) {
-        return widened(mesh.positions.at(static_cast<std::size_t>(face.at(i).vertex)));
+        return toDoubles(mesh.positions.at(static_cast<std::size_t>(face.at(i).vertex)));
     };
     const Point<double, 3> normal = cross(corner(1) - corner(0), corner(2) - corner(0));
     const double size = length(normal);
-    return size > 0.0 ? narrowed(normal / size) : std::array<float, 3>{0.0F, 0.0F, 1.0F};
+    return size > 0.0 ? toFloats(normal / size) : std::array<float, 3>{0.0F, 0.0F, 1.0F};
 }
 
 }  // namespace
 
 std::string objTextOf(const MeshDocument& mesh, const std::string& comment) {
     std::vector<std::array<float, 3>> normals = mesh.normals;
-    std::vector<ObjFace> faces = mesh.faces;
-    SharedRecords<3> added(normals);
-    for (ObjFace& face : faces) {
-        if (std::none_of(face.begin(), face.end(), [](const ObjCorner& corner) { return corner.normal < 0; }))
+    std::vector<detail::ObjFace> faces = mesh.faces;
+    UniqueRecords<3> uniqueNormals(normals);
+    for (detail::ObjFace& face : faces) {
+        if (std::none_of(face.begin(), face.end(),
+                         [](const detail::ObjCorner& corner) { return corner.normal < 0; }))
             continue;
-        const std::int32_t normal = added.indexOf(normalOf(mesh, face));
-        for (ObjCorner& corner : face)
+        const std::int32_t normal = uniqueNormals.indexOf(normalOf(mesh, face));
+        for (detail::ObjCorner& corner : face)
             if (corner.normal < 0) corner.normal = normal;
     }
     std::string text = "# " + comment + "\n";
     addLines(text, "v", mesh.positions);
     addLines(text, "vt", mesh.uvs);
     addLines(text, "vn", normals);
-    for (const ObjFace& face : faces) addFace(text, face);
+    for (const detail::ObjFace& face : faces) addFace(text, face);
     return text;
 }
 
 MeshDocument meshDocumentOf(std::span<const Triangle> triangles) {
     MeshDocument mesh;
-    SharedRecords<3> positions(mesh.positions);
-    SharedRecords<2> uvs(mesh.uvs);
+    UniqueRecords<3> positions(mesh.positions);
+    UniqueRecords<2> uvs(mesh.uvs);
     for (const Triangle& triangle : triangles) {
-        ObjFace& face = mesh.faces.emplace_back();
+        detail::ObjFace& face = mesh.faces.emplace_back();
         for (std::size_t i = 0; i < face.size(); ++i) {
             const TriangleVertex& vertex = triangle.vertices.at(i);
-            face.at(i).vertex = positions.indexOf(narrowed(vertex.position));
-            if (vertex.uv != kNoUV) face.at(i).textureCoordinate = uvs.indexOf(narrowed(vertex.uv));
+            face.at(i).vertex = positions.indexOf(toFloats(vertex.position));
+            if (vertex.uv != kNoUV) face.at(i).textureCoordinate = uvs.indexOf(toFloats(vertex.uv));
         }
     }
     return mesh;
@@ -90,11 +91,11 @@ MeshDocument meshDocumentOf(std::span<const Triangle> triangles) {
 
 MeshDocument meshDocumentOf(const std::string& objText, const Matrix<float, 4>& transform) {
     std::vector<Triangle> unused;
-    ObjLists lists = scanObjText(objText, unused, [] {});
+    detail::ObjData objData = detail::parseObj(objText, unused, [] {});
     MeshDocument mesh;
-    mesh.positions = std::move(lists.vertexData.vertices);
-    mesh.uvs = std::move(lists.vertexData.textureCoordinates);
-    mesh.faces = std::move(lists.faces);
+    mesh.positions = std::move(objData.vertexData.vertices);
+    mesh.uvs = std::move(objData.vertexData.textureCoordinates);
+    mesh.faces = std::move(objData.faces);
     if (transform != Matrix<float, 4>::identity())
         for (auto& [x, y, z] : mesh.positions) {
             const Point<float, 3> position = transform.transformPoint(x, y, z);
@@ -102,8 +103,8 @@ MeshDocument meshDocumentOf(const std::string& objText, const Matrix<float, 4>& 
             y = position[1];
             z = position[2];
         }
-    for (ObjFace& face : mesh.faces)
-        for (ObjCorner& corner : face) corner.normal = -1;
+    for (detail::ObjFace& face : mesh.faces)
+        for (detail::ObjCorner& corner : face) corner.normal = -1;
     return mesh;
 }
 

@@ -18,7 +18,7 @@ struct MeshDocument {
     std::vector<std::array<float, 3>> positions;
     std::vector<std::array<float, 2>> uvs;
     std::vector<std::array<float, 3>> normals;
-    std::vector<ObjFace>
+    std::vector<detail::ObjFace>
         faces;  ///< A corner with a normal of -1 gets that of its triangle when it is written.
 };
 

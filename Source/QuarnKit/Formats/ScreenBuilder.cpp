@@ -4,12 +4,11 @@
 
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Formats/Xml/ScreenRules.h>
 #include <QuarnKit/Formats/Xml/ScreenTags.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
-
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -30,10 +29,10 @@ ScreenValues asInFile(const ScreenType& type, const ScreenValues& values) {
 
 void check(double number, const ScreenTag& tag) {
     if (const auto expected = expectedInsteadOf(number, tag.kind))
-        throw ToolError{.found = "found the " + tag.label + " " + numberText(number), .expected = *expected};
+        throw Error({.found = "found the " + tag.label + " " + numberText(number), .expected = *expected});
 }
 
-void check(const ScreenType& type, const ScreenValues& values) {
+void check(const ScreenType& type, const ScreenValues& values, Observer& observer) {
     std::vector<Parameter> parameters;
     for (const ScreenTag& tag : type.tags) {
         const Parameter parameter{.name = tag.parameter,
@@ -45,10 +44,10 @@ void check(const ScreenType& type, const ScreenValues& values) {
             for (std::size_t i = 0; i < 3; ++i) check(parameter.position[i], tag);
         else
             check(parameter.value, tag);
-        warnIfZero(parameter, "", 0);
+        warnIfZero(parameter, "", 0, observer);
         parameters.push_back(parameter);
     }
-    checkRanges(type, parameters, "", 0);
+    checkRanges(type, parameters, "", 0, observer);
 }
 
 }  // namespace
@@ -58,10 +57,11 @@ double ScreenValues::valueOf(const std::string& parameter) const {
     return number == numbers.end() ? 0.0 : number->second;
 }
 
-std::shared_ptr<IScreenGeometry> makeScreen(const std::string& typeName, const ScreenValues& values) {
+std::shared_ptr<IScreenGeometry> buildScreen(const std::string& typeName, const ScreenValues& values,
+                                             Observer& observer) {
     const ScreenType& type = *findScreenType(typeName);
     ScreenValues stored = asInFile(type, values);
-    check(type, stored);
+    check(type, stored, observer);
     auto screen = ScreenGeometryFactory::createScreenGeometry(typeName);
     screen->updateGeometry(&stored);
     return screen;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include <QuarnKit/Base/Observer.h>
 #include <QuarnScreen/IScreenConfig.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
@@ -37,7 +38,7 @@ private:
 /// A screen from its parameters, as its XML document holds them. What readScreen() would refuse is refused, and what it would warn of is
 /// warned of.
 /// \param typeName one of screenTypes()
-[[nodiscard]] std::shared_ptr<IScreenGeometry> makeScreen(const std::string& typeName,
-                                                          const ScreenValues& values);
+[[nodiscard]] std::shared_ptr<IScreenGeometry> buildScreen(const std::string& typeName,
+                                                           const ScreenValues& values, Observer& observer);
 
 }  // namespace quarn

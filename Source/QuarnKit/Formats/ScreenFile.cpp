@@ -5,14 +5,13 @@
 #include <string_view>
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/InputStream.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Formats/Obj/ObjValidation.h>
 #include <QuarnKit/Formats/Stl/StlLayout.h>
 #include <QuarnKit/Formats/Xml/XmlDocument.h>
-
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -44,14 +43,14 @@ ScreenFormat formatOf(std::string_view text) {
     return ScreenFormat::Xml;
 }
 
-std::uint64_t longestText(ScreenFormat format, std::uint64_t maxMemory) {
+std::uint64_t maxTextBytes(ScreenFormat format, std::uint64_t maxMemory) {
     return maxMemory / (format == ScreenFormat::Xml ? XmlDocument::kMemoryPerByte : kMeshMemoryPerByte);
 }
 
 }  // namespace
 
 ScreenFile readScreenFile(const std::string& path, std::uint64_t maxMemory) {
-    InputFile input(path, kExpectedFile);
+    InputStream input(path, kExpectedFile);
     ScreenFile file{.path = path, .text = {}};
     std::uint64_t limit = kReadSize;
     for (;;) {
@@ -61,16 +60,17 @@ ScreenFile readScreenFile(const std::string& path, std::uint64_t maxMemory) {
         file.text.resize(length + count);
         if (length == 0) {
             file.format = formatOf(file.text);
-            limit = longestText(file.format, maxMemory);
+            limit = maxTextBytes(file.format, maxMemory);
         }
         if (count == 0) break;
         if (file.text.size() > limit)
-            throw ToolError{.found = "found a document that may need more than " + memorySizeText(maxMemory) +
-                                     " of memory",
-                            .expected = "a smaller one, or a greater --max-memory",
-                            .file = path};
+            throw Error({.found = "found a document that may need more than " + memorySizeText(maxMemory) +
+                                  " of memory",
+                         .expected = "a smaller one",
+                         .file = path,
+                         .remedy = {.kind = RemedyKind::RaiseMemoryLimit}});
     }
-    if (file.text.empty()) throw ToolError{.found = "an empty file", .expected = kExpectedFile, .file = path};
+    if (file.text.empty()) throw Error({.found = "an empty file", .expected = kExpectedFile, .file = path});
     return file;
 }
 

@@ -2,6 +2,7 @@
 
 #include <variant>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/Stl/StlLoader.h>
 #include <QuarnKit/Formats/Stl/StlMeshReader.h>
 #include <QuarnKit/Formats/Xml/ScreenElement.h>
@@ -9,27 +10,23 @@
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
-#include "Base/Diagnostics.h"
-#include "Base/ProgressLine.h"
-#include "Base/ToolError.h"
-
 namespace quarn {
 
 namespace {
 
 Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
-                StageClock& clock) {
+                Observer& observer) {
     ObjSource& source = text.source;
     const std::string file = source.file;
     if (text.format == ScreenFormat::Stl && !prepare) {
         StlMesh mesh = loadStl(file, source.name, std::move(source.text), maxMemory);
         Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
-        screen.mesh->contents.triangles = mesh.triangleCount;
+        screen.mesh->counts.triangles = mesh.triangleCount;
         return screen;
     }
-    if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text);
+    if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text, observer);
     if (prepare) prepare(source);
-    ObjMesh mesh = loadObj(std::move(source), maxMemory, clock);
+    ObjMesh mesh = loadObj(std::move(source), maxMemory, observer);
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
 }
 
@@ -38,10 +35,10 @@ Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void
 MeshText textOfStlElement(const std::string& path, const XmlDocument& document,
                           xercesc::DOMElement& element) {
     if (element.getFirstChild() == nullptr)
-        throw ToolError{.found = "found no STL text in the ScreenGeometry element",
-                        .expected = "its base64",
-                        .file = path,
-                        .line = document.lineOf(element)};
+        throw Error({.found = "found no STL text in the ScreenGeometry element",
+                     .expected = "its base64",
+                     .file = path,
+                     .line = document.lineOf(element)});
     return {.format = ScreenFormat::Stl,
             .source = {.file = path,
                        .name = path + " (STL text)",
@@ -51,22 +48,24 @@ MeshText textOfStlElement(const std::string& path, const XmlDocument& document,
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
     if (options.any())
-        throw ToolError{.found = "found --forward, --up or --scale for a screen that is no OBJ file",
-                        .expected = "them with an OBJ file only",
-                        .file = path};
+        throw Error({.found = "found axes or a scale for a screen that is not an OBJ file",
+                     .expected = "them with an OBJ file only",
+                     .file = path});
 }
 
 void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
-                          const std::vector<xercesc::DOMElement*>& elements) {
+                          const std::vector<xercesc::DOMElement*>& elements, Observer& observer) {
     if (elements.size() > 1)
-        writeWarningLine(
-            atPlace(path, document.lineOf(*elements[1]),
-                    "found " + std::to_string(elements.size()) + " screens, only the first is read"));
+        observer.notify(
+            {.level = NoticeLevel::Warning,
+             .text = "found " + std::to_string(elements.size()) + " screens, only the first is read",
+             .file = path,
+             .line = document.lineOf(*elements[1])});
 }
 
 // What a file holds: the text of a mesh, or a screen that has a shape.
 std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemory,
-                                          const ObjOptions& objOptions) {
+                                          const ObjOptions& objOptions, Observer& observer) {
     const std::string path = file.path;
     if (file.format != ScreenFormat::Xml) {
         const ScreenFormat format = file.format;
@@ -76,11 +75,11 @@ std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemo
     const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
     if (elements.empty())
-        throw ToolError{.found = "found no screen", .expected = "a ScreenGeometry element", .file = path};
+        throw Error({.found = "found no screen", .expected = "a ScreenGeometry element", .file = path});
 
-    const ScreenElement element(path, document, *elements.front());
+    const ScreenElement element(path, document, *elements.front(), observer);
     const std::string type = element.typeName();
-    warnOfFurtherScreens(path, document, elements);
+    warnOfFurtherScreens(path, document, elements, observer);
     if (type == OBJScreen::type())
         return MeshText{.format = ScreenFormat::Obj,
                         .source = objSourceOf(path, document, *elements.front())};
@@ -95,26 +94,20 @@ std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemo
 }  // namespace
 
 std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
-                                     const ObjOptions& objOptions) {
-    auto contents = contentsOf(readScreenFile(path, maxMemory), maxMemory, objOptions);
+                                     const ObjOptions& objOptions, Observer& observer) {
+    auto contents = contentsOf(readScreenFile(path, maxMemory), maxMemory, objOptions, observer);
     auto* const text = std::get_if<MeshText>(&contents);
     return text == nullptr ? std::nullopt : std::optional(std::move(*text));
 }
 
 Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
-                  const std::function<void(ObjSource&)>& prepare) {
-    StageClock clock;
-    clock.enter("reading " + path);
+                  Observer& observer, const std::function<void(ObjSource&)>& prepare) {
+    observer.setStage("reading " + path);
     ScreenFile file = readScreenFile(path, maxMemory);
     if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
-    auto contents = contentsOf(std::move(file), maxMemory, objOptions);
+    auto contents = contentsOf(std::move(file), maxMemory, objOptions, observer);
     if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
-    return screenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, clock);
-}
-
-void warnWithoutUV(const Screen& screen) {
-    if (screen.mesh && !screen.geometry->hasParameterization())
-        writeWarningLine(atPlace(screen.file, 0, "the mesh has no UV to map by, see quarnscreen info"));
+    return screenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, observer);
 }
 
 }  // namespace quarn

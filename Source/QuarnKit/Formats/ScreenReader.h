@@ -33,7 +33,7 @@ struct MeshText {
 /// Reads the text of an OBJ or STL file, or that of the first screen of an XML file. Nothing for screens of other types.
 /// \param objOptions they are an error where the file is XML
 [[nodiscard]] std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
-                                                   const ObjOptions& objOptions);
+                                                   const ObjOptions& objOptions, Observer& observer);
 
 /// Reads the screen of an OBJ or STL file, or the first screen of an XML file.
 ///
@@ -43,10 +43,7 @@ struct MeshText {
 /// \param prepare may change the text of an OBJ screen before it is loaded. Where it is given, the mesh of an STL file
 ///        becomes an OBJ screen, whatever form the file has
 [[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
-                                const ObjOptions& objOptions = {},
+                                const ObjOptions& objOptions, Observer& observer,
                                 const std::function<void(ObjSource&)>& prepare = {});
-
-/// Warns where a mesh has no UV, for commands that need it.
-void warnWithoutUV(const Screen& screen);
 
 }  // namespace quarn

@@ -5,10 +5,8 @@
 #include <sstream>
 
 #include <Common/TextConversion.h>
+#include <QuarnKit/Base/Error.h>
 
-#include "Base/Diagnostics.h"
-#include "Base/ProgressLine.h"
-#include "Base/ToolError.h"
 #include "MeshStatus.h"
 
 namespace quarn {
@@ -19,9 +17,9 @@ void refuseInfinite(const MeshDocument& mesh, const std::string& file) {
     for (const auto& position : mesh.positions)
         if (!std::all_of(position.begin(), position.end(),
                          [](float number) { return std::isfinite(number); }))
-            throw ToolError{.found = "found a position that no OBJ file can hold",
-                            .expected = "a screen whose positions are finite as floats",
-                            .file = file};
+            throw Error({.found = "found a position that no OBJ file can hold",
+                         .expected = "a screen whose positions are finite as floats",
+                         .file = file});
 }
 
 std::string gridDescription(const Screen& screen, const GridSize& grid) {
@@ -38,21 +36,22 @@ std::string nameOf(const std::string& path) {
     return path == "-" ? "standard output" : path;
 }
 
-void noteStatus(const std::string& path, const OBJScreen& loaded, const MeshSource& source) {
+void noteStatus(const std::string& path, const OBJScreen& loaded, const MeshSource& source,
+                Observer& observer) {
     if (loaded.getStatus() != OBJScreen::StatusOk)
-        writeNoteLine(atPlace(nameOf(path), 0, meshStatusOf(loaded, source).text));
+        observer.notify({.text = meshStatusOf(loaded, source).text, .file = nameOf(path)});
 }
 
 }  // namespace
 
-ScreenFormat formatByName(const std::string& path, ScreenFormat otherwise) {
+ScreenFormat formatByName(const std::string& path, ScreenFormat fallback) {
     std::string name = path;
     std::transform(name.begin(), name.end(), name.begin(), [](char byte) {
         return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
     });
     if (name.ends_with(".obj")) return ScreenFormat::Obj;
     if (name.ends_with(".xml")) return ScreenFormat::Xml;
-    return otherwise;
+    return fallback;
 }
 
 std::string xmlTextOf(IScreenGeometry& screen) {
@@ -80,19 +79,18 @@ std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t 
 }
 
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
-                    std::uint64_t maxMemory) {
+                    std::uint64_t maxMemory, Observer& observer) {
     if (isOwnText(screen))
-        noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh);
+        noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh, observer);
     else
-        static_cast<void>(loadMadeText(path, objText, maxMemory));
+        static_cast<void>(loadGeneratedText(path, objText, maxMemory, observer));
 }
 
-std::shared_ptr<OBJScreen> loadMadeText(const std::string& path, const std::string& objText,
-                                        std::uint64_t maxMemory) {
-    StageClock clock;
+std::shared_ptr<OBJScreen> loadGeneratedText(const std::string& path, const std::string& objText,
+                                             std::uint64_t maxMemory, Observer& observer) {
     const ObjMesh mesh =
-        loadObj({.file = path, .name = nameOf(path), .text = objText, .frame = {}}, maxMemory, clock);
-    noteStatus(path, *mesh.screen, mesh.source);
+        loadObj({.file = path, .name = nameOf(path), .text = objText, .frame = {}}, maxMemory, observer);
+    noteStatus(path, *mesh.screen, mesh.source, observer);
     return mesh.screen;
 }
 

@@ -12,12 +12,12 @@ namespace quarn {
 
 /// Appends records of numbers to a list, each value once. 0 and -0 are one.
 template <std::size_t N>
-class SharedRecords {
+class UniqueRecords {
 public:
     using Record = std::array<float, N>;
 
     /// \param recordList it has to outlive the object
-    explicit SharedRecords(std::vector<Record>& recordList) : list(recordList) {}
+    explicit UniqueRecords(std::vector<Record>& recordList) : list(recordList) {}
 
     /// Index of the record in the list, where it now stands.
     [[nodiscard]] std::int32_t indexOf(const Record& record) {

@@ -17,78 +17,79 @@ bool hasMissingUV(const std::vector<Triangle>& triangles) {
     });
 }
 
-class OutlineFinder {
+class BoundaryFinder {
 public:
-    OutlineFinder(const std::vector<Triangle>& meshTriangles, const MeshSurface& meshSurface)
-        : triangles(meshTriangles), surface(meshSurface), islands(triangles.size()) {}
+    BoundaryFinder(const std::vector<Triangle>& meshTriangles, const MeshTopology& meshTopology)
+        : triangles(meshTriangles), topology(meshTopology), islands(triangles.size()) {}
 
-    MeshOutline find();
+    MeshBoundary find();
 
 private:
     void joinIslands();
     void findIslands();
-    void findRims();
+    void findLoops();
     void findHoles();
     [[nodiscard]] double lengthOf(const std::vector<std::uint32_t>& edges) const;
 
     const std::vector<Triangle>& triangles;
-    const MeshSurface& surface;
-    Groups islands;
+    const MeshTopology& topology;
+    UnionFind islands;
     std::vector<bool> isIsland;  // by the triangle that stands for it
-    std::vector<std::uint32_t> rimEdges;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> rimEnds;  // of each of these
-    MeshOutline outline;
+    std::vector<std::uint32_t> boundaryEdges;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaryEnds;  // of each of these
+    MeshBoundary boundary;
 };
 
-MeshOutline OutlineFinder::find() {
+MeshBoundary BoundaryFinder::find() {
     joinIslands();
     findIslands();
-    findRims();
+    findLoops();
     findHoles();
-    return std::move(outline);
+    return std::move(boundary);
 }
 
-void OutlineFinder::joinIslands() {
-    const auto add = [&](std::span<const EdgeUse> uses) {
-        const EdgeUse& first = uses[0];
-        for (const EdgeUse& use : uses.subspan(1)) (void)islands.join(first.triangle(), use.triangle());
-        if (uses.size() % 2 == 0) return;
-        rimEdges.push_back(first.edge);
-        rimEnds.emplace_back(first.low, first.high);
+void BoundaryFinder::joinIslands() {
+    const auto add = [&](std::span<const HalfEdge> halfEdges) {
+        const HalfEdge& first = halfEdges[0];
+        for (const HalfEdge& halfEdge : halfEdges.subspan(1))
+            (void)islands.unite(first.triangle(), halfEdge.triangle());
+        if (halfEdges.size() % 2 == 0) return;
+        boundaryEdges.push_back(first.edge);
+        boundaryEnds.emplace_back(first.low, first.high);
     };
     if (hasMissingUV(triangles)) {
-        surface.edges.forEach(add);
+        topology.edges.forEach(add);
         return;
     }
-    const CornerNumbers corners = numberCorners(triangles, CornerIdentity::PositionAndUV);
+    const CornerIds corners = buildCornerIds(triangles, CornerIdentity::PositionAndUV);
     std::vector<bool> isUsed(corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i)
-        isUsed[i] = !surface.isDuplicate[i] && !hasRepeatedCorner(corners[i]);
+        isUsed[i] = !topology.isDuplicate[i] && !hasRepeatedCorner(corners[i]);
     Edges(corners, isUsed).forEach(add);
 }
 
-void OutlineFinder::findIslands() {
+void BoundaryFinder::findIslands() {
     isIsland.resize(triangles.size());
     for (std::uint32_t i = 0; i < triangles.size(); ++i) {
-        const std::uint32_t island = islands.groupOf(i);
-        if (!surface.isUsed[i] || isIsland[island]) continue;
+        const std::uint32_t island = islands.findRoot(i);
+        if (!topology.isUsed[i] || isIsland[island]) continue;
         isIsland[island] = true;
-        outline.islands.push_back(i);
+        boundary.islands.push_back(i);
     }
 }
 
-void OutlineFinder::findRims() {
-    for (EdgeChain& chain : joinEdges(rimEnds)) {
-        for (std::uint32_t& edge : chain.edges) edge = rimEdges[edge];
-        const std::uint32_t island = islands.groupOf(chain.edges.front() / 3);
+void BoundaryFinder::findLoops() {
+    for (EdgeLoop& path : buildEdgeLoops(boundaryEnds)) {
+        for (std::uint32_t& edge : path.edges) edge = boundaryEdges[edge];
+        const std::uint32_t island = islands.findRoot(path.edges.front() / 3);
         if (!isIsland[island]) continue;
-        const double length = lengthOf(chain.edges);
-        outline.rims.push_back(
-            {.island = island, .edges = std::move(chain.edges), .length = length, .isHole = false});
+        const double length = lengthOf(path.edges);
+        boundary.loops.push_back(
+            {.island = island, .edges = std::move(path.edges), .length = length, .isHole = false});
     }
 }
 
-double OutlineFinder::lengthOf(const std::vector<std::uint32_t>& edges) const {
+double BoundaryFinder::lengthOf(const std::vector<std::uint32_t>& edges) const {
     const auto positionAt = [&](std::uint32_t corner) {
         return triangles[corner / 3].vertices.at(corner % 3).position;
     };
@@ -97,32 +98,33 @@ double OutlineFinder::lengthOf(const std::vector<std::uint32_t>& edges) const {
     return sum;
 }
 
-void OutlineFinder::findHoles() {
+void BoundaryFinder::findHoles() {
     // Where islands meet.
     std::vector<bool> isSeam(triangles.size() * 3);
-    if (outline.islands.size() > surface.pieces.size())
-        surface.edges.forEach([&](std::span<const EdgeUse> uses) {
-            const std::uint32_t island = islands.groupOf(uses[0].triangle());
-            if (std::any_of(uses.begin(), uses.end(),
-                            [&](const EdgeUse& use) { return islands.groupOf(use.triangle()) != island; }))
-                for (const EdgeUse& use : uses) isSeam[use.edge] = true;
+    if (boundary.islands.size() > topology.components.size())
+        topology.edges.forEach([&](std::span<const HalfEdge> halfEdges) {
+            const std::uint32_t island = islands.findRoot(halfEdges[0].triangle());
+            if (std::any_of(halfEdges.begin(), halfEdges.end(), [&](const HalfEdge& halfEdge) {
+                    return islands.findRoot(halfEdge.triangle()) != island;
+                }))
+                for (const HalfEdge& halfEdge : halfEdges) isSeam[halfEdge.edge] = true;
         });
 
-    std::vector<const Rim*> longest(triangles.size());
-    for (const Rim& rim : outline.rims) {
-        const Rim*& best = longest[rim.island];
-        if (best == nullptr || rim.length > best->length) best = &rim;
+    std::vector<const BoundaryLoop*> longest(triangles.size());
+    for (const BoundaryLoop& loop : boundary.loops) {
+        const BoundaryLoop*& best = longest[loop.island];
+        if (best == nullptr || loop.length > best->length) best = &loop;
     }
-    for (Rim& rim : outline.rims)
-        rim.isHole =
-            longest[rim.island] != &rim && !std::all_of(rim.edges.begin(), rim.edges.end(),
-                                                        [&](std::uint32_t edge) { return isSeam[edge]; });
+    for (BoundaryLoop& loop : boundary.loops)
+        loop.isHole =
+            longest[loop.island] != &loop && !std::all_of(loop.edges.begin(), loop.edges.end(),
+                                                          [&](std::uint32_t edge) { return isSeam[edge]; });
 }
 
 }  // namespace
 
-MeshOutline outlineOf(const std::vector<Triangle>& triangles, const MeshSurface& surface) {
-    return OutlineFinder(triangles, surface).find();
+MeshBoundary findMeshBoundary(const std::vector<Triangle>& triangles, const MeshTopology& topology) {
+    return BoundaryFinder(triangles, topology).find();
 }
 
 }  // namespace quarn

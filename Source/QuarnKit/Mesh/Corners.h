@@ -14,11 +14,11 @@ namespace quarn {
 enum class CornerIdentity { Position, PositionAndUV };
 
 /// By triangle: the numbers of its corners, from 0 without gaps in the order in which they come.
-using CornerNumbers = std::vector<std::array<std::uint32_t, 3>>;
+using CornerIds = std::vector<std::array<std::uint32_t, 3>>;
 
 /// Numbers the corners so that those that are one have the same number.
 /// \pre all coordinates are finite
-[[nodiscard]] CornerNumbers numberCorners(const std::vector<Triangle>& triangles, CornerIdentity identity);
+[[nodiscard]] CornerIds buildCornerIds(const std::vector<Triangle>& triangles, CornerIdentity identity);
 
 /// Whether two corners of a triangle are one.
 [[nodiscard]] inline bool hasRepeatedCorner(const std::array<std::uint32_t, 3>& corners) {

@@ -13,11 +13,11 @@ namespace quarn {
 
 /// Least height of a triangle, as a part of its greatest coordinate: files hold floats, and corners nearer to a line than
 /// four steps between neighbouring floats are on it as far as anybody can tell.
-inline constexpr double kLeastHeight = 4.0 / 16777216.0;
+inline constexpr double kMinHeightRatio = 4.0 / 16777216.0;
 
-/// Whether three corners are on one line, within kLeastHeight.
+/// Whether three corners are on one line, within kMinHeightRatio.
 template <std::size_t N>
-[[nodiscard]] bool isSliver(const std::array<Point<double, N>, 3>& corners) {
+[[nodiscard]] bool isDegenerateTriangle(const std::array<Point<double, N>, 3>& corners) {
     double greatest = 0.0;
     for (const Point<double, N>& corner : corners)
         for (std::size_t i = 0; i < N; ++i) greatest = std::max(greatest, std::abs(corner[i]));
@@ -31,7 +31,7 @@ template <std::size_t N>
             squares += minor * minor;
         }
     // Twice the area is height times base.
-    return !(std::sqrt(squares) > kLeastHeight * greatest * longest);
+    return !(std::sqrt(squares) > kMinHeightRatio * greatest * longest);
 }
 
 }  // namespace quarn

@@ -8,13 +8,13 @@ namespace quarn {
 namespace {
 
 template <class Visit>
-void forEachUse(const CornerNumbers& corners, const std::vector<bool>& isUsed, Visit visit) {
+void forEachHalfEdge(const CornerIds& corners, const std::vector<bool>& isUsed, Visit visit) {
     for (std::uint32_t triangle = 0; triangle < corners.size(); ++triangle) {
         if (!isUsed[triangle]) continue;
         for (std::uint32_t i = 0; i < 3; ++i) {
             const std::uint32_t from = corners[triangle].at(i);
             const std::uint32_t to = corners[triangle].at((i + 1) % 3);
-            visit(EdgeUse{std::min(from, to), std::max(from, to), 3 * triangle + i, from < to});
+            visit(HalfEdge{std::min(from, to), std::max(from, to), 3 * triangle + i, from < to});
         }
     }
 }
@@ -22,12 +22,12 @@ void forEachUse(const CornerNumbers& corners, const std::vector<bool>& isUsed, V
 }  // namespace
 
 // The numbers have no gaps, so that the edges are put in order by their lower one at once.
-Edges::Edges(const CornerNumbers& corners, const std::vector<bool>& isUsed) {
+Edges::Edges(const CornerIds& corners, const std::vector<bool>& isUsed) {
     std::vector<std::uint32_t>
         ends;  // by number: behind the place of the last edge that has it for its lower one
-    forEachUse(corners, isUsed, [&](const EdgeUse& use) {
-        if (use.high >= ends.size()) ends.resize(use.high + std::size_t{1});
-        ++ends[use.low];
+    forEachHalfEdge(corners, isUsed, [&](const HalfEdge& halfEdge) {
+        if (halfEdge.high >= ends.size()) ends.resize(halfEdge.high + std::size_t{1});
+        ++ends[halfEdge.low];
     });
     std::uint32_t sum = 0;
     for (std::uint32_t& end : ends) {
@@ -35,12 +35,13 @@ Edges::Edges(const CornerNumbers& corners, const std::vector<bool>& isUsed) {
         end = sum;
         sum += count;
     }
-    uses.resize(sum);
-    forEachUse(corners, isUsed, [&](const EdgeUse& use) { uses[ends[use.low]++] = use; });
-    auto first = uses.begin();
+    halfEdges.resize(sum);
+    forEachHalfEdge(corners, isUsed,
+                    [&](const HalfEdge& halfEdge) { halfEdges[ends[halfEdge.low]++] = halfEdge; });
+    auto first = halfEdges.begin();
     for (const std::uint32_t end : ends) {
-        const auto last = uses.begin() + end;
-        std::sort(first, last, [](const EdgeUse& a, const EdgeUse& b) {
+        const auto last = halfEdges.begin() + end;
+        std::sort(first, last, [](const HalfEdge& a, const HalfEdge& b) {
             return std::tie(a.high, a.edge) < std::tie(b.high, b.edge);
         });
         first = last;

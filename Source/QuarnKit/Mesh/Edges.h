@@ -18,7 +18,7 @@ namespace quarn {
 }
 
 /// That a triangle has an edge.
-struct EdgeUse {
+struct HalfEdge {
     std::uint32_t low;  ///< The position, or position and UV, with the lower number.
     std::uint32_t high;
     std::uint32_t edge;  ///< In the triangle, see nextCorner().
@@ -31,23 +31,23 @@ struct EdgeUse {
 class Edges {
 public:
     /// \param isUsed by triangle; those that are left out have no edges
-    Edges(const CornerNumbers& corners, const std::vector<bool>& isUsed);
+    Edges(const CornerIds& corners, const std::vector<bool>& isUsed);
 
-    /// Calls \p visit with the uses of each edge, in the order of their triangles.
+    /// Calls \p visit with the halfEdges of each edge, in the order of their triangles.
     template <class Visit>
     void forEach(Visit visit) const {
-        for (std::size_t first = 0; first < uses.size();) {
+        for (std::size_t first = 0; first < halfEdges.size();) {
             std::size_t last = first + 1;
-            while (last < uses.size() && uses[last].low == uses[first].low &&
-                   uses[last].high == uses[first].high)
+            while (last < halfEdges.size() && halfEdges[last].low == halfEdges[first].low &&
+                   halfEdges[last].high == halfEdges[first].high)
                 ++last;
-            visit(std::span(uses).subspan(first, last - first));
+            visit(std::span(halfEdges).subspan(first, last - first));
             first = last;
         }
     }
 
 private:
-    std::vector<EdgeUse> uses;
+    std::vector<HalfEdge> halfEdges;
 };
 
 }  // namespace quarn

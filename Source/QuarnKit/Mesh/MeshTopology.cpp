@@ -14,17 +14,17 @@ namespace quarn {
 
 namespace {
 
-std::vector<bool> degenerateAmong(const std::vector<Triangle>& triangles, const CornerNumbers& corners) {
+std::vector<bool> findDegenerate(const std::vector<Triangle>& triangles, const CornerIds& corners) {
     std::vector<bool> isDegenerate(triangles.size());
     for (std::size_t i = 0; i < triangles.size(); ++i)
-        isDegenerate[i] = hasRepeatedCorner(corners[i]) || isSliver<3>(cornersOf(triangles[i]));
+        isDegenerate[i] = hasRepeatedCorner(corners[i]) || isDegenerateTriangle<3>(cornersOf(triangles[i]));
     return isDegenerate;
 }
 
 // Triangles with the corners of an earlier one, in any turn or order.
-std::vector<bool> duplicatesAmong(const CornerNumbers& corners) {
+std::vector<bool> findDuplicates(const CornerIds& corners) {
     std::vector<bool> isDuplicate(corners.size());
-    PointIds<3> ids(corners.size());
+    VertexIds<3> ids(corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i) {
         if (hasRepeatedCorner(corners[i])) continue;
         auto ordered = corners[i];
@@ -36,7 +36,7 @@ std::vector<bool> duplicatesAmong(const CornerNumbers& corners) {
     return isDuplicate;
 }
 
-std::vector<bool> usedAmong(const CornerNumbers& corners, const std::vector<bool>& isDuplicate) {
+std::vector<bool> findUsed(const CornerIds& corners, const std::vector<bool>& isDuplicate) {
     std::vector<bool> isUsed(corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i)
         isUsed[i] = !isDuplicate[i] && !hasRepeatedCorner(corners[i]);
@@ -44,73 +44,74 @@ std::vector<bool> usedAmong(const CornerNumbers& corners, const std::vector<bool
 }
 
 // Triangles on a side of a sheet that fewer have. Where both have as many, the sheet's first triangle is right.
-std::vector<bool> turnedIn(const MeshSurface& surface, const std::vector<bool>& sides) {
+std::vector<bool> findFlipped(const MeshTopology& topology, const std::vector<bool>& parities) {
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
-    const auto& sheets = surface.sheets;
-    std::vector<std::array<std::uint32_t, 2>> counts(sheets.size());
-    std::vector<std::uint32_t> firsts(sheets.size(), kNone);
-    for (std::uint32_t i = 0; i < sheets.size(); ++i) {
-        if (!surface.isUsed[i]) continue;
-        ++counts[sheets[i]][sides[i] ? 1 : 0];
-        if (firsts[sheets[i]] == kNone) firsts[sheets[i]] = i;
+    const auto& patches = topology.patches;
+    std::vector<std::array<std::uint32_t, 2>> counts(patches.size());
+    std::vector<std::uint32_t> firsts(patches.size(), kNone);
+    for (std::uint32_t i = 0; i < patches.size(); ++i) {
+        if (!topology.isUsed[i]) continue;
+        ++counts[patches[i]][parities[i] ? 1 : 0];
+        if (firsts[patches[i]] == kNone) firsts[patches[i]] = i;
     }
-    std::vector<bool> isTurned(sheets.size());
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
-        if (!surface.isUsed[i]) continue;
-        const auto [even, odd] = counts[sheets[i]];
-        const bool rightSide = even == odd ? sides[firsts[sheets[i]]] : odd > even;
-        isTurned[i] = sides[i] != rightSide;
+    std::vector<bool> isFlipped(patches.size());
+    for (std::size_t i = 0; i < patches.size(); ++i) {
+        if (!topology.isUsed[i]) continue;
+        const auto [even, odd] = counts[patches[i]];
+        const bool majorityParity = even == odd ? parities[firsts[patches[i]]] : odd > even;
+        isFlipped[i] = parities[i] != majorityParity;
     }
-    return isTurned;
+    return isFlipped;
 }
 
-void joinTriangles(MeshSurface& surface) {
-    const std::size_t count = surface.corners.size();
-    Groups sheets(count);
-    Groups pieces(count);
-    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
-        const std::uint32_t first = uses[0].triangle();
-        for (const EdgeUse& use : uses.subspan(1)) (void)pieces.join(first, use.triangle());
-        if (uses.size() > 2) surface.crowded.push_back(uses[2].triangle());
-        if (uses.size() == 2 &&
-            !sheets.join(first, uses[1].triangle(), uses[0].isForward == uses[1].isForward))
-            surface.oneSided.push_back(uses[1].triangle());
+void joinTriangles(MeshTopology& topology) {
+    const std::size_t count = topology.corners.size();
+    UnionFind patches(count);
+    UnionFind components(count);
+    topology.edges.forEach([&](std::span<const HalfEdge> halfEdges) {
+        const std::uint32_t first = halfEdges[0].triangle();
+        for (const HalfEdge& halfEdge : halfEdges.subspan(1))
+            (void)components.unite(first, halfEdge.triangle());
+        if (halfEdges.size() > 2) topology.nonManifold.push_back(halfEdges[2].triangle());
+        if (halfEdges.size() == 2 &&
+            !patches.unite(first, halfEdges[1].triangle(), halfEdges[0].isForward == halfEdges[1].isForward))
+            topology.nonOrientable.push_back(halfEdges[1].triangle());
     });
 
-    surface.sheets.resize(count);
-    std::vector<bool> sides(count);
+    topology.patches.resize(count);
+    std::vector<bool> parities(count);
     std::vector<bool> isKnown(count);
     for (std::uint32_t i = 0; i < count; ++i) {
-        surface.sheets[i] = sheets.groupOf(i);
-        sides[i] = sheets.sideOf(i);
-        const std::uint32_t piece = pieces.groupOf(i);
-        if (!surface.isUsed[i] || isKnown[piece]) continue;
-        isKnown[piece] = true;
-        surface.pieces.push_back(i);
+        topology.patches[i] = patches.findRoot(i);
+        parities[i] = patches.parityOf(i);
+        const std::uint32_t component = components.findRoot(i);
+        if (!topology.isUsed[i] || isKnown[component]) continue;
+        isKnown[component] = true;
+        topology.components.push_back(i);
     }
-    surface.isTurned = turnedIn(surface, sides);
+    topology.isFlipped = findFlipped(topology, parities);
 }
 
 }  // namespace
 
-MeshSurface meshSurfaceOf(const std::vector<Triangle>& triangles) {
-    CornerNumbers corners = numberCorners(triangles, CornerIdentity::Position);
-    std::vector<bool> isDuplicate = duplicatesAmong(corners);
-    std::vector<bool> isUsed = usedAmong(corners, isDuplicate);
+MeshTopology buildMeshTopology(const std::vector<Triangle>& triangles) {
+    CornerIds corners = buildCornerIds(triangles, CornerIdentity::Position);
+    std::vector<bool> isDuplicate = findDuplicates(corners);
+    std::vector<bool> isUsed = findUsed(corners, isDuplicate);
     Edges edges(corners, isUsed);
-    MeshSurface surface{.corners = std::move(corners),
-                        .edges = std::move(edges),
-                        .isDegenerate = {},
-                        .isDuplicate = std::move(isDuplicate),
-                        .isUsed = std::move(isUsed),
-                        .sheets = {},
-                        .isTurned = {},
-                        .pieces = {},
-                        .crowded = {},
-                        .oneSided = {}};
-    surface.isDegenerate = degenerateAmong(triangles, surface.corners);
-    joinTriangles(surface);
-    return surface;
+    MeshTopology topology{.corners = std::move(corners),
+                          .edges = std::move(edges),
+                          .isDegenerate = {},
+                          .isDuplicate = std::move(isDuplicate),
+                          .isUsed = std::move(isUsed),
+                          .patches = {},
+                          .isFlipped = {},
+                          .components = {},
+                          .nonManifold = {},
+                          .nonOrientable = {}};
+    topology.isDegenerate = findDegenerate(triangles, topology.corners);
+    joinTriangles(topology);
+    return topology;
 }
 
 }  // namespace quarn

@@ -10,8 +10,8 @@
 namespace quarn {
 
 /// The surface that triangles make, whose corners are one where their positions are equal.
-struct MeshSurface {
-    CornerNumbers corners;
+struct MeshTopology {
+    CornerIds corners;
     Edges edges;  ///< Of the triangles that are used.
 
     // By triangle:
@@ -20,18 +20,18 @@ struct MeshSurface {
     std::vector<bool> isUsed;        ///< Neither a duplicate nor one with two equal corners.
     /// A number for each part whose triangles are joined by edges of just two, as over these alone it is sure which way
     /// round a triangle should run.
-    std::vector<std::uint32_t> sheets;
-    std::vector<bool> isTurned;  ///< It runs the other way round than most of its sheet.
+    std::vector<std::uint32_t> patches;
+    std::vector<bool> isFlipped;  ///< It runs the other way round than most of its sheet.
 
     /// The first triangle of each part that hangs together over edges.
-    std::vector<std::uint32_t> pieces;
+    std::vector<std::uint32_t> components;
     /// The third triangle of each edge that has more than two.
-    std::vector<std::uint32_t> crowded;
+    std::vector<std::uint32_t> nonManifold;
     /// A triangle at each edge over which no way round fits.
-    std::vector<std::uint32_t> oneSided;
+    std::vector<std::uint32_t> nonOrientable;
 };
 
 /// \pre all positions are finite
-[[nodiscard]] MeshSurface meshSurfaceOf(const std::vector<Triangle>& triangles);
+[[nodiscard]] MeshTopology buildMeshTopology(const std::vector<Triangle>& triangles);
 
 }  // namespace quarn

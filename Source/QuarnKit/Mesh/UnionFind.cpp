@@ -5,37 +5,37 @@
 
 namespace quarn {
 
-Groups::Groups(std::size_t members) : parents(members), sizes(members, 1), differs(members) {
+UnionFind::UnionFind(std::size_t members) : parents(members), sizes(members, 1), parities(members) {
     std::iota(parents.begin(), parents.end(), 0U);
 }
 
-std::uint32_t Groups::groupOf(std::uint32_t member) {
+std::uint32_t UnionFind::findRoot(std::uint32_t member) {
     std::uint32_t root = member;
-    bool isDifferent = false;
+    bool parity = false;
     while (parents[root] != root) {
-        isDifferent = isDifferent != differs[root];
+        parity = parity != parities[root];
         root = parents[root];
     }
     // All on the way get a short one, with their sides seen from the root.
     while (parents[member] != root && member != root) {
         const std::uint32_t next = parents[member];
-        const bool fromParent = differs[member];
+        const bool fromParent = parities[member];
         parents[member] = root;
-        differs[member] = isDifferent;
-        isDifferent = isDifferent != fromParent;
+        parities[member] = parity;
+        parity = parity != fromParent;
         member = next;
     }
     return root;
 }
 
-bool Groups::join(std::uint32_t a, std::uint32_t b, bool isSideDifferent) {
-    std::uint32_t rootA = groupOf(a);
-    std::uint32_t rootB = groupOf(b);
-    const bool isDifferent = (sideOf(a) != sideOf(b)) != isSideDifferent;
-    if (rootA == rootB) return !isDifferent;
+bool UnionFind::unite(std::uint32_t a, std::uint32_t b, bool isParityDifferent) {
+    std::uint32_t rootA = findRoot(a);
+    std::uint32_t rootB = findRoot(b);
+    const bool parity = (parityOf(a) != parityOf(b)) != isParityDifferent;
+    if (rootA == rootB) return !parity;
     if (sizes[rootA] < sizes[rootB]) std::swap(rootA, rootB);
     parents[rootB] = rootA;
-    differs[rootB] = isDifferent;
+    parities[rootB] = parity;
     sizes[rootA] += sizes[rootB];
     return true;
 }

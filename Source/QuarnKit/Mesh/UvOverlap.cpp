@@ -23,8 +23,8 @@ struct Box {
         maxV = std::max(maxV, other.maxV);
     }
     [[nodiscard]] bool reachesInto(const Box& other) const {
-        return std::min(maxU, other.maxU) - std::max(minU, other.minU) > kLeastUvOverlap &&
-               std::min(maxV, other.maxV) - std::max(minV, other.minV) > kLeastUvOverlap;
+        return std::min(maxU, other.maxU) - std::max(minU, other.minU) > kMinUvOverlap &&
+               std::min(maxV, other.maxV) - std::max(minV, other.minV) > kMinUvOverlap;
     }
 };
 
@@ -47,13 +47,13 @@ Extent extentAlong(const TriangleUVs& triangle, double u, double v) {
 }
 
 // Whether an edge of one triangle has the other one beyond it.
-bool isApartAtAnEdge(const TriangleUVs& a, const TriangleUVs& b) {
+bool hasSeparatingEdge(const TriangleUVs& a, const TriangleUVs& b) {
     for (std::size_t i = 0; i < 3; ++i) {
         const Point<double, 2> edge = a[(i + 1) % 3] - a[i];
-        const double least = kLeastUvOverlap * length(edge);
+        const double minOverlap = kMinUvOverlap * length(edge);
         const Extent ofA = extentAlong(a, -edge[1], edge[0]);
         const Extent ofB = extentAlong(b, -edge[1], edge[0]);
-        if (!(std::min(ofA.high, ofB.high) - std::max(ofA.low, ofB.low) > least)) return true;
+        if (!(std::min(ofA.high, ofB.high) - std::max(ofA.low, ofB.low) > minOverlap)) return true;
     }
     return false;
 }
@@ -61,9 +61,9 @@ bool isApartAtAnEdge(const TriangleUVs& a, const TriangleUVs& b) {
 // A tree of boxes in which neighbours in UV are near to each other, and its walk against itself.
 class OverlapSearch {
 public:
-    OverlapSearch(const std::vector<TriangleUVs>& uvTriangles, std::uint64_t mostSteps)
+    OverlapSearch(const std::vector<TriangleUVs>& uvTriangles, std::uint64_t maxSteps)
         : triangles(uvTriangles),
-          stepsLeft(mostSteps),
+          stepsLeft(maxSteps),
           doesOverlap(triangles.size()),
           order(triangles.size()) {
         boxes.reserve(triangles.size());
@@ -96,8 +96,8 @@ public:
         }
     }
 
-    [[nodiscard]] UvOverlaps found() const {
-        UvOverlaps overlaps{.triangles = {}, .isWhole = stepsLeft > 0};
+    [[nodiscard]] UvOverlaps result() const {
+        UvOverlaps overlaps{.triangles = {}, .isComplete = stepsLeft > 0};
         for (std::uint32_t i = 0; i < doesOverlap.size(); ++i)
             if (doesOverlap[i]) overlaps.triangles.push_back(i);
         return overlaps;
@@ -164,16 +164,16 @@ private:
 }  // namespace
 
 bool doOverlap(const TriangleUVs& a, const TriangleUVs& b) {
-    return !isApartAtAnEdge(a, b) && !isApartAtAnEdge(b, a);
+    return !hasSeparatingEdge(a, b) && !hasSeparatingEdge(b, a);
 }
 
 UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles) {
     // Pairs that are looked at: several times what usual meshes take, some seconds at most.
-    constexpr std::uint64_t kAnyMesh = 20'000'000;
-    constexpr std::uint64_t kPerTriangle = 200;
-    OverlapSearch search(triangles, kAnyMesh + kPerTriangle * triangles.size());
+    constexpr std::uint64_t kBaseSteps = 20'000'000;
+    constexpr std::uint64_t kStepsPerTriangle = 200;
+    OverlapSearch search(triangles, kBaseSteps + kStepsPerTriangle * triangles.size());
     search.run();
-    return search.found();
+    return search.result();
 }
 
 }  // namespace quarn

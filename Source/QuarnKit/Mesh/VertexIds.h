@@ -14,9 +14,9 @@ namespace quarn {
 ///
 /// Points are equal where all their coordinates are. They have to be finite. Not safe on several threads.
 template <std::size_t N>
-class PointIds {
+class VertexIds {
 public:
-    explicit PointIds(std::size_t expected = 0);
+    explicit VertexIds(std::size_t expected = 0);
 
     [[nodiscard]] std::uint32_t idOf(const Point<double, N>& point);
     /// The points by their numbers.
@@ -30,8 +30,8 @@ private:
     std::vector<std::uint32_t> slots;  // a power of two of them; a number plus 1, or 0 in a free one
 };
 
-extern template class PointIds<2>;
-extern template class PointIds<3>;
-extern template class PointIds<5>;
+extern template class VertexIds<2>;
+extern template class VertexIds<3>;
+extern template class VertexIds<5>;
 
 }  // namespace quarn

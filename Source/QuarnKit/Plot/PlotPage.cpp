@@ -19,7 +19,7 @@ PlotScene sceneOf(const IScreenGeometry& geometry, const PlotSurface& surface, c
         .hides = [&surface](const Camera& camera,
                             const Point<double, 3>& position) { return hides(surface, camera, position); }};
     if (!surface.isDrawable()) return scene;
-    addEye(scene, geometry, surface.placed(geometry.getEyepoint()));
+    addEye(scene, geometry, surface.toScene(geometry.getEyepoint()));
     for (const auto& [u, v] : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)})
         if (const auto position = surface.at(u * surface.columns(), v * surface.rows()))
             scene.corners.push_back({.u = u, .v = v, .position = *position});

@@ -2,7 +2,7 @@
 
 #include <xercesc/util/XMLString.hpp>
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -28,13 +28,13 @@ void appendXmlText(const XMLCh* text, std::wstring& result) {
     }
 }
 
-bool holdsTextInChildren(const DOMNode& node) {
+bool hasTextInChildren(const DOMNode& node) {
     const auto type = node.getNodeType();
     return type == DOMNode::ELEMENT_NODE || type == DOMNode::ENTITY_NODE ||
            type == DOMNode::ENTITY_REFERENCE_NODE || type == DOMNode::DOCUMENT_FRAGMENT_NODE;
 }
 
-bool holdsTextItself(const DOMNode& node) {
+bool isTextNode(const DOMNode& node) {
     const auto type = node.getNodeType();
     return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
 }
@@ -58,16 +58,16 @@ std::wstring fromXmlText(const XMLCh* text) {
 }
 
 std::wstring textContent(const DOMNode& node) {
-    if (!holdsTextInChildren(node)) return fromXmlText(node.getNodeValue());
+    if (!hasTextInChildren(node)) return fromXmlText(node.getNodeValue());
 
     std::wstring result;
     const DOMNode* current = node.getFirstChild();
     while (current != nullptr) {
-        if (holdsTextItself(*current)) appendXmlText(current->getNodeValue(), result);
-        const DOMNode* child = holdsTextInChildren(*current) ? current->getFirstChild() : nullptr;
+        if (isTextNode(*current)) appendXmlText(current->getNodeValue(), result);
+        const DOMNode* child = hasTextInChildren(*current) ? current->getFirstChild() : nullptr;
         current = child != nullptr ? child : nextBelow(node, current);
     }
     return result;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

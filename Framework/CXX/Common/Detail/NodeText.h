@@ -5,7 +5,7 @@
 #include <string>
 #include <xercesc/dom/DOMNode.hpp>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Wide string from UTF-16 units, surrogate pairs joined; a lone surrogate is kept as it is. Null gives "".
 [[nodiscard]] std::wstring fromXmlText(const XMLCh* text);
@@ -17,4 +17,4 @@ namespace quarn {
 /// memory from the document, so it leaves the document as it was.
 [[nodiscard]] std::wstring textContent(const xercesc::DOMNode& node);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <optional>
 
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/PrintableText.h>
 
 namespace quarn {
 
@@ -54,7 +54,7 @@ std::uint64_t absoluteNumber(std::int64_t reference, std::uint64_t count) {
 
 }  // namespace
 
-void ObjCornerReader::pass(ObjLineKind kind) {
+void ObjCornerReader::countLine(ObjLineKind kind) {
     if (kind == ObjLineKind::Vertex) ++vertexCount;
     if (kind == ObjLineKind::UV) ++uvCount;
     if (kind == ObjLineKind::Normal) ++normalCount;
@@ -62,33 +62,33 @@ void ObjCornerReader::pass(ObjLineKind kind) {
 
 std::uint64_t ObjCornerReader::uvOf(std::string_view part, std::uint64_t number, std::uint64_t line) {
     if (part.empty()) return 0;
-    const bool isThere = number >= 1 && number <= survey.areUVsReadable.size();
-    if (isThere && survey.areUVsReadable[number - 1]) return number;
-    repairs.note(isThere ? ObjRepair::UnreadableUV : ObjRepair::BadUVReference, line);
+    const bool exists = number >= 1 && number <= prescan.areUVsReadable.size();
+    if (exists && prescan.areUVsReadable[number - 1]) return number;
+    repairs.note(exists ? ObjRepair::UnreadableUV : ObjRepair::BadUVReference, line);
     return 0;
 }
 
 std::uint64_t ObjCornerReader::normalOf(std::string_view part, std::uint64_t number, std::uint64_t line) {
-    if (number >= 1 && number <= survey.normalCount) return number;
+    if (number >= 1 && number <= prescan.normalCount) return number;
     repairs.note(part.empty() ? ObjRepair::MissingNormal : ObjRepair::BadNormalReference, line);
     return 0;
 }
 
-CornerNumbers ObjCornerReader::read(std::string_view corner, std::uint64_t line) {
+ObjCornerIndices ObjCornerReader::read(std::string_view corner, std::uint64_t line) {
     const auto refuse = [&](const std::string& expected) {
-        throw ToolError{.found = "found " + quotedExcerpt(corner) + " as a corner of a face",
-                        .expected = expected,
-                        .file = name,
-                        .line = line};
+        throw Error({.found = "found " + quotedExcerpt(corner) + " as a corner of a face",
+                     .expected = expected,
+                     .file = name,
+                     .line = line});
     };
     const auto parts = splitAtSlashes(corner);
     const auto references = parts ? referencesOf(*parts) : std::nullopt;
     if (!references) refuse("a form such as 1/1/1, 1//1, 1/1 or 1");
     const std::uint64_t vertex = absoluteNumber(references->at(0), vertexCount);
-    if (vertex < 1 || vertex > survey.positions.size())
-        refuse("the number of a vertex from 1 to " + std::to_string(survey.positions.size()));
+    if (vertex < 1 || vertex > prescan.positions.size())
+        refuse("the number of a vertex from 1 to " + std::to_string(prescan.positions.size()));
 
-    CornerNumbers numbers{.vertex = vertex};
+    ObjCornerIndices numbers{.vertex = vertex};
     numbers.uv = uvOf(parts->at(1), absoluteNumber(references->at(1), uvCount), line);
     numbers.normal = normalOf(parts->at(2), absoluteNumber(references->at(2), normalCount), line);
     const bool isRelative =

@@ -12,7 +12,7 @@
 namespace quarn {
 
 /// Numbers from 1 of what a corner refers to; 0 for what it does not.
-struct CornerNumbers {
+struct ObjCornerIndices {
     std::uint64_t vertex = 0;
     std::uint64_t uv = 0;
     std::uint64_t normal = 0;
@@ -23,24 +23,24 @@ struct CornerNumbers {
 class ObjCornerReader {
 public:
     /// \param objName what error lines call the text
-    /// \param textSurvey of the text; it has to outlive the object, as have the \p textRepairs
-    ObjCornerReader(std::string objName, const ObjSurvey& textSurvey, ObjRepairs& textRepairs)
-        : name(std::move(objName)), survey(textSurvey), repairs(textRepairs) {}
+    /// \param textPrescan of the text; it has to outlive the object, as have the \p textRepairs
+    ObjCornerReader(std::string objName, const ObjPrescan& textPrescan, ObjRepairs& textRepairs)
+        : name(std::move(objName)), prescan(textPrescan), repairs(textRepairs) {}
 
     /// Counts a line of a vertex, UV or normal.
-    void pass(ObjLineKind kind);
+    void countLine(ObjLineKind kind);
 
     /// Reads a corner such as 1/2/3, 1//3, 1 or -1/-1/-1.
     ///
-    /// Notes what is to be mended. Stops with a ToolError where the corner has no form that is known, or refers to a vertex that is not there.
-    [[nodiscard]] CornerNumbers read(std::string_view corner, std::uint64_t line);
+    /// Notes what is to be mended. Stops with a Error where the corner has no form that is known, or refers to a vertex that is not there.
+    [[nodiscard]] ObjCornerIndices read(std::string_view corner, std::uint64_t line);
 
 private:
     [[nodiscard]] std::uint64_t uvOf(std::string_view part, std::uint64_t number, std::uint64_t line);
     [[nodiscard]] std::uint64_t normalOf(std::string_view part, std::uint64_t number, std::uint64_t line);
 
     std::string name;
-    const ObjSurvey& survey;
+    const ObjPrescan& prescan;
     ObjRepairs& repairs;
     std::uint64_t vertexCount = 0;
     std::uint64_t uvCount = 0;

@@ -11,13 +11,13 @@
 
 namespace quarn {
 
-/// The normals that are added to a text, each of them once.
+/// The normals that are addedNormals to a text, each of them once.
 class ObjFaceNormals {
 public:
     /// \param objPositions of the text's vertices; they have to outlive the object
     /// \param countBefore how many normals the text holds itself
     ObjFaceNormals(const std::vector<std::array<float, 3>>& objPositions, std::uint64_t countBefore)
-        : positions(objPositions), count(countBefore), numbers(added) {}
+        : positions(objPositions), count(countBefore), numbers(addedNormals) {}
 
     /// Number from 1 of the normal of a polygon, on the side from which its corners run anticlockwise.
     /// \param vertices numbers from 1
@@ -29,8 +29,8 @@ public:
 private:
     const std::vector<std::array<float, 3>>& positions;
     std::uint64_t count;
-    std::vector<std::array<float, 3>> added;
-    SharedRecords<3> numbers;
+    std::vector<std::array<float, 3>> addedNormals;
+    UniqueRecords<3> numbers;
 };
 
 }  // namespace quarn

@@ -4,11 +4,10 @@
 #include <sstream>
 
 #include <Common/TextConversion.h>
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnScreen/ObjLoadException.h>
 
-#include "Base/ShellQuote.h"
-#include "Base/ToolError.h"
 #include "ObjReferences.h"
 #include "ObjRepairer.h"
 #include "UvIndexLimit.h"
@@ -17,54 +16,54 @@ namespace quarn {
 
 namespace {
 
-// What to do about a text that the library does not load; empty where nothing helps.
-std::string remedyFor(const std::string& file, const ObjText& text) {
+// Returns what helps with a text that the library does not load.
+Remedy remedyFor(const std::string& file, const ObjText& text) {
     try {
-        if (!mendObj(text.name, std::string(text.text)).repairs.any()) return {};
-    } catch (const ToolError&) {
+        if (!repairObj(text.name, std::string(text.text)).repairs.any()) return {};
+    } catch (const Error&) {
         return {};
     }
-    return "quarnscreen convert " + shellWord(file) + " -o mended.obj";
+    return {.kind = RemedyKind::RepairFile, .file = file};
 }
 
 template <class Step>
 void withRemedy(const std::string& file, const ObjText& text, Step step) {
     try {
         step();
-    } catch (ToolError& error) {
-        if (error.code == ExitCode::BadInput) error.remedy = remedyFor(file, text);
-        throw;
+    } catch (const Error& error) {
+        if (error.details().kind != ErrorKind::BadInput) throw;
+        throw error.with(remedyFor(file, text));
     }
 }
 
 void load(ObjMesh& mesh, std::string text) {
-    ObjText& kept = mesh.source.text;
+    ObjText& loadedText = mesh.source.text;
     try {
         std::istringstream stream(std::move(text));
         mesh.screen->deserialize(stream);
-        kept.text = mesh.screen->getLoadedFileContents();
+        loadedText.text = mesh.screen->getLoadedFileContents();
     } catch (const ObjLoadException&) {
-        kept.text = mesh.screen->getLoadedFileContents();
-        throw badReferenceError(kept, mesh.source.contents);
+        loadedText.text = mesh.screen->getLoadedFileContents();
+        throw badReferenceError(loadedText, mesh.source.counts);
     } catch (const std::bad_alloc&) {
-        throw ToolError{.code = ExitCode::SystemFailed,
-                        .found = "the memory does not suffice for the mesh",
-                        .file = kept.name};
+        throw Error({.kind = ErrorKind::SystemFailure,
+                     .found = "out of memory for the mesh",
+                     .file = loadedText.name});
     }
 }
 
 }  // namespace
 
-ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, StageClock& clock) {
+ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
     ObjMesh mesh;
     const ObjFrame& frame = mesh.source.frame = source.frame;
     mesh.source.text = joinObjLines(source.name, source.text);
     mesh.screen = std::make_shared<OBJScreen>(fromUtf8(frame.forward), fromUtf8(frame.upward), frame.scale);
     withRemedy(source.file, mesh.source.text,
-               [&] { mesh.source.contents = examineObj(mesh.source.text, frame.scale); });
-    refuseMeshAbove(maxMemory, source.name, mesh.source.text.text.size(), mesh.source.contents.triangles);
-    refuseLargeUvIndex(source.file, mesh.source.text, mesh.source.contents, maxMemory);
-    clock.enter("building the mesh of " + groupedCount(mesh.source.contents.triangles) + " triangles");
+               [&] { mesh.source.counts = validateObj(mesh.source.text, frame.scale); });
+    refuseMeshAbove(maxMemory, source.name, mesh.source.text.text.size(), mesh.source.counts.triangles);
+    refuseLargeUvIndex(source.file, mesh.source.text, mesh.source.counts, maxMemory);
+    observer.setStage("building the mesh of " + groupedCount(mesh.source.counts.triangles) + " triangles");
     withRemedy(source.file, mesh.source.text, [&] { load(mesh, std::move(source.text)); });
     return mesh;
 }

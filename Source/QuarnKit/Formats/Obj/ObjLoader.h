@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <memory>
 
+#include <QuarnKit/Base/Observer.h>
 #include <QuarnScreen/OBJScreen.h>
 
-#include "Base/ProgressLine.h"
 #include "ObjSource.h"
 #include "ObjValidation.h"
 
@@ -16,7 +16,7 @@ namespace quarn {
 /// Where a mesh comes from.
 struct MeshSource {
     ObjText text;  ///< Of the text that the screen keeps.
-    ObjContents contents;
+    ObjCounts counts;
     ObjFrame frame;
 };
 
@@ -27,8 +27,8 @@ struct ObjMesh {
 };
 
 /// Loads a text. It is looked through first, so that what the library cannot load is an error that names the line; see
-/// examineObj() and refuseLargeUvIndex(). Where it can be mended, the error says how.
-/// \param clock is told what is done
-[[nodiscard]] ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, StageClock& clock);
+/// validateObj() and refuseLargeUvIndex(). Where it can be mended, the error says how.
+/// \param observer receives the stages
+[[nodiscard]] ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer);
 
 }  // namespace quarn

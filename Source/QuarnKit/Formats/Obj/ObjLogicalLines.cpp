@@ -6,7 +6,7 @@ namespace quarn {
 
 namespace {
 
-std::string_view withoutSpaceInFront(std::string_view text) {
+std::string_view withoutLeadingSpace(std::string_view text) {
     std::size_t begin = 0;
     while (begin < text.size() && isObjSpace(text[begin])) ++begin;
     return text.substr(begin);
@@ -15,7 +15,7 @@ std::string_view withoutSpaceInFront(std::string_view text) {
 // Names and comments may end with a backslash that joins nothing, as in the path of a folder.
 bool isContinuedLine(std::string_view line) {
     if (!line.ends_with('\\')) return false;
-    const std::string_view text = withoutSpaceInFront(line);
+    const std::string_view text = withoutLeadingSpace(line);
     return text.starts_with('v') || text.starts_with('f');
 }
 
@@ -25,27 +25,27 @@ std::size_t lineLength(std::string_view text) {
     return static_cast<std::size_t>(end - text.data());
 }
 
-void splitWords(std::string_view text, ObjRecord& record) {
-    record.words.clear();
-    record.comment = {};
-    for (text = withoutSpaceInFront(text); !text.empty(); text = withoutSpaceInFront(text)) {
+void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {
+    logicalLine.words.clear();
+    logicalLine.comment = {};
+    for (text = withoutLeadingSpace(text); !text.empty(); text = withoutLeadingSpace(text)) {
         if (text.front() == '#') {
-            record.comment = text;
+            logicalLine.comment = text;
             return;
         }
         // Some programs write a comment without a blank in front of it.
-        const bool isKeyword = record.words.empty();
+        const bool isKeyword = logicalLine.words.empty();
         std::size_t length = 1;
         while (length < text.size() && !isObjSpace(text[length]) && (isKeyword || text[length] != '#'))
             ++length;
-        record.words.push_back(text.substr(0, length));
+        logicalLine.words.push_back(text.substr(0, length));
         text.remove_prefix(length);
     }
 }
 
 }  // namespace
 
-std::string_view ObjRecords::takeLine(std::string_view& lineEnd) {
+std::string_view ObjLogicalLines::takeLine(std::string_view& lineEnd) {
     ++lineCount;
     const std::string_view line = rest.substr(0, lineLength(rest));
     rest.remove_prefix(line.size());
@@ -55,27 +55,27 @@ std::string_view ObjRecords::takeLine(std::string_view& lineEnd) {
 }
 
 // Backslashes and line ends become blanks in the copy that the words are cut from.
-void ObjRecords::joinLines(ObjRecord& record) {
-    joined = record.text;
-    const char* const begin = record.text.data();
+void ObjLogicalLines::joinLines(ObjLogicalLine& logicalLine) {
+    joined = logicalLine.text;
+    const char* const begin = logicalLine.text.data();
     while (joined.ends_with('\\')) {
         joined.back() = ' ';
         if (rest.empty()) {
-            record.lineEnd = {};
+            logicalLine.lineEnd = {};
             break;
         }
-        joined += takeLine(record.lineEnd);
+        joined += takeLine(logicalLine.lineEnd);
     }
-    record.text = {begin, static_cast<std::size_t>(rest.data() - begin) - record.lineEnd.size()};
+    logicalLine.text = {begin, static_cast<std::size_t>(rest.data() - begin) - logicalLine.lineEnd.size()};
 }
 
-bool ObjRecords::next(ObjRecord& record) {
+bool ObjLogicalLines::next(ObjLogicalLine& logicalLine) {
     if (rest.empty()) return false;
-    record.text = takeLine(record.lineEnd);
-    record.line = lineCount;
-    record.isContinued = isContinuedLine(record.text);
-    if (record.isContinued) joinLines(record);
-    splitWords(record.isContinued ? std::string_view(joined) : record.text, record);
+    logicalLine.text = takeLine(logicalLine.lineEnd);
+    logicalLine.line = lineCount;
+    logicalLine.isContinued = isContinuedLine(logicalLine.text);
+    if (logicalLine.isContinued) joinLines(logicalLine);
+    splitWords(logicalLine.isContinued ? std::string_view(joined) : logicalLine.text, logicalLine);
     return true;
 }
 

@@ -10,7 +10,7 @@
 namespace quarn {
 
 /// A line of an OBJ text. Lines of vertices and faces have those with them that a backslash joins to them.
-struct ObjRecord {
+struct ObjLogicalLine {
     std::uint64_t line = 0;    ///< Number of the first line.
     std::string_view text;     ///< All of it, without the line end.
     std::string_view lineEnd;  ///< Empty at the end of the text, also behind a backslash that ends it.
@@ -19,19 +19,19 @@ struct ObjRecord {
     bool isContinued = false;             ///< Whether other lines are joined to the first.
 };
 
-/// Goes through a text record by record. Line ends are LF, CRLF, CR and CRCRLF, which a conversion too many makes; words are
+/// Goes through a text logicalLine by logicalLine. Line ends are LF, CRLF, CR and CRCRLF, which a conversion too many makes; words are
 /// separated by any white space, NUL, and the byte that ends a text on old systems.
-class ObjRecords {
+class ObjLogicalLines {
 public:
     /// \param text it has to outlive the object
-    explicit ObjRecords(std::string_view text) : rest(text) {}
+    explicit ObjLogicalLines(std::string_view text) : rest(text) {}
 
-    /// Sets \p record to the next one; false at the end. Its views hold until the next call.
-    bool next(ObjRecord& record);
+    /// Sets \p logicalLine to the next one; false at the end. Its views hold until the next call.
+    bool next(ObjLogicalLine& logicalLine);
 
 private:
     std::string_view takeLine(std::string_view& lineEnd);
-    void joinLines(ObjRecord& record);
+    void joinLines(ObjLogicalLine& logicalLine);
 
     std::string_view rest;
     std::uint64_t lineCount = 0;

@@ -17,18 +17,18 @@ std::string textOf(float value) {
 }
 
 bool isReadAs(float value, const std::string& text) {
-    return scanFloatPlainly(text.c_str()).value == value;
+    return detail::scanFloatReference(text.c_str()).value == value;
 }
 
 // The reader's mantissa takes eight digits or nine. One digit more does no harm, as it is dropped.
-constexpr int kLeastDigits = 8;
-constexpr int kMostDigits = 10;
+constexpr int kMinDigits = 8;
+constexpr int kMaxDigits = 10;
 // The reader's products with 0.1 shift a number by less than a unit of its last digit.
 constexpr std::int64_t kReach = 2;
 
 // The text of a mantissa near \p value that is read as it.
-std::string textBeside(float value) {
-    for (int digits = kLeastDigits; digits <= kMostDigits; ++digits) {
+std::string textNear(float value) {
+    for (int digits = kMinDigits; digits <= kMaxDigits; ++digits) {
         const int tens = static_cast<int>(std::floor(std::log10(std::abs(value)))) + 1 - digits;
         const std::int64_t nearest = std::llround(std::abs(double{value}) * std::pow(10.0, -tens));
         for (std::int64_t mantissa = nearest - kReach; mantissa <= nearest + kReach; ++mantissa) {
@@ -45,7 +45,7 @@ std::string textBeside(float value) {
 std::string objNumberText(float value) {
     if (value == 0.0F) return "0";
     std::string text = textOf(value);
-    return isReadAs(value, text) ? text : textBeside(value);
+    return isReadAs(value, text) ? text : textNear(value);
 }
 
 }  // namespace quarn

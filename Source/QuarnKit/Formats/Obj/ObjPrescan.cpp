@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
-
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -25,37 +24,37 @@ void skipSign(std::string_view& word) {
 // The number of a word that numberFormOf() knows.
 float numberOf(std::string_view word) {
     // The scan needs a byte behind the number.
-    return scanFloatPlainly(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
+    return detail::scanFloatReference(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
 }
 
-float coordinateOf(std::string_view word, const ObjRecord& record, const std::string& name) {
+float coordinateOf(std::string_view word, const ObjLogicalLine& logicalLine, const std::string& name) {
     if (numberFormOf(word) == ObjNumberForm::NoNumber)
-        throw ToolError{.found = "found " + quotedExcerpt(word) + " as a coordinate",
-                        .expected = R"("v" and three numbers)",
-                        .file = name,
-                        .line = record.line};
+        throw Error({.found = "found " + quotedExcerpt(word) + " as a coordinate",
+                     .expected = R"("v" and three numbers)",
+                     .file = name,
+                     .line = logicalLine.line});
     return numberOf(word);
 }
 
-std::array<float, 3> coordinatesOf(const ObjRecord& record, const std::string& name) {
-    if (record.words.size() < 2)
-        throw ToolError{.found = "found a vertex without coordinates",
-                        .expected = R"("v" and three numbers)",
-                        .file = name,
-                        .line = record.line};
+std::array<float, 3> coordinatesOf(const ObjLogicalLine& logicalLine, const std::string& name) {
+    if (logicalLine.words.size() < 2)
+        throw Error({.found = "found a vertex without coordinates",
+                     .expected = R"("v" and three numbers)",
+                     .file = name,
+                     .line = logicalLine.line});
     // The library reads missing coordinates as 0, as do others.
     std::array<float, 3> position{};
-    for (std::size_t i = 0; i < position.size() && i + 1 < record.words.size(); ++i)
-        position.at(i) = coordinateOf(record.words[i + 1], record, name);
+    for (std::size_t i = 0; i < position.size() && i + 1 < logicalLine.words.size(); ++i)
+        position.at(i) = coordinateOf(logicalLine.words[i + 1], logicalLine, name);
     return position;
 }
 
-bool isReadableUV(const ObjRecord& record) {
-    const auto end =
-        record.words.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(record.words.size(), 3));
-    return record.words.size() > 1 && std::all_of(record.words.begin() + 1, end, [](std::string_view word) {
-               return numberFormOf(word) != ObjNumberForm::NoNumber;
-           });
+bool isReadableUV(const ObjLogicalLine& logicalLine) {
+    const auto end = logicalLine.words.begin() +
+                     static_cast<std::ptrdiff_t>(std::min<std::size_t>(logicalLine.words.size(), 3));
+    return logicalLine.words.size() > 1 &&
+           std::all_of(logicalLine.words.begin() + 1, end,
+                       [](std::string_view word) { return numberFormOf(word) != ObjNumberForm::NoNumber; });
 }
 
 }  // namespace
@@ -76,9 +75,9 @@ ObjNumberForm numberFormOf(std::string_view word) {
     return hasPlusSign ? ObjNumberForm::WithPlusSign : ObjNumberForm::Plain;
 }
 
-ObjLineKind kindOf(const ObjRecord& record) {
-    if (record.words.empty()) return ObjLineKind::Other;
-    const std::string_view keyword = record.words.front();
+ObjLineKind kindOf(const ObjLogicalLine& logicalLine) {
+    if (logicalLine.words.empty()) return ObjLineKind::Other;
+    const std::string_view keyword = logicalLine.words.front();
     if (keyword == "v") return ObjLineKind::Vertex;
     if (keyword == "vt") return ObjLineKind::UV;
     if (keyword == "vn") return ObjLineKind::Normal;
@@ -87,27 +86,27 @@ ObjLineKind kindOf(const ObjRecord& record) {
     return isMisread ? ObjLineKind::Misread : ObjLineKind::Other;
 }
 
-ObjSurvey surveyObj(const std::string& name, std::string_view text) {
-    ObjSurvey survey;
-    ObjRecords records(text);
-    for (ObjRecord record; records.next(record);) {
-        const ObjLineKind kind = kindOf(record);
-        if (kind == ObjLineKind::Vertex) survey.positions.push_back(coordinatesOf(record, name));
-        if (kind == ObjLineKind::UV) survey.areUVsReadable.push_back(isReadableUV(record));
+ObjPrescan prescanObj(const std::string& name, std::string_view text) {
+    ObjPrescan prescan;
+    ObjLogicalLines logicalLines(text);
+    for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) {
+        const ObjLineKind kind = kindOf(logicalLine);
+        if (kind == ObjLineKind::Vertex) prescan.positions.push_back(coordinatesOf(logicalLine, name));
+        if (kind == ObjLineKind::UV) prescan.areUVsReadable.push_back(isReadableUV(logicalLine));
         if (kind == ObjLineKind::Normal) {
-            ++survey.normalCount;
-            survey.lastNormalLine = record.line;
+            ++prescan.normalCount;
+            prescan.lastNormalLine = logicalLine.line;
         }
-        if (kind == ObjLineKind::Face && survey.firstFaceLine == 0) survey.firstFaceLine = record.line;
+        if (kind == ObjLineKind::Face && prescan.firstFaceLine == 0) prescan.firstFaceLine = logicalLine.line;
     }
     const auto refuse = [&](const char* what, const char* expected) {
-        throw ToolError{.found = std::string("found no ") + what + " in the OBJ text",
-                        .expected = expected,
-                        .file = name};
+        throw Error({.found = std::string("found no ") + what + " in the OBJ text",
+                     .expected = expected,
+                     .file = name});
     };
-    if (survey.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
-    if (survey.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
-    return survey;
+    if (prescan.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
+    if (prescan.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
+    return prescan;
 }
 
 }  // namespace quarn

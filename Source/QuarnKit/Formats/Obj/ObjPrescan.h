@@ -13,7 +13,7 @@
 namespace quarn {
 
 /// What the faces of a text refer to.
-struct ObjSurvey {
+struct ObjPrescan {
     std::vector<std::array<float, 3>> positions;  ///< As the library reads them.
     std::vector<bool> areUVsReadable;             ///< One for each UV.
     std::uint64_t normalCount = 0;
@@ -21,9 +21,9 @@ struct ObjSurvey {
     std::uint64_t lastNormalLine = 0;  ///< 0 where there is no normal.
 };
 
-/// Stops with a ToolError where the text holds no vertex or no face, or a coordinate that is no number.
+/// Stops with a Error where the text holds no vertex or no face, or a coordinate that is no number.
 /// \param name what error lines call the text
-[[nodiscard]] ObjSurvey surveyObj(const std::string& name, std::string_view text);
+[[nodiscard]] ObjPrescan prescanObj(const std::string& name, std::string_view text);
 
 /// What a line of a text holds.
 enum class ObjLineKind {
@@ -34,7 +34,7 @@ enum class ObjLineKind {
     Misread,  ///< The library would take it for one of the others.
     Other
 };
-[[nodiscard]] ObjLineKind kindOf(const ObjRecord& record);
+[[nodiscard]] ObjLineKind kindOf(const ObjLogicalLine& logicalLine);
 
 /// How a number is written.
 enum class ObjNumberForm { Plain, WithPlusSign, NoNumber };

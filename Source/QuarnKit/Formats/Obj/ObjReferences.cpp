@@ -2,10 +2,9 @@
 
 #include <vector>
 
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/Detail/Obj/ObjDigits.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
-
-#include "Base/Diagnostics.h"
 
 namespace quarn {
 
@@ -21,16 +20,16 @@ struct Corner {
 // Intended: a blank behind a slash is skipped, and behind the first slash it loses the normal, as in the library.
 Corner cornerAt(const char* p) {
     Corner corner;
-    corner.vertex = readDigits(p);
+    corner.vertex = detail::readDigits(p);
     if (*p != '/') return corner;
     const char* const second = ++p;
     if (*second != '/') {
-        p = skipBlanks(second);
-        corner.uv = readDigits(p);
+        p = detail::skipBlanks(second);
+        corner.uv = detail::readDigits(p);
         if (*second == ' ' || *p != '/') return corner;
     }
-    p = skipBlanks(p + 1);
-    corner.normal = readDigits(p);
+    p = detail::skipBlanks(p + 1);
+    corner.normal = detail::readDigits(p);
     return corner;
 }
 
@@ -44,8 +43,8 @@ const char* findCorner(const ObjText& text, IsWanted isWanted) {
     const char* found = nullptr;
     forEachObjLine(text.text, [&](const char* line) {
         if (found != nullptr || *line != 'f') return;
-        const char* p = nextArgument(line);
-        for (int i = 0; i < 3 || (*p != '\n' && *p != '\r' && *p != '\0'); ++i, p = nextArgument(p)) {
+        const char* p = detail::nextArgument(line);
+        for (int i = 0; i < 3 || (*p != '\n' && *p != '\r' && *p != '\0'); ++i, p = detail::nextArgument(p)) {
             if (!isWanted(cornerAt(p))) continue;
             found = p;
             return;
@@ -59,7 +58,7 @@ std::uint64_t lineOfCorner(const ObjText& text, const char* corner) {
 }
 
 bool isOutside(const char* p) {
-    const float value = scanFloatPlainly(p).value;
+    const float value = detail::scanFloatReference(p).value;
     return value < 0.0F || value > 1.0F;
 }
 
@@ -67,8 +66,8 @@ std::vector<bool> uvsOutside(const ObjText& text) {
     std::vector<bool> outside;
     forEachObjLine(text.text, [&](const char* line) {
         if (*line != 'v' || line[1] != 't') return;
-        const char* const u = nextArgument(line);
-        outside.push_back(isOutside(u) || isOutside(nextArgument(u)));
+        const char* const u = detail::nextArgument(line);
+        outside.push_back(isOutside(u) || isOutside(detail::nextArgument(u)));
     });
     return outside;
 }
@@ -79,31 +78,30 @@ std::string expectedFor(const std::string& what, std::uint64_t count, const std:
 
 }  // namespace
 
-ToolError badReferenceError(const ObjText& text, const ObjContents& contents) {
+Error badReferenceError(const ObjText& text, const ObjCounts& counts) {
     const char* const corner = findCorner(text, [&](const Corner& candidate) {
-        return !isWithin(candidate.vertex, contents.vertices) ||
-               !isWithin(candidate.normal, contents.normals);
+        return !isWithin(candidate.vertex, counts.vertices) || !isWithin(candidate.normal, counts.normals);
     });
-    if (corner == nullptr) return {.found = "the mesh cannot be loaded", .file = text.name};
+    if (corner == nullptr) return Error({.found = "the mesh cannot be loaded", .file = text.name});
     const std::string_view word = wordAt(corner);
-    const bool isVertexBad = !isWithin(cornerAt(corner).vertex, contents.vertices);
-    return {.found = word.empty() ? "found a face with fewer than three corners"
-                                  : "found " + quotedExcerpt(word) + " as a corner of a face",
-            .expected = isVertexBad ? expectedFor("vertex", contents.vertices, "1/1/1")
-                                    : expectedFor("normal", contents.normals, "1/1/1 or 1//1"),
-            .file = text.name,
-            .line = text.lineOf(corner)};
+    const bool isVertexBad = !isWithin(cornerAt(corner).vertex, counts.vertices);
+    return Error({.found = word.empty() ? "found a face with fewer than three corners"
+                                        : "found " + quotedExcerpt(word) + " as a corner of a face",
+                  .expected = isVertexBad ? expectedFor("vertex", counts.vertices, "1/1/1")
+                                          : expectedFor("normal", counts.normals, "1/1/1 or 1//1"),
+                  .file = text.name,
+                  .line = text.lineOf(corner)});
 }
 
-std::uint64_t lineWithoutUV(const ObjText& text, const ObjContents& contents) {
+std::uint64_t lineWithoutUV(const ObjText& text, const ObjCounts& counts) {
     return lineOfCorner(
-        text, findCorner(text, [&](const Corner& corner) { return !isWithin(corner.uv, contents.uvs); }));
+        text, findCorner(text, [&](const Corner& corner) { return !isWithin(corner.uv, counts.uvs); }));
 }
 
-std::uint64_t lineWithUVOutside(const ObjText& text, const ObjContents& contents) {
+std::uint64_t lineWithUVOutside(const ObjText& text, const ObjCounts& counts) {
     const std::vector<bool> outside = uvsOutside(text);
     return lineOfCorner(text, findCorner(text, [&](const Corner& corner) {
-                            return isWithin(corner.uv, contents.uvs) && outside[corner.uv - 1];
+                            return isWithin(corner.uv, counts.uvs) && outside[corner.uv - 1];
                         }));
 }
 

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
+
 #include "ObjText.h"
 #include "ObjValidation.h"
 
@@ -12,12 +13,12 @@ namespace quarn {
 
 /// An error that names the first corner whose vertex or normal does not exist.
 /// \pre the library found one
-[[nodiscard]] ToolError badReferenceError(const ObjText& text, const ObjContents& contents);
+[[nodiscard]] Error badReferenceError(const ObjText& text, const ObjCounts& counts);
 
 /// Line of the first face with a corner without UV; 0 where there is none.
-[[nodiscard]] std::uint64_t lineWithoutUV(const ObjText& text, const ObjContents& contents);
+[[nodiscard]] std::uint64_t lineWithoutUV(const ObjText& text, const ObjCounts& counts);
 
 /// Line of the first face with a corner whose UV lies outside of 0 to 1; 0 where there is none.
-[[nodiscard]] std::uint64_t lineWithUVOutside(const ObjText& text, const ObjContents& contents);
+[[nodiscard]] std::uint64_t lineWithUVOutside(const ObjText& text, const ObjCounts& counts);
 
 }  // namespace quarn

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
+#include <QuarnKit/Base/Error.h>
 
-#include "Base/ToolError.h"
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjLogicalLines.h"
@@ -21,185 +21,189 @@ bool isVertexData(ObjLineKind kind) {
     return kind == ObjLineKind::Vertex || kind == ObjLineKind::UV || kind == ObjLineKind::Normal;
 }
 
-bool hasOddSpace(std::string_view text) {
+bool hasUnusualSpace(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char byte) { return byte != ' ' && isObjSpace(byte); });
 }
 
-class Mender {
+class Repairer {
 public:
-    Mender(const std::string& name, std::string_view given);
+    Repairer(const std::string& name, std::string_view objText);
 
-    MendedObj finish();
+    RepairedObj finish();
 
 private:
-    void add(const ObjRecord& record);
-    void addVertexData(const ObjRecord& record, ObjLineKind kind);
-    void addFace(const ObjRecord& record);
-    void addAsComment(const ObjRecord& record);
-    void addOther(const ObjRecord& record);
-    void addAsItIs(const ObjRecord& record);
+    void add(const ObjLogicalLine& logicalLine);
+    void addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind);
+    void addFace(const ObjLogicalLine& logicalLine);
+    void addAsComment(const ObjLogicalLine& logicalLine);
+    void addOther(const ObjLogicalLine& logicalLine);
+    void addUnchanged(const ObjLogicalLine& logicalLine);
     std::string& addWithoutNul(std::string_view text);
     void addWords();
     void addTriangles(std::size_t cornerCount, std::uint64_t line);
-    [[nodiscard]] bool isLayoutPlain(const ObjRecord& record);
-    [[nodiscard]] bool takeCorners(const ObjRecord& record);
+    [[nodiscard]] bool isLayoutPlain(const ObjLogicalLine& logicalLine);
+    [[nodiscard]] bool readCorners(const ObjLogicalLine& logicalLine);
 
-    MendedObj mended;
-    ObjSurvey survey;
+    RepairedObj result;
+    ObjPrescan prescan;
     ObjCornerReader reader;
     ObjFaceNormals normals;
     std::vector<std::string_view> words;
-    std::vector<CornerNumbers> corners;
+    std::vector<ObjCornerIndices> corners;
     std::vector<std::uint64_t> vertices;
     std::size_t normalsPlace = 0;
 };
 
-Mender::Mender(const std::string& name, std::string_view given)
-    : survey(surveyObj(name, given)),
-      reader(name, survey, mended.repairs),
-      normals(survey.positions, survey.normalCount) {
-    mended.text.reserve(given.size() + given.size() / 8);
-    ObjRecords records(given);
-    for (ObjRecord record; records.next(record);) add(record);
-    if (mended.triangleLines.empty())
-        throw ToolError{.found = "found no face of three corners in the OBJ text",
-                        .expected = "one at least",
-                        .file = name};
+Repairer::Repairer(const std::string& name, std::string_view objText)
+    : prescan(prescanObj(name, objText)),
+      reader(name, prescan, result.repairs),
+      normals(prescan.positions, prescan.normalCount) {
+    result.text.reserve(objText.size() + objText.size() / 8);
+    ObjLogicalLines logicalLines(objText);
+    for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) add(logicalLine);
+    if (result.triangleLines.empty())
+        throw Error({.found = "found no face of three corners in the OBJ text",
+                     .expected = "one at least",
+                     .file = name});
 }
 
 // Normals go before the faces where the text has none behind its first face, as they may not change the numbers of others.
-MendedObj Mender::finish() {
+RepairedObj Repairer::finish() {
     const std::string lines = normals.lines();
     if (!lines.empty()) {
-        const bool isLineOpen = normalsPlace > 0 && mended.text[normalsPlace - 1] != '\n';
-        mended.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
+        const bool isLineOpen = normalsPlace > 0 && result.text[normalsPlace - 1] != '\n';
+        result.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
     }
-    return std::move(mended);
+    return std::move(result);
 }
 
-void Mender::add(const ObjRecord& record) {
-    const std::uint64_t normalsBehind = std::max(survey.firstFaceLine - 1, survey.lastNormalLine);
-    const ObjLineKind kind = kindOf(record);
-    if (record.lineEnd == "\r") mended.repairs.note(ObjRepair::LineEnd, record.line);
-    reader.pass(kind);
+void Repairer::add(const ObjLogicalLine& logicalLine) {
+    const std::uint64_t lastLineBeforeNormals = std::max(prescan.firstFaceLine - 1, prescan.lastNormalLine);
+    const ObjLineKind kind = kindOf(logicalLine);
+    if (logicalLine.lineEnd == "\r") result.repairs.note(ObjRepair::LineEnd, logicalLine.line);
+    reader.countLine(kind);
     if (isVertexData(kind))
-        addVertexData(record, kind);
+        addVertexData(logicalLine, kind);
     else if (kind == ObjLineKind::Face)
-        addFace(record);
+        addFace(logicalLine);
     else if (kind == ObjLineKind::Misread)
-        addAsComment(record);
+        addAsComment(logicalLine);
     else
-        addOther(record);
-    if (record.line <= normalsBehind) normalsPlace = mended.text.size();
+        addOther(logicalLine);
+    if (logicalLine.line <= lastLineBeforeNormals) normalsPlace = result.text.size();
 }
 
 // Whether the library sees the words of a line of data as they are.
-bool Mender::isLayoutPlain(const ObjRecord& record) {
+bool Repairer::isLayoutPlain(const ObjLogicalLine& logicalLine) {
     // It joins lines too, where a line feed alone ends them.
     const bool isJoinedHere =
-        record.isContinued && (record.lineEnd.empty() || record.text.find('\r') != std::string_view::npos);
-    if (isJoinedHere) mended.repairs.note(ObjRepair::JoinedLine, record.line);
-    const bool isOdd = hasOddSpace(record.text);
-    if (isOdd) mended.repairs.note(ObjRepair::OddSeparator, record.line);
+        logicalLine.isContinued &&
+        (logicalLine.lineEnd.empty() || logicalLine.text.find('\r') != std::string_view::npos);
+    if (isJoinedHere) result.repairs.note(ObjRepair::JoinedLine, logicalLine.line);
+    const bool isOdd = hasUnusualSpace(logicalLine.text);
+    if (isOdd) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
     return !isJoinedHere && !isOdd;
 }
 
-void Mender::addVertexData(const ObjRecord& record, ObjLineKind kind) {
-    bool isPlain = isLayoutPlain(record);
-    words = record.words;
+void Repairer::addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind) {
+    bool isPlain = isLayoutPlain(logicalLine);
+    words = logicalLine.words;
     const std::size_t numberCount = kind == ObjLineKind::UV ? 2 : 3;
     for (std::size_t i = 1; i < words.size() && i <= numberCount; ++i) {
         if (numberFormOf(words[i]) != ObjNumberForm::WithPlusSign) continue;
-        mended.repairs.note(ObjRepair::PlusSign, record.line);
+        result.repairs.note(ObjRepair::PlusSign, logicalLine.line);
         words[i].remove_prefix(1);
         isPlain = false;
     }
-    if (isPlain) return addAsItIs(record);
+    if (isPlain) return addUnchanged(logicalLine);
     addWords();
 }
 
 // Reads the corners of a face and tells whether they can stay as they are.
-bool Mender::takeCorners(const ObjRecord& record) {
+bool Repairer::readCorners(const ObjLogicalLine& logicalLine) {
     corners.clear();
     vertices.clear();
     bool isPlain = true;
-    for (std::size_t i = 1; i < record.words.size(); ++i) {
-        corners.push_back(reader.read(record.words[i], record.line));
+    for (std::size_t i = 1; i < logicalLine.words.size(); ++i) {
+        corners.push_back(reader.read(logicalLine.words[i], logicalLine.line));
         vertices.push_back(corners.back().vertex);
         isPlain = isPlain && corners.back().isPlain;
     }
     return isPlain;
 }
 
-void Mender::addFace(const ObjRecord& record) {
-    if (record.words.size() < 4) {
-        mended.repairs.note(ObjRepair::ShortFace, record.line);
-        return addAsComment(record);
+void Repairer::addFace(const ObjLogicalLine& logicalLine) {
+    if (logicalLine.words.size() < 4) {
+        result.repairs.note(ObjRepair::ShortFace, logicalLine.line);
+        return addAsComment(logicalLine);
     }
-    bool isPlain = isLayoutPlain(record);
-    isPlain = takeCorners(record) && isPlain;
-    addTriangles(corners.size(), record.line);
-    if (!record.comment.empty()) mended.repairs.note(ObjRepair::TrailingComment, record.line);
-    if (record.lineEnd.empty()) mended.repairs.note(ObjRepair::FinalLineFeed, record.line);
-    if (isPlain && record.comment.empty() && !record.lineEnd.empty()) return addAsItIs(record);
+    bool isPlain = isLayoutPlain(logicalLine);
+    isPlain = readCorners(logicalLine) && isPlain;
+    addTriangles(corners.size(), logicalLine.line);
+    if (!logicalLine.comment.empty()) result.repairs.note(ObjRepair::TrailingComment, logicalLine.line);
+    if (logicalLine.lineEnd.empty()) result.repairs.note(ObjRepair::FinalLineFeed, logicalLine.line);
+    if (isPlain && logicalLine.comment.empty() && !logicalLine.lineEnd.empty())
+        return addUnchanged(logicalLine);
 
     const bool needsNormal = std::any_of(corners.begin(), corners.end(),
-                                         [](const CornerNumbers& corner) { return corner.normal == 0; });
+                                         [](const ObjCornerIndices& corner) { return corner.normal == 0; });
     const std::uint64_t faceNormal = needsNormal ? normals.numberFor(vertices) : 0;
-    if (!record.comment.empty()) addWithoutNul(record.comment) += '\n';
-    mended.text += 'f';
-    for (const CornerNumbers& corner : corners) {
-        mended.text += ' ' + std::to_string(corner.vertex) + '/';
-        if (corner.uv != 0) mended.text += std::to_string(corner.uv);
-        mended.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+    if (!logicalLine.comment.empty()) addWithoutNul(logicalLine.comment) += '\n';
+    result.text += 'f';
+    for (const ObjCornerIndices& corner : corners) {
+        result.text += ' ' + std::to_string(corner.vertex) + '/';
+        if (corner.uv != 0) result.text += std::to_string(corner.uv);
+        result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
     }
-    mended.text += '\n';
+    result.text += '\n';
 }
 
-void Mender::addTriangles(std::size_t cornerCount, std::uint64_t line) {
-    mended.triangleLines.insert(mended.triangleLines.end(), cornerCount - 2, line);
+void Repairer::addTriangles(std::size_t cornerCount, std::uint64_t line) {
+    result.triangleLines.insert(result.triangleLines.end(), cornerCount - 2, line);
 }
 
-void Mender::addAsComment(const ObjRecord& record) {
-    if (kindOf(record) == ObjLineKind::Misread) mended.repairs.note(ObjRepair::UnknownLine, record.line);
-    mended.text += "# ";
-    words = record.words;
+void Repairer::addAsComment(const ObjLogicalLine& logicalLine) {
+    if (kindOf(logicalLine) == ObjLineKind::Misread)
+        result.repairs.note(ObjRepair::UnknownLine, logicalLine.line);
+    result.text += "# ";
+    words = logicalLine.words;
     addWords();
 }
 
 // A backslash at the end of a name or comment would join the next line to it, and a NUL would end it.
-void Mender::addOther(const ObjRecord& record) {
-    const bool hasNul = record.text.find('\0') != std::string_view::npos;
-    const bool joins = record.text.ends_with('\\') && (record.lineEnd == "\n" || record.lineEnd == "\r");
-    if (!joins && !hasNul) return addAsItIs(record);
-    if (hasNul) mended.repairs.note(ObjRepair::OddSeparator, record.line);
-    if (joins) mended.repairs.note(ObjRepair::FinalBackslash, record.line);
-    addWithoutNul(record.text) += record.text.ends_with('\\') ? " \n" : "\n";
+void Repairer::addOther(const ObjLogicalLine& logicalLine) {
+    const bool hasNul = logicalLine.text.find('\0') != std::string_view::npos;
+    const bool joins =
+        logicalLine.text.ends_with('\\') && (logicalLine.lineEnd == "\n" || logicalLine.lineEnd == "\r");
+    if (!joins && !hasNul) return addUnchanged(logicalLine);
+    if (hasNul) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
+    if (joins) result.repairs.note(ObjRepair::FinalBackslash, logicalLine.line);
+    addWithoutNul(logicalLine.text) += logicalLine.text.ends_with('\\') ? " \n" : "\n";
 }
 
 // The library takes what follows a NUL for a line of its own.
-std::string& Mender::addWithoutNul(std::string_view text) {
-    for (const char byte : text) mended.text += byte == '\0' ? ' ' : byte;
-    return mended.text;
+std::string& Repairer::addWithoutNul(std::string_view text) {
+    for (const char byte : text) result.text += byte == '\0' ? ' ' : byte;
+    return result.text;
 }
 
-void Mender::addAsItIs(const ObjRecord& record) {
-    mended.text += record.text;
-    mended.text += record.lineEnd == "\r" ? "\n" : record.lineEnd;
+void Repairer::addUnchanged(const ObjLogicalLine& logicalLine) {
+    result.text += logicalLine.text;
+    result.text += logicalLine.lineEnd == "\r" ? "\n" : logicalLine.lineEnd;
 }
 
-void Mender::addWords() {
+void Repairer::addWords() {
     for (const std::string_view& word : words) {
-        if (&word != &words.front()) mended.text += ' ';
-        mended.text += word;
+        if (&word != &words.front()) result.text += ' ';
+        result.text += word;
     }
-    if (mended.text.ends_with('\\')) mended.text += ' ';
-    mended.text += '\n';
+    if (result.text.ends_with('\\')) result.text += ' ';
+    result.text += '\n';
 }
 
 void refuseUTF16(const std::string& name, const std::string& text) {
     if (isMarkedUtf16(text))
-        throw ToolError{.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name};
+        throw Error({.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name});
 }
 
 // Whether the library does not load a text with such a fault at all.
@@ -214,18 +218,18 @@ bool isRefused(const ObjRepairs& repairs) {
 
 }  // namespace
 
-MendedObj mendObj(const std::string& name, const std::string& text) {
+RepairedObj repairObj(const std::string& name, const std::string& text) {
     refuseUTF16(name, text);
-    std::string_view given = text;
-    const bool hasMark = given.starts_with(kUtf8Mark);
-    if (hasMark) given.remove_prefix(kUtf8Mark.size());
-    MendedObj mended = Mender(name, given).finish();
-    if (hasMark) mended.repairs.note(ObjRepair::ByteOrderMark, 1);
-    if (mended.text != text && !isRefused(mended.repairs) && areSameMesh(text, mended.text)) {
-        mended.text = text;
-        mended.repairs = {};
+    std::string_view objText = text;
+    const bool hasMark = objText.starts_with(kUtf8Mark);
+    if (hasMark) objText.remove_prefix(kUtf8Mark.size());
+    RepairedObj result = Repairer(name, objText).finish();
+    if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
+    if (result.text != text && !isRefused(result.repairs) && areSameMesh(text, result.text)) {
+        result.text = text;
+        result.repairs = {};
     }
-    return mended;
+    return result;
 }
 
 }  // namespace quarn

@@ -10,7 +10,7 @@
 
 namespace quarn {
 
-struct MendedObj {
+struct RepairedObj {
     std::string text;
     ObjRepairs repairs;
     /// The line of the given text that holds the face, for each triangle that the library makes of the text.
@@ -22,9 +22,9 @@ struct MendedObj {
 /// digits that they have. A text that the library reads as the same mesh comes back whole, and so do
 /// lines that need no change.
 ///
-/// Stops with a ToolError, which names the line, where the text is no OBJ text: a coordinate that is no number, a corner of a face that
+/// Stops with a Error, which names the line, where the text is no OBJ text: a coordinate that is no number, a corner of a face that
 /// refers to no vertex, no vertex or no face at all, and UTF-16.
 /// \param name what error lines call the text
-[[nodiscard]] MendedObj mendObj(const std::string& name, const std::string& text);
+[[nodiscard]] RepairedObj repairObj(const std::string& name, const std::string& text);
 
 }  // namespace quarn

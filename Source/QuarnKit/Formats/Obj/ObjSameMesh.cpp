@@ -17,46 +17,46 @@ bool isWithin(std::int32_t index, const Records& records) {
 }
 
 // What the library scans of a text; nothing where it does not load it.
-std::optional<ObjLists> listsOf(std::string text) {
+std::optional<detail::ObjData> objDataOf(std::string text) {
     OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
     std::vector<Triangle> unused;
-    ObjLists lists;
+    detail::ObjData objData;
     try {
-        lists = scanObjText(text, unused, [] {});
+        objData = detail::parseObj(text, unused, [] {});
     } catch (const std::bad_alloc&) {
         // A face line that does not end.
         return {};
     }
-    const auto normalCount = static_cast<std::int64_t>(lists.vertexData.normalCount);
-    for (const ObjFace& face : lists.faces)
-        for (const ObjCorner& corner : face)
-            if (!isWithin(corner.vertex, lists.vertexData.vertices) || corner.normal < 0 ||
+    const auto normalCount = static_cast<std::int64_t>(objData.vertexData.normalCount);
+    for (const detail::ObjFace& face : objData.faces)
+        for (const detail::ObjCorner& corner : face)
+            if (!isWithin(corner.vertex, objData.vertexData.vertices) || corner.normal < 0 ||
                 corner.normal >= normalCount)
                 return {};
-    return lists;
+    return objData;
 }
 
-std::optional<std::array<float, 2>> uvOf(const ObjLists& lists, const ObjCorner& corner) {
-    const auto& uvs = lists.vertexData.textureCoordinates;
+std::optional<std::array<float, 2>> uvOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    const auto& uvs = objData.vertexData.textureCoordinates;
     if (!isWithin(corner.textureCoordinate, uvs)) return {};
     return uvs[static_cast<std::size_t>(corner.textureCoordinate)];
 }
 
-const std::array<float, 3>& coordinatesOf(const ObjLists& lists, const ObjCorner& corner) {
-    return lists.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
+const std::array<float, 3>& coordinatesOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    return objData.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
 }
 
 }  // namespace
 
 bool areSameMesh(const std::string& first, const std::string& second) {
-    const auto one = listsOf(first);
+    const auto one = objDataOf(first);
     if (!one) return false;
-    const auto other = listsOf(second);
+    const auto other = objDataOf(second);
     if (!other || one->faces.size() != other->faces.size()) return false;
     for (std::size_t i = 0; i < one->faces.size(); ++i)
         for (std::size_t k = 0; k < one->faces[i].size(); ++k) {
-            const ObjCorner& corner = one->faces[i].at(k);
-            const ObjCorner& otherCorner = other->faces[i].at(k);
+            const detail::ObjCorner& corner = one->faces[i].at(k);
+            const detail::ObjCorner& otherCorner = other->faces[i].at(k);
             if (coordinatesOf(*one, corner) != coordinatesOf(*other, otherCorner) ||
                 uvOf(*one, corner) != uvOf(*other, otherCorner))
                 return false;

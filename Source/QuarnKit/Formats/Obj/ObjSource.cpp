@@ -4,12 +4,11 @@
 
 #include <Common/Detail/NodeText.h>
 #include <Common/TextConversion.h>
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
-
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -25,15 +24,15 @@ void checkAxes(const ObjFrame& frame, const std::string& file, std::uint64_t lin
     const std::size_t forward = axisOf(frame.forward);
     const std::size_t upward = axisOf(frame.upward);
     if (forward != std::string_view::npos && upward != std::string_view::npos && forward != upward) return;
-    throw ToolError{.found = "found the axes " + quotedExcerpt(frame.forward) + " for forward and " +
-                             quotedExcerpt(frame.upward) + " for up",
-                    .expected = "two different ones of X, Y and Z, such as -Z and Y",
-                    .file = file,
-                    .line = line};
+    throw Error({.found = "found the axes " + quotedExcerpt(frame.forward) + " for forward and " +
+                          quotedExcerpt(frame.upward) + " for up",
+                 .expected = "two different ones of X, Y and Z, such as -Z and Y",
+                 .file = file,
+                 .line = line});
 }
 
 // The older form has no tags, and its text is the OBJ text itself.
-constexpr int kLeastChildren = 4;
+constexpr int kMinChildren = 4;
 
 int countChildren(const xercesc::DOMNode& node) {
     int count = 0;
@@ -42,18 +41,16 @@ int countChildren(const xercesc::DOMNode& node) {
 }
 
 void readTag(const std::string& path, const XmlDocument& document, xercesc::DOMNode& tag, ObjSource& source) {
-    const std::wstring name = fromXmlText(tag.getNodeName());
-    if (name == L"AxisForward") source.frame.forward = toUtf8(textContent(tag));
-    if (name == L"AxisUpward") source.frame.upward = toUtf8(textContent(tag));
+    const std::wstring name = detail::fromXmlText(tag.getNodeName());
+    if (name == L"AxisForward") source.frame.forward = toUtf8(detail::textContent(tag));
+    if (name == L"AxisUpward") source.frame.upward = toUtf8(detail::textContent(tag));
     if (name == L"ScreenString" && tag.getFirstChild() != nullptr)
         source.text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&tag);
     if (name != L"Scale") return;
     try {
-        source.frame.scale = objScaleFrom("Scale", toUtf8(textContent(tag)));
-    } catch (ToolError& error) {
-        error.file = path;
-        error.line = document.lineOf(tag);
-        throw;
+        source.frame.scale = objScaleFrom("Scale", toUtf8(detail::textContent(tag)));
+    } catch (const Error& error) {
+        throw error.at(path, document.lineOf(tag));
     }
 }
 
@@ -67,8 +64,8 @@ float objScaleFrom(const std::string& name, const std::string& text) {
     const auto number = parseNumber(text);
     const auto scale = static_cast<float>(number.value_or(0.0));
     if (scale == 0.0F || !std::isfinite(scale))
-        throw ToolError{.found = "found " + name + " " + quotedExcerpt(text),
-                        .expected = "a number other than 0 that a float holds, such as 0.001"};
+        throw Error({.found = "found " + name + " " + quotedExcerpt(text),
+                     .expected = "a number other than 0 that a float holds, such as 0.001"});
     return scale;
 }
 
@@ -83,7 +80,7 @@ ObjSource objSourceOf(ScreenFile file, const ObjOptions& options) {
 
 ObjSource objSourceOf(const std::string& path, const XmlDocument& document, xercesc::DOMElement& element) {
     ObjSource source{.file = path, .name = path + " (OBJ text)", .text = {}, .frame = {}};
-    if (countChildren(element) >= kLeastChildren) {
+    if (countChildren(element) >= kMinChildren) {
         for (auto* child = element.getFirstChild(); child != nullptr; child = child->getNextSibling())
             readTag(path, document, *child, source);
     } else if (element.getFirstChild() != nullptr) {
@@ -92,10 +89,10 @@ ObjSource objSourceOf(const std::string& path, const XmlDocument& document, xerc
     const std::uint64_t line = document.lineOf(element);
     checkAxes(source.frame, path, line);
     if (source.text.empty())
-        throw ToolError{.found = "found no OBJ text in the ScreenGeometry element",
-                        .expected = "<ScreenString> with its base64",
-                        .file = path,
-                        .line = line};
+        throw Error({.found = "found no OBJ text in the ScreenGeometry element",
+                     .expected = "<ScreenString> with its base64",
+                     .file = path,
+                     .line = line});
     return source;
 }
 

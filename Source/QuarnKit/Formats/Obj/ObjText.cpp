@@ -22,7 +22,7 @@ ObjText joinObjLines(std::string name, std::string& text) {
     return {.name = std::move(name), .text = text, .joinedLines = std::move(joined)};
 }
 
-bool isAtEnd(const char* p) {
+bool isAtLineEnd(const char* p) {
     return *p == '\n' || *p == '\0' || (*p == '\r' && (p[1] == '\n' || p[1] == '\0'));
 }
 

@@ -26,7 +26,7 @@ struct ObjText {
 [[nodiscard]] ObjText joinObjLines(std::string name, std::string& text);
 
 /// Whether \p p stands at the end of its line, a carriage return counted.
-[[nodiscard]] bool isAtEnd(const char* p);
+[[nodiscard]] bool isAtLineEnd(const char* p);
 
 /// The word at \p p, up to a blank, a tab or the end of the line.
 [[nodiscard]] std::string_view wordAt(const char* p);
@@ -36,7 +36,7 @@ template <class Visit>
 void forEachObjLine(std::string_view text, Visit visit) {
     const char* const end = text.data() + text.size();
     for (const char* p = text.data(); p < end; ++p) {
-        p = skipBlanks(p);
+        p = detail::skipBlanks(p);
         visit(p);
         while (*p != '\n' && *p != '\0') ++p;
     }

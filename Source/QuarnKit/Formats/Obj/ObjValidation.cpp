@@ -4,12 +4,11 @@
 #include <cmath>
 #include <string>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
-
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -19,91 +18,92 @@ namespace {
 // and unshared vertices and with fans, and some room.
 constexpr std::uint64_t kMemoryPerTriangle = 1400;
 
-class Examiner {
+class Validator {
 public:
-    Examiner(const ObjText& examinedText, float scale)
-        : text(examinedText), largestCoordinate(kLargestObjNumber / std::max(1.0, std::abs(double{scale}))) {}
+    Validator(const ObjText& objText, float scale)
+        : text(objText), maxCoordinate(kMaxObjNumber / std::max(1.0, std::abs(double{scale}))) {}
 
-    void examine(const char* line);
+    void validateLine(const char* line);
 
-    [[nodiscard]] const ObjContents& contents() const { return found; }
+    [[nodiscard]] const ObjCounts& counts() const { return result; }
 
 private:
-    void examineVertex(const char* line);
-    void examineUV(const char* line);
-    void examineFace(const char* line);
+    void validateVertex(const char* line);
+    void validateUV(const char* line);
+    void validateFace(const char* line);
     void countIgnored(const char* line);
-    const char* examineNumber(const char* p, double largest, const char* what) const;
+    const char* validateNumber(const char* p, double maxValue, const char* what) const;
 
     const ObjText& text;
-    double largestCoordinate;
-    ObjContents found;
+    double maxCoordinate;
+    ObjCounts result;
 };
 
-void Examiner::examine(const char* line) {
-    if (*line == 'v' && line[1] == ' ') return examineVertex(line);
-    if (*line == 'v' && line[1] == 't') return examineUV(line);
-    if (*line == 'f') return examineFace(line);
+void Validator::validateLine(const char* line) {
+    if (*line == 'v' && line[1] == ' ') return validateVertex(line);
+    if (*line == 'v' && line[1] == 't') return validateUV(line);
+    if (*line == 'f') return validateFace(line);
     if (*line == 'v' && line[1] == 'n') {
-        ++found.normals;
+        ++result.normals;
         return;
     }
     countIgnored(line);
 }
 
-const char* Examiner::examineNumber(const char* p, double largest, const char* what) const {
-    p = nextArgument(p);
-    if (std::abs(scanFloatPlainly(p).value) > largest)
-        throw ToolError{.found = "found " + quotedExcerpt(wordAt(p)) + " as a " + what,
-                        .expected = "a number up to " + numberText(largest),
-                        .file = text.name,
-                        .line = text.lineOf(p)};
+const char* Validator::validateNumber(const char* p, double maxValue, const char* what) const {
+    p = detail::nextArgument(p);
+    if (std::abs(detail::scanFloatReference(p).value) > maxValue)
+        throw Error({.found = "found " + quotedExcerpt(wordAt(p)) + " as a " + what,
+                     .expected = "a number up to " + numberText(maxValue),
+                     .file = text.name,
+                     .line = text.lineOf(p)});
     return p;
 }
 
-void Examiner::examineVertex(const char* line) {
-    ++found.vertices;
+void Validator::validateVertex(const char* line) {
+    ++result.vertices;
     const char* p = line;
-    for (int i = 0; i < 3; ++i) p = examineNumber(p, largestCoordinate, "coordinate");
+    for (int i = 0; i < 3; ++i) p = validateNumber(p, maxCoordinate, "coordinate");
     int extras = 0;
-    if (!isAtEnd(p))
-        for (p = nextArgument(p); !isAtEnd(p) && extras < 3; p = nextArgument(p)) ++extras;
-    if (extras >= 3) ++found.ignored.colors;
-    if (extras == 1 || extras == 2) ++found.ignored.weights;
+    if (!isAtLineEnd(p))
+        for (p = detail::nextArgument(p); !isAtLineEnd(p) && extras < 3; p = detail::nextArgument(p))
+            ++extras;
+    if (extras >= 3) ++result.ignored.colors;
+    if (extras == 1 || extras == 2) ++result.ignored.weights;
 }
 
-void Examiner::examineUV(const char* line) {
-    ++found.uvs;
+void Validator::validateUV(const char* line) {
+    ++result.uvs;
     const char* p = line;
-    for (int i = 0; i < 2; ++i) p = examineNumber(p, kLargestObjNumber, "UV");
-    if (!isAtEnd(p) && !isAtEnd(nextArgument(p))) ++found.ignored.thirdUVs;
+    for (int i = 0; i < 2; ++i) p = validateNumber(p, kMaxObjNumber, "UV");
+    if (!isAtLineEnd(p) && !isAtLineEnd(detail::nextArgument(p))) ++result.ignored.thirdUVs;
 }
 
 // Walks over the corners as the library does: at least three, and from then on to a line feed, or to a carriage return
 // behind a blank. What comes first at a NUL never gets there.
-void Examiner::examineFace(const char* line) {
-    ++found.faces;
+void Validator::validateFace(const char* line) {
+    ++result.faces;
     const char* p = line;
-    for (int i = 0; i < 3; ++i) p = nextArgument(p);
-    ++found.triangles;
-    for (p = nextArgument(p); *p != '\n' && *p != '\r'; p = nextArgument(p)) {
+    for (int i = 0; i < 3; ++i) p = detail::nextArgument(p);
+    ++result.triangles;
+    for (p = detail::nextArgument(p); *p != '\n' && *p != '\r'; p = detail::nextArgument(p)) {
         if (*p == '\0' && p == text.text.data() + text.text.size())
-            throw ToolError{.found = "found a face line that ends with the file",
-                            .expected = "a line feed behind it: add an empty line at the end of the file",
-                            .file = text.name,
-                            .line = text.lineOf(line)};
+            throw Error({.found = "found a face line that ends with the file",
+                         .expected = "a line feed behind it: add an empty line at the end of the file",
+                         .file = text.name,
+                         .line = text.lineOf(line)});
         if (*p == '\0')
-            throw ToolError{.found = "found a NUL byte in a face line",
-                            .expected = "text alone",
-                            .file = text.name,
-                            .line = text.lineOf(p)};
-        ++found.triangles;
+            throw Error({.found = "found a NUL byte in a face line",
+                         .expected = "text alone",
+                         .file = text.name,
+                         .line = text.lineOf(p)});
+        ++result.triangles;
     }
 }
 
-void Examiner::countIgnored(const char* line) {
+void Validator::countIgnored(const char* line) {
     const std::string_view word = wordAt(line);
-    ObjContents::Ignored& ignored = found.ignored;
+    ObjCounts::Ignored& ignored = result.ignored;
     if (word.empty() && *line != '\t') return;
     if (word.starts_with('#') || word.starts_with('$')) return;
     if (word == "usemtl")
@@ -120,23 +120,23 @@ void Examiner::countIgnored(const char* line) {
         ++ignored.otherLines;
 }
 
-void refuseNone(std::uint64_t count, const std::string& what, const std::string& expected,
+void requireAny(std::uint64_t count, const std::string& what, const std::string& expected,
                 const std::string& file) {
     if (count == 0)
-        throw ToolError{.found = "found no " + what + " in the OBJ text", .expected = expected, .file = file};
+        throw Error({.found = "found no " + what + " in the OBJ text", .expected = expected, .file = file});
 }
 
 }  // namespace
 
-ObjContents examineObj(const ObjText& text, float scale) {
-    Examiner examiner(text, scale);
-    forEachObjLine(text.text, [&](const char* line) { examiner.examine(line); });
-    const ObjContents& found = examiner.contents();
-    refuseNone(found.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
-    refuseNone(found.normals, "normal",
+ObjCounts validateObj(const ObjText& text, float scale) {
+    Validator validator(text, scale);
+    forEachObjLine(text.text, [&](const char* line) { validator.validateLine(line); });
+    const ObjCounts& result = validator.counts();
+    requireAny(result.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
+    requireAny(result.normals, "normal",
                R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
-    refuseNone(found.faces, "face", R"(lines that begin with "f")", text.name);
-    return found;
+    requireAny(result.faces, "face", R"(lines that begin with "f")", text.name);
+    return result;
 }
 
 std::uint64_t meshMemory(std::uint64_t textSize, std::uint64_t triangles) {
@@ -147,11 +147,11 @@ void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint
                      std::uint64_t triangles) {
     const std::uint64_t need = meshMemory(textSize, triangles);
     if (need > maxMemory)
-        throw ToolError{.found = "found a mesh of " + std::to_string(triangles) +
-                                 " triangles, which may need " + memorySizeText(need) +
-                                 " of memory and not " + memorySizeText(maxMemory),
-                        .expected = "a smaller one, or a greater --max-memory",
-                        .file = name};
+        throw Error({.found = "found a mesh of " + std::to_string(triangles) + " triangles, which may need " +
+                              memorySizeText(need) + " of memory and not " + memorySizeText(maxMemory),
+                     .expected = "a smaller one",
+                     .file = name,
+                     .remedy = {.kind = RemedyKind::RaiseMemoryLimit}});
 }
 
 }  // namespace quarn

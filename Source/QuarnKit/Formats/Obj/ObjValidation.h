@@ -9,7 +9,7 @@
 namespace quarn {
 
 /// How many records of each kind a text holds.
-struct ObjContents {
+struct ObjCounts {
     /// Lines and values that have no effect on the screen.
     struct Ignored {
         std::uint64_t materials = 0;          ///< Lines "usemtl".
@@ -33,7 +33,7 @@ struct ObjContents {
 
 /// A tenth of what a float holds, so that no rounding makes a number infinite. An infinite one becomes NaN in the
 /// transform, and the outline of such a mesh does not close.
-inline constexpr double kLargestObjNumber = 1e37;
+inline constexpr double kMaxObjNumber = 1e37;
 
 /// Bytes of memory for each byte of a text: the text twice, and lists that are made for its size.
 inline constexpr std::uint64_t kMeshMemoryPerByte = 3;
@@ -43,11 +43,11 @@ inline constexpr std::uint64_t kMeshMemoryPerByte = 3;
 
 /// Counts what a text holds.
 ///
-/// Stops with a ToolError, which names the line, at what the library could not load or would not end for: a face line
+/// Stops with a Error, which names the line, at what the library could not load or would not end for: a face line
 /// without its line feed, numbers that are not finite as floats or would not be after the transform, no vertex, no
 /// normal or no face.
 /// \param scale factor of all positions
-[[nodiscard]] ObjContents examineObj(const ObjText& text, float scale);
+[[nodiscard]] ObjCounts validateObj(const ObjText& text, float scale);
 
 /// Stops where the mesh of a text could need more than \p maxMemory bytes.
 void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint64_t textSize,

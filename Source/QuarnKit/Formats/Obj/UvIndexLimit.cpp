@@ -3,19 +3,17 @@
 #include <future>
 #include <string>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Mesh/UvOverlap.h>
 #include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
 #include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
 
-#include "Base/ShellQuote.h"
-#include "Base/ToolError.h"
-
 namespace quarn {
 
 namespace {
 
-TriangleUVs uvsOf(const ObjFace& face, const ObjVertexData& data) {
+TriangleUVs uvsOf(const detail::ObjFace& face, const detail::ObjVertexData& data) {
     TriangleUVs uvs;
     for (std::size_t i = 0; i < face.size(); ++i) {
         // A negative index becomes larger than any count.
@@ -28,42 +26,43 @@ TriangleUVs uvsOf(const ObjFace& face, const ObjVertexData& data) {
 }
 
 std::vector<TriangleUVs> uvsOf(const ObjText& text) {
-    ObjLists lists;
-    auto faces = std::async(std::launch::async, [&] { scanFaces(text.text, lists.faces); });
-    scanVertexData(text.text, lists.vertexData);
+    detail::ObjData objData;
+    auto faces = std::async(std::launch::async, [&] { detail::scanFaces(text.text, objData.faces); });
+    detail::scanVertexData(text.text, objData.vertexData);
     faces.get();
     std::vector<TriangleUVs> uvs;
-    uvs.reserve(lists.faces.size());
-    for (const ObjFace& face : lists.faces) uvs.push_back(uvsOf(face, lists.vertexData));
+    uvs.reserve(objData.faces.size());
+    for (const detail::ObjFace& face : objData.faces) uvs.push_back(uvsOf(face, objData.vertexData));
     return uvs;
 }
 
 std::string overlapText(const std::vector<TriangleUVs>& uvs) {
     const UvOverlaps overlaps = findUvOverlaps(uvs);
-    return (overlaps.isWhole ? "" : "at least ") + std::to_string(overlaps.triangles.size()) + " of " +
+    return (overlaps.isComplete ? "" : "at least ") + std::to_string(overlaps.triangles.size()) + " of " +
            std::to_string(uvs.size()) + " triangles overlap others in UV";
 }
 
 }  // namespace
 
-RegionMapGrowth uvIndexGrowth(const std::vector<RegionRect>& boxes) {
-    if (isRegionMapSurelySmall(boxes)) return {};
-    return countRegionMap(boxes, reasonableRegionMapSteps(boxes.size()));
+detail::RegionMapEstimate estimateUvIndex(const std::vector<RegionRect>& boxes) {
+    if (detail::isRegionMapSizeBounded(boxes)) return {};
+    return detail::countRegionMap(boxes, detail::reasonableRegionMapSteps(boxes.size()));
 }
 
-void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjContents& contents,
+void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjCounts& counts,
                         std::uint64_t maxMemory) {
-    if (contents.uvs == 0) return;
+    if (counts.uvs == 0) return;
     const std::vector<TriangleUVs> uvs = uvsOf(text);
-    const RegionMapGrowth growth = uvIndexGrowth(uvBoxesOf(uvs));
-    const std::uint64_t need = meshMemory(text.text.size(), contents.triangles) + growth.memory();
-    if (growth.isWhole && need <= maxMemory) return;
-    const std::string trouble = growth.isWhole ? "would need " + memorySizeText(need) +
-                                                     " of memory and not " + memorySizeText(maxMemory)
-                                               : "would take too long to build";
-    throw ToolError{.found = "found a mesh whose index by UV " + trouble + ": " + overlapText(uvs),
-                    .expected = "a UV map without overlaps (see: quarnscreen check " + shellWord(file) + ")",
-                    .file = text.name};
+    const detail::RegionMapEstimate estimate = estimateUvIndex(detail::uvBoxesOf(uvs));
+    const std::uint64_t need = meshMemory(text.text.size(), counts.triangles) + estimate.memory();
+    if (estimate.isWhole && need <= maxMemory) return;
+    const std::string problem = estimate.isWhole ? "would need " + memorySizeText(need) +
+                                                       " of memory and not " + memorySizeText(maxMemory)
+                                                 : "would take too long to build";
+    throw Error({.found = "found a mesh whose index by UV " + problem + ": " + overlapText(uvs),
+                 .expected = "a UV map without overlaps",
+                 .file = text.name,
+                 .remedy = {.kind = RemedyKind::CheckMesh, .file = file}});
 }
 
 }  // namespace quarn

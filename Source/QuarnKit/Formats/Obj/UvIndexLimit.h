@@ -12,12 +12,12 @@
 namespace quarn {
 
 /// How large the index would become: nothing but whole where it is surely small, else as it was counted.
-[[nodiscard]] RegionMapGrowth uvIndexGrowth(const std::vector<RegionRect>& boxes);
+[[nodiscard]] detail::RegionMapEstimate estimateUvIndex(const std::vector<RegionRect>& boxes);
 
-/// Stops with a ToolError where the index of the mesh of a text would take unreasonably long, or more memory than is left
+/// Stops with a Error where the index of the mesh of a text would take unreasonably long, or more memory than is left
 /// beside the mesh.
 /// \param file the file that holds the text
-void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjContents& contents,
+void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjCounts& counts,
                         std::uint64_t maxMemory);
 
 }  // namespace quarn

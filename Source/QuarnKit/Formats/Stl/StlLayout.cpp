@@ -32,13 +32,14 @@ bool isSolid(std::string_view token) {
 }  // namespace
 
 std::uint64_t StlLayout::count() const {
-    return std::min<std::uint64_t>(recordCount, toldCount < 0 ? 0 : static_cast<std::uint64_t>(toldCount));
+    return std::min<std::uint64_t>(recordCount,
+                                   declaredCount < 0 ? 0 : static_cast<std::uint64_t>(declaredCount));
 }
 
 std::optional<StlLayout> stlLayoutOf(std::string_view text) {
     if (text.size() < StlLayout::kRecordsBegin) return {};
     StlLayout layout;
-    std::memcpy(&layout.toldCount, text.data() + StlLayout::kHeaderSize, sizeof layout.toldCount);
+    std::memcpy(&layout.declaredCount, text.data() + StlLayout::kHeaderSize, sizeof layout.declaredCount);
     layout.recordCount = (text.size() - StlLayout::kRecordsBegin) / StlLayout::kRecordSize;
     return layout;
 }
@@ -46,14 +47,15 @@ std::optional<StlLayout> stlLayoutOf(std::string_view text) {
 // Four bytes of text would be a count of more than 150 million. A greater count counts behind a header that is filled up
 // with NUL.
 bool beginsLikeStl(std::string_view beginning) {
-    constexpr std::int32_t kLeastTextCount = 0x09090909;
-    constexpr std::ptrdiff_t kLeastFilling = 8;
+    constexpr std::int32_t kMinTextCount = 0x09090909;
+    constexpr std::ptrdiff_t kMinPaddingBytes = 8;
     if (isSolid(firstToken(beginning))) return true;
     const auto layout = stlLayoutOf(beginning);
     const std::string_view head = beginning.substr(0, StlLayout::kRecordsBegin);
     if (!layout || isMarkedUtf16(beginning)) return false;
-    return layout->toldCount < kLeastTextCount ? std::any_of(head.begin(), head.end(), isBinaryByte)
-                                               : std::count(head.begin(), head.end(), '\0') >= kLeastFilling;
+    return layout->declaredCount < kMinTextCount
+               ? std::any_of(head.begin(), head.end(), isBinaryByte)
+               : std::count(head.begin(), head.end(), '\0') >= kMinPaddingBytes;
 }
 
 bool isBinaryStl(std::string_view text) {
@@ -63,13 +65,13 @@ bool isBinaryStl(std::string_view text) {
 
 // A line of 80 bytes and more behind the word does not fit what the library reads it into.
 bool isStlTextToLibrary(std::string_view text) {
-    constexpr std::size_t kLongestLine = 79;
+    constexpr std::size_t kMaxLineBytes = 79;
     const std::string_view token = firstToken(text);
     if (token != "solid") return false;
     const std::string_view rest = text.substr(static_cast<std::size_t>(token.end() - text.begin()));
     const std::size_t length = rest.find('\n');
-    return length != std::string_view::npos ? length <= kLongestLine
-                                            : !rest.empty() && rest.size() <= kLongestLine;
+    return length != std::string_view::npos ? length <= kMaxLineBytes
+                                            : !rest.empty() && rest.size() <= kMaxLineBytes;
 }
 
 }  // namespace quarn

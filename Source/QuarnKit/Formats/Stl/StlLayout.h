@@ -16,8 +16,8 @@ struct StlLayout {
     static constexpr std::size_t kRecordsBegin = 84;
     static constexpr std::size_t kRecordSize = 50;
 
-    std::int32_t toldCount = 0;     ///< Triangles that the file tells of.
-    std::uint64_t recordCount = 0;  ///< Whole records that it holds.
+    std::int32_t declaredCount = 0;  ///< Triangles that the file tells of.
+    std::uint64_t recordCount = 0;   ///< Whole records that it holds.
 
     /// Triangles that it tells of and holds.
     [[nodiscard]] std::uint64_t count() const;

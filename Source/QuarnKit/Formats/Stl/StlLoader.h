@@ -17,7 +17,7 @@ struct StlMesh {
 
 /// Loads a binary STL text into the library's screen.
 ///
-/// It is looked through first. Stops with a ToolError where there is an StlTrouble.
+/// It is looked through first. Stops with a Error where there is an StlDefect.
 /// \param file the file that holds the text
 /// \param name what error lines call the text
 [[nodiscard]] StlMesh loadStl(const std::string& file, const std::string& name, std::string text,

@@ -5,8 +5,8 @@
 #include <limits>
 #include <vector>
 
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/PrintableText.h>
 
 namespace quarn {
 
@@ -59,8 +59,7 @@ private:
 void Parser::refuse(std::string_view word, const std::string& expected) const {
     // A file that is cut off ends within a word, too.
     if (rest.empty()) throw End{};
-    throw ToolError{
-        .found = "found " + quotedExcerpt(word), .expected = expected, .file = name, .line = line};
+    throw Error({.found = "found " + quotedExcerpt(word), .expected = expected, .file = name, .line = line});
 }
 
 // Empty at the end of the text.

@@ -7,11 +7,11 @@
 #include <Common/Detail/NodeText.h>
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/OBJScreen.h>
 #include <QuarnScreen/STLScreen.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
-#include "Base/Diagnostics.h"
 #include "ScreenRules.h"
 
 namespace quarn {
@@ -45,7 +45,7 @@ std::string ScreenElement::typeName() const {
     const std::basic_string<XMLCh> attribute(name16.begin(), name16.end());  // plain ASCII
     if (!element.hasAttribute(attribute.c_str()))
         throw error(element, "found no ClassType in the ScreenGeometry element", known);
-    std::string name = toUtf8(fromXmlText(element.getAttribute(attribute.c_str())));
+    std::string name = toUtf8(detail::fromXmlText(element.getAttribute(attribute.c_str())));
     if (name == OBJScreen::type() || name == STLScreen::type() || findScreenType(name) != nullptr)
         return name;
     throw error(element, "found the ClassType " + quotedExcerpt(name), known);
@@ -54,28 +54,28 @@ std::string ScreenElement::typeName() const {
 std::vector<Parameter> ScreenElement::parametersOf(const ScreenType& screenType) const {
     std::vector<Parameter> parameters;
     for (const ScreenTag& tag : screenType.tags) parameters.push_back(parameterOf(tag));
-    checkRanges(screenType, parameters, file, document.lineOf(element));
+    checkRanges(screenType, parameters, file, document.lineOf(element), observer);
     return parameters;
 }
 
 Parameter ScreenElement::parameterOf(const ScreenTag& tag) const {
     // The screen takes the last one where a tag is repeated; all of them have to be right.
     Parameter parameter{.name = tag.parameter, .kind = tag.kind, .label = tag.label};
-    bool isThere = false;
+    bool exists = false;
     for (const auto* child = element.getFirstChild(); child != nullptr; child = child->getNextSibling()) {
-        if (fromXmlText(child->getNodeName()) != tag.tag) continue;
+        if (detail::fromXmlText(child->getNodeName()) != tag.tag) continue;
         readInto(parameter, tag, *child);
-        isThere = true;
+        exists = true;
     }
     const std::string name = toUtf8(tag.tag);
-    if (!isThere)
+    if (!exists)
         throw error(element, "found no " + name + " in the ScreenGeometry element", "<" + name + ">");
     return parameter;
 }
 
 void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
                              const xercesc::DOMNode& child) const {
-    const std::string text(trimmed(toUtf8(textContent(child))));
+    const std::string text(trimmed(toUtf8(detail::textContent(child))));
     const std::string found = "found " + quotedExcerpt(text) + " in " + toUtf8(tag.tag);
     const auto check = [&](double number) {
         if (const auto expected = expectedInsteadOf(number, tag.kind)) throw error(child, found, *expected);
@@ -91,7 +91,7 @@ void ScreenElement::readInto(Parameter& parameter, const ScreenTag& tag,
     if (!number) throw error(child, found, "a number");
     parameter.value = *number;
     check(parameter.value);
-    warnIfZero(parameter, file, document.lineOf(child));
+    warnIfZero(parameter, file, document.lineOf(child), observer);
 }
 
 }  // namespace quarn

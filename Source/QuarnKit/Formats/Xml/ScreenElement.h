@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "Base/ToolError.h"
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/Observer.h>
+
 #include "ScreenTags.h"
 #include "XmlDocument.h"
 
@@ -14,8 +16,13 @@ namespace quarn {
 /// A ScreenGeometry element and the file around it, for errors that name the line.
 class ScreenElement {
 public:
-    ScreenElement(std::string fileName, const XmlDocument& xmlDocument, xercesc::DOMElement& screenElement)
-        : file(std::move(fileName)), document(xmlDocument), element(screenElement) {}
+    /// \param warningObserver receives warnings about parameters
+    ScreenElement(std::string fileName, const XmlDocument& xmlDocument, xercesc::DOMElement& screenElement,
+                  Observer& warningObserver)
+        : file(std::move(fileName)),
+          document(xmlDocument),
+          element(screenElement),
+          observer(warningObserver) {}
 
     /// The class that the element is of. Stops where the tool does not know it.
     [[nodiscard]] std::string typeName() const;
@@ -25,17 +32,17 @@ public:
 private:
     [[nodiscard]] Parameter parameterOf(const ScreenTag& tag) const;
     void readInto(Parameter& parameter, const ScreenTag& tag, const xercesc::DOMNode& child) const;
-    [[nodiscard]] ToolError error(const xercesc::DOMNode& node, std::string found,
-                                  std::string expected) const {
-        return {.found = std::move(found),
-                .expected = std::move(expected),
-                .file = file,
-                .line = document.lineOf(node)};
+    [[nodiscard]] Error error(const xercesc::DOMNode& node, std::string found, std::string expected) const {
+        return Error({.found = std::move(found),
+                      .expected = std::move(expected),
+                      .file = file,
+                      .line = document.lineOf(node)});
     }
 
     std::string file;
     const XmlDocument& document;
     xercesc::DOMElement& element;
+    Observer& observer;
 };
 
 }  // namespace quarn

@@ -4,10 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
-
-#include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
 
 namespace quarn {
 
@@ -15,18 +13,18 @@ namespace {
 
 // A query squares differences of two lengths and adds three squares, which overflows above 1e154; the rest is
 // room for the positions that are asked about.
-constexpr double kLargestLength = 1e150;
+constexpr double kMaxLength = 1e150;
 
 // In radians, some 160 turns. A query of a cylinder goes through the turns of its limits one by one, and an
 // outline has a position for two degrees: here a query takes a microsecond and an outline 10 MB. From 1e16 on
 // a query does not end, as a turn then changes nothing.
-constexpr double kLargestAngle = 1000.0;
+constexpr double kMaxAngle = 1000.0;
 
 // In radians. The search for a ruling halves a range of pi / arc until it is below 1e-6. Neighbouring numbers
 // of that size lie farther apart for arcs below 1.6e-10, and the search does not end.
-constexpr double kLeastArc = 1e-9;
+constexpr double kMinArc = 1e-9;
 // The radius of an arc is half the chord over the sine of half the arc, which is 0 for a full circle.
-constexpr double kLargestArc = 2.0 * std::numbers::pi - kLeastArc;
+constexpr double kMaxArc = 2.0 * std::numbers::pi - kMinArc;
 
 std::string fromTo(double low, double high) {
     return "a number from " + numberText(low) + " to " + numberText(high);
@@ -38,35 +36,38 @@ double valueOf(const std::vector<Parameter>& parameters, const std::string& name
         ->value;
 }
 
-void warnOfNoUV(const std::string& what, const std::string& file, std::uint64_t line) {
-    writeWarningLine(atPlace(file, line, "the " + what + " is 0: UV cannot be computed"));
+void warnOfNoUV(const std::string& what, const std::string& file, std::uint64_t line, Observer& observer) {
+    observer.notify({.level = NoticeLevel::Warning,
+                     .text = "the " + what + " is 0: UV cannot be computed",
+                     .file = file,
+                     .line = line});
 }
 
 }  // namespace
 
 std::optional<std::string> expectedInsteadOf(double number, ParameterKind kind) {
-    const double high = kind == ParameterKind::Angle ? kLargestAngle : kLargestLength;
+    const double high = kind == ParameterKind::Angle ? kMaxAngle : kMaxLength;
     const double low = kind == ParameterKind::Length ? 0.0 : -high;
     if (number >= low && number <= high) return std::nullopt;
     return fromTo(low, high) + (kind == ParameterKind::Angle ? " (radians)" : "");
 }
 
-void warnIfZero(const Parameter& parameter, const std::string& file, std::uint64_t line) {
+void warnIfZero(const Parameter& parameter, const std::string& file, std::uint64_t line, Observer& observer) {
     if (parameter.kind == ParameterKind::Length && parameter.value == 0.0)
-        warnOfNoUV(parameter.label, file, line);
+        warnOfNoUV(parameter.label, file, line, observer);
 }
 
 void checkRanges(const ScreenType& type, const std::vector<Parameter>& parameters, const std::string& file,
-                 std::uint64_t line) {
+                 std::uint64_t line, Observer& observer) {
     for (const AngleRange& range : type.ranges) {
         const double extent = valueOf(parameters, range.max) - valueOf(parameters, range.min);
         const bool isArc = range.rule == RangeRule::Arc;
-        if (isArc && !(extent >= kLeastArc && extent <= kLargestArc))
-            throw ToolError{.found = "found a " + range.label + " of " + numberText(extent) + " radians",
-                            .expected = fromTo(kLeastArc, kLargestArc),
-                            .file = file,
-                            .line = line};
-        if (!isArc && extent == 0.0) warnOfNoUV(range.label, file, line);
+        if (isArc && !(extent >= kMinArc && extent <= kMaxArc))
+            throw Error({.found = "found a " + range.label + " of " + numberText(extent) + " radians",
+                         .expected = fromTo(kMinArc, kMaxArc),
+                         .file = file,
+                         .line = line});
+        if (!isArc && extent == 0.0) warnOfNoUV(range.label, file, line, observer);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/Observer.h>
+
 #include "ScreenTags.h"
 
 namespace quarn {
@@ -17,12 +19,12 @@ namespace quarn {
 
 /// Warns of a length of 0.
 /// \param file, line place that the message names; none where \p file is empty
-void warnIfZero(const Parameter& parameter, const std::string& file, std::uint64_t line);
+void warnIfZero(const Parameter& parameter, const std::string& file, std::uint64_t line, Observer& observer);
 
 /// Stops where angles that are right one by one make no usable screen together, and warns where they make one
 /// without UV.
 /// \param file, line as for warnIfZero()
 void checkRanges(const ScreenType& type, const std::vector<Parameter>& parameters, const std::string& file,
-                 std::uint64_t line);
+                 std::uint64_t line, Observer& observer);
 
 }  // namespace quarn

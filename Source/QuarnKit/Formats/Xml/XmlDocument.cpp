@@ -13,21 +13,20 @@
 #include <xercesc/util/SecurityManager.hpp>
 
 #include <Common/Detail/NodeText.h>
+#include <QuarnKit/Base/CurrentError.h>
 #include <QuarnKit/Base/MemoryLimit.h>
-
-#include "Base/ToolError.h"
 
 namespace quarn {
 
 namespace {
 
-constexpr int kDeepestLevel = 64;
-constexpr XMLSize_t kMostEntityExpansions = 100;
+constexpr int kMaxDepth = 64;
+constexpr XMLSize_t kMaxEntityExpansions = 100;
 
 // The parser looks for a name, and for a repeated attribute, by going through lists of them: 10,000 take it
 // about 0.1 s and 200,000 some 40 s.
-constexpr std::size_t kMostNames = 10000;
-constexpr std::size_t kMostAttributes = 10000;
+constexpr std::size_t kMaxNames = 10000;
+constexpr std::size_t kMaxAttributes = 10000;
 
 // Upper bounds of what the tree needs, measured with documents of nothing but the costly thing
 // (Xerces-C++ 3.2). kMemoryPerByte: 11 bytes for each byte of one endless name, 8 of an attribute's value and 6 of
@@ -36,18 +35,19 @@ constexpr std::uint64_t kMemoryPerElement = 600;  // an empty one 240; and two p
 constexpr std::uint64_t kMemoryPerAttribute = 350;  // one that is empty: 300
 
 // Once for the life of the process: the parser's library crashes where threads take it up and down.
-void initialiseXerces() {
-    static const bool isInitialised = [] {
+void initializeXerces() {
+    static const bool isInitialized = [] {
         xercesc::XMLPlatformUtils::Initialize();
         return true;
     }();
-    static_cast<void>(isInitialised);
+    static_cast<void>(isInitialized);
 }
 
-ToolError tooLarge(std::uint64_t limit, std::uint64_t line) {
-    return {.found = "found a document that may need more than " + memorySizeText(limit) + " of memory",
-            .expected = "a smaller one, or a greater --max-memory",
-            .line = line};
+Error tooLargeError(std::uint64_t limit, std::uint64_t line) {
+    return Error({.found = "found a document that may need more than " + memorySizeText(limit) + " of memory",
+                  .expected = "a smaller one",
+                  .line = line,
+                  .remedy = {.kind = RemedyKind::RaiseMemoryLimit}});
 }
 
 class ThrowingHandler : public xercesc::HandlerBase {
@@ -76,7 +76,7 @@ public:
         setDoSchema(false);
         setLoadSchema(false);
         setDoXInclude(false);
-        security.setEntityExpansionLimit(kMostEntityExpansions);
+        security.setEntityExpansionLimit(kMaxEntityExpansions);
     }
 
     void doctypeDecl(const xercesc::DTDElementDecl& /*declaration*/, const XMLCh* /*publicId*/,
@@ -87,15 +87,15 @@ public:
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uri, const XMLCh* prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
                       bool isEmpty, bool isRoot) override {
-        if (++depth > kDeepestLevel)
-            throw refusal("elements nested more than " + std::to_string(kDeepestLevel) + " deep",
-                          "at most " + std::to_string(kDeepestLevel) + " levels");
+        if (++depth > kMaxDepth)
+            throw refusal("elements nested more than " + std::to_string(kMaxDepth) + " deep",
+                          "at most " + std::to_string(kMaxDepth) + " levels");
         need += kMemoryPerElement + attributeCount * kMemoryPerAttribute;
-        if (need > limit) throw tooLarge(limit, line());
+        if (need > limit) throw tooLargeError(limit, line());
         names.insert(declaration.getFullName());
         for (XMLSize_t i = 0; i < attributeCount; ++i) names.insert(attributes.elementAt(i)->getQName());
-        if (names.size() > kMostNames)
-            throw refusal("more than " + std::to_string(kMostNames) + " different names", "fewer");
+        if (names.size() > kMaxNames)
+            throw refusal("more than " + std::to_string(kMaxNames) + " different names", "fewer");
         XercesDOMParser::startElement(declaration, uri, prefix, attributes, attributeCount, isEmpty, isRoot);
         elements.push_back({dynamic_cast<xercesc::DOMElement*>(getCurrentNode()), line()});
     }
@@ -116,8 +116,8 @@ public:
     [[nodiscard]] const std::vector<PlacedElement>& placedElements() const { return elements; }
 
 private:
-    [[nodiscard]] ToolError refusal(const std::string& found, std::string expected) const {
-        return {.found = "found " + found, .expected = std::move(expected), .line = line()};
+    [[nodiscard]] Error refusal(const std::string& found, std::string expected) const {
+        return Error({.found = "found " + found, .expected = std::move(expected), .line = line()});
     }
     [[nodiscard]] std::uint64_t line() const { return getScanner()->getLocator()->getLineNumber(); }
 
@@ -140,11 +140,11 @@ void refuseManyAttributes(const std::string& text) {
     for (const char byte : text) {
         if (byte == '\n') ++line;
         if (byte == '<') count = 0;
-        if (byte == '=' && ++count > kMostAttributes)
-            throw ToolError{
-                .found = "found an element with more than " + std::to_string(kMostAttributes) + " attributes",
-                .expected = "fewer",
-                .line = line};
+        if (byte == '=' && ++count > kMaxAttributes)
+            throw Error(
+                {.found = "found an element with more than " + std::to_string(kMaxAttributes) + " attributes",
+                 .expected = "fewer",
+                 .line = line});
     }
 }
 
@@ -153,15 +153,14 @@ void refuseManyAttributes(const std::string& text) {
 XmlDocument::XmlDocument(const std::string& path, const std::string& text, std::uint64_t maxMemory) {
     try {
         refuseManyAttributes(text);
-        initialiseXerces();
+        initializeXerces();
         parser = std::make_unique<Parser>(text.size(), maxMemory);
         const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
                                                 "document");
         parser->parse(source);
     } catch (...) {
-        ToolError error = currentError();
-        error.file = path;
-        throw error;
+        const Error error = currentError();
+        throw error.at(path, error.details().line);
     }
 }
 
@@ -170,7 +169,7 @@ XmlDocument::~XmlDocument() = default;
 std::vector<xercesc::DOMElement*> XmlDocument::elementsNamed(const std::wstring& name) const {
     std::vector<xercesc::DOMElement*> found;
     for (const auto& placed : parser->placedElements())
-        if (fromXmlText(placed.element->getNodeName()) == name) found.push_back(placed.element);
+        if (detail::fromXmlText(placed.element->getNodeName()) == name) found.push_back(placed.element);
     return found;
 }
 

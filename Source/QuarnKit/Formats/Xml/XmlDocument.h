@@ -13,7 +13,7 @@ namespace quarn {
 /// A parsed document.
 ///
 /// A document type, more than 64 levels of elements and a file that could need more memory than allowed are
-/// refused, and no other file is ever opened for it. Errors are ToolErrors that name the file and the line.
+/// refused, and no other file is ever opened for it. Errors are Errors that name the file and the line.
 class XmlDocument {
 public:
     /// Upper bound of what parsing needs for each byte of a document without elements.

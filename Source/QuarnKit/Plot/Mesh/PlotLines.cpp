@@ -21,7 +21,7 @@ double distanceToSegment(const ViewPoint& point, const ViewPoint& from, const Vi
 
 }  // namespace
 
-std::vector<ViewPoint> simplified(const std::vector<ViewPoint>& line, double tolerance) {
+std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double tolerance) {
     if (line.size() < 3) return line;
     std::vector<bool> isKept(line.size());
     isKept.front() = isKept.back() = true;
@@ -64,7 +64,7 @@ std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, co
             parts.back().points.push_back(camera.project(at(look + 1.0)));
         }
     }
-    for (LinePart& part : parts) part.points = simplified(part.points, raster.cellSize() * kTolerance);
+    for (LinePart& part : parts) part.points = simplifyLine(part.points, raster.cellSize() * kTolerance);
     return parts;
 }
 

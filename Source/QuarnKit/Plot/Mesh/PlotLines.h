@@ -21,6 +21,6 @@ struct LinePart {
                                                  const Camera& camera, const PlotRaster& raster);
 
 /// The points of a line without those that lie nearer than \p tolerance to what the others draw.
-[[nodiscard]] std::vector<ViewPoint> simplified(const std::vector<ViewPoint>& line, double tolerance);
+[[nodiscard]] std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double tolerance);
 
 }  // namespace quarn

@@ -19,7 +19,7 @@ namespace quarn {
 namespace {
 
 // A corner of a triangle whose UV is nearer than this to a corner of the unit square is named for it.
-constexpr double kAtCorner = 1e-6;
+constexpr double kCornerTolerance = 1e-6;
 constexpr double kFirstEntry = 44.0;  // of the legend, below the upper edge of the panel
 
 std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
@@ -27,7 +27,7 @@ std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
     for (const auto& [u, v] :
          std::array{std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)}) {
         const Point<double, 2> wanted(u, v);
-        double best = kAtCorner;
+        double best = kCornerTolerance;
         Point<double, 3> position;
         for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
             for (std::size_t k = 0; k < 3; ++k) {
@@ -37,7 +37,7 @@ std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
                 position = mesh.triangles[i].at(k);
             }
         }
-        if (best < kAtCorner) corners.push_back({.u = u, .v = v, .position = position});
+        if (best < kCornerTolerance) corners.push_back({.u = u, .v = v, .position = position});
     }
     return corners;
 }
@@ -50,7 +50,7 @@ PlotScene sceneOf(const IScreenGeometry& geometry, const PlotMeshData& mesh, con
                 return PlotRaster(mesh.triangles, camera, kPlotCells).hides(position);
             },
         .corners = cornersOf(mesh)};
-    addEye(scene, geometry, mesh.placed(geometry.getEyepoint()));
+    addEye(scene, geometry, mesh.toScene(geometry.getEyepoint()));
     return scene;
 }
 
@@ -60,7 +60,7 @@ std::string countText(std::size_t count) {
 
 void addFaults(Legend& legend, const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    legend.addArea(kTurnedClass, "turned over: " + countText(counts.turned));
+    legend.addArea(kFlippedClass, "turned over: " + countText(counts.flipped));
     if (!mesh.hasUV()) return;
     const auto faulty = static_cast<std::size_t>(std::count_if(
         mesh.marks.begin(), mesh.marks.end(), [](const TriangleMark& mark) { return mark.hasFaultyUV(); }));
@@ -68,20 +68,20 @@ void addFaults(Legend& legend, const PlotMeshData& mesh) {
     if (mesh.isMapMirrored) legend.addText("all mirrored, from the front");
     if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " mirrored to the others");
     if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
-    legend.addArea("overlap",
-                   "overlap: " + (mesh.overlaps.isWhole ? countText(counts.overlapping)
-                                                        : std::to_string(counts.overlapping) + " or more"));
+    legend.addArea("overlap", "overlap: " + (mesh.overlaps.isComplete
+                                                 ? countText(counts.overlapping)
+                                                 : std::to_string(counts.overlapping) + " or more"));
 }
 
 void addEdge(Legend& legend, const PlotMeshData& mesh) {
-    const std::size_t count = mesh.outlines.size();
+    const std::size_t count = mesh.boundaries.size();
     if (count == 0)
-        legend.addLine(kOutlineClass, "edge: none");
-    else if (count <= kMostThickOutlines)
-        legend.addLine(kOutlineClass, "edge; pale: hidden");
+        legend.addLine(kBoundaryClass, "edge: none");
+    else if (count <= kMaxThickBoundaries)
+        legend.addLine(kBoundaryClass, "edge; pale: hidden");
     else
         legend.addLine(kThinClass,
-                       std::to_string(count) + " edges" + (count > kMostOutlines ? ": not drawn" : ""));
+                       std::to_string(count) + " edges" + (count > kMaxBoundaries ? ": not drawn" : ""));
 }
 
 void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotMeshData& mesh,
@@ -104,9 +104,9 @@ void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotM
 
 std::string factsText(const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    std::string text = counts.pieces == 1 ? "one piece" : std::to_string(counts.pieces) + " pieces";
-    text += mesh.outlines.empty() ? ",  closed: no edge" : "";
-    text += ",  holes: " + countText(counts.holes) + ",  turned over: " + countText(counts.turned);
+    std::string text = counts.components == 1 ? "one piece" : std::to_string(counts.components) + " pieces";
+    text += mesh.boundaries.empty() ? ",  closed: no edge" : "";
+    text += ",  holes: " + countText(counts.holes) + ",  turned over: " + countText(counts.flipped);
     if (!mesh.hasUV()) return text + ",  no UV";
     if (counts.withoutUV > 0) text += ",  triangles without UV: " + std::to_string(counts.withoutUV);
     return text;

@@ -31,20 +31,20 @@ double areaOf(const TriangleCorners& triangle) {
     return length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0])) / 2;
 }
 
-class DataMaker {
+class DataBuilder {
 public:
-    explicit DataMaker(const IScreenGeometry& drawnMesh) : mesh(drawnMesh) {}
+    explicit DataBuilder(const IScreenGeometry& drawnMesh) : mesh(drawnMesh) {}
 
     PlotMeshData make();
 
 private:
     void takeTriangles();
     void findBounds();
-    void markTriangles(const MeshSurface& surface);
-    void addLines(const MeshSurface& surface);
-    void addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions);
+    void markTriangles(const MeshTopology& surface);
+    void addLines(const MeshTopology& surface);
+    void addSeams(const MeshTopology& surface, const PlotMeshData::Line& positions);
     void addUvEdges();
-    void placeAll();
+    void moveToScene();
 
     const IScreenGeometry& mesh;
     std::vector<Triangle> triangles;  // of finite positions; without UV where it is of no use
@@ -52,23 +52,23 @@ private:
     PlotMeshData data;
 };
 
-PlotMeshData DataMaker::make() {
+PlotMeshData DataBuilder::make() {
     takeTriangles();
     findBounds();
     if (!data.isDrawable()) return std::move(data);
     {
-        const MeshSurface surface = meshSurfaceOf(triangles);
-        data.counts.pieces = surface.pieces.size();
+        const MeshTopology surface = buildMeshTopology(triangles);
+        data.counts.components = surface.components.size();
         markTriangles(surface);
         addLines(surface);
     }
     addUvEdges();
-    placeAll();
+    moveToScene();
     data.grid = uvGridLines(data.triangles, data.uvs);
     return std::move(data);
 }
 
-void DataMaker::takeTriangles() {
+void DataBuilder::takeTriangles() {
     mesh.getTesselation(triangles);
     const std::size_t count = triangles.size();
     std::erase_if(triangles, [](const Triangle& triangle) {
@@ -86,7 +86,7 @@ void DataMaker::takeTriangles() {
     }
 }
 
-void DataMaker::findBounds() {
+void DataBuilder::findBounds() {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     data.min = {kInfinity, kInfinity, kInfinity};
     data.max = data.min * -1.0;
@@ -102,23 +102,23 @@ void DataMaker::findBounds() {
     if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
 }
 
-void DataMaker::markTriangles(const MeshSurface& surface) {
+void DataBuilder::markTriangles(const MeshTopology& surface) {
     const std::vector<UvState> states = uvStatesOf(triangles);
-    const std::vector<bool> isOriented = orientedAmong(states, surface);
-    const std::vector<bool> isMirrored = mirroredAmong(triangles, isOriented, surface);
+    const std::vector<bool> isOriented = findOriented(states, surface);
+    const std::vector<bool> isMirrored = findMirrored(triangles, isOriented, surface);
     data.overlaps = uvOverlapsOf(triangles, states, surface);
     data.counts.overlapping = data.overlaps.triangles.size();
     std::size_t mirrored = 0;
     std::size_t oriented = 0;
     for (std::size_t i = 0; i < triangles.size(); ++i) {
-        const TriangleMark mark{.isTurned = surface.isTurned[i],
+        const TriangleMark mark{.isFlipped = surface.isFlipped[i],
                                 .isMirrored = isMirrored[i],
                                 .isOutside = states[i] != UvState::Missing && isOutside(data.uvs[i]),
                                 .hasUV = states[i] != UvState::Missing};
         // A turned triangle's corners run the other way round in UV too.
-        if (isOriented[i] && (signedUvArea(data.uvs[i]) > 0.0) != mark.isTurned) ++mirrored;
+        if (isOriented[i] && (signedUvArea(data.uvs[i]) > 0.0) != mark.isFlipped) ++mirrored;
         oriented += isOriented[i] ? 1 : 0;
-        data.counts.turned += mark.isTurned ? 1 : 0;
+        data.counts.flipped += mark.isFlipped ? 1 : 0;
         data.counts.mirrored += mark.isMirrored ? 1 : 0;
         data.counts.outside += mark.isOutside ? 1 : 0;
         data.counts.withoutUV += mark.hasUV ? 0 : 1;
@@ -128,11 +128,11 @@ void DataMaker::markTriangles(const MeshSurface& surface) {
 }
 
 // A rim runs along seams too, which are drawn as such, and to poles and back, which is not drawn. A hole is drawn whole.
-void DataMaker::addLines(const MeshSurface& surface) {
-    std::vector<bool> isOpen(triangles.size() * 3);
-    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
-        if (uses.size() % 2 == 1)
-            for (const EdgeUse& use : uses) isOpen[use.edge] = true;
+void DataBuilder::addLines(const MeshTopology& surface) {
+    std::vector<bool> isBoundaryEdge(triangles.size() * 3);
+    surface.edges.forEach([&](std::span<const HalfEdge> halfEdges) {
+        if (halfEdges.size() % 2 == 1)
+            for (const HalfEdge& halfEdge : halfEdges) isBoundaryEdge[halfEdge.edge] = true;
     });
     PlotMeshData::Line positions;
     for (std::size_t i = 0; i < triangles.size(); ++i)
@@ -140,42 +140,42 @@ void DataMaker::addLines(const MeshSurface& surface) {
             const std::uint32_t number = surface.corners[i].at(k);
             if (number == positions.size()) positions.push_back(data.triangles[i].at(k));
         }
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> outlines;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaries;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> holes;
     const auto numberAt = [&](std::uint32_t corner) { return surface.corners[corner / 3].at(corner % 3); };
-    for (const Rim& rim : outlineOf(triangles, surface).rims) {
-        data.counts.holes += rim.isHole ? 1 : 0;
-        for (const std::uint32_t edge : rim.edges) {
-            if (isOpen[edge]) uvEdges.push_back(edge);
-            if (isOpen[edge] || rim.isHole)
-                (rim.isHole ? holes : outlines).emplace_back(numberAt(edge), numberAt(nextCorner(edge)));
+    for (const BoundaryLoop& loop : findMeshBoundary(triangles, surface).loops) {
+        data.counts.holes += loop.isHole ? 1 : 0;
+        for (const std::uint32_t edge : loop.edges) {
+            if (isBoundaryEdge[edge]) uvEdges.push_back(edge);
+            if (isBoundaryEdge[edge] || loop.isHole)
+                (loop.isHole ? holes : boundaries).emplace_back(numberAt(edge), numberAt(nextCorner(edge)));
         }
     }
-    data.outlines = chainedLines(positions, outlines);
-    data.holes = chainedLines(positions, holes);
+    data.boundaries = buildEdgeLines(positions, boundaries);
+    data.holes = buildEdgeLines(positions, holes);
     addSeams(surface, positions);
 }
 
 // At the pole of a dome the UV of one corner differs from triangle to triangle, which is no seam.
-void DataMaker::addSeams(const MeshSurface& surface, const PlotMeshData::Line& positions) {
+void DataBuilder::addSeams(const MeshTopology& surface, const PlotMeshData::Line& positions) {
     const auto uvAt = [&](std::uint32_t corner) { return data.uvs[corner / 3].at(corner % 3); };
     std::vector<std::pair<std::uint32_t, std::uint32_t>> seams;
-    surface.edges.forEach([&](std::span<const EdgeUse> uses) {
-        if (uses.size() != 2) return;
-        const std::uint32_t a = uses[0].edge;
-        const std::uint32_t b = uses[1].edge;
-        const bool isSameWay = uses[0].isForward == uses[1].isForward;
-        if (uvAt(a) == uvAt(isSameWay ? b : nextCorner(b)) ||
-            uvAt(nextCorner(a)) == uvAt(isSameWay ? nextCorner(b) : b))
+    surface.edges.forEach([&](std::span<const HalfEdge> halfEdges) {
+        if (halfEdges.size() != 2) return;
+        const std::uint32_t a = halfEdges[0].edge;
+        const std::uint32_t b = halfEdges[1].edge;
+        const bool isSameDirection = halfEdges[0].isForward == halfEdges[1].isForward;
+        if (uvAt(a) == uvAt(isSameDirection ? b : nextCorner(b)) ||
+            uvAt(nextCorner(a)) == uvAt(isSameDirection ? nextCorner(b) : b))
             return;
-        seams.emplace_back(uses[0].low, uses[0].high);
+        seams.emplace_back(halfEdges[0].low, halfEdges[0].high);
         uvEdges.insert(uvEdges.end(), {a, b});
     });
-    data.seams = chainedLines(positions, seams);
+    data.seams = buildEdgeLines(positions, seams);
 }
 
-void DataMaker::addUvEdges() {
-    PointIds<2> ids;
+void DataBuilder::addUvEdges() {
+    VertexIds<2> ids;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> pairs;
     const auto idAt = [&](std::uint32_t corner) { return ids.idOf(data.uvs[corner / 3].at(corner % 3)); };
     for (const std::uint32_t edge : uvEdges) {
@@ -185,20 +185,20 @@ void DataMaker::addUvEdges() {
     }
     PlotMeshData::Line positions;
     for (const Point<double, 2>& uv : ids.points()) positions.emplace_back(uv[0], uv[1], 0.0);
-    data.uvEdges = chainedLines(positions, pairs);
+    data.uvEdges = buildEdgeLines(positions, pairs);
 }
 
-void DataMaker::placeAll() {
+void DataBuilder::moveToScene() {
     for (TriangleCorners& triangle : data.triangles)
-        for (Point<double, 3>& corner : triangle) corner = data.placed(corner);
-    for (auto* lines : {&data.outlines, &data.holes, &data.seams})
+        for (Point<double, 3>& corner : triangle) corner = data.toScene(corner);
+    for (auto* lines : {&data.boundaries, &data.holes, &data.seams})
         for (PlotMeshData::Line& line : *lines)
-            for (Point<double, 3>& point : line) point = data.placed(point);
+            for (Point<double, 3>& point : line) point = data.toScene(point);
 }
 
 }  // namespace
 
-Point<double, 3> PlotMeshData::placed(const Point<double, 3>& point) const {
+Point<double, 3> PlotMeshData::toScene(const Point<double, 3>& point) const {
     return (point - (min + (max - min) * 0.5)) / size;
 }
 
@@ -212,7 +212,7 @@ std::vector<StretchPatch> PlotMeshData::patches() const {
 }
 
 PlotMeshData plotMeshData(const IScreenGeometry& mesh) {
-    return DataMaker(mesh).make();
+    return DataBuilder(mesh).make();
 }
 
 }  // namespace quarn

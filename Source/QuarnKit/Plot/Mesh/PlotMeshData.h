@@ -15,7 +15,7 @@ namespace quarn {
 
 /// What a plot says about a triangle.
 struct TriangleMark {
-    bool isTurned = false;  ///< It turns its other side than most around it.
+    bool isFlipped = false;  ///< It turns its other side than most around it.
     bool isMirrored =
         false;  ///< Its UV runs the other way round than most around it, as seen from their side.
     bool isOutside = false;  ///< It has a UV outside of 0 to 1.
@@ -25,14 +25,14 @@ struct TriangleMark {
 
 /// How many there are of what.
 struct MeshCounts {
-    std::size_t turned = 0;
+    std::size_t flipped = 0;
     std::size_t mirrored = 0;
     std::size_t outside = 0;
     std::size_t overlapping = 0;  ///< With another one in UV.
     std::size_t withoutUV = 0;
     std::size_t notFinite = 0;  ///< Triangles that are left out.
     std::size_t holes = 0;
-    std::size_t pieces = 0;
+    std::size_t components = 0;
 };
 
 /// The triangles and lines of a mesh. Positions are moved and scaled so that the bounds are centred on the origin and
@@ -52,7 +52,7 @@ struct PlotMeshData {
     bool isMapMirrored =
         false;  ///< Whether most UVs run the other way round than on a picture seen from the front.
 
-    std::vector<Line> outlines;  ///< The longest one first, as in the next list.
+    std::vector<Line> boundaries;  ///< The longest one first, as in the next list.
     std::vector<Line> holes;
     std::vector<Line> seams;
     std::vector<Line> grid;     ///< Lines of equal u and v.
@@ -60,7 +60,7 @@ struct PlotMeshData {
 
     [[nodiscard]] bool isDrawable() const { return size > 0.0; }
     [[nodiscard]] bool hasUV() const { return counts.withoutUV < triangles.size(); }
-    [[nodiscard]] Point<double, 3> placed(const Point<double, 3>& point) const;
+    [[nodiscard]] Point<double, 3> toScene(const Point<double, 3>& point) const;
     /// Areas of the moved and scaled triangles.
     [[nodiscard]] std::vector<StretchPatch> patches() const;
 };

@@ -41,7 +41,7 @@ public:
     [[nodiscard]] Lines lines() const {
         Lines result;
         for (const Ends& edges : edgesOfLine) {
-            Lines next = chainedLines(ids.points(), edges);
+            Lines next = buildEdgeLines(ids.points(), edges);
             std::move(next.begin(), next.end(), std::back_inserter(result));
         }
         return result;
@@ -70,7 +70,7 @@ private:
 
     std::size_t axis;
     int lastLine;
-    PointIds<3> ids;
+    VertexIds<3> ids;
     std::array<Ends, kGridIntervals + 1> edgesOfLine;
 };
 
@@ -82,11 +82,11 @@ double lineLength(const std::vector<Point<double, 3>>& line) {
     return sum;
 }
 
-Lines chainedLines(const Line& positions, const Ends& edges) {
+Lines buildEdgeLines(const Line& positions, const Ends& edges) {
     std::vector<std::pair<double, Line>> lines;
-    for (const EdgeChain& chain : joinEdges(edges)) {
+    for (const EdgeLoop& path : buildEdgeLoops(edges)) {
         Line line;
-        for (const std::uint32_t point : chain.points) line.push_back(positions[point]);
+        for (const std::uint32_t point : path.points) line.push_back(positions[point]);
         const double distance = lineLength(line);
         lines.emplace_back(distance, std::move(line));
     }
@@ -101,11 +101,11 @@ Lines uvGridLines(const std::vector<TriangleCorners>& triangles, const std::vect
     Lines result;
     for (const std::size_t axis : {std::size_t{0}, std::size_t{1}}) {
         // Where the UVs end at 1 the outline is drawn.
-        const bool goesOn = std::any_of(uvs.begin(), uvs.end(), [&](const TriangleUVs& corners) {
+        const bool extendsBeyond = std::any_of(uvs.begin(), uvs.end(), [&](const TriangleUVs& corners) {
             return std::any_of(corners.begin(), corners.end(),
                                [&](const auto& uv) { return uv[axis] > 1.0; });
         });
-        GridFinder finder(axis, goesOn ? kGridIntervals : kGridIntervals - 1);
+        GridFinder finder(axis, extendsBeyond ? kGridIntervals : kGridIntervals - 1);
         for (std::size_t i = 0; i < triangles.size(); ++i)
             if (uvs[i][0] != kNoUV) finder.add(triangles[i], uvs[i]);
         Lines lines = finder.lines();

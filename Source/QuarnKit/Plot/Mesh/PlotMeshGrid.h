@@ -13,7 +13,7 @@ namespace quarn {
 [[nodiscard]] double lineLength(const std::vector<Point<double, 3>>& line);
 
 /// Edges between positions as lines that are as long as can be, the longest one first.
-[[nodiscard]] std::vector<std::vector<Point<double, 3>>> chainedLines(
+[[nodiscard]] std::vector<std::vector<Point<double, 3>>> buildEdgeLines(
     const std::vector<Point<double, 3>>& positions,
     const std::vector<std::pair<std::uint32_t, std::uint32_t>>& edges);
 

@@ -16,10 +16,10 @@ namespace {
 
 constexpr double kMargin = 62.0;  // room for labels around the square
 // UVs farther than this from the unit square are drawn at this distance.
-constexpr double kFarthest = 1.0;
+constexpr double kMaxUvDistance = 1.0;
 constexpr double kTolerance = 0.25;  // of lines, in pixels
 // Of more triangles than this the edges would cover the square.
-constexpr std::size_t kMostOutlined = 1600;
+constexpr std::size_t kMaxStrokedTriangles = 1600;
 
 // What lies higher is drawn later.
 constexpr double kFaultyHeight = 0.1;
@@ -55,7 +55,8 @@ private:
 };
 
 Point<double, 2> nearSquare(const Point<double, 2>& uv) {
-    return {std::clamp(uv[0], -kFarthest, 1.0 + kFarthest), std::clamp(uv[1], -kFarthest, 1.0 + kFarthest)};
+    return {std::clamp(uv[0], -kMaxUvDistance, 1.0 + kMaxUvDistance),
+            std::clamp(uv[1], -kMaxUvDistance, 1.0 + kMaxUvDistance)};
 }
 
 UvPainter::UvPainter(SvgWriter& writer, const Box& panelBox, const PlotMeshData& drawnMesh)
@@ -89,7 +90,7 @@ void UvPainter::drawTriangles(const StretchScale* stretch) const {
     std::vector<std::string> classes;
     const std::vector<std::string> stretches =
         stretch == nullptr ? std::vector<std::string>() : stretchClasses(mesh, *stretch);
-    const char* plain = mesh.triangles.size() <= kMostOutlined ? "uv" : "uv-fill";
+    const char* plain = mesh.triangles.size() <= kMaxStrokedTriangles ? "uv" : "uv-fill";
     for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
         if (!mesh.marks[i].hasUV) continue;
         triangles.push_back(cornersOf(i));
@@ -107,7 +108,7 @@ void UvPainter::drawTriangles(const StretchScale* stretch) const {
 }
 
 void UvPainter::drawDots() const {
-    for (const std::string styleClass : {kFaultyClass, kTurnedClass}) {
+    for (const std::string styleClass : {kFaultyClass, kFlippedClass}) {
         for (const std::uint32_t i : dottedTriangles(mesh, styleClass)) {
             if (!mesh.marks[i].hasUV) continue;
             std::vector<PagePoint> points;
@@ -137,9 +138,9 @@ void UvPainter::drawEdges() const {
     for (const PlotMeshData::Line& line : mesh.uvEdges) {
         std::vector<PagePoint> points;
         for (const Point<double, 3>& at : line) points.push_back(toPage(nearSquare({at[0], at[1]})));
-        points = simplified(points, kTolerance);
+        points = simplifyLine(points, kTolerance);
         count += points.size();
-        if (count > kMostLinePoints) return;
+        if (count > kMaxLinePoints) return;
         svg.line("border", points);
     }
 }
@@ -167,7 +168,7 @@ void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const 
         painter.drawDots();
     }
     painter.drawGrid();
-    if (mesh.outlines.size() <= kMostOutlines) painter.drawEdges();
+    if (mesh.boundaries.size() <= kMaxBoundaries) painter.drawEdges();
     painter.drawNames();
     painter.drawRange();
 }

@@ -14,11 +14,11 @@ namespace {
 // Steps of nearness that count as equal, so that the last bits of a number never decide what covers what.
 constexpr double kNearnessStep = 1e-7;
 // Twice the area of a triangle that a view sees from its edge, in squares of the surface's size.
-constexpr double kLeastArea = 1e-9;
+constexpr double kMinArea = 1e-9;
 // As many areas as a view of a reasonable size in bytes holds.
-constexpr std::size_t kMostAreas = 6000;
+constexpr std::size_t kMaxAreas = 6000;
 // As many marked triangles as are drawn one by one where all others are rounded to cells.
-constexpr std::size_t kMostDots = 500;
+constexpr std::size_t kMaxDots = 500;
 
 Point<double, 3> middleOf(const TriangleCorners& triangle) {
     return (triangle[0] + triangle[1] + triangle[2]) / 3.0;
@@ -30,8 +30,8 @@ Shape areaOf(const TriangleCorners& triangle, const Camera& camera, std::string 
     return shape;
 }
 
-std::vector<Shape> paintedTriangles(const std::vector<TriangleCorners>& triangles, const Camera& camera,
-                                    const std::function<std::string(std::uint32_t)>& classOf) {
+std::vector<Shape> paintTriangles(const std::vector<TriangleCorners>& triangles, const Camera& camera,
+                                  const std::function<std::string(std::uint32_t)>& classOf) {
     std::vector<std::pair<std::int64_t, std::uint32_t>> order;
     for (std::uint32_t i = 0; i < triangles.size(); ++i)
         order.emplace_back(std::llround(camera.nearness(middleOf(triangles[i])) / kNearnessStep), i);
@@ -41,7 +41,7 @@ std::vector<Shape> paintedTriangles(const std::vector<TriangleCorners>& triangle
         Shape shape = areaOf(triangles[i], camera, classOf(i));
         const ViewPoint a = shape.points[1] - shape.points[0];
         const ViewPoint b = shape.points[2] - shape.points[0];
-        if (std::abs(a[0] * b[1] - a[1] * b[0]) > kLeastArea) shapes.push_back(std::move(shape));
+        if (std::abs(a[0] * b[1] - a[1] * b[0]) > kMinArea) shapes.push_back(std::move(shape));
     }
     return shapes;
 }
@@ -73,9 +73,9 @@ std::vector<Shape> MeshPainter::shapes() {
     if (classes.empty()) addDots();
     addLines(mesh.grid, kGridClass, false);
     addLines(mesh.seams, kSeamClass, false);
-    if (mesh.outlines.size() <= kMostOutlines)
-        addLines(mesh.outlines, mesh.outlines.size() <= kMostThickOutlines ? kOutlineClass : kThinClass,
-                 mesh.outlines.size() <= kMostThickOutlines);
+    if (mesh.boundaries.size() <= kMaxBoundaries)
+        addLines(mesh.boundaries, mesh.boundaries.size() <= kMaxThickBoundaries ? kBoundaryClass : kThinClass,
+                 mesh.boundaries.size() <= kMaxThickBoundaries);
     addLines(mesh.holes, kHoleClass, true);
     return std::move(painted);
 }
@@ -89,7 +89,7 @@ std::string MeshPainter::classOf(std::uint32_t triangle) const {
 }
 
 void MeshPainter::addDots() {
-    for (const std::string styleClass : {kFaultyClass, kTurnedClass})
+    for (const std::string styleClass : {kFaultyClass, kFlippedClass})
         for (const std::uint32_t i : dottedTriangles(mesh, styleClass))
             if (!raster.hides(middleOf(mesh.triangles[i])))
                 painted.push_back(areaOf(mesh.triangles[i], camera, styleClass + kDotSuffix));
@@ -102,7 +102,7 @@ void MeshPainter::addLines(const std::vector<PlotMeshData::Line>& lines, const s
         for (const LinePart& part : visibleParts(line, camera, raster)) {
             if (part.isHidden && !isShownBehind) continue;
             count += part.points.size();
-            if (count > kMostLinePoints) return;
+            if (count > kMaxLinePoints) return;
             painted.push_back(
                 {.styleClass = styleClass + (part.isHidden ? kHiddenSuffix : ""), .points = part.points});
         }
@@ -114,7 +114,7 @@ void MeshPainter::addLines(const std::vector<PlotMeshData::Line>& lines, const s
 std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles, const Camera& camera,
                                  const PlotRaster& raster,
                                  const std::function<std::string(std::uint32_t)>& classOf) {
-    if (triangles.size() <= kMostTriangles) return paintedTriangles(triangles, camera, classOf);
+    if (triangles.size() <= kMaxTriangles) return paintTriangles(triangles, camera, classOf);
     // A surface whose shades change from cell to cell is drawn in larger ones.
     for (int step = 1;; ++step) {
         const auto cellClass = [&](int column, int row) {
@@ -124,22 +124,22 @@ std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles, 
         std::vector<Shape> areas =
             cellAreas((raster.columns() - 1) / step + 1, (raster.rows() - 1) / step + 1, cellClass,
                       [&](int column, int row) { return raster.cornerAt(column * step, row * step); });
-        if (areas.size() <= kMostAreas) return areas;
+        if (areas.size() <= kMaxAreas) return areas;
     }
 }
 
 const char* faultClass(const TriangleMark& mark) {
-    if (mark.isTurned) return kTurnedClass;
+    if (mark.isFlipped) return kFlippedClass;
     return mark.hasFaultyUV() ? kFaultyClass : nullptr;
 }
 
 std::vector<std::uint32_t> dottedTriangles(const PlotMeshData& mesh, const std::string& styleClass) {
     std::vector<std::uint32_t> dotted;
-    if (mesh.triangles.size() <= kMostTriangles) return dotted;
+    if (mesh.triangles.size() <= kMaxTriangles) return dotted;
     for (std::uint32_t i = 0; i < mesh.marks.size(); ++i) {
         const char* fault = faultClass(mesh.marks[i]);
         if (fault == nullptr || fault != styleClass) continue;
-        if (dotted.size() == kMostDots) return {};
+        if (dotted.size() == kMaxDots) return {};
         dotted.push_back(i);
     }
     return dotted;

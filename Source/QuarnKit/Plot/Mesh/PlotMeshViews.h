@@ -15,7 +15,7 @@
 namespace quarn {
 
 // Classes of what meshes have besides those of surfaceShapes().
-inline constexpr const char* kTurnedClass = "turned";
+inline constexpr const char* kFlippedClass = "turned";
 inline constexpr const char* kFaultyClass = "faulty";
 inline constexpr const char* kHoleClass = "hole";
 /// Class of outlines where there are many.
@@ -28,13 +28,13 @@ inline constexpr const char* kDotSuffix = "-dot";
 /// How many cells the longer side of a view has: about a pixel each.
 inline constexpr int kPlotCells = 380;
 /// Up to this many triangles are drawn as they are.
-inline constexpr std::size_t kMostTriangles = 5000;
+inline constexpr std::size_t kMaxTriangles = 5000;
 /// As many points as all lines of one class have; what comes then is left out.
-inline constexpr std::size_t kMostLinePoints = 10000;
+inline constexpr std::size_t kMaxLinePoints = 10000;
 
 /// With more outlines than this they are drawn thin, and with more than the second number not at all.
-inline constexpr std::size_t kMostThickOutlines = 50;
-inline constexpr std::size_t kMostOutlines = 2500;
+inline constexpr std::size_t kMaxThickBoundaries = 50;
+inline constexpr std::size_t kMaxBoundaries = 2500;
 
 /// Areas of triangles, to be painted in this order; those of very many triangles are rounded to cells of \p raster.
 [[nodiscard]] std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles,
@@ -48,7 +48,7 @@ inline constexpr std::size_t kMostOutlines = 2500;
 [[nodiscard]] std::vector<Shape> meshShapes(const PlotMeshData& mesh, const Camera& camera,
                                             const StretchScale* stretch = nullptr);
 
-/// kTurnedClass or kFaultyClass, or nothing for a triangle without fault.
+/// kFlippedClass or kFaultyClass, or nothing for a triangle without fault.
 [[nodiscard]] const char* faultClass(const TriangleMark& mark);
 
 /// The triangles of one class of faults, which could be too small to be seen, to be drawn once more as dots. Nothing

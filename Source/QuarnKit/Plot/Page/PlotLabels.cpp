@@ -35,7 +35,7 @@ Box boxOf(const LabelPlace& place, double width) {
 
 }  // namespace
 
-bool Box::holds(const PagePoint& point) const {
+bool Box::contains(const PagePoint& point) const {
     return point[0] >= corner[0] && point[0] <= corner[0] + width && point[1] >= corner[1] &&
            point[1] <= corner[1] + height;
 }
@@ -93,12 +93,12 @@ int LabelPlacer::cost(const Box& label) const {
     for (const Box& taken : boxes)
         if (taken.overlaps(label)) sum += kBoxCost;
     for (const PagePoint& point : points)
-        if (label.holds(point)) sum += kPointCost;
+        if (label.contains(point)) sum += kPointCost;
     for (int i = 0; i < kLooksAcross; ++i) {
         for (int j = 0; j < kLooksUpright; ++j) {
             const PagePoint look = label.corner + PagePoint(label.width * i / (kLooksAcross - 1),
                                                             label.height * j / (kLooksUpright - 1));
-            if (!box.holds(look)) sum += kOutsideCost;
+            if (!box.contains(look)) sum += kOutsideCost;
             const bool isCovering = std::any_of(areas.begin(), areas.end(),
                                                 [&](const auto& area) { return isInside(area, look); });
             if (isCovering) sum += kAreaCost;

@@ -16,7 +16,7 @@ struct Box {
     double height = 0.0;
 
     [[nodiscard]] PagePoint middle() const { return corner + PagePoint(width, height) * 0.5; }
-    [[nodiscard]] bool holds(const PagePoint& point) const;
+    [[nodiscard]] bool contains(const PagePoint& point) const;
     [[nodiscard]] bool overlaps(const Box& other) const;
 };
 
@@ -32,7 +32,7 @@ struct LabelPlace {
 /// Finds a place for one label after the other.
 class LabelPlacer {
 public:
-    explicit LabelPlacer(const Box& labelledBox) : box(labelledBox) {}
+    explicit LabelPlacer(const Box& labeledBox) : box(labeledBox) {}
 
     /// Says what labels should not cover.
     void avoidArea(std::vector<PagePoint> corners) { areas.push_back(std::move(corners)); }

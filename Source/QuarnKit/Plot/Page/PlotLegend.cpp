@@ -98,7 +98,7 @@ void drawLegend(SvgWriter& svg, const Box& box, const IScreenGeometry& geometry,
         legend.addText("v downwards");
         legend.addSide(kBackClass, "back: pictures are mirrored");
     }
-    legend.addLine(kOutlineClass, "edge of the screen");
+    legend.addLine(kBoundaryClass, "edge of the screen");
     if (surface.isDrawable() && surface.closesAlongU()) legend.addLine(kSeamClass, "seam: u=0 meets u=1");
     legend.addLine(kGridClass, "u and v in steps of 1/8");
     legend.addEye(scene, geometry, surface.longestSide(), unit);

@@ -21,7 +21,7 @@ constexpr double kPanelHeight = (kPageHeight - kHeaderHeight - 2 * kPageMargin) 
 constexpr double kUvWidth = kPanelWidth * 0.62;
 
 // An eye point farther from the middle than this, in sizes of the surface, would make the surface too small.
-constexpr double kFarthestEye = 2.0;
+constexpr double kMaxEyeDistance = 2.0;
 
 Box panelBox(int column, int row) {
     return {.corner = PagePoint(kPageMargin + column * (kPanelWidth + kPageMargin),
@@ -38,7 +38,7 @@ void drawPanelFrame(SvgWriter& svg, const Box& box, const std::string& title) {
 }  // namespace
 
 void addEye(PlotScene& scene, const IScreenGeometry& geometry, const Point<double, 3>& eye) {
-    if (length(eye) <= kFarthestEye) scene.eye = eye;
+    if (length(eye) <= kMaxEyeDistance) scene.eye = eye;
     const Point<double, 3> heading = normalized(geometry.getCenterOfScreenHeading());
     if (isFinite(heading)) scene.heading = heading;
 }

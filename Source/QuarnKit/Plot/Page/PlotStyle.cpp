@@ -10,11 +10,11 @@ namespace quarn {
 
 namespace {
 
-using Colour = std::array<int, 3>;
+using Color = std::array<int, 3>;
 
 struct Range {
-    Colour dark;
-    Colour light;
+    Color dark;
+    Color light;
 };
 
 // The front is light and cool, the back darker and warm.
@@ -64,35 +64,36 @@ constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;strok
 )";
 
 // Ever lighter, also for those who do not see red or green.
-constexpr std::array<Colour, 5> kStretchColours = {
+constexpr std::array<Color, 5> kStretchColors = {
     {{52, 20, 96}, {52, 86, 148}, {28, 142, 140}, {110, 196, 94}, {250, 230, 60}}};
 
-std::string colourText(const Colour& colour) {
+std::string colorText(const Color& color) {
     std::string text = "#";
-    for (const int part : colour) {
+    for (const int part : color) {
         text += "0123456789abcdef"[part / 16];
         text += "0123456789abcdef"[part % 16];
     }
     return text;
 }
 
-Colour mixed(const Colour& from, const Colour& to, int part, int whole) {
-    Colour colour{};
-    for (std::size_t i = 0; i < colour.size(); ++i)
-        colour.at(i) = from.at(i) + (to.at(i) - from.at(i)) * part / whole;
-    return colour;
+Color mixColors(const Color& from, const Color& to, int part, int whole) {
+    Color color{};
+    for (std::size_t i = 0; i < color.size(); ++i)
+        color.at(i) = from.at(i) + (to.at(i) - from.at(i)) * part / whole;
+    return color;
 }
 
-std::string areaRule(const std::string& styleClass, const Colour& colour) {
-    const std::string value = colourText(colour);
+std::string areaRule(const std::string& styleClass, const Color& color) {
+    const std::string value = colorText(color);
     return "." + styleClass + "{fill:" + value + ";stroke:" + value + "}\n";
 }
 
-// Strokes of the same colour cover the hairlines that would show between two cells.
+// Strokes of the same color cover the hairlines that would show between two cells.
 std::string shadeRules(const std::string& side, const Range& range) {
     std::string text;
     for (int shade = 0; shade < kShades; ++shade)
-        text += areaRule(side + std::to_string(shade), mixed(range.dark, range.light, shade, kShades - 1));
+        text +=
+            areaRule(side + std::to_string(shade), mixColors(range.dark, range.light, shade, kShades - 1));
     return text;
 }
 
@@ -110,14 +111,14 @@ std::string meshStyleRules() {
 std::string stretchStyleRules() {
     std::string text = "path[class^=k],.none{stroke-width:.7px}\n";
     text += areaRule(kNoStretchClass, {190, 190, 190});
-    constexpr int kParts = static_cast<int>(kStretchColours.size()) - 1;
+    constexpr int kParts = static_cast<int>(kStretchColors.size()) - 1;
     for (int step = 0; step < kStretchSteps; ++step) {
         const int place = step * kParts;
         const int part = std::min(place / (kStretchSteps - 1), kParts - 1);
         const auto first = static_cast<std::size_t>(part);
         text += areaRule(kStretchClass + std::to_string(step),
-                         mixed(kStretchColours.at(first), kStretchColours.at(first + 1),
-                               place - part * (kStretchSteps - 1), kStretchSteps - 1));
+                         mixColors(kStretchColors.at(first), kStretchColors.at(first + 1),
+                                   place - part * (kStretchSteps - 1), kStretchSteps - 1));
     }
     return text;
 }

@@ -7,12 +7,11 @@
 
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/FlatScreen.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
-
-#include "Base/Diagnostics.h"
 
 namespace quarn {
 
@@ -20,14 +19,14 @@ namespace {
 
 constexpr int kDigits = 4;
 // From here to there numbers are written without an exponent.
-constexpr double kLeastPlain = 1e-3;
-constexpr double kMostPlain = 1e7;
+constexpr double kMinFixedNotation = 1e-3;
+constexpr double kMaxFixedNotation = 1e7;
 // Rounding away from a tie, so that last bits do not decide; far below what the digits show.
 constexpr double kTieNudge = 1.0 + 1e-9;
 constexpr double kNothing = 1e-9;  // of the scale
 
-constexpr std::size_t kLongestName = 48;
-constexpr std::size_t kKeptOfEnd = 16;
+constexpr std::size_t kMaxNameLength = 48;
+constexpr std::size_t kNameEndLength = 16;
 constexpr std::size_t kDigestBytes = 6;
 
 std::string formatted(double value, std::chars_format format, int precision) {
@@ -66,7 +65,7 @@ std::string shortNumber(double value, double scale) {
     const double magnitude = std::abs(value) * kTieNudge;
     if (magnitude == 0.0 || magnitude < kNothing * scale) return "0";
     const std::string sign = value < 0.0 ? "-" : "";
-    if (magnitude < kLeastPlain || magnitude >= kMostPlain)
+    if (magnitude < kMinFixedNotation || magnitude >= kMaxFixedNotation)
         return sign + formatted(magnitude, std::chars_format::general, kDigits);
     const int whole = static_cast<int>(std::floor(std::log10(magnitude))) + 1;
     return sign +
@@ -85,9 +84,9 @@ std::string positionText(const Point<double, 3>& position, double scale) {
 std::string shortFileName(const std::string& path) {
     // In characters and not in bytes, so that none is cut.
     const std::wstring name = fromUtf8(printable(std::filesystem::path(path).filename().string()));
-    if (name.size() <= kLongestName) return toUtf8(name);
-    return toUtf8(name.substr(0, kLongestName - kKeptOfEnd)) + "…" +
-           toUtf8(name.substr(name.size() - kKeptOfEnd));
+    if (name.size() <= kMaxNameLength) return toUtf8(name);
+    return toUtf8(name.substr(0, kMaxNameLength - kNameEndLength)) + "…" +
+           toUtf8(name.substr(name.size() - kNameEndLength));
 }
 
 std::string shapeText(const IScreenGeometry& geometry, const PlotSurface& surface) {

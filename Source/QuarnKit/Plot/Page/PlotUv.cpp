@@ -90,8 +90,8 @@ void drawUvLayout(SvgWriter& svg, const Box& box, const PlotSurface& surface, co
     svg.rectangle("square", corner, side, side);
     if (stretch != nullptr && surface.isDrawable()) drawStretch(svg, corner, side, surface, *stretch);
     drawUvGrid(svg, corner, side);
-    svg.line(kOutlineClass, {corner, corner + PagePoint(side, 0.0), corner + PagePoint(side, side),
-                             corner + PagePoint(0.0, side), corner});
+    svg.line(kBoundaryClass, {corner, corner + PagePoint(side, 0.0), corner + PagePoint(side, side),
+                              corner + PagePoint(0.0, side), corner});
     drawCornerNames(svg, corner, side);
     drawEdgeLengths(svg, corner, side, surface, unit);
     drawDirections(svg, corner);

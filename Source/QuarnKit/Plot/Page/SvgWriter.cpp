@@ -5,8 +5,7 @@
 #include <cstdlib>
 
 #include <Common/TextConversion.h>
-
-#include "Base/Diagnostics.h"
+#include <QuarnKit/Base/PrintableText.h>
 
 namespace quarn {
 
@@ -15,7 +14,7 @@ namespace {
 constexpr std::int64_t kMillionthsPerTenth = 100000;
 
 // A reader of XML refuses these two, which are no characters.
-bool isNoCharacter(wchar_t character) {
+bool isNoncharacter(wchar_t character) {
     return character == 0xFFFE || character == 0xFFFF;
 }
 
@@ -81,7 +80,7 @@ std::string svgText(std::string_view text) {
                 result += L"&quot;";
                 break;
             default:
-                result += isNoCharacter(character) ? L'\uFFFD' : character;
+                result += isNoncharacter(character) ? L'\uFFFD' : character;
         }
     }
     return toUtf8(result);
@@ -144,14 +143,14 @@ void SvgWriter::rectangle(std::string_view styleClass, const PagePoint& corner, 
 }
 
 void SvgWriter::text(std::string_view styleClass, const PagePoint& at, std::string_view text,
-                     TextAnchor anchor, double turn) {
+                     TextAnchor anchor, double rotation) {
     endPath();
     document +=
         "<text" + attribute("class", styleClass) + numberAttribute("x", at[0]) + numberAttribute("y", at[1]);
     if (anchor != TextAnchor::Start) document += attribute("text-anchor", anchorName(anchor));
-    if (turn != 0.0)
-        document += attribute(
-            "transform", "rotate(" + svgNumber(turn) + " " + svgNumber(at[0]) + " " + svgNumber(at[1]) + ")");
+    if (rotation != 0.0)
+        document += attribute("transform", "rotate(" + svgNumber(rotation) + " " + svgNumber(at[0]) + " " +
+                                               svgNumber(at[1]) + ")");
     document += ">" + svgText(text) + "</text>\n";
 }
 

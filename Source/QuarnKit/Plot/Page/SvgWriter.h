@@ -38,9 +38,9 @@ public:
     void area(std::string_view styleClass, const std::vector<PagePoint>& points);
     void circle(std::string_view styleClass, const PagePoint& center, double radius);
     void rectangle(std::string_view styleClass, const PagePoint& corner, double width, double height);
-    /// \param turn angle in degrees, clockwise
+    /// \param rotation angle in degrees, clockwise
     void text(std::string_view styleClass, const PagePoint& at, std::string_view text,
-              TextAnchor anchor = TextAnchor::Start, double turn = 0.0);
+              TextAnchor anchor = TextAnchor::Start, double rotation = 0.0);
 
     /// The whole document; nothing may follow.
     [[nodiscard]] std::string finish();

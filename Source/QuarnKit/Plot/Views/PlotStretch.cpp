@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::array<double, 4> kLimits = {2.0, 4.0, 16.0, 64.0};
 // The part of the area that may lie beyond the ends of the scale.
-constexpr double kBeyond = 0.05;
+constexpr double kMaxBeyondRatio = 0.05;
 // Rounding away from a tie, in steps of the scale, so that last bits of a number do not decide.
 constexpr double kTieNudge = 1e-7;
 constexpr int kMiddle = kStretchSteps / 2;
@@ -33,7 +33,7 @@ StretchScale::StretchScale(const std::vector<StretchPatch>& patches) {
             if (stretch > limit || stretch < 1.0 / limit) beyond += patch.area;
         }
         greatest = limit;
-        if (beyond <= kBeyond * sum.area) return;
+        if (beyond <= kMaxBeyondRatio * sum.area) return;
     }
 }
 

@@ -51,7 +51,7 @@ PlotSurface::PlotSurface(const IScreenGeometry& screen) : columnCount(kColumns),
     takeSamples(screen);
     findBounds(screen);
     if (!isDrawable()) return;
-    for (Point<double, 3>& position : samples) position = placed(position);
+    for (Point<double, 3>& position : samples) position = toScene(position);
     findEdges();
     lengths = {lengthBetween(screen, {0.0, 0.0}, {1.0, 0.0}), lengthBetween(screen, {1.0, 0.0}, {1.0, 1.0}),
                lengthBetween(screen, {0.0, 1.0}, {1.0, 1.0}), lengthBetween(screen, {0.0, 0.0}, {0.0, 1.0})};

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] std::vector<StretchPatch> patches() const;
 
     /// A position of the screen's frame as at() would tell it.
-    [[nodiscard]] Point<double, 3> placed(const Point<double, 3>& point) const {
+    [[nodiscard]] Point<double, 3> toScene(const Point<double, 3>& point) const {
         return (point - center) / size;
     }
 

@@ -26,7 +26,7 @@ constexpr double kOnSurface = 0.02;
 // Beside a position, where no edge of a cell decides on which side the position lies.
 const ViewPoint kBeside(3e-4, 7e-4);
 // A cell that a view sees from its edge, as an area in squares of the surface's size.
-constexpr double kLeastArea = 1e-9;
+constexpr double kMinArea = 1e-9;
 
 const Point<double, 3> kTowardsLight = normalized(Point<double, 3>(-0.55, -0.65, 0.8));
 
@@ -121,7 +121,7 @@ void SurfacePainter::addCell(int column, int row) {
     Painted item{.shape = {.styleClass = classOf(column, row, corners, middle), .isArea = true},
                  .nearness = *nearness};
     for (const Position& corner : corners) item.shape.points.push_back(camera.project(corner));
-    if (areaOf(item.shape.points) > kLeastArea) painted.push_back(std::move(item));
+    if (areaOf(item.shape.points) > kMinArea) painted.push_back(std::move(item));
 }
 
 std::string SurfacePainter::classOf(int column, int row, const std::array<Position, 4>& corners,
@@ -158,7 +158,7 @@ void SurfacePainter::addLinesAlongU() {
     for (int row = 0; row <= surface.rows(); row += step) {
         if (row == 0 && surface.isPoint(PlotSurface::Top)) continue;
         if (row == surface.rows() && surface.isPoint(PlotSurface::Bottom)) continue;
-        const char* styleClass = row == 0 || row == surface.rows() ? kOutlineClass : kGridClass;
+        const char* styleClass = row == 0 || row == surface.rows() ? kBoundaryClass : kGridClass;
         for (int column = 0; column < surface.columns(); ++column)
             addLine(styleClass, column, row, column + 1, row);
     }
@@ -171,7 +171,7 @@ void SurfacePainter::addLinesAlongV() {
         if (column == 0 && surface.isPoint(PlotSurface::Left)) continue;
         if (column == surface.columns() && surface.isPoint(PlotSurface::Right)) continue;
         const bool isEdge = column == 0 || column == surface.columns();
-        const char* edgeClass = surface.closesAlongU() ? kSeamClass : kOutlineClass;
+        const char* edgeClass = surface.closesAlongU() ? kSeamClass : kBoundaryClass;
         for (int row = 0; row < surface.rows(); ++row)
             addLine(isEdge ? edgeClass : kGridClass, column, row, column, row + 1);
     }

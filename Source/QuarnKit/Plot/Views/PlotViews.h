@@ -60,7 +60,7 @@ struct Shape {
 inline constexpr const char* kFrontClass = "f";
 inline constexpr const char* kBackClass = "b";
 inline constexpr const char* kGridClass = "grid";
-inline constexpr const char* kOutlineClass = "outline";
+inline constexpr const char* kBoundaryClass = "outline";
 inline constexpr const char* kSeamClass = "seam";
 inline constexpr int kShades = 18;
 

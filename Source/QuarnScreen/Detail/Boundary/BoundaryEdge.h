@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Whether position and UV of two corners agree exactly; a NaN agrees with nothing.
 inline bool isSameCorner(const TriangleVertex& a, const TriangleVertex& b) {
@@ -19,14 +19,14 @@ inline bool isLesserCorner(const TriangleVertex& a, const TriangleVertex& b) {
 }
 
 /// An edge of a triangle, its ends in order. It refers to the triangle's own corners.
-struct OutlineEdge {
+struct BoundaryEdge {
     const TriangleVertex* lower;
     const TriangleVertex* upper;
     const Triangle* triangle;
 };
 
 /// The edge from a corner, 0 to 2, to the next one.
-inline OutlineEdge outlineEdge(const Triangle& triangle, std::size_t corner) {
+inline BoundaryEdge boundaryEdge(const Triangle& triangle, std::size_t corner) {
     const TriangleVertex& a = triangle.vertices[corner];
     const TriangleVertex& b = triangle.vertices[(corner + 1) % 3];
     if (isLesserCorner(b, a)) return {&b, &a, &triangle};
@@ -34,7 +34,7 @@ inline OutlineEdge outlineEdge(const Triangle& triangle, std::size_t corner) {
 }
 
 /// A step of a walk along an edge: where it leads.
-struct OutlineStep {
+struct BoundaryStep {
     const TriangleVertex* end;
     const Triangle* triangle;
 };
@@ -42,4 +42,4 @@ struct OutlineStep {
 /// Whether a walk takes edges from their lower or from their upper end.
 enum class WalkDirection { Up, Down };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -15,13 +15,13 @@ std::size_t cursorIndex(std::uint32_t corner, bool ofUpperEnds) {
 
 }  // namespace
 
-namespace quarn {
+namespace quarn::detail {
 
-OutlineEdgeLists::OutlineEdgeLists(const std::vector<Triangle>& triangles,
-                                   const std::vector<std::uint32_t>& edges)
+BoundaryEdgeLists::BoundaryEdgeLists(const std::vector<Triangle>& triangles,
+                                     const std::vector<std::uint32_t>& edges)
     : isTaken(edges.size()), left(edges.size()) {
     edgeList.reserve(edges.size());
-    for (const std::uint32_t edge : edges) edgeList.push_back(outlineEdge(triangles[edge / 3], edge % 3));
+    for (const std::uint32_t edge : edges) edgeList.push_back(boundaryEdge(triangles[edge / 3], edge % 3));
     sortEnds();
 
     // Number the corners, and let the cursors of each one point to its first ends.
@@ -35,12 +35,12 @@ OutlineEdgeLists::OutlineEdgeLists(const std::vector<Triangle>& triangles,
     }
 }
 
-const TriangleVertex& OutlineEdgeLists::cornerOf(End end) const {
-    const OutlineEdge& edge = edgeList[end / 2];
+const TriangleVertex& BoundaryEdgeLists::cornerOf(End end) const {
+    const BoundaryEdge& edge = edgeList[end / 2];
     return isUpperEnd(end) ? *edge.upper : *edge.lower;
 }
 
-void OutlineEdgeLists::sortEnds() {
+void BoundaryEdgeLists::sortEnds() {
     ends.resize(edgeList.size() * 2);
     std::iota(ends.begin(), ends.end(), End{0});
     std::sort(ends.begin(), ends.end(), [this](End a, End b) {
@@ -51,13 +51,13 @@ void OutlineEdgeLists::sortEnds() {
     });
 }
 
-OutlineEdge OutlineEdgeLists::takeFirst() {
+BoundaryEdge BoundaryEdgeLists::takeFirst() {
     // A lower end: the least corner is an upper end only of edges from itself to itself.
     take(ends.front());
     return edgeList[ends.front() / 2];
 }
 
-std::optional<OutlineStep> OutlineEdgeLists::takeNext(WalkDirection direction) {
+std::optional<BoundaryStep> BoundaryEdgeLists::takeNext(WalkDirection direction) {
     const bool fromUpperEnds = direction == WalkDirection::Down;
     std::uint32_t& cursor = cursors[cursorIndex(current, fromUpperEnds)];
     for (; cursor < ends.size(); ++cursor) {
@@ -65,17 +65,17 @@ std::optional<OutlineStep> OutlineEdgeLists::takeNext(WalkDirection direction) {
         if (cornerNumbers[start] != current || isUpperEnd(start) != fromUpperEnds) break;
         if (isTaken[start / 2]) continue;
         take(start);
-        const OutlineEdge& edge = edgeList[start / 2];
-        return OutlineStep{fromUpperEnds ? edge.lower : edge.upper, edge.triangle};
+        const BoundaryEdge& edge = edgeList[start / 2];
+        return BoundaryStep{fromUpperEnds ? edge.lower : edge.upper, edge.triangle};
     }
     return std::nullopt;
 }
 
-void OutlineEdgeLists::take(End start) {
+void BoundaryEdgeLists::take(End start) {
     constexpr End kOtherEnd = 1;
     isTaken[start / 2] = true;
     --left;
     current = cornerNumbers[start ^ kOtherEnd];
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

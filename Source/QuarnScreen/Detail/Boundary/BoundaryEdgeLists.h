@@ -9,7 +9,7 @@
 
 #include "BoundaryEdge.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// The edges of an outline, each of which can be taken once, from either end.
 ///
@@ -17,21 +17,21 @@ namespace quarn {
 /// by position and UV, exactly; none may hold a NaN.
 ///
 /// Taking all edges costs O(e log e) for e edges, most of it in the constructor.
-class OutlineEdgeLists {
+class BoundaryEdgeLists {
 public:
     /// \param triangles must outlive this object
-    /// \param edges numbers of edges as findOddEdges() gives them
-    OutlineEdgeLists(const std::vector<Triangle>& triangles, const std::vector<std::uint32_t>& edges);
+    /// \param edges numbers of edges as findBoundaryEdges() gives them
+    BoundaryEdgeLists(const std::vector<Triangle>& triangles, const std::vector<std::uint32_t>& edges);
 
     /// Edges that are left; they can be taken in both directions.
     [[nodiscard]] std::size_t count(WalkDirection) const { return left; }
 
     /// The edge whose lower end is least, the first of the list if there are several.
     /// \pre there is an edge, and none has been taken.
-    OutlineEdge takeFirst();
+    BoundaryEdge takeFirst();
 
     /// Takes the first edge that leads on from where the last one ended; nothing if there is none.
-    std::optional<OutlineStep> takeNext(WalkDirection direction);
+    std::optional<BoundaryStep> takeNext(WalkDirection direction);
 
 private:
     // An end of an edge: twice the edge's place in the list, plus one for the upper end.
@@ -41,7 +41,7 @@ private:
     void sortEnds();
     void take(End start);
 
-    std::vector<OutlineEdge> edgeList;
+    std::vector<BoundaryEdge> edgeList;
     std::vector<bool> isTaken;  // for each edge
     // All ends by corner, for each corner the lower ends before the upper ends, each in the order of the list.
     std::vector<End> ends;
@@ -52,4 +52,4 @@ private:
     std::uint32_t current = 0;  // number of the corner at which the last edge ended
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,62 +2,62 @@
 
 #include <algorithm>
 
-namespace quarn {
+namespace quarn::detail {
 
-OutlineEdgeMaps::OutlineEdgeMaps(const std::vector<Triangle>& triangles) {
+BoundaryEdgeMaps::BoundaryEdgeMaps(const std::vector<Triangle>& triangles) {
     for (const Triangle& triangle : triangles)
-        for (std::size_t corner = 0; corner < 3; ++corner) toggle(outlineEdge(triangle, corner));
+        for (std::size_t corner = 0; corner < 3; ++corner) toggle(boundaryEdge(triangle, corner));
 }
 
-OutlineEdgeMaps::Map::iterator OutlineEdgeMaps::find(Map& map, const TriangleVertex& start,
-                                                     const TriangleVertex& end) {
+BoundaryEdgeMaps::Map::iterator BoundaryEdgeMaps::find(Map& map, const TriangleVertex& start,
+                                                       const TriangleVertex& end) {
     const auto [first, last] = map.equal_range(&start);
     const auto found = std::find_if(
         first, last, [&end](const Map::value_type& entry) { return isSameCorner(*entry.second.end, end); });
     return found == last ? map.end() : found;
 }
 
-void OutlineEdgeMaps::eraseIfPresent(Map& map, const TriangleVertex& start, const TriangleVertex& end) {
+void BoundaryEdgeMaps::eraseIfPresent(Map& map, const TriangleVertex& start, const TriangleVertex& end) {
     const auto found = find(map, start, end);
     if (found != map.end()) map.erase(found);
 }
 
-const OutlineEdgeMaps::Map& OutlineEdgeMaps::mapOf(WalkDirection direction) const {
+const BoundaryEdgeMaps::Map& BoundaryEdgeMaps::mapOf(WalkDirection direction) const {
     return direction == WalkDirection::Up ? lowerToUpper : upperToLower;
 }
 
-void OutlineEdgeMaps::toggle(const OutlineEdge& edge) {
+void BoundaryEdgeMaps::toggle(const BoundaryEdge& edge) {
     const auto found = find(lowerToUpper, *edge.lower, *edge.upper);
     if (found != lowerToUpper.end()) {
         lowerToUpper.erase(found);
         eraseIfPresent(upperToLower, *edge.upper, *edge.lower);
         return;
     }
-    lowerToUpper.emplace(edge.lower, OutlineStep{edge.upper, edge.triangle});
-    upperToLower.emplace(edge.upper, OutlineStep{edge.lower, edge.triangle});
+    lowerToUpper.emplace(edge.lower, BoundaryStep{edge.upper, edge.triangle});
+    upperToLower.emplace(edge.upper, BoundaryStep{edge.lower, edge.triangle});
 }
 
-OutlineEdge OutlineEdgeMaps::takeFirst() {
+BoundaryEdge BoundaryEdgeMaps::takeFirst() {
     const auto first = lowerToUpper.begin();
     const TriangleVertex* const lower = first->first;
-    const OutlineStep step = take(WalkDirection::Up, first);
+    const BoundaryStep step = take(WalkDirection::Up, first);
     return {lower, step.end, step.triangle};
 }
 
-std::optional<OutlineStep> OutlineEdgeMaps::takeNext(WalkDirection direction) {
+std::optional<BoundaryStep> BoundaryEdgeMaps::takeNext(WalkDirection direction) {
     Map& map = direction == WalkDirection::Up ? lowerToUpper : upperToLower;
     const auto found = map.find(current);
     if (found == map.end()) return std::nullopt;
     return take(direction, found);
 }
 
-OutlineStep OutlineEdgeMaps::take(WalkDirection direction, Map::iterator found) {
+BoundaryStep BoundaryEdgeMaps::take(WalkDirection direction, Map::iterator found) {
     const bool isUp = direction == WalkDirection::Up;
-    const OutlineStep step = found->second;
+    const BoundaryStep step = found->second;
     eraseIfPresent(isUp ? upperToLower : lowerToUpper, *step.end, *found->first);
     (isUp ? lowerToUpper : upperToLower).erase(found);
     current = step.end;
     return step;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

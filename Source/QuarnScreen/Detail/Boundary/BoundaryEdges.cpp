@@ -11,10 +11,10 @@
 
 namespace {
 
-using quarn::isSameCorner;
+using quarn::detail::isSameCorner;
 
 // Each end of an edge can have a 32-bit number, too.
-constexpr std::size_t kMostTriangles = std::numeric_limits<std::uint32_t>::max() / 6;
+constexpr std::size_t kMaxTriangles = std::numeric_limits<std::uint32_t>::max() / 6;
 
 // Enough for the memory to answer while further slots are asked for, and few enough to stay cached.
 constexpr std::size_t kBlock = 32;
@@ -47,10 +47,10 @@ std::uint32_t edgeHash(std::uint64_t a, std::uint64_t b) {
 }
 
 // The edges seen an odd number of times so far: open addressing with linear probing, without tombstones.
-class OpenEdges {
+class UnmatchedEdges {
 public:
-    explicit OpenEdges(const std::vector<Triangle>& list)
-        : triangles(list), slots(std::bit_ceil(std::max(kFewestSlots, list.size() / kTrianglesPerSlot))) {}
+    explicit UnmatchedEdges(const std::vector<Triangle>& list)
+        : triangles(list), slots(std::bit_ceil(std::max(kMinSlots, list.size() / kTrianglesPerSlot))) {}
 
     void prefetchSlot(std::uint32_t hash) const { __builtin_prefetch(&slots[home(hash)], 1); }
 
@@ -81,7 +81,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFewestSlots = 64;
+    static constexpr std::size_t kMinSlots = 64;
     // In mesh order few edges are open at once. A table that is nearly empty then finds each at its home, and
     // what the processor foresees of its branches comes true.
     static constexpr std::size_t kTrianglesPerSlot = 16;
@@ -162,14 +162,14 @@ struct Block {
 
 }  // namespace
 
-namespace quarn {
+namespace quarn::detail {
 
-std::optional<std::vector<std::uint32_t>> findOddEdges(const std::vector<Triangle>& triangles) {
+std::optional<std::vector<std::uint32_t>> findBoundaryEdges(const std::vector<Triangle>& triangles) {
     // Ten times what random edges need.
-    constexpr std::size_t kMostStepsPerTriangle = 100;
+    constexpr std::size_t kMaxStepsPerTriangle = 100;
 
-    if (triangles.size() > kMostTriangles) return std::nullopt;
-    OpenEdges openEdges(triangles);
+    if (triangles.size() > kMaxTriangles) return std::nullopt;
+    UnmatchedEdges unmatchedEdges(triangles);
     std::uint32_t edge = 0;
     for (std::size_t first = 0; first < triangles.size(); first += kBlock) {
         // Hash the edges of the block.
@@ -187,13 +187,13 @@ std::optional<std::vector<std::uint32_t>> findOddEdges(const std::vector<Triangl
         }
 
         // Look them up when the memory has had time to bring the slots.
-        for (const std::uint32_t hash : block) openEdges.prefetchSlot(hash);
-        for (const std::uint32_t hash : block) openEdges.toggle(edge++, hash);
+        for (const std::uint32_t hash : block) unmatchedEdges.prefetchSlot(hash);
+        for (const std::uint32_t hash : block) unmatchedEdges.toggle(edge++, hash);
 
         // Give up on edges that collide far more often than chance lets them.
-        if (openEdges.stepsSoFar() > (last + kBlock) * kMostStepsPerTriangle) return std::nullopt;
+        if (unmatchedEdges.stepsSoFar() > (last + kBlock) * kMaxStepsPerTriangle) return std::nullopt;
     }
-    return openEdges.sortedEdges();
+    return unmatchedEdges.sortedEdges();
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

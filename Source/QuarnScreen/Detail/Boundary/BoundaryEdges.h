@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Finds the edges with an odd number of triangles. Two edges are the same if their ends agree exactly in
 /// position and UV, in either direction.
@@ -22,6 +22,7 @@ namespace quarn {
 /// \return the numbers in ascending order; nothing if the answer has to be found in another way: if some
 ///         coordinate is NaN, which agrees with nothing, if there are more than 2^32 / 6 triangles, or if the
 ///         edges were chosen to collide in the hash.
-[[nodiscard]] std::optional<std::vector<std::uint32_t>> findOddEdges(const std::vector<Triangle>& triangles);
+[[nodiscard]] std::optional<std::vector<std::uint32_t>> findBoundaryEdges(
+    const std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

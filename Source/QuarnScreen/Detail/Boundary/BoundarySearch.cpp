@@ -6,15 +6,15 @@
 
 namespace {
 
-using quarn::OutlineEdge;
-using quarn::OutlineResult;
-using quarn::OutlineStep;
-using quarn::WalkDirection;
+using quarn::detail::BoundaryEdge;
+using quarn::detail::BoundarySearchResult;
+using quarn::detail::BoundaryStep;
+using quarn::detail::WalkDirection;
 
 // Appends points to an outline and remembers whether all had a UV.
-class OutlineWriter {
+class BoundaryWriter {
 public:
-    OutlineWriter(Boundary& output, std::size_t expectedPoints) : boundary(output) {
+    BoundaryWriter(Boundary& output, std::size_t expectedPoints) : boundary(output) {
         boundary.points.reserve(expectedPoints);
         boundary.uvPoints.reserve(expectedPoints);
         boundary.triangles.reserve(expectedPoints);
@@ -36,19 +36,19 @@ private:
     bool uvGood = true;
 };
 
-// Edges is OutlineEdgeLists or OutlineEdgeMaps.
+// Edges is BoundaryEdgeLists or BoundaryEdgeMaps.
 template <class Edges>
-OutlineResult walk(Edges edges, Boundary& boundary) {
+BoundarySearchResult walk(Edges edges, Boundary& boundary) {
     WalkDirection direction = WalkDirection::Up;
     if (edges.count(direction) == 0) return {};
 
-    OutlineWriter writer(boundary, edges.count(direction) + 1);
-    const OutlineEdge first = edges.takeFirst();
+    BoundaryWriter writer(boundary, edges.count(direction) + 1);
+    const BoundaryEdge first = edges.takeFirst();
     writer.append(*first.lower, first.triangle);
     writer.append(*first.upper, first.triangle);
     while (edges.count(direction) != 0 && !writer.isClosed()) {
         bool hasMoved = false;
-        while (const std::optional<OutlineStep> step = edges.takeNext(direction)) {
+        while (const std::optional<BoundaryStep> step = edges.takeNext(direction)) {
             writer.append(*step->end, step->triangle);
             hasMoved = true;
         }
@@ -60,15 +60,15 @@ OutlineResult walk(Edges edges, Boundary& boundary) {
 
 }  // namespace
 
-namespace quarn {
+namespace quarn::detail {
 
-OutlineResult findOutline(const std::vector<Triangle>& triangles, Boundary& boundary) {
+BoundarySearchResult findBoundary(const std::vector<Triangle>& triangles, Boundary& boundary) {
     boundary.points.clear();
     boundary.uvPoints.clear();
     boundary.triangles.clear();
-    if (const auto oddEdges = findOddEdges(triangles))
-        return walk(OutlineEdgeLists(triangles, *oddEdges), boundary);
-    return walk(OutlineEdgeMaps(triangles), boundary);
+    if (const auto boundaryEdges = findBoundaryEdges(triangles))
+        return walk(BoundaryEdgeLists(triangles, *boundaryEdges), boundary);
+    return walk(BoundaryEdgeMaps(triangles), boundary);
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -8,10 +8,10 @@
 
 #include <QuarnScreen/Boundary.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// What a search for an outline found.
-struct OutlineResult {
+struct BoundarySearchResult {
     /// Whether there is one outline, closed, and none of its points has kNoUV.
     bool isSingleWithUV = false;
     /// Edges outside of the outline that was found; absent where the outline uses all.
@@ -32,6 +32,6 @@ struct OutlineResult {
 /// \param triangles need no derived fields
 /// \param[out] boundary emptied, keeping its capacity, and filled with the first outline; it stays empty for
 ///        a closed surface. Its pointers point into \p triangles
-[[nodiscard]] OutlineResult findOutline(const std::vector<Triangle>& triangles, Boundary& boundary);
+[[nodiscard]] BoundarySearchResult findBoundary(const std::vector<Triangle>& triangles, Boundary& boundary);
 
-}  // namespace quarn
+}  // namespace quarn::detail

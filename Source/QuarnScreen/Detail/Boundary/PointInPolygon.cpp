@@ -10,15 +10,15 @@ using UV = Point<double, 2>;
 
 // In UV, that is in parts of the screen: far below a pixel, far above the rounding of a UV. Both numbers are
 // settled as they stand; the second one is not computed from the first.
-constexpr double kOutlineTolerance = 1e-9;
-constexpr double kOutlineToleranceSquared = 1e-18;
+constexpr double kBoundaryTolerance = 1e-9;
+constexpr double kBoundaryToleranceSquared = 1e-18;
 
 double lowEnd(double a, double b) {
-    return std::min(a, b) - kOutlineTolerance;
+    return std::min(a, b) - kBoundaryTolerance;
 }
 
 double highEnd(double a, double b) {
-    return std::max(a, b) + kOutlineTolerance;
+    return std::max(a, b) + kBoundaryTolerance;
 }
 
 bool isWithinWidened(double x, double a, double b) {
@@ -37,7 +37,7 @@ bool isOnSegment(const UV& from, const UV& to, const UV& point) {
         if (parameter > 1.0) parameter = 1.0;
     }
     const UV offset = point - (from + parameter * along);
-    return dot(offset, offset) <= kOutlineToleranceSquared;
+    return dot(offset, offset) <= kBoundaryToleranceSquared;
 }
 
 // Whether the segment crosses the point's height, and at a greater u than the point's.
@@ -53,13 +53,13 @@ bool hasFiniteV(const UV& point) {
 
 }  // namespace
 
-namespace quarn {
+namespace quarn::detail {
 
-bool pointWithinOutline(const std::vector<Point<double, 2>>& outline, const Point<double, 2>& point) {
-    if (outline.empty()) return false;
+bool pointWithinPolygon(const std::vector<Point<double, 2>>& polygon, const Point<double, 2>& point) {
+    if (polygon.empty()) return false;
     bool isInside = false;
-    const UV* previous = &outline.back();
-    for (const UV& corner : outline) {
+    const UV* previous = &polygon.back();
+    for (const UV& corner : polygon) {
         if (isCrossed(corner, *previous, point)) isInside = !isInside;
         if (isOnSegment(corner, *previous, point)) return true;
         previous = &corner;
@@ -67,14 +67,14 @@ bool pointWithinOutline(const std::vector<Point<double, 2>>& outline, const Poin
     return isInside;
 }
 
-OutlineBands::OutlineBands(const std::vector<Point<double, 2>>& outline) : corners(outline) {
+PolygonBands::PolygonBands(const std::vector<Point<double, 2>>& polygon) : corners(polygon) {
     if (corners.empty() || !std::all_of(corners.begin(), corners.end(), hasFiniteV)) return;
     chooseBands();
     if (!bandStarts.empty()) listSegments();
 }
 
-bool OutlineBands::contains(const Point<double, 2>& point) const {
-    if (bandStarts.empty()) return pointWithinOutline(corners, point);
+bool PolygonBands::contains(const Point<double, 2>& point) const {
+    if (bandStarts.empty()) return pointWithinPolygon(corners, point);
     // So written, a NaN is outside.
     if (!(point[1] >= whole.low && point[1] <= whole.high)) return false;
     bool isInside = false;
@@ -88,12 +88,12 @@ bool OutlineBands::contains(const Point<double, 2>& point) const {
     return isInside;
 }
 
-std::size_t OutlineBands::previous(std::size_t corner) const {
+std::size_t PolygonBands::previous(std::size_t corner) const {
     return corner == 0 ? corners.size() - 1 : corner - 1;
 }
 
 // The range that isOnSegment() takes, to the last bit; the heights at which the segment is crossed lie in it.
-OutlineBands::Range OutlineBands::reachOf(std::size_t segment) const {
+PolygonBands::Range PolygonBands::reachOf(std::size_t segment) const {
     const double a = corners[segment][1];
     const double b = corners[previous(segment)][1];
     return {lowEnd(a, b), highEnd(a, b)};
@@ -101,14 +101,14 @@ OutlineBands::Range OutlineBands::reachOf(std::size_t segment) const {
 
 // Each step of this is monotone, rounding included: a v between the ends of a segment's reach falls into a band
 // between those of the ends.
-std::size_t OutlineBands::bandOf(double v) const {
+std::size_t PolygonBands::bandOf(double v) const {
     const auto band = static_cast<std::size_t>((v - whole.low) * bandsPerV);
     return std::min(band, bandStarts.size() - 2);
 }
 
-void OutlineBands::chooseBands() {
+void PolygonBands::chooseBands() {
     // Segments are listed in each band that they touch. Of that, the height adds so many for each segment, on
-    // average. A closed outline is at least twice as long as it is high, so there are half as many bands.
+    // average. A closed polygon is at least twice as long as it is high, so there are half as many bands.
     constexpr double kListingsForHeight = 4.0;
 
     whole = reachOf(0);
@@ -128,7 +128,7 @@ void OutlineBands::chooseBands() {
     bandStarts.resize(bands + 1);
 }
 
-void OutlineBands::listSegments() {
+void PolygonBands::listSegments() {
     // Count the segments of each band.
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const Range reach = reachOf(i);
@@ -147,4 +147,4 @@ void OutlineBands::listSegments() {
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -1,5 +1,5 @@
 /// \file
-/// Whether a UV point lies within an outline.
+/// Whether a UV point lies within an polygon.
 #pragma once
 
 #include <cstddef>
@@ -8,35 +8,35 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Whether a point lies within a closed polygon in UV, by the even-odd rule, or on it, within 1e-9.
 ///
-/// The last point of the outline is joined to the first. A corner is above a point only if its v is strictly
+/// The last point of the polygon is joined to the first. A corner is above a point only if its v is strictly
 /// greater, so a point at the very height of a corner meets the two edges there as one. False for an empty
-/// outline. The cost is linear in the number of points.
-[[nodiscard]] bool pointWithinOutline(const std::vector<Point<double, 2>>& outline,
+/// polygon. The cost is linear in the number of points.
+[[nodiscard]] bool pointWithinPolygon(const std::vector<Point<double, 2>>& polygon,
                                       const Point<double, 2>& point);
 
-/// An outline that is asked many times: gives the answers of pointWithinOutline(), each of them exactly.
+/// An polygon that is asked many times: gives the answers of pointWithinPolygon(), each of them exactly.
 ///
-/// The outline's range of v is cut into bands, and each band lists the segments that can matter to a point in
+/// The polygon's range of v is cut into bands, and each band lists the segments that can matter to a point in
 /// it. The answer does not depend on the order of the segments: the point is on one of them, or the number of
-/// crossings decides. An outline of n points makes at most about 2 n bands, which list about 5 n segments in
-/// all; so a question costs a few segments on average. It costs more where the outline runs along v = const:
+/// crossings decides. An polygon of n points makes at most about 2 n bands, which list about 5 n segments in
+/// all; so a question costs a few segments on average. It costs more where the polygon runs along v = const:
 /// all of that run lies in one band.
 ///
-/// All segments are asked if some v of the outline is not finite, or the range of them is not.
+/// All segments are asked if some v of the polygon is not finite, or the range of them is not.
 ///
 /// Thread-safety: any number of threads may ask at once.
-class OutlineBands {
+class PolygonBands {
 public:
     /// Holds no point.
-    OutlineBands() = default;
-    /// Copies the outline. The cost is linear in the number of points.
-    explicit OutlineBands(const std::vector<Point<double, 2>>& outline);
+    PolygonBands() = default;
+    /// Copies the polygon. The cost is linear in the number of points.
+    explicit PolygonBands(const std::vector<Point<double, 2>>& polygon);
 
-    /// What pointWithinOutline() says of the outline and the point.
+    /// What pointWithinPolygon() says of the polygon and the point.
     [[nodiscard]] bool contains(const Point<double, 2>& point) const;
 
 private:
@@ -60,4 +60,4 @@ private:
     std::vector<std::uint32_t> segments;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

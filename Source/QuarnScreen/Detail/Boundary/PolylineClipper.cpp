@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -34,9 +34,10 @@ Point<double, 2> intersectSegments(const Point<double, 2>& a, const Point<double
     return {kNaN, kNaN};
 }
 
-OutlineClipper::OutlineClipper(Polyline outlinePoints) : outline(std::move(outlinePoints)), bands(outline) {}
+PolylineClipper::PolylineClipper(Polyline polygonPoints)
+    : polygon(std::move(polygonPoints)), bands(polygon) {}
 
-void OutlineClipper::clip(const Polyline& polyline, std::vector<Polyline>& pieces) const {
+void PolylineClipper::clip(const Polyline& polyline, std::vector<Polyline>& pieces) const {
     pieces.emplace_back();
     if (polyline.empty()) return;
     bool wasInside = bands.contains(polyline.front());
@@ -49,11 +50,11 @@ void OutlineClipper::clip(const Polyline& polyline, std::vector<Polyline>& piece
     }
 }
 
-void OutlineClipper::appendCrossing(const Point<double, 2>& from, const Point<double, 2>& to, bool isEntering,
-                                    std::vector<Polyline>& pieces) const {
-    for (std::size_t k = 0; k < outline.size(); ++k) {
-        const Point<double, 2>& next = outline[k + 1 < outline.size() ? k + 1 : 0];
-        const Point<double, 2> crossing = intersectSegments(outline[k], next, from, to);
+void PolylineClipper::appendCrossing(const Point<double, 2>& from, const Point<double, 2>& to,
+                                     bool isEntering, std::vector<Polyline>& pieces) const {
+    for (std::size_t k = 0; k < polygon.size(); ++k) {
+        const Point<double, 2>& next = polygon[k + 1 < polygon.size() ? k + 1 : 0];
+        const Point<double, 2> crossing = intersectSegments(polygon[k], next, from, to);
         if (std::isnan(crossing[0])) continue;
         if (isEntering) pieces.emplace_back();
         pieces.back().push_back(crossing);
@@ -62,4 +63,4 @@ void OutlineClipper::appendCrossing(const Point<double, 2>& from, const Point<do
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // Distance at which corners count as one, in the mesh's unit.
@@ -44,4 +44,4 @@ Point<double, 3> closestOn(const Crease& crease, const Point<double, 3>& point) 
     return t > 1.0 ? crease.second : crease.first;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// The two ends of an edge that two triangles share.
 struct Crease {
@@ -21,4 +21,4 @@ struct Crease {
 /// The position of the crease nearest to a point; its first end where the crease has no length.
 [[nodiscard]] Point<double, 3> closestOn(const Crease& crease, const Point<double, 3>& point);
 
-}  // namespace quarn
+}  // namespace quarn::detail

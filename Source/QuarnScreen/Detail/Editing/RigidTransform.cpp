@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // Intended: a degree in radians by eight digits, where a reader would expect all of them; saved set-ups rest on it.
@@ -46,4 +46,4 @@ RigidTransform::Rows RigidTransform::product(const Rows& a, const Rows& b) {
     return result;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Scales a position, turns it about the origin, then moves it.
 class RigidTransform {
@@ -28,4 +28,4 @@ private:
     double scale;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 using Vertex = TriangleVertex;
@@ -26,21 +26,21 @@ private:
 // Counts them alone.
 class PieceCount {
 public:
-    explicit PieceCount(std::uint64_t mostPieces) : most(mostPieces) {}
-    [[nodiscard]] bool isFull() const { return count >= most; }
+    explicit PieceCount(std::uint64_t maxPieces) : maxCount(maxPieces) {}
+    [[nodiscard]] bool isFull() const { return count >= maxCount; }
     void take(const Triangle& /*piece*/) { ++count; }
     [[nodiscard]] std::uint64_t pieces() const { return count; }
 
 private:
-    std::uint64_t most;
+    std::uint64_t maxCount;
     std::uint64_t count = 0;
 };
 
-// Splits triangles by the bound, and their pieces in turn, until the sink is full.
-template <class Sink>
+// Splits triangles by the bound, and their pieces in turn, until the visitor is full.
+template <class Visitor>
 class Splitter {
 public:
-    Splitter(double maxEdgeLength, Sink& sink) : bound(maxEdgeLength), pieces(sink) {}
+    Splitter(double maxEdgeLength, Visitor& visitor) : bound(maxEdgeLength), pieces(visitor) {}
 
     void split(const Triangle& triangle) {
         if (pieces.isFull()) return;
@@ -113,7 +113,7 @@ private:
     }
 
     double bound;
-    Sink& pieces;
+    Visitor& pieces;
 };
 
 }  // namespace
@@ -123,10 +123,10 @@ void splitTriangle(const Triangle& triangle, double maxEdgeLength, std::vector<T
     Splitter(maxEdgeLength, list).split(triangle);
 }
 
-std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength, std::uint64_t most) {
-    PieceCount count(most);
+std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength, std::uint64_t maxCount) {
+    PieceCount count(maxCount);
     Splitter(maxEdgeLength, count).split(triangle);
     return count.pieces();
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Appends the pieces of a triangle whose edges are no longer than \p maxEdgeLength: the triangle itself where none is.
 ///
@@ -16,7 +16,8 @@ namespace quarn {
 /// halved, as with a bound of zero.
 void splitTriangle(const Triangle& triangle, double maxEdgeLength, std::vector<Triangle>& pieces);
 
-/// How many pieces those are, counted up to \p most.
-[[nodiscard]] std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength, std::uint64_t most);
+/// How many pieces those are, counted up to \p maxCount.
+[[nodiscard]] std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength,
+                                        std::uint64_t maxCount);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -4,11 +4,11 @@
 #include <iostream>
 #include <limits>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // How far the rectangle behind the mesh stands out on each side.
-constexpr double kRim = 0.2;
+constexpr double kMargin = 0.2;
 
 struct Extent {
     double minX = std::numeric_limits<double>::max();
@@ -57,14 +57,14 @@ void scaleToUnitRectangle(std::vector<Triangle>& triangles) {
         }
     }
     const Extent after = extentOf(triangles);
-    const double left = after.minX - kRim;
-    const double right = after.maxX + kRim;
-    const double bottom = after.minY - kRim;
-    const double top = after.maxY + kRim;
+    const double left = after.minX - kMargin;
+    const double right = after.maxX + kMargin;
+    const double bottom = after.minY - kMargin;
+    const double top = after.maxY + kMargin;
     appendTriangle(triangles, {left, bottom, after.minZ}, {right, top, after.minZ}, {left, top, after.minZ});
     appendTriangle(triangles, {left, bottom, after.minZ}, {right, bottom, after.minZ},
                    {right, top, after.minZ});
     std::cout << "...\n" << std::flush;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

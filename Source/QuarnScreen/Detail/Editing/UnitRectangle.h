@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Moves and scales the corners so that the larger of the extents in x and y becomes 1, centred on the origin if it is
 /// both, with z from 0; appends two triangles, without UV, of a rectangle behind that stands out by 0.2 on each side;
@@ -16,4 +16,4 @@ namespace quarn {
 /// change, not what triangles derive from them. A reader would expect neither.
 void scaleToUnitRectangle(std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

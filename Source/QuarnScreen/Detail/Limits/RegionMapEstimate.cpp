@@ -6,52 +6,52 @@
 
 #include <QuarnScreen/Detail/Search/QuadtreeSubdivision.h>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // Counts what a build makes.
-class CountingSink {
+class CountingVisitor {
 public:
-    struct Saved {
+    struct Checkpoint {
         std::uint64_t nodes;
         std::uint64_t leafEntries;
     };
 
-    explicit CountingSink(std::uint64_t mostSteps) : limit(mostSteps) {}
+    explicit CountingVisitor(std::uint64_t maxSteps) : limit(maxSteps) {}
 
-    [[nodiscard]] Saved save() const { return {growth.nodes, growth.leafEntries}; }
-    void restore(const Saved& saved) {
-        growth.nodes = saved.nodes;
-        growth.leafEntries = saved.leafEntries;
+    [[nodiscard]] Checkpoint save() const { return {estimate.nodes, estimate.leafEntries}; }
+    void restore(const Checkpoint& checkpoint) {
+        estimate.nodes = checkpoint.nodes;
+        estimate.leafEntries = checkpoint.leafEntries;
     }
     bool mayCut(int count) {
-        growth.steps += static_cast<std::uint64_t>(count);
-        if (growth.steps > limit) growth.isWhole = false;
-        return growth.isWhole;
+        estimate.steps += static_cast<std::uint64_t>(count);
+        if (estimate.steps > limit) estimate.isWhole = false;
+        return estimate.isWhole;
     }
     static void giveUp() {}
     int leaf(const BoxRange& range, int /*depth*/) {
-        growth.leafEntries += static_cast<std::uint64_t>(range.size());
-        growth.peakEntries = std::max(growth.peakEntries, growth.leafEntries);
+        estimate.leafEntries += static_cast<std::uint64_t>(range.size());
+        estimate.peakEntries = std::max(estimate.peakEntries, estimate.leafEntries);
         return addNode();
     }
     int inner(const std::array<int, 4>& /*children*/) { return addNode(); }
 
-    [[nodiscard]] const RegionMapGrowth& counted() const { return growth; }
+    [[nodiscard]] const RegionMapEstimate& counted() const { return estimate; }
 
 private:
     // The number of a node has no use here.
     int addNode() {
-        ++growth.nodes;
-        growth.peakNodes = std::max(growth.peakNodes, growth.nodes);
+        ++estimate.nodes;
+        estimate.peakNodes = std::max(estimate.peakNodes, estimate.nodes);
         return 0;
     }
 
-    RegionMapGrowth growth;
+    RegionMapEstimate estimate;
     std::uint64_t limit;
 };
 
-using Subdivision = RegionSubdivision<CountingSink>;
+using Subdivision = QuadtreeSubdivision<CountingVisitor>;
 
 // A table of equal cells over a rectangle, and how many boxes touch each.
 class CellTable {
@@ -70,7 +70,7 @@ public:
         for (int row = cells.top; row <= cells.bottom; ++row)
             for (int column = cells.left; column <= cells.right; ++column) {
                 std::uint8_t& count = counts[indexOf(column, row)];
-                count = static_cast<std::uint8_t>(std::min(count + 1, kCrowded));
+                count = static_cast<std::uint8_t>(std::min(count + 1, kOverfull));
             }
         return cells.count();
     }
@@ -83,11 +83,11 @@ public:
     };
 
     // The crowded cells that a box touches.
-    void listCrowded(const RegionRect& box, int index, std::vector<Member>& members) const {
+    void listOverfull(const RegionRect& box, int index, std::vector<Member>& members) const {
         const Cells cells = cellsOf(box);
         for (int row = cells.top; row <= cells.bottom; ++row)
             for (int column = cells.left; column <= cells.right; ++column)
-                if (counts[indexOf(column, row)] == kCrowded)
+                if (counts[indexOf(column, row)] == kOverfull)
                     members.push_back({indexOf(column, row), index});
     }
 
@@ -103,7 +103,7 @@ public:
 
 private:
     // More than a leaf takes without being cut.
-    static constexpr int kCrowded = Subdivision::kRoomyLeafSize + 1;
+    static constexpr int kOverfull = Subdivision::kLeafCapacity + 1;
     // The tree's own borders are rounded otherwise; a box so near to one, in cells, counts on both of its sides.
     static constexpr double kRounding = 1e-6;
 
@@ -143,22 +143,22 @@ private:
 
 // At least two cells for each box, so that the cells of a usual mesh hold few.
 int tableDepthFor(std::size_t boxes) {
-    constexpr int kDeepest = 13;
+    constexpr int kMaxTableDepth = 13;
     int depth = 0;
-    while (depth < kDeepest && (std::size_t{1} << (2 * depth)) < 2 * boxes) ++depth;
+    while (depth < kMaxTableDepth && (std::size_t{1} << (2 * depth)) < 2 * boxes) ++depth;
     return depth;
 }
 
 bool canBeCut(const RegionRect& rect) {
     const double width = rect.maxU - rect.minU;
     const double height = rect.maxV - rect.minV;
-    constexpr double kLeast = 1e-30;
-    return width > kLeast && height > kLeast && std::isfinite(width) && std::isfinite(height);
+    constexpr double kMinExtent = 1e-30;
+    return width > kMinExtent && height > kMinExtent && std::isfinite(width) && std::isfinite(height);
 }
 
 // What crowded cells grow into, each taken as a tree of its own.
-bool areCellsSmall(const std::vector<RegionRect>& boxes, const CellTable& table,
-                   std::vector<CellTable::Member> members, std::uint64_t mostSteps) {
+bool areCellSizesBounded(const std::vector<RegionRect>& boxes, const CellTable& table,
+                         std::vector<CellTable::Member> members, std::uint64_t maxSteps) {
     std::sort(members.begin(), members.end());
     std::uint64_t steps = 0;
     for (auto first = members.begin(); first != members.end();) {
@@ -169,10 +169,10 @@ bool areCellsSmall(const std::vector<RegionRect>& boxes, const CellTable& table,
         std::transform(first, last, std::back_inserter(inCell), [&](const CellTable::Member& member) {
             return boxes[static_cast<std::size_t>(member.box)];
         });
-        CountingSink sink(mostSteps - steps);
-        Subdivision(inCell, sink).run(table.rectOf(first->cell), table.depthInTree());
-        if (!sink.counted().isWhole) return false;
-        steps += sink.counted().steps;
+        CountingVisitor visitor(maxSteps - steps);
+        Subdivision(inCell, visitor).run(table.rectOf(first->cell), table.depthInTree());
+        if (!visitor.counted().isWhole) return false;
+        steps += visitor.counted().steps;
         first = last;
     }
     return true;
@@ -180,10 +180,10 @@ bool areCellsSmall(const std::vector<RegionRect>& boxes, const CellTable& table,
 
 }  // namespace
 
-std::uint64_t RegionMapGrowth::memory() const {
+std::uint64_t RegionMapEstimate::memory() const {
     // A list that grows holds its old and its new room, which is twice the old one.
-    constexpr std::uint64_t kRoom = 3;
-    return kRoom * (peakNodes * sizeof(RegionNode) + peakEntries * sizeof(int));
+    constexpr std::uint64_t kReallocationFactor = 3;
+    return kReallocationFactor * (peakNodes * sizeof(RegionNode) + peakEntries * sizeof(int));
 }
 
 std::vector<RegionRect> uvBoxesOf(const std::vector<Triangle>& triangles) {
@@ -202,19 +202,19 @@ std::vector<RegionRect> uvBoxesOf(const std::vector<std::array<Point<double, 2>,
     return boxes;
 }
 
-RegionMapGrowth countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t mostSteps) {
-    CountingSink sink(mostSteps);
-    Subdivision(boxes, sink).run(unionOf(boxes));
-    return sink.counted();
+RegionMapEstimate countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t maxSteps) {
+    CountingVisitor visitor(maxSteps);
+    Subdivision(boxes, visitor).run(unionOf(boxes));
+    return visitor.counted();
 }
 
-bool isRegionMapSurelySmall(const std::vector<RegionRect>& boxes) {
+bool isRegionMapSizeBounded(const std::vector<RegionRect>& boxes) {
     // Cells that the boxes touch, for each box: a usual triangle is about three cells wide and high.
     constexpr std::uint64_t kCellsPerBox = 64;
     // Steps in crowded cells, for each box.
     constexpr std::uint64_t kStepsPerBox = 64;
     // Boxes of crowded cells, for each box. Beyond it the whole tree is counted as fast.
-    constexpr std::size_t kCrowdedPerBox = 2;
+    constexpr std::size_t kOverfullPerBox = 2;
 
     const RegionRect rect = unionOf(boxes);
     if (boxes.empty() || !canBeCut(rect)) return boxes.empty();
@@ -226,10 +226,10 @@ bool isRegionMapSurelySmall(const std::vector<RegionRect>& boxes) {
     }
     std::vector<CellTable::Member> members;
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        table.listCrowded(boxes[i], static_cast<int>(i), members);
-        if (members.size() > kCrowdedPerBox * boxes.size()) return false;
+        table.listOverfull(boxes[i], static_cast<int>(i), members);
+        if (members.size() > kOverfullPerBox * boxes.size()) return false;
     }
-    return areCellsSmall(boxes, table, std::move(members), kStepsPerBox * boxes.size());
+    return areCellSizesBounded(boxes, table, std::move(members), kStepsPerBox * boxes.size());
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

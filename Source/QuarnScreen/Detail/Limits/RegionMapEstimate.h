@@ -9,10 +9,10 @@
 #include <QuarnScreen/RegionMap.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// What RegionMap::rebuild() would make of some UV boxes.
-struct RegionMapGrowth {
+struct RegionMapEstimate {
     std::uint64_t nodes = 0;        ///< Leaves and inner nodes.
     std::uint64_t leafEntries = 0;  ///< Triangles of all leaves.
     std::uint64_t peakNodes = 0;    ///< At most at one time; some are dropped again.
@@ -32,13 +32,13 @@ struct RegionMapGrowth {
     const std::vector<std::array<Point<double, 2>, 3>>& triangles);
 
 /// Counts what a build would make, cut by cut as it would go, and in about half of its time.
-/// \param mostSteps where it would take more, the count ends, and is not whole
-[[nodiscard]] RegionMapGrowth countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t mostSteps);
+/// \param maxSteps where it would take more, the count ends, and is not whole
+[[nodiscard]] RegionMapEstimate countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t maxSteps);
 
 /// Whether it is sure at first sight that the tree grows no faster than the mesh: where the boxes lie on a table of equal
 /// cells, few cells have more than a leaf holds, and these cannot grow much. That is so for the UVs of all usual meshes.
 /// False says nothing.
-[[nodiscard]] bool isRegionMapSurelySmall(const std::vector<RegionRect>& boxes);
+[[nodiscard]] bool isRegionMapSizeBounded(const std::vector<RegionRect>& boxes);
 
 /// Steps that are within reason for a mesh: several times what the UVs of usual meshes take, some seconds at most.
 [[nodiscard]] constexpr std::uint64_t reasonableRegionMapSteps(std::uint64_t triangles) {
@@ -47,4 +47,4 @@ struct RegionMapGrowth {
     return kAnyMesh + kPerTriangle * triangles;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

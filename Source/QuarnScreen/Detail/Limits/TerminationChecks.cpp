@@ -6,18 +6,18 @@
 
 #include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // Edges that are longer may have infinite squares, and then count as long whatever the bound.
-constexpr double kGreatestLength = 6.7e153;
+constexpr double kMaxLength = 6.7e153;
 
 // Beyond it the sum of two UVs overflows.
-constexpr double kGreatestUV = std::numeric_limits<double>::max() / 2.0;
+constexpr double kMaxUV = std::numeric_limits<double>::max() / 2.0;
 
 // Least bound as a part of the greatest coordinate: some steps between neighbouring numbers, so that the rounding of
 // a midpoint is small beside half of an edge.
-constexpr double kLeastBound = 16.0 * std::numeric_limits<double>::epsilon();
+constexpr double kMinBoundRatio = 16.0 * std::numeric_limits<double>::epsilon();
 
 bool hasLongEdge(const Triangle& triangle, double bound) {
     const auto& [v0, v1, v2] = triangle.vertices;
@@ -25,14 +25,14 @@ bool hasLongEdge(const Triangle& triangle, double bound) {
            length(v0.position - v2.position) > bound;
 }
 
-double greatestCoordinate(const Triangle& triangle) {
+double maxCoordinate(const Triangle& triangle) {
     double greatest = 0.0;
     for (const TriangleVertex& corner : triangle.vertices)
         for (std::size_t i = 0; i < 3; ++i) greatest = std::max(greatest, std::abs(corner.position[i]));
     return greatest;
 }
 
-double greatestUV(const Triangle& triangle) {
+double maxUV(const Triangle& triangle) {
     double greatest = 0.0;
     for (const TriangleVertex& corner : triangle.vertices)
         for (std::size_t i = 0; i < 2; ++i) greatest = std::max(greatest, std::abs(corner.uv[i]));
@@ -41,7 +41,7 @@ double greatestUV(const Triangle& triangle) {
 
 }  // namespace
 
-bool outlineSearchEnds(const std::vector<Triangle>& triangles) {
+bool boundarySearchTerminates(const std::vector<Triangle>& triangles) {
     return std::all_of(triangles.begin(), triangles.end(), [](const Triangle& triangle) {
         return std::all_of(triangle.vertices.begin(), triangle.vertices.end(),
                            [](const TriangleVertex& corner) {
@@ -50,24 +50,24 @@ bool outlineSearchEnds(const std::vector<Triangle>& triangles) {
     });
 }
 
-bool refinementEnds(const std::vector<Triangle>& triangles, double maxEdgeLength) {
+bool refinementTerminates(const std::vector<Triangle>& triangles, double maxEdgeLength) {
     // The pieces' outline is searched for, too: no middle may be NaN.
-    return outlineSearchEnds(triangles) &&
+    return boundarySearchTerminates(triangles) &&
            std::all_of(triangles.begin(), triangles.end(), [maxEdgeLength](const Triangle& triangle) {
                if (!hasLongEdge(triangle, maxEdgeLength)) return true;
-               return std::min(maxEdgeLength, kGreatestLength) >=
-                          kLeastBound * greatestCoordinate(triangle) &&
-                      maxEdgeLength > 0.0 && greatestUV(triangle) <= kGreatestUV;
+               return std::min(maxEdgeLength, kMaxLength) >= kMinBoundRatio * maxCoordinate(triangle) &&
+                      maxEdgeLength > 0.0 && maxUV(triangle) <= kMaxUV;
            });
 }
 
-std::uint64_t countRefined(const std::vector<Triangle>& triangles, double maxEdgeLength, std::uint64_t most) {
+std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles, double maxEdgeLength,
+                                    std::uint64_t maxCount) {
     std::uint64_t count = 0;
     for (const Triangle& triangle : triangles) {
-        if (count >= most) break;
-        count += countPieces(triangle, maxEdgeLength, most - count);
+        if (count >= maxCount) break;
+        count += countPieces(triangle, maxEdgeLength, maxCount - count);
     }
     return count;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -9,7 +9,7 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Keeps the grid that was made last, together with its density.
 ///
@@ -24,10 +24,10 @@ public:
     /// The grid for a density: `calculate()` where the density is not that of the last grid.
     template <class Calculate>
     [[nodiscard]] std::shared_ptr<const Polylines> get(int density, Calculate&& calculate) {
-        if (density != madeDensity) {
+        if (density != cachedDensity) {
             // Recursive, as the calculation asks virtual operations, which may ask for a grid.
             const std::lock_guard<std::recursive_mutex> lock(regeneration);
-            madeDensity = density;
+            cachedDensity = density;
             replace(std::make_shared<const Polylines>(calculate()));
         }
         const std::lock_guard<std::mutex> lock(handover);
@@ -35,7 +35,7 @@ public:
     }
 
     /// Makes any density but 0 count as not made; the grid itself stays.
-    void invalidate() { madeDensity = 0; }
+    void invalidate() { cachedDensity = 0; }
 
 private:
     void replace(std::shared_ptr<const Polylines> made) {
@@ -44,9 +44,9 @@ private:
     }
 
     std::recursive_mutex regeneration;
-    std::atomic<int> madeDensity = 0;
+    std::atomic<int> cachedDensity = 0;
     std::mutex handover;  // held for a copy or a swap of the pointer
     std::shared_ptr<const Polylines> contents;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

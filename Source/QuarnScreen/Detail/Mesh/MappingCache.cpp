@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstdint>
 
-namespace quarn {
+namespace quarn::detail {
 
 MappingCache::MappingCache() {
     mappings.reserve(kCapacity);
@@ -45,4 +45,4 @@ void MappingCache::add(const Mapping& mapping) {
     keys[cursor] = mapping.uv[0];
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -10,7 +10,7 @@
 
 #include <QuarnScreen/MeshScreen.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// A ring of the last twenty answers, searched from the entry that was last hit or written.
 ///
@@ -42,4 +42,4 @@ private:
     std::size_t cursor = 0;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

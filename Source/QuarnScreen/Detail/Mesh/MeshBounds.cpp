@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
-constexpr double kGreatest = std::numeric_limits<double>::max();
+constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 template <std::size_t N, class Indices>
 void grow(Point<double, N, Indices>& min, Point<double, N, Indices>& max,
@@ -31,10 +31,10 @@ double areaOf(const Triangle& triangle) {
 
 MeshBounds boundsOf(const std::vector<Triangle>& triangles) {
     MeshBounds bounds;
-    bounds.min = {kGreatest, kGreatest, kGreatest};
-    bounds.max = {-kGreatest, -kGreatest, -kGreatest};
-    bounds.uvMin = {kGreatest, kGreatest};
-    bounds.uvMax = {-kGreatest, -kGreatest};
+    bounds.min = {kMaxDouble, kMaxDouble, kMaxDouble};
+    bounds.max = {-kMaxDouble, -kMaxDouble, -kMaxDouble};
+    bounds.uvMin = {kMaxDouble, kMaxDouble};
+    bounds.uvMax = {-kMaxDouble, -kMaxDouble};
     double total = 0.0;
     Point<double, 3> weighted;
     for (const Triangle& triangle : triangles) {
@@ -50,4 +50,4 @@ MeshBounds boundsOf(const std::vector<Triangle>& triangles) {
     return bounds;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Bounds of all corners, kNoUV counted like any UV, and the mean of the centroids.
 struct MeshBounds {
@@ -19,7 +19,7 @@ struct MeshBounds {
     Point<double, 3> centroid;
 
     /// Whether a UV lies within the bounds, ends included; a NaN does not.
-    [[nodiscard]] bool holds(const Point<double, 2>& uv) const {
+    [[nodiscard]] bool contains(const Point<double, 2>& uv) const {
         return uvMin[0] <= uv[0] && uv[0] <= uvMax[0] && uvMin[1] <= uv[1] && uv[1] <= uvMax[1];
     }
 };
@@ -27,4 +27,4 @@ struct MeshBounds {
 /// Bounds of a mesh. Those of no triangles are inverted: from the greatest double to its negative.
 [[nodiscard]] MeshBounds boundsOf(const std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -9,15 +9,15 @@
 
 #include "MeshBounds.h"
 
-namespace quarn {
+namespace quarn::detail {
 
-/// Everything that is derived from a mesh's triangles, but for its outline and the ray tracer's scene.
-struct MeshIndex {
+/// Everything that is derived from a mesh's triangles, but for its boundaryUV and the ray tracer's scene.
+struct MeshIndexes {
     CentroidSearch centroidSearch;  ///< By position.
     UVTree uvTree;                  ///< By UV centroid.
     RegionMap regionMap;            ///< By UV.
-    OutlineBands outline;           ///< The outline in UV, for the question whether it holds a UV.
+    PolygonBands boundaryUV;        ///< The boundaryUV in UV, for the question whether it holds a UV.
     MeshBounds bounds;              ///< All zero until the first build.
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

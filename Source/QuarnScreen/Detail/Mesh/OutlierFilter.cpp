@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 using Points = std::vector<Point<double, 3>>;
@@ -44,4 +44,4 @@ Point<double, 3> filterOutliersAndAverage(int keep, Points& points) {
     return mean;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

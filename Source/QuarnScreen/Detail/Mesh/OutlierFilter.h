@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Peels off the position farthest from the mean, one at a time with the mean taken anew, until \p keep are left, and
 /// returns their mean. There is no limit on the distance. The mean of no positions is NaN.
@@ -15,4 +15,4 @@ namespace quarn {
 ///        they are
 [[nodiscard]] Point<double, 3> filterOutliersAndAverage(int keep, std::vector<Point<double, 3>>& points);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -1,16 +1,16 @@
 #include "RayScene.h"
 
-#include <embree3/rtcore.h>
 #include <cmath>
 #include <cstddef>
+#include <embree3/rtcore.h>
 #include <limits>
 #include <mutex>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // The tracer's own limit on a coordinate: beyond it (and for NaN) it ends the process.
-constexpr float kGreatestCoordinate = 1.844e18F;
+constexpr float kMaxCoordinate = 1.844e18F;
 
 // Bytes from one corner to the next: the tracer reads 16 bytes of each.
 constexpr std::size_t kCornerStride = 4 * sizeof(float);
@@ -38,7 +38,7 @@ void closeDevice() {
 
 bool isTraceable(const RayScene::Vector& vector) {
     for (const float coordinate : vector) {
-        if (!(std::abs(coordinate) <= kGreatestCoordinate)) return false;
+        if (!(std::abs(coordinate) <= kMaxCoordinate)) return false;
     }
     return true;
 }
@@ -144,4 +144,4 @@ RayScene::Vector RayScene::narrowed(const Point<double, 3>& point) {
     return {static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])};
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

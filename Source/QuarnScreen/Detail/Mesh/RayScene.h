@@ -11,7 +11,7 @@
 #include <QuarnScreen/Point.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// A triangle mesh as the ray tracer sees it: in single precision, built for exactness before speed.
 ///
@@ -51,4 +51,4 @@ private:
     std::unique_ptr<Tracer> tracer;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

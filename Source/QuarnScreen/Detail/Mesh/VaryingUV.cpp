@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace quarn {
+namespace quarn::detail {
 
 bool hasVaryingUV(const std::vector<Triangle>& triangles) {
     if (triangles.empty()) return false;
@@ -13,4 +13,4 @@ bool hasVaryingUV(const std::vector<Triangle>& triangles) {
     });
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

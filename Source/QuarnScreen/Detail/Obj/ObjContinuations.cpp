@@ -5,12 +5,12 @@
 #include <cstring>
 #include <thread>
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
-constexpr std::int32_t kMostPieces = 256;
-constexpr std::int32_t kLeastPiece = 1000000;
+constexpr std::int32_t kMaxPieces = 256;
+constexpr std::int32_t kMinPieceSize = 1000000;
 
 // Blanks the pairs that lie wholly in the range.
 void blankRange(char* text, ObjRange range) {
@@ -38,7 +38,7 @@ void blankAcross(std::string& text, ObjRange range) {
 
 std::vector<ObjRange> continuationRanges(std::size_t size) {
     const auto signedSize = static_cast<std::int32_t>(static_cast<std::uint32_t>(size));
-    const std::int32_t piece = std::max(signedSize / kMostPieces, kLeastPiece);
+    const std::int32_t piece = std::max(signedSize / kMaxPieces, kMinPieceSize);
     const std::int32_t wholePieces = signedSize / piece;
 
     std::vector<ObjRange> ranges;
@@ -62,4 +62,4 @@ void blankContinuations(std::string& text) {
     for (const ObjRange& range : ranges) blankAcross(text, range);
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Bytes [first, last) of a text, in which one thread looks for backslashes.
 struct ObjRange {
@@ -27,4 +27,4 @@ struct ObjRange {
 /// \throws std::system_error where a thread does not start; those that did have ended before
 void blankContinuations(std::string& text);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// One corner of a face: indices from zero, -1 where the text gives none.
 struct ObjCorner {
@@ -30,14 +30,14 @@ struct ObjVertexData {
 /// How many records of one kind a text of \p size bytes hardly exceeds, so that its lists need not grow. In a
 /// mesh of a million triangles there are about 105 bytes for each face where vertices are shared, and for
 /// each vertex where they are not.
-[[nodiscard]] constexpr std::size_t likelyRecords(std::size_t size) {
+[[nodiscard]] constexpr std::size_t expectedLineCount(std::size_t size) {
     return size / 96;
 }
 
 /// All that is read of an OBJ text. An index of a face may lie outside of its list.
-struct ObjLists {
+struct ObjData {
     ObjVertexData vertexData;
     std::vector<ObjFace> faces;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

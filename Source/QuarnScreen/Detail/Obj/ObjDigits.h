@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Value of a byte as a decimal digit; above 9 for any other byte.
 [[nodiscard]] inline unsigned digitOf(char byte) {
@@ -47,4 +47,4 @@ struct DigitRun {
     return {count, sum >> 32U};
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -5,7 +5,7 @@
 #include "ObjDigits.h"
 #include "ObjLines.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -55,7 +55,7 @@ const char* scanCorner(const char* text, ObjCorner& corner) {
 }
 
 void scanFaces(std::string_view text, std::vector<ObjFace>& faces) {
-    faces.reserve(likelyRecords(text.size()));
+    faces.reserve(expectedLineCount(text.size()));
     const char* const end = text.data() + text.size();
     for (const char* p = text.data(); p < end; ++p) {
         p = skipBlanks(p);
@@ -64,4 +64,4 @@ void scanFaces(std::string_view text, std::vector<ObjFace>& faces) {
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -7,7 +7,7 @@
 
 #include "ObjData.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Scans one corner, for instance "1/2/3" or "1//3"; fails on nothing.
 ///
@@ -27,4 +27,4 @@ const char* scanCorner(const char* text, ObjCorner& corner);
 /// \throws std::bad_alloc also for a face line that a NUL ends instead of a line feed: such a fan never ends
 void scanFaces(std::string_view text, std::vector<ObjFace>& faces);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// The first byte from \p p on that is no blank. A tab is none.
 [[nodiscard]] inline const char* skipBlanks(const char* p) {
@@ -24,4 +24,4 @@ namespace quarn {
     return *p == '\n' ? p : strchrnul(p, '\n');
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -31,24 +31,24 @@ float scaledFloat(std::uint32_t mantissa, std::int32_t scale) {
     return static_cast<float>(value);
 }
 
-ScannedFloat scanFloatPlainly(const char* text) {
+ScannedFloat scanFloatReference(const char* text) {
     std::uint32_t mantissa = 0;
     // Unsigned, so that it may wrap behind billions of digits.
     std::uint32_t scale = 0;
     bool isNegative = false;
-    bool isBehindPoint = false;
+    bool isAfterPoint = false;
     const char* p = text;
     for (;; ++p) {
         const unsigned digit = digitOf(*p);
         if (digit <= 9) {
-            const bool isKept = mantissa < kMantissaLimit;
-            if (isKept) mantissa = mantissa * 10 + digit;
-            if (isKept && isBehindPoint) ++scale;
-            if (!isKept && !isBehindPoint) --scale;
+            const bool fitsMantissa = mantissa < kMantissaLimit;
+            if (fitsMantissa) mantissa = mantissa * 10 + digit;
+            if (fitsMantissa && isAfterPoint) ++scale;
+            if (!fitsMantissa && !isAfterPoint) --scale;
         } else if (*p == '-') {
             isNegative = true;
         } else if (*p == '.') {
-            isBehindPoint = true;
+            isAfterPoint = true;
         } else {
             break;
         }
@@ -63,4 +63,4 @@ ScannedFloat scanFloatPlainly(const char* text) {
     return {isNegative ? -value : value, p};
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -10,7 +10,7 @@
 #include "ObjFaceScan.h"
 #include "ObjVertexScan.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -27,12 +27,12 @@ std::exception_ptr failureOf(const Scan& scan) noexcept {
 
 // Makes room for the triangles of a large mesh. A text that would need much more memory than its own size is
 // hardly a mesh, and one whose first face is refused gets no triangle.
-void offerRoom(const std::vector<ObjFace>& faces, std::size_t textSize, std::vector<Triangle>& triangles,
-               PagePopulation& pages) {
-    constexpr std::size_t kLeastSize = std::size_t{1} << 24U;
-    constexpr std::size_t kMostTimesText = 8;
+void reserveTriangles(const std::vector<ObjFace>& faces, std::size_t textSize,
+                      std::vector<Triangle>& triangles, PagePrefault& pages) {
+    constexpr std::size_t kMinSize = std::size_t{1} << 24U;
+    constexpr std::size_t kMaxTextRatio = 8;
     const std::size_t size = faces.size() * sizeof(Triangle);
-    if (size < kLeastSize || size / kMostTimesText > textSize) return;
+    if (size < kMinSize || size / kMaxTextRatio > textSize) return;
     if (faces.front()[0].vertex < 0 || faces.front()[0].normal < 0) return;
     try {
         triangles.reserve(triangles.size() + faces.size());
@@ -40,37 +40,37 @@ void offerRoom(const std::vector<ObjFace>& faces, std::size_t textSize, std::vec
         // The building of the triangles finds out, if it comes to that.
         return;
     }
-    pages.offer(triangles.data() + triangles.size(), size);
+    pages.setRange(triangles.data() + triangles.size(), size);
 }
 
 }  // namespace
 
-ObjLists scanObjText(std::string_view text, std::vector<Triangle>& triangles,
-                     const std::function<void()>& meanwhile) {
-    ObjLists lists;
-    PagePopulation pages;
+ObjData parseObj(std::string_view text, std::vector<Triangle>& triangles,
+                 const std::function<void()>& meanwhile) {
+    ObjData objData;
+    PagePrefault pages;
     std::exception_ptr faceFailure;
     std::exception_ptr vertexFailure;
     {
         const std::jthread faceScan([&] {
             faceFailure = failureOf([&] {
-                scanFaces(text, lists.faces);
-                offerRoom(lists.faces, text.size(), triangles, pages);
-                pages.populate();
+                scanFaces(text, objData.faces);
+                reserveTriangles(objData.faces, text.size(), triangles, pages);
+                pages.prefault();
             });
         });
         const std::jthread vertexScan([&] {
             vertexFailure = failureOf([&] {
-                scanVertexData(text, lists.vertexData);
-                pages.populate();
+                scanVertexData(text, objData.vertexData);
+                pages.prefault();
             });
         });
         meanwhile();
-        pages.populate();
+        pages.prefault();
     }
     if (faceFailure) std::rethrow_exception(faceFailure);
     if (vertexFailure) std::rethrow_exception(vertexFailure);
-    return lists;
+    return objData;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

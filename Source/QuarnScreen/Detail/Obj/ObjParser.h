@@ -10,7 +10,7 @@
 
 #include "ObjData.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Scans a text for faces on one thread and for vertex data on another.
 ///
@@ -21,7 +21,7 @@ namespace quarn {
 ///         first, then the scan for faces
 /// \throws std::system_error where a thread does not start
 /// In any case both threads have ended.
-[[nodiscard]] ObjLists scanObjText(std::string_view text, std::vector<Triangle>& triangles,
-                                   const std::function<void()>& meanwhile);
+[[nodiscard]] ObjData parseObj(std::string_view text, std::vector<Triangle>& triangles,
+                               const std::function<void()>& meanwhile);
 
-}  // namespace quarn
+}  // namespace quarn::detail

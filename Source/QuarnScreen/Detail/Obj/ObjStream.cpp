@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -35,4 +35,4 @@ void readWholeStream(std::istream& in, std::string& text) {
     in.seekg(entry);
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

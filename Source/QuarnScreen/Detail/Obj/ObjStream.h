@@ -5,7 +5,7 @@
 #include <istream>
 #include <string>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Reads a stream from its start to its end, wherever it stands, and puts it back there.
 ///
@@ -15,4 +15,4 @@ namespace quarn {
 /// \param[out] text the bytes; what it held before is gone in any case
 void readWholeStream(std::istream& in, std::string& text);
 
-}  // namespace quarn
+}  // namespace quarn::detail

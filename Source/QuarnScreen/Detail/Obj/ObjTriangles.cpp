@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -42,11 +42,11 @@ struct SoundFaces {
     std::optional<ObjOutcome> failure;
 };
 
-SoundFaces soundFacesOf(const ObjLists& lists) {
-    const ObjVertexData& data = lists.vertexData;
+SoundFaces soundFacesOf(const ObjData& objData) {
+    const ObjVertexData& data = objData.vertexData;
     if (data.vertices.empty()) return {{}, vertexFailure(L"No vertices found in the file.")};
     if (data.normalCount == 0) return {{}, normalFailure(L"No normals found in the file.")};
-    const std::span faces(lists.faces);
+    const std::span faces(objData.faces);
     for (std::size_t i = 0; i < faces.size(); ++i)
         if (auto failure = failureOf(faces[i], data)) return {faces.first(i), std::move(failure)};
     return {faces, std::nullopt};
@@ -105,14 +105,14 @@ private:
 
 }  // namespace
 
-ObjOutcome buildObjTriangles(const ObjLists& lists, const Matrix<float, 4>& transform,
+ObjOutcome buildObjTriangles(const ObjData& objData, const Matrix<float, 4>& transform,
                              std::vector<Triangle>& triangles) {
     // The references come first, so that no room is taken for triangles that do not come.
-    const SoundFaces sound = soundFacesOf(lists);
+    const SoundFaces sound = soundFacesOf(objData);
     triangles.reserve(triangles.size() + sound.faces.size());
-    TriangleFiller filler(lists.vertexData, transform);
+    TriangleFiller filler(objData.vertexData, transform);
     for (const ObjFace& face : sound.faces) filler.fill(triangles.emplace_back(), face);
     return sound.failure.value_or(ObjOutcome{filler.status(), std::nullopt});
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -11,7 +11,7 @@
 
 #include "ObjData.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// What is wrong with a text, as the status of a screen numbers it.
 enum class ObjStatus {
@@ -36,7 +36,7 @@ struct ObjOutcome {
 ///
 /// \param[in,out] triangles where the outcome is a failure, those of the faces before the first bad reference
 ///        have been appended
-[[nodiscard]] ObjOutcome buildObjTriangles(const ObjLists& lists, const Matrix<float, 4>& transform,
+[[nodiscard]] ObjOutcome buildObjTriangles(const ObjData& objData, const Matrix<float, 4>& transform,
                                            std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -5,7 +5,7 @@
 #include "ObjLines.h"
 #include "ObjNumbers.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 namespace {
 
@@ -26,8 +26,8 @@ const char* scanValues(const char* keyword, const char* end, std::vector<std::ar
 }  // namespace
 
 void scanVertexData(std::string_view text, ObjVertexData& data) {
-    data.vertices.reserve(likelyRecords(text.size()));
-    data.textureCoordinates.reserve(likelyRecords(text.size()));
+    data.vertices.reserve(expectedLineCount(text.size()));
+    data.textureCoordinates.reserve(expectedLineCount(text.size()));
     const char* const end = text.data() + text.size();
     for (const char* p = text.data(); p < end; ++p) {
         p = skipBlanks(p);
@@ -44,4 +44,4 @@ void scanVertexData(std::string_view text, ObjVertexData& data) {
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,7 +6,7 @@
 
 #include "ObjData.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Appends the values of all lines that begin with "v" and a blank, or with "vt", and counts those that begin
 /// with "vn".
@@ -17,4 +17,4 @@ namespace quarn {
 /// \param text with a NUL behind its last byte
 void scanVertexData(std::string_view text, ObjVertexData& data);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -5,7 +5,7 @@
 
 #include <Common/TextConversion.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 bool openInputFile(std::ifstream& file, const std::wstring& path, std::ios::openmode mode) {
     const std::string name = toUtf8(path);
@@ -15,4 +15,4 @@ bool openInputFile(std::ifstream& file, const std::wstring& path, std::ios::open
     return file.is_open();
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Text of a number as a log stream writes it, but in the classic locale.
 [[nodiscard]] inline std::string logText(double number) {
@@ -26,4 +26,4 @@ template <std::size_t N, class Indices>
     return text + ")";
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,11 +2,11 @@
 /// The sign of a number.
 #pragma once
 
-namespace quarn {
+namespace quarn::detail {
 
 /// 1, -1, or 0 for zero and NaN.
 [[nodiscard]] constexpr int signOf(double number) {
     return static_cast<int>(number > 0.0) - static_cast<int>(number < 0.0);
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

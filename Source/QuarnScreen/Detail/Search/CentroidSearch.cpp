@@ -7,7 +7,7 @@
 
 #include "TriangleContainment.h"
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // A position on a mesh without overlaps has about three candidates.
@@ -17,7 +17,7 @@ bool isNumber(const Point<double, 3>& point) {
     return point == point;
 }
 
-// Asks the processor for what testHolding() reads of a triangle.
+// Asks the processor for what testContainment() reads of a triangle.
 void prefetch(const Triangle& triangle) {
     __builtin_prefetch(&triangle.vertices[0].position);
     __builtin_prefetch(&triangle.normal);
@@ -28,7 +28,7 @@ void prefetch(const Triangle& triangle) {
 
 void CentroidSearch::build(const std::vector<Triangle>& triangles) {
     // Boxes of the tree before must not stay where memory runs out.
-    boxes = AcceptanceBoxes();
+    boxes = ContainmentBounds();
     buildOver(centroidTree, triangles);
     boxes.build(centroidTree, triangles);
     isOrdered = std::all_of(triangles.begin(), triangles.end(),
@@ -37,7 +37,7 @@ void CentroidSearch::build(const std::vector<Triangle>& triangles) {
 
 // A walk of the tree prunes nothing before it has found a triangle, so the candidates are gathered through the boxes
 // instead, and the walk's order tells between equal distances.
-const Triangle* CentroidSearch::findHolding(const Point<double, 3>& point) const {
+const Triangle* CentroidSearch::findContaining(const Point<double, 3>& point) const {
     if (!isOrdered) return walkTree(point);
     std::optional<std::size_t> best;
     double bestSquared = std::numeric_limits<double>::max();
@@ -45,7 +45,7 @@ const Triangle* CentroidSearch::findHolding(const Point<double, 3>& point) const
         const double squared = centroidTree.squaredDistance(slot, point);
         const bool isBetter = bestSquared > squared || (best && bestSquared == squared &&
                                                         centroidTree.isMetBefore(slot, *best, point));
-        if (!isBetter || !testHolding(*centroidTree.valueAt(slot), point).holds) return;
+        if (!isBetter || !testContainment(*centroidTree.valueAt(slot), point).contains) return;
         bestSquared = squared;
         best = slot;
     };
@@ -66,7 +66,7 @@ const Triangle* CentroidSearch::findHolding(const Point<double, 3>& point) const
 
 const Triangle* CentroidSearch::walkTree(const Point<double, 3>& point) const {
     return centroidTree.findNearestIf(
-        point, [&](const Triangle* triangle) { return testHolding(*triangle, point).holds; });
+        point, [&](const Triangle* triangle) { return testContainment(*triangle, point).contains; });
 }
 
 std::optional<Point<double, 2>> CentroidSearch::firstRejectedUV(const Point<double, 3>& point) const {
@@ -74,9 +74,9 @@ std::optional<Point<double, 2>> CentroidSearch::firstRejectedUV(const Point<doub
     if (centroidTree.size() == 0) return rejected;
     const auto accept = [&](const Triangle* triangle) {
         if (rejected) return false;
-        const Holding holding = testHolding(*triangle, point);
-        if (!holding.holds) rejected = triangle->uvAt(holding.a, holding.b);
-        return holding.holds;
+        const Containment containment = testContainment(*triangle, point);
+        if (!containment.contains) rejected = triangle->uvAt(containment.a, containment.b);
+        return containment.contains;
     };
     (void)centroidTree.findNearestIf(point, accept, [&](std::size_t) { return rejected.has_value(); });
     return rejected;
@@ -91,4 +91,4 @@ std::vector<Point<double, 3>> CentroidSearch::getNearestNormals(const Point<doub
     return normals;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

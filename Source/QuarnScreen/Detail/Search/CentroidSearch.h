@@ -8,7 +8,7 @@
 #include "ContainmentBounds.h"
 #include "TriangleTrees.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Searches over the stored centroids of a mesh.
 ///
@@ -23,9 +23,9 @@ public:
 
     /// Of the triangles that hold a position, that with the nearest centroid; null where there is none. Of equally
     /// near ones it is that which the walk of the tree meets first.
-    [[nodiscard]] const Triangle* findHolding(const Point<double, 3>& point) const;
+    [[nodiscard]] const Triangle* findContaining(const Point<double, 3>& point) const;
 
-    /// UV at which the walk of the tree for findHolding() first meets a triangle that does not hold the position:
+    /// UV at which the walk of the tree for findContaining() first meets a triangle that does not hold the position:
     /// that of the foot, or of corner 0 where the foot lies outside of the triangle. None where it meets none.
     [[nodiscard]] std::optional<Point<double, 2>> firstRejectedUV(const Point<double, 3>& point) const;
 
@@ -39,8 +39,8 @@ private:
     [[nodiscard]] const Triangle* walkTree(const Point<double, 3>& point) const;
 
     CentroidTree centroidTree;
-    AcceptanceBoxes boxes;
+    ContainmentBounds boxes;
     bool isOrdered = true;  // no centroid holds a NaN, which would hide others from the walk
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

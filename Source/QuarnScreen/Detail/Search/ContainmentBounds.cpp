@@ -6,7 +6,7 @@
 
 #include "TriangleContainment.h"
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
@@ -14,25 +14,25 @@ constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 // Limits of a triangle for which the margins below hold. The squared sine of the angle between the edges: it divides
 // the rounding of the parameters a and b. The tilt: how far the stored normal leans along an edge. Lengths: far from
 // those whose fourth powers leave the range of a number.
-constexpr double kLeastSquaredSine = 1e-8;
-constexpr double kGreatestTilt = 1e-7;
-constexpr double kGreatestCoordinate = 1e18;
-constexpr double kLeastEdge = 1e-18;
+constexpr double kMinSquaredSine = 1e-8;
+constexpr double kMaxTilt = 1e-7;
+constexpr double kMaxCoordinate = 1e18;
+constexpr double kMinEdgeLength = 1e-18;
 constexpr double kUnitTolerance = 1e-6;
 
-// Margins around the triangle, several times what is needed. Off the plane: kHoldingDistance. Along the edges: the
+// Margins around the triangle, several times what is needed. Off the plane: kContainmentDistance. Along the edges: the
 // slack of a and b (1e-6 each) and the tilt. Rounding: each quantity takes some tens of operations.
-constexpr double kMarginOffPlane = 2.0 * kHoldingDistance;
+constexpr double kMarginOffPlane = 2.0 * kContainmentDistance;
 constexpr double kMarginAlongEdges = 1e-5;
 constexpr double kRoundingSteps = 1024.0;
 
 // Greatest magnitude that is rounded to a float and not to infinity: half of the greatest float.
-constexpr double kGreatestRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
+constexpr double kMaxRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
 
 // A float at most as great as a number, which is one step of the float's rounding away from it at the most.
 float roundedDown(double number) {
     using Limits = std::numeric_limits<float>;
-    if (number < -kGreatestRounded) return -Limits::infinity();
+    if (number < -kMaxRounded) return -Limits::infinity();
     return static_cast<float>(number - std::abs(number) * static_cast<double>(Limits::epsilon()));
 }
 
@@ -59,26 +59,26 @@ struct EdgeProducts {
 };
 
 // A zero normal counts as parallel to every line, and without a determinant there are no parameters.
-bool holdsNothing(const Triangle& triangle, const EdgeProducts& products) {
+bool containsNothing(const Triangle& triangle, const EdgeProducts& products) {
     return triangle.normal == Point<double, 3>() || products.determinant == 0.0;
 }
 
 // Whether the stored fields fit together, and are neither too large nor too small to reckon with. NaN fails.
 bool isOrdinary(const Triangle& triangle, const EdgeProducts& products, double size) {
-    const double squaredLeast = std::min(products.d11, products.d22);
+    const double minSquaredEdge = std::min(products.d11, products.d22);
     const double tilt1 = dot(triangle.normal, triangle.edge1);
     const double tilt2 = dot(triangle.normal, triangle.edge2);
-    return size <= kGreatestCoordinate && squaredLeast >= kLeastEdge * kLeastEdge &&
+    return size <= kMaxCoordinate && minSquaredEdge >= kMinEdgeLength * kMinEdgeLength &&
            std::abs(dot(triangle.normal, triangle.normal) - 1.0) <= kUnitTolerance &&
-           std::max(tilt1 * tilt1, tilt2 * tilt2) <= kGreatestTilt * kGreatestTilt * squaredLeast &&
-           products.determinant >= kLeastSquaredSine * products.d11 * products.d22;
+           std::max(tilt1 * tilt1, tilt2 * tilt2) <= kMaxTilt * kMaxTilt * minSquaredEdge &&
+           products.determinant >= kMinSquaredSine * products.d11 * products.d22;
 }
 
 }  // namespace
 
-AcceptanceBoxes::Box AcceptanceBoxes::boxOf(const Triangle& triangle) {
+ContainmentBounds::Box ContainmentBounds::boxOf(const Triangle& triangle) {
     const EdgeProducts products(triangle);
-    if (holdsNothing(triangle, products)) return kNowhere;
+    if (containsNothing(triangle, products)) return kNowhere;
 
     const double edges = sizeOf(triangle.edge1) + sizeOf(triangle.edge2);
     const double size = sizeOf(triangle.vertices[0].position) + edges;
@@ -98,7 +98,7 @@ AcceptanceBoxes::Box AcceptanceBoxes::boxOf(const Triangle& triangle) {
     return box;
 }
 
-void AcceptanceBoxes::Box::include(const Box& other) {
+void ContainmentBounds::Box::include(const Box& other) {
     for (std::size_t i = 0; i < 3; ++i) {
         lower[i] = std::min(lower[i], other.lower[i]);
         upper[i] = std::max(upper[i], other.upper[i]);
@@ -106,22 +106,22 @@ void AcceptanceBoxes::Box::include(const Box& other) {
 }
 
 // The ball through the corners of the box. Coordinates are far below the greatest float, so that nothing overflows.
-AcceptanceBoxes::Ball AcceptanceBoxes::ballAround(const Box& box) {
+ContainmentBounds::Ball ContainmentBounds::ballAround(const Box& box) {
     if (box.lower[0] > box.upper[0]) return {{}, -1.0F};
     if (box.upper[0] == kInfinity) return {{}, kInfinity};
     Ball ball{};
     double squared = 0.0;
     for (std::size_t i = 0; i < 3; ++i) {
-        ball.centre[i] = (box.lower[i] + box.upper[i]) * 0.5F;
-        const double half = std::max(static_cast<double>(box.upper[i]) - static_cast<double>(ball.centre[i]),
-                                     static_cast<double>(ball.centre[i]) - static_cast<double>(box.lower[i]));
+        ball.center[i] = (box.lower[i] + box.upper[i]) * 0.5F;
+        const double half = std::max(static_cast<double>(box.upper[i]) - static_cast<double>(ball.center[i]),
+                                     static_cast<double>(ball.center[i]) - static_cast<double>(box.lower[i]));
         squared += half * half;
     }
     ball.squaredRadius = roundedUp(squared * (1.0 + kRoundingSteps * kEpsilon));
     return ball;
 }
 
-void AcceptanceBoxes::build(const CentroidTree& tree, const std::vector<Triangle>& triangles) {
+void ContainmentBounds::build(const CentroidTree& tree, const std::vector<Triangle>& triangles) {
     nodes.clear();
     if (triangles.empty()) return;
     // Triangle by triangle first: that reads the mesh, which is large, from its beginning to its end.
@@ -146,4 +146,4 @@ void AcceptanceBoxes::build(const CentroidTree& tree, const std::vector<Triangle
     whole = buildSubtree(buildSubtree, tree.whole());
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

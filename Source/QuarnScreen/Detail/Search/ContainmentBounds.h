@@ -9,14 +9,14 @@
 
 #include "TriangleTrees.h"
 
-namespace quarn {
+namespace quarn::detail {
 
-/// For each subtree of a centroid tree a box outside of which none of its triangles holds a position.
+/// For each subtree of a centroid tree a box outside of which none of its triangles contains a position.
 ///
-/// The boxes are conservative: they allow for the tolerances of testHolding() and for rounding. A triangle whose
+/// The boxes are conservative: they allow for the tolerances of testContainment() and for rounding. A triangle whose
 /// stored fields do not fit together, or are too large or too thin for that, gets all of space; one that can hold
 /// nothing gets none of it.
-class AcceptanceBoxes {
+class ContainmentBounds {
 public:
     /// Makes the boxes of a tree over \p triangles. Both must outlive every search, and not change.
     void build(const CentroidTree& tree, const std::vector<Triangle>& triangles);
@@ -31,7 +31,7 @@ private:
         std::array<float, 3> lower;
         std::array<float, 3> upper;
 
-        [[nodiscard]] bool holds(const Point<double, 3>& point) const;
+        [[nodiscard]] bool contains(const Point<double, 3>& point) const;
         void include(const Box& other);
     };
     static constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -39,12 +39,12 @@ private:
                                         {kInfinity, kInfinity, kInfinity}};
     static constexpr Box kNowhere = {{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}};
 
-    // A ball around the root's own triangle; its squared radius is below 0 where the triangle holds nothing.
+    // A ball around the root's own triangle; its squared radius is below 0 where the triangle contains nothing.
     struct Ball {
-        std::array<float, 3> centre;
+        std::array<float, 3> center;
         float squaredRadius;
 
-        [[nodiscard]] bool holds(const Point<double, 3>& point) const;
+        [[nodiscard]] bool contains(const Point<double, 3>& point) const;
     };
 
     // All that a search reads of a subtree, in one cache line.
@@ -55,7 +55,7 @@ private:
     };
 
     // A tree of 2^63 values is less deep.
-    static constexpr std::size_t kGreatestDepth = 64;
+    static constexpr std::size_t kMaxDepth = 64;
 
     static Box boxOf(const Triangle& triangle);
     static Ball ballAround(const Box& box);
@@ -64,27 +64,27 @@ private:
     std::vector<Node> nodes;  // by slot; a leaf's box is its parent's affair
 };
 
-inline bool AcceptanceBoxes::Box::holds(const Point<double, 3>& point) const {
+inline bool ContainmentBounds::Box::contains(const Point<double, 3>& point) const {
     bool isInside = true;
     for (std::size_t i = 0; i < 3; ++i)
         isInside &= static_cast<double>(lower[i]) <= point[i] && point[i] <= static_cast<double>(upper[i]);
     return isInside;
 }
 
-inline bool AcceptanceBoxes::Ball::holds(const Point<double, 3>& point) const {
+inline bool ContainmentBounds::Ball::contains(const Point<double, 3>& point) const {
     double squared = 0.0;
     for (std::size_t i = 0; i < 3; ++i) {
-        const double difference = point[i] - static_cast<double>(centre[i]);
+        const double difference = point[i] - static_cast<double>(center[i]);
         squared += difference * difference;
     }
     return squared <= static_cast<double>(squaredRadius);
 }
 
 template <class Visit>
-void AcceptanceBoxes::visitCandidates(const CentroidTree& tree, const Point<double, 3>& point,
-                                      Visit&& visit) const {
-    if (nodes.empty() || !whole.holds(point)) return;
-    std::array<CentroidTree::Subtree, kGreatestDepth> waiting;
+void ContainmentBounds::visitCandidates(const CentroidTree& tree, const Point<double, 3>& point,
+                                        Visit&& visit) const {
+    if (nodes.empty() || !whole.contains(point)) return;
+    std::array<CentroidTree::Subtree, kMaxDepth> waiting;
     std::size_t waitingCount = 0;
     waiting[waitingCount++] = tree.whole();
     // A leaf needs no more than its box.
@@ -102,10 +102,10 @@ void AcceptanceBoxes::visitCandidates(const CentroidTree& tree, const Point<doub
             __builtin_prefetch(&nodes[subtree.right().right().slot]);
         }
         const Node& node = nodes[subtree.slot];
-        if (node.own.holds(point)) visit(subtree.slot);
-        if (node.right.holds(point)) enter(subtree.right());
-        if (node.left.holds(point)) enter(subtree.left());
+        if (node.own.contains(point)) visit(subtree.slot);
+        if (node.right.contains(point)) enter(subtree.right());
+        if (node.left.contains(point)) enter(subtree.left());
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

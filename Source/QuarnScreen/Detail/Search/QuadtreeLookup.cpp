@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <limits>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // A million cells at the most, and not many more than there are leaves.
-constexpr int kGreatestDepth = 10;
+constexpr int kMaxDepth = 10;
 constexpr std::size_t kCellsPerLeaf = 2;
 
-constexpr double kGreatest = std::numeric_limits<double>::max();
+constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 void appendLowerBorders(std::vector<double>& borders, double low, double high, int depth) {
     if (depth == 0) {
@@ -24,7 +24,7 @@ void appendLowerBorders(std::vector<double>& borders, double low, double high, i
 
 }  // namespace
 
-void RegionShortcuts::Axis::build(double low, double high, int depth) {
+void QuadtreeLookup::Axis::build(double low, double high, int depth) {
     borders.clear();
     appendLowerBorders(borders, low, high, depth);
     borders.push_back(high);
@@ -32,12 +32,12 @@ void RegionShortcuts::Axis::build(double low, double high, int depth) {
 }
 
 // NaN and infinite ranges fail, and those whose middles are not in order.
-bool RegionShortcuts::Axis::canBeCut() const {
-    return borders.back() - borders.front() <= kGreatest && cellsPerUnit > 0.0 && cellsPerUnit <= kGreatest &&
-           std::is_sorted(borders.begin(), borders.end());
+bool QuadtreeLookup::Axis::canBeCut() const {
+    return borders.back() - borders.front() <= kMaxDouble && cellsPerUnit > 0.0 &&
+           cellsPerUnit <= kMaxDouble && std::is_sorted(borders.begin(), borders.end());
 }
 
-std::size_t RegionShortcuts::Axis::cellOf(double x) const {
+std::size_t QuadtreeLookup::Axis::cellOf(double x) const {
     const std::size_t last = borders.size() - 2;
     // A guess, which rounding may have put beside the cell.
     std::size_t i = std::min(static_cast<std::size_t>((x - borders.front()) * cellsPerUnit), last);
@@ -46,10 +46,10 @@ std::size_t RegionShortcuts::Axis::cellOf(double x) const {
     return i;
 }
 
-void RegionShortcuts::build(const std::vector<RegionNode>& nodes, const RegionRect& rootRect, int leafCount) {
+void QuadtreeLookup::build(const std::vector<RegionNode>& nodes, const RegionRect& rootRect, int leafCount) {
     clear();
-    const std::size_t mostCells = kCellsPerLeaf * static_cast<std::size_t>(leafCount);
-    while (depth < kGreatestDepth && (std::size_t{4} << (2 * depth)) <= mostCells) ++depth;
+    const std::size_t maxCells = kCellsPerLeaf * static_cast<std::size_t>(leafCount);
+    while (depth < kMaxDepth && (std::size_t{4} << (2 * depth)) <= maxCells) ++depth;
     alongU.build(rootRect.minU, rootRect.maxU, depth);
     alongV.build(rootRect.minV, rootRect.maxV, depth);
     if (!alongU.canBeCut() || !alongV.canBeCut()) return;
@@ -57,13 +57,13 @@ void RegionShortcuts::build(const std::vector<RegionNode>& nodes, const RegionRe
     fill(nodes, static_cast<int>(nodes.size()) - 1, 0, 0, 0);
 }
 
-void RegionShortcuts::clear() {
+void QuadtreeLookup::clear() {
     depth = 0;
     cells.clear();
 }
 
-void RegionShortcuts::fill(const std::vector<RegionNode>& nodes, int index, int nodeDepth, std::size_t column,
-                           std::size_t row) {
+void QuadtreeLookup::fill(const std::vector<RegionNode>& nodes, int index, int nodeDepth, std::size_t column,
+                          std::size_t row) {
     const RegionNode& node = nodes[static_cast<std::size_t>(index)];
     if (nodeDepth == depth || node.count() >= 0) {
         const std::size_t width = std::size_t{1} << (depth - nodeDepth);
@@ -79,8 +79,8 @@ void RegionShortcuts::fill(const std::vector<RegionNode>& nodes, int index, int 
     }
 }
 
-std::optional<RegionShortcuts::Arrival> RegionShortcuts::find(double u, double v) const {
-    if (cells.empty() || !alongU.holds(u) || !alongV.holds(v)) return std::nullopt;
+std::optional<QuadtreeLookup::Arrival> QuadtreeLookup::find(double u, double v) const {
+    if (cells.empty() || !alongU.contains(u) || !alongV.contains(v)) return std::nullopt;
     const std::size_t column = alongU.cellOf(u);
     const std::size_t row = alongV.cellOf(v);
     return Arrival{
@@ -88,4 +88,4 @@ std::optional<RegionShortcuts::Arrival> RegionShortcuts::find(double u, double v
         {alongU.borders[column], alongU.borders[column + 1], alongV.borders[row], alongV.borders[row + 1]}};
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -8,13 +8,13 @@
 
 #include <QuarnScreen/RegionMap.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// A table of equal cells that leads to the node at which a descent from the root arrives: a search then reads one
 /// place instead of ten nodes one after the other.
 ///
 /// The borders of the cells are those that the descent itself computes, so that both agree on every point.
-class RegionShortcuts {
+class QuadtreeLookup {
 public:
     /// A node, and its rectangle where it is an inner one.
     struct Arrival {
@@ -39,7 +39,7 @@ private:
 
         void build(double low, double high, int depth);
         [[nodiscard]] bool canBeCut() const;
-        [[nodiscard]] bool holds(double x) const { return x >= borders.front() && x <= borders.back(); }
+        [[nodiscard]] bool contains(double x) const { return x >= borders.front() && x <= borders.back(); }
         [[nodiscard]] std::size_t cellOf(double x) const;
     };
 
@@ -52,4 +52,4 @@ private:
     std::vector<int> cells;  // row by row
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -12,7 +12,7 @@
 
 #include <QuarnScreen/RegionMap.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 [[nodiscard]] inline double middleU(const RegionRect& rect) {
     return (rect.maxU - rect.minU) * 0.5 + rect.minU;
@@ -36,24 +36,24 @@ struct BoxRange {
     [[nodiscard]] int size() const { return static_cast<int>(last - first); }
 };
 
-/// Cuts a rectangle and its boxes into quadrants, children before their parent, and tells a sink what comes of it.
+/// Cuts a rectangle and its boxes into quadrants, children before their parent, and tells a visitor what comes of it.
 ///
-/// A sink has:
-///  - `Saved save()` and `void restore(const Saved&)`: what it holds, for a node that drops its children;
+/// A visitor has:
+///  - `Checkpoint save()` and `void restore(const Checkpoint&)`: what it holds, for a node that drops its children;
 ///  - `bool mayCut(int count)`: asked before that many boxes are cut; where it says no they become a leaf;
 ///  - `int leaf(BoxRange, int depth)` and `int inner(const std::array<int, 4>& children)`: the numbers of new nodes, from
 ///    0;
 ///  - `void giveUp()`: a node dropped its children.
-template <class Sink>
-class RegionSubdivision {
+template <class Visitor>
+class QuadtreeSubdivision {
 public:
     static constexpr int kMaxDepth = 18;
-    static constexpr int kRoomyLeafSize = 8;
+    static constexpr int kLeafCapacity = 8;
     static constexpr int kFirstDepth = 1;
 
     /// Both have to outlive it.
-    RegionSubdivision(const std::vector<RegionRect>& rectangles, Sink& receiver)
-        : boxes(rectangles), sink(receiver), misplaced(boxes.size()), quadrants(kMaxDepth) {}
+    QuadtreeSubdivision(const std::vector<RegionRect>& rectangles, Visitor& nodeVisitor)
+        : boxes(rectangles), visitor(nodeVisitor), misplaced(boxes.size()), quadrants(kMaxDepth) {}
 
     /// Cuts all boxes from a rectangle on, which has a depth in its tree.
     void run(const RegionRect& rect, int depth = kFirstDepth) {
@@ -122,10 +122,10 @@ private:
 
     int cut(const BoxRange& range, const RegionRect& rect, int depth, int parentCount) {
         const int count = range.size();
-        if (count <= kRoomyLeafSize || depth >= kMaxDepth || !sink.mayCut(count))
-            return sink.leaf(range, depth);
+        if (count <= kLeafCapacity || depth >= kMaxDepth || !visitor.mayCut(count))
+            return visitor.leaf(range, depth);
 
-        const auto saved = sink.save();
+        const auto checkpoint = visitor.save();
         const double midU = middleU(rect);
         const double midV = middleV(rect);
         const std::array<int, 4> overlapping = findQuadrants(range, midU, midV, depth);
@@ -139,20 +139,20 @@ private:
             const RegionRect part = quadrantOf(rect, midU, midV, quadrant);
             const int child = cut({range.first, end}, part, depth + 1, count);
             if (child == kGivenUp) {
-                sink.restore(saved);
-                sink.giveUp();
-                return sink.leaf(range, depth);
+                visitor.restore(checkpoint);
+                visitor.giveUp();
+                return visitor.leaf(range, depth);
             }
             children[static_cast<std::size_t>(quadrant)] = child;
         }
-        return sink.inner(children);
+        return visitor.inner(children);
     }
 
     const std::vector<RegionRect>& boxes;
-    Sink& sink;
+    Visitor& visitor;
     std::vector<int> misplaced;  // positions within a range
     // By depth, then by box: a bit for each quadrant that it overlaps.
     std::vector<std::vector<std::uint8_t>> quadrants;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

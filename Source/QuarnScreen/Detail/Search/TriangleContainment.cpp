@@ -2,16 +2,16 @@
 
 #include <cmath>
 
-namespace quarn {
+namespace quarn::detail {
 
-Holding testHolding(const Triangle& triangle, const Point<double, 3>& point) {
-    Holding result;
+Containment testContainment(const Triangle& triangle, const Point<double, 3>& point) {
+    Containment result;
     double t = 0.0;
     Point<double, 3> hit;
-    result.holds =
+    result.contains =
         intersectTrianglePlane(point, point + triangle.normal, triangle, t, hit, result.a, result.b, false) &&
-        kHoldingDistance > std::abs(t);
+        kContainmentDistance > std::abs(t);
     return result;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -9,7 +9,7 @@
 #include <Common/PointKDTree.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Coordinate of a triangle's stored centroid.
 struct CentroidOf {
@@ -36,4 +36,4 @@ void buildOver(Tree& tree, const std::vector<Triangle>& triangles) {
     tree.build(pointers.begin(), pointers.end());
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

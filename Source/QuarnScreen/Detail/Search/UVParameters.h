@@ -4,7 +4,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// The parameters (a, b) of Triangle::pointAt() at which a triangle has a UV.
 struct UVParameters {
@@ -23,4 +23,4 @@ struct UVParameters {
             (dv * triangle.uvEdge1[0] - du * triangle.uvEdge1[1]) / triangle.uvDeterminant};
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

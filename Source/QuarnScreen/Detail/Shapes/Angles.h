@@ -4,12 +4,12 @@
 
 #include <limits>
 
-namespace quarn {
+namespace quarn::detail {
 
 inline constexpr double kPi = 3.141592653589793;
 inline constexpr double kTwoPi = 6.283185307179586;
 // Not 180 / pi to the last digit: the counts of boundary samples depend on these digits.
-inline constexpr double kDegreesPerRadian = 57.2957795131;
+inline constexpr double kSamplingDegreesPerRadian = 57.2957795131;
 
 /// A count of samples cut to a whole number. A NaN, or a count that no list could hold, gives none.
 [[nodiscard]] constexpr int truncatedCount(double count) {
@@ -18,4 +18,4 @@ inline constexpr double kDegreesPerRadian = 57.2957795131;
     return isInt ? static_cast<int>(count) : 0;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace quarn {
+namespace quarn::detail {
 
 void sampleArc(const Arc& arc, double v, double uStart, double uEnd, int count, int row,
                IScreenGeometry::GridSamples& samples, bool extrapolate) {
@@ -22,4 +22,4 @@ void sampleArc(const Arc& arc, double v, double uStart, double uEnd, int count, 
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

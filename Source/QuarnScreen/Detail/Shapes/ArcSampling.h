@@ -4,7 +4,7 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// A horizontal arc, u running from 0 at `minTheta` to 1 at `maxTheta`.
 struct Arc {
@@ -18,4 +18,4 @@ struct Arc {
 void sampleArc(const Arc& arc, double v, double uStart, double uEnd, int count, int row,
                IScreenGeometry::GridSamples& samples, bool extrapolate);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Positions column by column, each column from its first row to its last; none where a count is not
 /// positive.
@@ -24,4 +24,4 @@ template <class Column>
     return points;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -1,6 +1,6 @@
 #include "DisplayGrid.h"
 
-namespace quarn {
+namespace quarn::detail {
 
 void appendDisplayGridIndices(std::vector<int>& indices) {
     for (int r = 1; r < kDisplayGridSize; ++r) {
@@ -12,4 +12,4 @@ void appendDisplayGridIndices(std::vector<int>& indices) {
     }
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

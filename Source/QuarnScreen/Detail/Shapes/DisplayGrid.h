@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Vertices in each direction.
 inline constexpr int kDisplayGridSize = 100;
@@ -14,4 +14,4 @@ inline constexpr double kDisplayGridIntervals = kDisplayGridSize - 1;
 /// kDisplayGridSize + c. They count from 0, whatever \p indices holds already.
 void appendDisplayGridIndices(std::vector<int>& indices);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,26 +6,26 @@
 
 #include <QuarnScreen/IntersectionSet.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Up to two hits in the order in which they were found. Unlike an IntersectionSet it allocates nothing.
 class HitPair {
 public:
-    /// \pre fewer than two hits are held.
-    void add(const Intersection& hit) { hits[held++] = hit; }
+    /// \pre fewer than two hits are hitCount.
+    void add(const Intersection& hit) { hits[hitCount++] = hit; }
 
     /// The set of those hits that \p keep accepts.
     template <class Keep>
     [[nodiscard]] IntersectionSet filtered(Keep keep) const {
-        IntersectionSet kept;
-        for (std::size_t i = 0; i < held; ++i)
-            if (keep(hits[i])) kept.add(hits[i]);
-        return kept;
+        IntersectionSet result;
+        for (std::size_t i = 0; i < hitCount; ++i)
+            if (keep(hits[i])) result.add(hits[i]);
+        return result;
     }
 
 private:
     std::array<Intersection, 2> hits;
-    std::size_t held = 0;
+    std::size_t hitCount = 0;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,7 +6,7 @@
 
 #include <QuarnScreen/IScreenGeometry.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Appends positions by UV to a polyline, leaving out those that the screen does not map.
 class PolylineSampler {
@@ -24,4 +24,4 @@ private:
     std::vector<Point<double, 3>>& polyline;
 };
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -2,7 +2,7 @@
 /// How far from a screen its nominal viewer stands.
 #pragma once
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Factor from a screen's size to the y of its view position: the viewer stands farther from a larger screen.
 [[nodiscard]] constexpr double viewDistanceFactor(double size) {
@@ -11,4 +11,4 @@ namespace quarn {
     return -10.0;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -8,14 +8,14 @@
 
 #include <QuarnScreen/Detail/Platform/PagePrefault.h>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 constexpr std::streamsize kHeaderSize = 80;
 constexpr std::size_t kRecordSize = 50;
 
 // Sum of a normal's components below which it counts as not given.
-constexpr double kLeastNormalSum = 1e-6;
+constexpr double kMinNormalSum = 1e-6;
 
 // Twelve floats, little-endian as this machine: the normal, then the corners.
 using Numbers = std::array<float, 12>;
@@ -35,7 +35,7 @@ void appendTriangle(const char* record, std::vector<Triangle>& triangles) {
     }
     triangle.computeCentroids();
     const float sum = numbers[0] + numbers[1] + numbers[2];
-    if (!(std::abs(static_cast<double>(sum)) < kLeastNormalSum)) return;
+    if (!(std::abs(static_cast<double>(sum)) < kMinNormalSum)) return;
     triangle.computeGeometry();
     for (TriangleVertex& corner : triangle.vertices) corner.normal = triangle.normal;
 }
@@ -53,11 +53,11 @@ bool readStlBinary(std::istream& in, std::size_t size, std::vector<Triangle>& tr
     std::memcpy(&count, countBytes.data(), sizeof(count));
     if (count < 1) return true;
 
-    const std::size_t room = std::min(static_cast<std::size_t>(count), size / kRecordSize);
-    triangles.reserve(triangles.size() + room);
-    PagePopulation pages;
-    pages.offer(triangles.data() + triangles.size(), room * sizeof(Triangle));
-    pages.populate();
+    const std::size_t capacity = std::min(static_cast<std::size_t>(count), size / kRecordSize);
+    triangles.reserve(triangles.size() + capacity);
+    PagePrefault pages;
+    pages.setRange(triangles.data() + triangles.size(), capacity * sizeof(Triangle));
+    pages.prefault();
 
     std::array<char, kRecordSize> record{};
     for (std::int32_t i = 0; i < count; ++i) {
@@ -67,4 +67,4 @@ bool readStlBinary(std::istream& in, std::size_t size, std::vector<Triangle>& tr
     return true;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

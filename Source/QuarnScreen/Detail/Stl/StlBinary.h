@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Reads a binary STL stream from its start and appends its triangles: positions, the file's normal, no UV.
 ///
@@ -20,4 +20,4 @@ namespace quarn {
 ///         no error
 bool readStlBinary(std::istream& in, std::size_t size, std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

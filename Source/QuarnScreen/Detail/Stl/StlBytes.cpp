@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <streambuf>
 
-namespace quarn {
+namespace quarn::detail {
 
 std::string readRest(std::istream& in) {
     constexpr std::size_t kBlock = std::size_t{1} << 16U;
@@ -16,8 +16,8 @@ std::string readRest(std::istream& in) {
     bytes.reserve(static_cast<std::size_t>(std::max<std::streamsize>(buffer->in_avail(), 0)));
     while (!Traits::eq_int_type(buffer->sgetc(), Traits::eof())) {
         const std::size_t start = bytes.size();
-        const std::size_t room = bytes.capacity() - start;
-        bytes.resize(start + (room == 0 ? kBlock : std::min(kBlock, room)));
+        const std::size_t available = bytes.capacity() - start;
+        bytes.resize(start + (available == 0 ? kBlock : std::min(kBlock, available)));
         const std::streamsize count =
             buffer->sgetn(bytes.data() + start, static_cast<std::streamsize>(bytes.size() - start));
         bytes.resize(start + static_cast<std::size_t>(count));
@@ -25,4 +25,4 @@ std::string readRest(std::istream& in) {
     return bytes;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -6,11 +6,11 @@
 
 #include "StlBinary.h"
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // Room for the rest of a line and its end.
-constexpr std::streamsize kLineRoom = 80;
+constexpr std::streamsize kLineBufferSize = 80;
 
 // The text form, word by word. Errors are thrown as texts, and leave through readStl() alone.
 class StlParser {
@@ -64,8 +64,8 @@ private:
             state = State::End;
             return;
         }
-        std::array<char, kLineRoom> line{};
-        in.getline(line.data(), kLineRoom);
+        std::array<char, kLineBufferSize> line{};
+        in.getline(line.data(), kLineBufferSize);
         state = State::InSolid;
         if (!in.fail()) return;
         // Binary files may begin with the word too.
@@ -124,4 +124,4 @@ bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangle
     return false;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

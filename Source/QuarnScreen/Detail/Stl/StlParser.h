@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Reads an STL stream, binary or text, and appends its triangles. What is wrong is printed on the standard error
 /// stream; nothing is thrown.
@@ -19,4 +19,4 @@ namespace quarn {
 /// \return whether the stream was read without an error. The triangles read before one stay
 bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangles);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -5,7 +5,7 @@
 
 #include <Common/TextConversion.h>
 
-namespace quarn {
+namespace quarn::detail {
 namespace {
 
 // A multiple of the three bytes that make up a group of base64, so that no piece but the last is padded.
@@ -31,13 +31,14 @@ std::string throughWideText(const std::string& bytes) {
     result.reserve(bytes.size());
     auto start = bytes.begin();
     while (start != bytes.end()) {
-        const auto most = bytes.end() - start;
+        const auto remaining = bytes.end() - start;
         // In front of an ASCII byte no sequence is cut.
-        const auto end = std::find_if(start + std::min<std::ptrdiff_t>(most, kPiece), bytes.end(), isAscii);
+        const auto end =
+            std::find_if(start + std::min<std::ptrdiff_t>(remaining, kPiece), bytes.end(), isAscii);
         result += toUtf8(fromUtf8(std::string(start, end)));
         start = end;
     }
     return result;
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

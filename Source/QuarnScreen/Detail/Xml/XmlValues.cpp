@@ -4,7 +4,7 @@
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 void writeNumberTag(int indent, std::wostream& out, const wchar_t* tag, double value) {
     XmlHelper::writeTag(indent, out, tag, XmlHelper::format(L"%.15e", value));
@@ -24,4 +24,4 @@ void readPointTag(xercesc::DOMNode* child, const wchar_t* tag, Point<double, 3>&
     point = XmlHelper::readPoint(child, ScreenGeometryXmlHelper::makeParseExceptionMsg(tag).c_str());
 }
 
-}  // namespace quarn
+}  // namespace quarn::detail

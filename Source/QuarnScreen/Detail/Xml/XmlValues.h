@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn {
+namespace quarn::detail {
 
 /// Writes a child element with 16 significant digits.
 void writeNumberTag(int indent, std::wostream& out, const wchar_t* tag, double value);
@@ -21,4 +21,4 @@ void readNumberTag(xercesc::DOMNode* child, const wchar_t* tag, double& value);
 /// Reads \p child into \p point where it is the element \p tag.
 void readPointTag(xercesc::DOMNode* child, const wchar_t* tag, Point<double, 3>& point);
 
-}  // namespace quarn
+}  // namespace quarn::detail

@@ -1,0 +1,60 @@
+#include "CurrentError.h"
+
+#include <new>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <Common/Detail/NodeText.h>
+#include <Common/TextConversion.h>
+#include <Common/ZelmoreException.h>
+
+namespace quarn {
+
+namespace {
+
+Error malformedXmlError(const XMLCh* message, std::uint64_t line = 0) {
+    return Error({.found = "malformed XML: " + toUtf8(detail::fromXmlText(message)), .line = line});
+}
+
+// The library's file and line name a place in its source, and no place in the input.
+Error libraryError(const ZelmoreExceptionBase& error) {
+    if (!error.message().empty()) return Error({.found = toUtf8(error.message())});
+    return Error(
+        {.found = "the screen cannot be read (" + error.file() + ":" + std::to_string(error.line()) + ")"});
+}
+
+Error systemFailure(const std::string& found) {
+    return Error({.kind = ErrorKind::SystemFailure, .found = found});
+}
+
+}  // namespace
+
+Error currentError() {
+    try {
+        throw;
+    } catch (const Error& error) {
+        return error;
+    } catch (const ZelmoreExceptionBase& error) {
+        return libraryError(error);
+    } catch (const xercesc::SAXParseException& error) {
+        return malformedXmlError(error.getMessage(), error.getLineNumber());
+    } catch (const xercesc::SAXException& error) {
+        return malformedXmlError(error.getMessage());
+    } catch (const xercesc::XMLException& error) {
+        return malformedXmlError(error.getMessage());
+    } catch (const xercesc::DOMException& error) {
+        return malformedXmlError(error.getMessage());
+    } catch (const xercesc::OutOfMemoryException&) {
+        return systemFailure("out of memory");
+    } catch (const std::bad_alloc&) {
+        return systemFailure("out of memory");
+    } catch (const std::exception& error) {
+        return systemFailure(error.what());
+    } catch (...) {
+        return systemFailure("an error of an unknown kind");
+    }
+}
+
+}  // namespace quarn

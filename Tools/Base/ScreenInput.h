@@ -1,0 +1,34 @@
+/// \file
+/// Screens from files, with their progress and warnings on standard error.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include <QuarnKit/Base/Observer.h>
+#include <QuarnKit/Formats/ScreenReader.h>
+
+#include "Base/ProgressLine.h"
+
+namespace quarn::tool {
+
+/// Writes notices as lines on standard error, and shows the stage on a terminal.
+class ConsoleObserver : public Observer {
+public:
+    void setStage(const std::string& stage) override;
+    void notify(const Notice& notice) override;
+
+private:
+    ProgressLine progress;
+};
+
+/// Reads a screen as quarn::readScreen() does, and shows what that reports.
+[[nodiscard]] Screen openScreen(const std::string& path, std::uint64_t maxMemory,
+                                const ObjOptions& objOptions,
+                                const std::function<void(ObjSource&)>& prepare = {});
+
+/// Writes a warning if a mesh has no UV, for commands that need it.
+void warnWithoutUV(const Screen& screen);
+
+}  // namespace quarn::tool
