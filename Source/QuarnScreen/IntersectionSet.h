@@ -7,43 +7,56 @@
 #include <Common/Export.h>
 #include <QuarnScreen/Intersection.h>
 
-/// The hits of one ray, in the order in which the shape found them until sort() is called. Duplicates stay.
+/// The hits of one ray.
 ///
-/// Thread-safety: that of a value.
+/// Until sort() is called, the hits are in the order in which the screen found them. Duplicates are
+/// not removed. An empty set is the result of a ray without a hit. The set owns its hits;
+/// references and iterators become invalid with any change of the set.
+///
+/// Thread-safety: concurrent reads are safe, as for a built-in value.
+///
+/// \code{.cpp}
+/// Intersection nearHit;
+/// nearHit.point = {0.0, 1.0, 0.0};
+/// IntersectionSet hits(Point<double, 3>(0.0, 5.0, 0.0));
+/// hits.add(nearHit);
+/// hits.sort({0.0, 0.0, 0.0}, {0.0, 1.0, 0.0});
+/// assert(hits.count() == 2 && hits.first().point[1] == 1.0);
+/// \endcode
 class QUARNSCREEN_EXPORT IntersectionSet {
 public:
     using const_iterator = std::vector<Intersection>::const_iterator;
 
-    /// The empty set.
+    /// Creates the empty set.
     IntersectionSet();
-    /// A set of one hit.
+    /// Creates a set of one hit.
     IntersectionSet(const Intersection& hit);
-    /// A set of one hit of which only the position is known.
+    /// Creates a set of one hit of which only the position is known.
     IntersectionSet(const Point<double, 3>& point);
     IntersectionSet(const IntersectionSet& other);
     /// Leaves \p other empty.
     IntersectionSet(IntersectionSet&& other) noexcept;
     IntersectionSet& operator=(const IntersectionSet& other);
-    /// Leaves \p other empty; assignment to itself does nothing.
+    /// Leaves \p other empty. Assignment to itself does nothing.
     IntersectionSet& operator=(IntersectionSet&& other) noexcept;
     ~IntersectionSet();
 
     [[nodiscard]] bool empty() const { return hits.empty(); }
     [[nodiscard]] int count() const { return static_cast<int>(hits.size()); }
 
-    /// Hits by position.
-    /// \pre the hit exists; it is not checked.
+    /// Returns a hit by its index in the current order, from 0.
+    /// \pre the hit exists; it is not checked
     [[nodiscard]] const Intersection& first() const { return hits.front(); }
     [[nodiscard]] const Intersection& last() const { return hits.back(); }
     [[nodiscard]] const Intersection& get(int index) const { return hits[static_cast<std::size_t>(index)]; }
 
-    /// Appends a copy.
+    /// Appends a copy of a hit. Amortized O(1).
     void add(const Intersection& hit);
 
-    /// Orders the hits by their distance from \p from; equal distances keep their order.
+    /// Sorts the hits by their distance from \p from. Equal distances keep their order. O(n log n).
     ///
-    /// Intended: \p to is ignored, where a reader would expect an order along the ray. A hit behind \p from
-    /// sorts by its distance like any other.
+    /// \note Intended: \p to is ignored; a reader would expect an order along the ray. A hit behind
+    ///       \p from is sorted by its distance like any other.
     void sort(const Point<double, 3>& from, const Point<double, 3>& to);
 
     [[nodiscard]] const_iterator begin() const { return hits.begin(); }

@@ -8,44 +8,62 @@
 
 #include <QuarnScreen/Point.h>
 
-/// N by N numbers, stored row by row; all zero by default.
+/// A square matrix of N by N numbers, stored row by row. All elements are zero by default.
 ///
-/// Matrix<float, 4> is the instance in use: an affine map whose column 3 is the translation. All arithmetic
-/// is done in T. Thread-safety: that of a value.
+/// The library uses Matrix<float, 4>: an affine map whose column 3 is the translation. All
+/// arithmetic is done in T.
+///
+/// Thread-safety: concurrent reads are safe, as for a built-in value.
+///
+/// \tparam T type of an element
+/// \tparam N number of rows and columns
+///
+/// \code{.cpp}
+/// auto move = Matrix<float, 4>::identity();
+/// move(0, 3) = 5.0F;
+/// Matrix<float, 4> back;
+/// assert(move.inverse(back));
+/// assert(back.transformPoint(6.0F, 2.0F, 3.0F)[0] == 1.0F);
+/// \endcode
 template <class T, std::size_t N>
 class Matrix {
 public:
-    /// Ones on the diagonal, zeros elsewhere.
+    /// Returns the identity matrix.
     [[nodiscard]] static constexpr Matrix identity();
 
-    /// Element of a row and a column, from 0.
-    /// \pre both are below N; it is not checked.
+    /// Returns the element of a row and a column, from 0.
+    /// \pre both are below N; it is not checked
     constexpr T& operator()(std::size_t row, std::size_t column) { return elements[N * row + column]; }
     constexpr const T& operator()(std::size_t row, std::size_t column) const {
         return elements[N * row + column];
     }
 
-    /// Matrix product, each element added up from zero along the row.
+    /// Returns the matrix product. Each element is added up from zero in index order. O(N^3).
     friend constexpr Matrix operator*(const Matrix& left, const Matrix& right) {
         return product(left, right);
     }
 
-    /// Element by element; a matrix that holds a NaN is unequal to itself.
+    /// Compares element by element. A matrix with a NaN is unequal to itself.
     friend constexpr bool operator==(const Matrix& a, const Matrix& b) { return !differ(a, b); }
     friend constexpr bool operator!=(const Matrix& a, const Matrix& b) { return differ(a, b); }
 
-    /// The mapped position: translation first, then x, y and z. Row 3 is not read and nothing is divided by
-    /// w.
+    /// Returns the mapped position of an affine map. The products are added to the translation in
+    /// the order x, y, z. Row 3 is not read, and there is no division by w.
+    /// \pre N is 4; any other size does not compile
     [[nodiscard]] constexpr Point<T, 3> transformPoint(T x, T y, T z) const;
 
-    /// Writes the inverse matrix. Source: Gauss-Jordan elimination in place with row pivoting.
+    /// Computes the inverse matrix. O(N^3).
     ///
-    /// \param[out] result left half done where the answer is false
-    /// \return false as soon as a pivot's magnitude falls below kLeastPivot. Intended: the limit does not
-    ///        follow the matrix's scale, so a small invertible matrix is refused.
+    /// Source: Gauss-Jordan elimination in place with partial (row) pivoting, as in Press et al.,
+    /// "Numerical Recipes" (1992), section 2.1.
+    ///
+    /// \param[out] result the inverse if the function returns true, else unspecified elements
+    /// \return false as soon as the magnitude of a pivot falls below kLeastPivot
+    /// \note Intended: the limit does not scale with the matrix, so a small invertible matrix is
+    ///       refused; a reader would expect a relative limit.
     bool inverse(Matrix& result) const;
 
-    /// Least magnitude of a pivot, in the unit of the elements.
+    /// Smallest magnitude of a pivot that inverse() accepts, in the unit of the elements.
     static constexpr double kLeastPivot = 1e-6;
 
 private:
@@ -103,12 +121,13 @@ bool Matrix<T, N>::inverse(Matrix& result) const {
         if (std::abs(m(j, j)) < kLeastPivot) return false;
         m.eliminate(j);
     }
-    // Exchanged rows of the matrix are exchanged columns of its inverse, undone from the last to the first.
+    // Swapped rows of the matrix are swapped columns of its inverse. Undo them from last to first.
     for (std::size_t j = N; j-- > 0;) m.swapColumns(j, pivots[j]);
     return true;
 }
 
-// Row at or below the diagonal whose element in the column is greatest; the first of equal ones.
+// Returns the row, from the diagonal down, with the largest element in the column; the first of
+// equal ones.
 template <class T, std::size_t N>
 std::size_t Matrix<T, N>::pivotRow(std::size_t column) const {
     const Matrix& m = *this;
@@ -130,7 +149,8 @@ void Matrix<T, N>::swapColumns(std::size_t a, std::size_t b) {
     for (std::size_t k = 0; k < N; ++k) std::swap((*this)(k, a), (*this)(k, b));
 }
 
-// One step of Gauss-Jordan: the pivot becomes its reciprocal's row, all other rows lose their part of it.
+// One step of Gauss-Jordan elimination: scales the pivot row by the reciprocal of the pivot and
+// subtracts its multiples from all other rows.
 template <class T, std::size_t N>
 void Matrix<T, N>::eliminate(std::size_t column) {
     Matrix& m = *this;

@@ -1,5 +1,5 @@
 /// \file
-/// Screens made of triangles.
+/// Screens that consist of triangles.
 #pragma once
 
 #include <cstdint>
@@ -21,189 +21,272 @@ class RayScene;
 struct MeshIndexes;
 }  // namespace quarn::detail
 
-/// A surface of independent triangles, each with its own corners, normals and UVs.
+/// A mesh screen: a surface of independent triangles, each with its own corners, normals and UVs.
 ///
-/// The class is abstract: a derived class fills `triangles`, then calls addScreenToScene(). From then on every query
-/// works. Three kinds of index answer them:
-///  - the ray tracer's scene, in single precision, every question that begins with a ray;
-///  - a quadtree over UV, in double precision, which triangle holds a UV;
-///  - a k-d tree over the triangles' centroids, in double precision, which triangle lies at a position.
+/// Frame, unit and UV are those of IScreenGeometry. The class is abstract. A derived class fills
+/// `triangles` and then calls addScreenToScene(); from then on every query works. Three kinds of
+/// index serve the queries:
+///  - the ray tracer's scene, in single precision, finds the triangles that a ray hits;
+///  - a quadtree over UV, in double precision, finds the triangle that contains a UV;
+///  - a k-d tree over the centroids, in double precision, finds the triangle at a position.
 ///
-/// A position that comes from a ray is rounded to floats, about 1e-7 of the largest coordinate off the surface.
+/// A position from a ray is rounded to single precision: it is off the surface by about 1e-7 of the
+/// largest coordinate. Triangles are closed; a position is on a triangle if it lies within 1e-5 of
+/// the triangle's plane and its projection lies in the triangle.
 ///
-/// Intended: the indexes read the fields of each triangle as they are stored, and changes of `triangles` that are
-/// followed by initTriangleData() alone leave the ray tracer's scene as it was; a reader would expect both to be
-/// brought up to date.
+/// **Ownership.** A screen owns its triangles. It is neither copyable nor movable, as its indexes
+/// point into the triangles.
 ///
-/// **Threads.** Once built, all const operations may run on any number of threads at once. What changes the mesh must
-/// not overlap with anything else on the same screen. Screens may be made and destroyed on several threads at once.
+/// **Cost.** n is the number of triangles. Building the indexes is O(n log n). A query for a ray, a
+/// position or a UV is O(log n) on average and O(n) in the worst case.
 ///
-/// A screen is neither copied nor moved, as its indexes point into its triangles.
+/// **Threads.** After a build, all const operations may run on any number of threads at once.
+/// Operations that change the mesh must not overlap with another use of the same screen. Screens
+/// may be created and destroyed on several threads at once.
+///
+/// \note Intended: the indexes read the derived fields of each triangle as they are stored, and
+///       initTriangleData() leaves the ray tracer's scene unchanged; a reader would expect both to
+///       be updated with the mesh.
+///
+/// \code{.cpp}
+/// OBJScreen loaded;
+/// std::istringstream text("v 0 0 0\nv 1 0 0\nv 0 0 1\nvn 0 -1 0\nf 1//1 2//1 3//1\n");
+/// loaded.deserialize(text);
+/// const MeshScreen& mesh = loaded;
+/// assert(mesh.intersect({0.25, -1.0, 0.25}, {0.25, 0.0, 0.25}).count() == 1);
+/// assert(mesh.isOnScreenSection({0.25, 0.0, 0.25}) && !mesh.hasValidBoundary());
+/// \endcode
 class QUARNSCREEN_EXPORT MeshScreen : public ScreenGeometry {
 public:
-    /// One of the last answers of mapInto3D().
+    /// A cached result of mapInto3D().
     struct MappingInto3D {
-        /// How an answer was got.
+        /// Kind of a result.
         enum State : int {
-            OnScreen = 0,      ///< A triangle holds the UV; the position lies on the mesh.
-            Extrapolated = 1,  ///< No triangle holds the UV; the position continues the triangles near it.
-            OutOfBounds = 2    ///< No triangle holds the UV, and the position means nothing.
+            OnScreen = 0,      ///< A triangle contains the UV; the position is on the mesh.
+            Extrapolated = 1,  ///< No triangle contains the UV; the position is extrapolated.
+            OutOfBounds = 2    ///< No triangle contains the UV; the position is unspecified.
         };
 
-        Point<double, 2> uv;     ///< The UV exactly as it was asked for.
-        Point<double, 3> point;  ///< The answer.
-        State state = OnScreen;  ///< How it was got.
+        Point<double, 2> uv;     ///< The queried UV, exactly.
+        Point<double, 3> point;  ///< The position.
+        State state = OnScreen;  ///< Kind of the result.
     };
 
-    /// A screen without triangles. The first one of the process opens the ray tracer.
+    /// Creates a screen without triangles. The first one of the process opens the ray tracer.
     MeshScreen();
     MeshScreen(const MeshScreen&) = delete;
     MeshScreen& operator=(const MeshScreen&) = delete;
     MeshScreen(MeshScreen&&) = delete;
     MeshScreen& operator=(MeshScreen&&) = delete;
-    /// The last one of the process closes the ray tracer.
+    /// Destroys the screen. The last one of the process closes the ray tracer.
     ~MeshScreen() override;
 
-    /// Whether the mesh has one closed outline with a real UV at each of its points.
+    /// Returns true if the mesh has exactly one closed boundary, with a UV at each of its points.
     [[nodiscard]] bool hasValidBoundary() const;
-    /// Mean of the triangles' centroids, weighted by their areas; zero for a mesh without area.
+    /// Returns the mean of the triangles' centroids, weighted by area; zero for a mesh without
+    /// area.
     [[nodiscard]] const Point<double, 3>& getCentroid() const;
 
-    /// The hits of the ray from \p start through \p end, nearest first, at most ten.
+    /// Returns the hits of the ray from \p start through \p end, nearest first, at most ten. The
+    /// ray does not end at \p end, and hits behind \p start are not found.
     ///
-    /// Positions are in single precision. Every hit has a UV, which means nothing on a mesh without UVs. Intended:
-    /// `end` does not end the ray, hits behind `start` are not found, and a surface that lies closer than a thousandth
-    /// of the length of `end - start` behind another is passed over. A ray with a coordinate that is not finite, or
-    /// beyond 1.844e18, hits nothing.
+    /// Positions are in single precision. Every hit has a UV, which is unspecified on a mesh
+    /// without UVs. O(log n) per hit on average.
+    /// \return the empty set for a miss, and for a ray with a coordinate that is not finite or
+    ///         beyond 1.844e18
+    /// \note Intended: a surface closer behind another surface than a thousandth of the length of
+    ///       `end - start` is skipped; a reader would expect both hits.
     [[nodiscard]] IntersectionSet intersect(const Point<double, 3>& start,
                                             const Point<double, 3>& end) const override;
-    /// The hits of intersect() on the given side of their triangles, all of them for a sign of 0. Where there is none,
-    /// one hit without triangle and UV: the position of the ray, not before \p start, that is nearest to the outline's
-    /// point in the direction most like the ray's, as seen from \p end. It is (0, 0, 0) for a mesh without outline.
+    /// Returns the hits of intersect() on the side \p normalSign of their triangles, or all hits
+    /// for a sign of 0.
+    ///
+    /// If there is none, the result is one hit without triangle and UV. The boundary point is
+    /// chosen whose direction from \p end is most parallel to the ray. The hit is the position on
+    /// the ray, not before \p start, that is nearest to the boundary at that point; (0, 0, 0) for a
+    /// mesh without boundary. O(boundary points) in that case.
+    /// \note Intended: a boundary point straight behind \p end counts as much as one straight
+    ///       ahead; a reader would expect the one ahead.
     [[nodiscard]] IntersectionSet intersectExtrapolatedWithSpecifiedNormal(const Point<double, 3>& start,
                                                                            const Point<double, 3>& end,
                                                                            int normalSign) const override;
-    /// Whether a triangle lies at the position, as getScreenNormal() finds it.
+    /// Returns true if a triangle lies at the position: if getScreenNormal() is not zero.
     [[nodiscard]] bool isOnScreenSection(const Point<double, 3>& point) const override;
-    /// Face normal of the triangle on which the position lies: at most 1e-5 off its plane, in the mesh's unit. Zero
-    /// where there is none. Intended: where the first triangle that is looked at does not hold the position and lies
-    /// outside of the outline in UV, the answer is zero too.
+    /// Returns the face normal of the triangle that contains the position: the projection lies in
+    /// the triangle, at most 1e-5 away. Of several triangles, the one with the nearest centroid is
+    /// taken.
+    /// \return zero if no triangle contains the position
+    /// \note Intended: on a mesh with a valid boundary, the result is also zero if the first
+    ///       triangle that is checked does not contain the position and lies outside of the
+    ///       boundary in UV; a reader would expect the normal.
     [[nodiscard]] Point<double, 3> getScreenNormal(const Point<double, 3>& point) const override;
-    /// Foot of the position on the triangle with the nearest centroid. Intended: zero where the foot falls outside of
-    /// that triangle; a reader would expect the nearest position of the mesh.
+    /// Returns the projection of the position onto the triangle with the nearest centroid.
     /// \throws ZelmoreException "There are no values in the KDTree" for a mesh without triangles
+    /// \note Intended: the result is zero if the projection falls outside of that triangle; a
+    ///       reader would expect the nearest position of the mesh.
     [[nodiscard]] Point<double, 3> getClosestPoint(const Point<double, 3>& point) const override;
-    /// UV of the position's foot on the triangle that holds it, as getScreenNormal() finds that. With \p extrapolate: on
-    /// the plane of the triangle with the nearest centroid, also beyond two of its edges. Intended: a foot beyond the
-    /// edge from corner 0 to corner 2 has no UV.
-    /// \return kNoUV where there is no answer, or no parameterisation
-    /// \throws ZelmoreException "There are no values in the KDTree", with \p extrapolate, for a mesh without triangles
+    /// Returns the UV of the position's projection onto the triangle that contains it, as
+    /// getScreenNormal() defines that triangle. With \p extrapolate, the UV is that of the
+    /// projection onto the plane of the triangle with the nearest centroid, also beyond two of its
+    /// edges.
+    /// \return kNoUV if no triangle contains the position, or for a mesh without parameterization
+    /// \throws ZelmoreException "There are no values in the KDTree", with \p extrapolate, for a
+    ///         mesh with a parameterization and without triangles
+    /// \note Intended: a projection beyond the edge from corner 0 to corner 2 has no UV; a reader
+    ///       would expect all three edges to be extrapolated.
     [[nodiscard]] Point<double, 2> mapInto2D(const Point<double, 3>& point, bool extrapolate) const override;
-    /// Position of a UV. The last twenty answers are kept. Intended: they outlive every change of the mesh, so that a UV
-    /// asked for before is answered as then; a reader would expect them to go.
+    /// Computes the position of a UV. The last twenty results are cached.
     ///
-    /// \param[out] result written where the answer is true. Intended: also where an answer is refused that was
-    ///        extrapolated before, and, with a position that means nothing, where the UV was refused before
-    /// \param extrapolate for a UV in no triangle: continue the triangles with the nearest centroids in UV, and take the
-    ///        mean of those that agree best; NaN for a mesh of a single triangle
+    /// \param uv the UV
+    /// \param[out] result the position; written if the function returns true
+    /// \param extrapolate for a UV in no triangle, extrapolate the triangles with the nearest
+    ///        centroids in UV, and return the mean of the positions that agree best; NaN for a mesh
+    ///        of a single triangle
+    /// \return false for a mesh without parameterization, and without \p extrapolate for a UV that
+    ///         no triangle contains
+    /// \note Intended: cached results survive every change of the mesh, so that a repeated UV has
+    ///       its old result; a reader would expect them to be invalidated.
+    /// \note Intended: \p result is also written if a cached result is refused: with the
+    ///       extrapolated position if the UV was extrapolated earlier, else with an unspecified
+    ///       position. A reader would expect it to be unchanged.
     bool mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result, bool extrapolate) const override;
-    /// Samples as the contract tells, but those that mapInto3D() refuses.
+    /// Samples as IScreenGeometry::sampleHorizontally() specifies, except UVs for which mapInto3D()
+    /// returns false. A count of 1 gives a u of NaN.
     void sampleHorizontally(double v, double uStart, double uEnd, int count, int row, GridSamples& samples,
                             bool extrapolate) const override;
-    /// Row by row, each from left to right, without the positions off the mesh; NaN and so nothing for one row or one
-    /// column. Without parameterisation: points of the outline, about as many as the rim of the grid has, and from
-    /// three rows or columns on the corner nearest to the origin by |x| + |y| + |z|.
+    /// Returns the positions row by row, each row from left to right, without positions off the
+    /// mesh. One row or one column gives UVs of NaN, and so no positions.
+    ///
+    /// Without parameterization, returns points of the boundary instead: about as many as the grid
+    /// has on its boundary. For three or more rows or columns, the corner with the smallest |x| +
+    /// |y| + |z| follows. O(n).
     [[nodiscard]] std::vector<Point<double, 3>> getDefaultCalibrationPoints(int columns,
                                                                             int rows) const override;
-    /// All corners with their normals. Intended: nothing is cleared, and the indices begin at 0 in each call.
+    /// Appends all corners with their normals. O(n).
+    /// \note Intended: no list is cleared, and the indices start at 0 in each call; a reader would
+    ///       expect cleared lists. Pass empty lists.
     void generateGeometry(Point<double, 3>& viewPoint, std::vector<int>& indices,
                           std::vector<Point<double, 3>>& vertices,
                           std::vector<Point<double, 3>>& normals) const override;
-    /// Replaces the first polyline of \p out by the outline, which repeats its first point as its last; does nothing for
-    /// a mesh without outline. Intended: nothing is appended where there is a polyline already.
+    /// Replaces the first polyline of \p out by the boundary, whose first point is repeated as its
+    /// last. Leaves \p out unchanged for a mesh without boundary. O(boundary points).
+    /// \note Intended: a polyline is appended only to an empty list; a reader would expect it
+    ///       always.
     void sampleBoundary(Polylines& out) const override;
-    /// The outline, then the lines of constant v and of constant u, cut off where the outline in UV ends: \p density
-    /// lines each way with 30 samples. The grid last made is kept; one that another thread is making under the same
-    /// density is not waited for: the one of before is handed out. Intended: a line that begins outside gives an empty
-    /// polyline first.
+    /// Replaces \p grid by the boundary, followed by the lines of constant v and of constant u,
+    /// clipped to the boundary in UV: \p density lines in each direction with 30 samples each.
+    ///
+    /// The last grid is cached with its density. O(density (boundary points + log n)) for a new
+    /// density.
+    /// \note Intended: while another thread computes the grid of the same density, the previous
+    ///       grid is returned; a reader would expect to wait.
+    /// \note Intended: a line that starts outside of the boundary gives an empty polyline first; a
+    ///       reader would expect none.
     void sampleGrid(Polylines& grid, int density) const override;
-    /// Mean of the directions from the eye point to all corners; NaN for a mesh without triangles.
+    /// Returns the mean of the directions from the eye position to all corners; NaN for a mesh
+    /// without triangles, and for a corner at the eye position. O(n).
     [[nodiscard]] Point<double, 3> getCenterOfScreenHeading() const override;
-    /// Greatest angle between the heading and the direction to a corner, in radians.
+    /// Returns the largest angle between the heading and the direction to a corner, in radians.
+    /// O(n).
     [[nodiscard]] double getMaxAngleFromHeading() const override;
 
-    /// Replaces \p outline by the outline in UV. Does nothing where it is the mesh's own list.
+    /// Replaces \p outline by the boundary in UV. O(boundary points).
     void sampleBoundaryUV(std::vector<Point<double, 2>>& outline) const override;
-    /// False.
+    /// Returns false.
     [[nodiscard]] bool isPlanar() const override;
-    /// The zero position.
+    /// Returns (0, 0, 0).
     [[nodiscard]] Point<double, 3> getEyepoint() const override;
-    /// Twenty zero bytes.
+    /// Returns 20 zero bytes.
     [[nodiscard]] DataHash getUniqueDataHash() const override;
-    /// Replaces \p copy by the triangles. Does nothing where it is the mesh's own list.
+    /// Replaces \p copy by a copy of the triangles. O(n).
     void getTesselation(std::vector<Triangle>& copy) const override;
-    /// Whether there is a triangle.
+    /// Returns true if the mesh has at least one triangle.
     [[nodiscard]] bool hasTesselation() const override;
-    /// Bounds of all corners; does nothing where a pointer is null. A mesh that was built without triangles has
-    /// inverted bounds.
+    /// Writes the bounds of all corners, as of the last build. Does nothing if a pointer is null. A
+    /// mesh that was built without triangles has inverted bounds; a mesh before its first build has
+    /// zero bounds.
     void getBounds(Point<double, 3>* min, Point<double, 3>* max) const override;
 
-    /// Cuts triangles until no edge is longer than \p maxEdgeLength, in the mesh's unit. Intended: pieces have no normal,
-    /// so that no position lies on them; and the ray tracer keeps the mesh of before, here and in the two operations
-    /// below.
-    /// \warning It does not end for a bound of zero or below, nor for one that edges cannot reach by being halved.
+    /// Subdivides triangles until no edge is longer than \p maxEdgeLength, in the mesh's unit, and
+    /// rebuilds the indexes except the ray tracer's scene. O(m log m) for m resulting triangles.
+    /// \note Intended: the new triangles have no normal, so that no position lies on them; a reader
+    ///       would expect the normal of the subdivided triangle.
+    /// \note Intended: the ray tracer's scene is unchanged, here and in applyTransform() and
+    ///       applyParameterizationTransform(); a reader would expect it to be rebuilt.
+    /// \warning Does not terminate for a bound of zero or less, and for a bound that halving cannot
+    ///          reach.
     void refine(double maxEdgeLength);
 
-    /// Scales the mesh, turns it and moves it. Normals follow. Intended: centroids, by which positions are found, stay.
-    /// \param rotation degrees: about Z (negated), X and Y; the turn about Y comes first
-    /// \warning As findBoundaryNew(): it may not end where an argument makes a coordinate NaN.
+    /// Scales the mesh, then rotates it, then translates it, and rebuilds the indexes except the
+    /// ray tracer's scene. Normals are recomputed. O(n log n).
+    /// \param translation the translation, in the mesh's unit
+    /// \param rotation angles in degrees: about Z (negated), X and Y; the rotation about Y is
+    ///        applied first
+    /// \param scale factor of all positions
+    /// \note Intended: the centroids, by which positions are found, are unchanged; a reader would
+    ///       expect them to move with the mesh.
+    /// \warning May not terminate if an argument makes a coordinate NaN, as findBoundaryNew().
     void applyTransform(const Point<double, 3>& translation, const Point<double, 3>& rotation, double scale);
 
-    /// Turns u, v or both round: 1 - u, 1 - v. Intended: what the triangles derive from their UVs stays. Does nothing on
-    /// a screen without parameterisation.
+    /// Flips u, v or both: 1 - u, 1 - v. Rebuilds the indexes except the ray tracer's scene. Does
+    /// nothing for a screen without parameterization. O(n log n).
+    /// \note Intended: the derived UV fields of the triangles are unchanged; a reader would expect
+    ///       them to be recomputed.
     void applyParameterizationTransform(bool flipU, bool flipV);
 
-    /// Pulls a position onto a crease of the mesh near to it: of the edges between the few triangles with the nearest
-    /// centroids that between the two whose normals differ most. The position itself where that edge is 0.5 or more
-    /// away, in the mesh's unit, or the mesh has too few triangles (100 for each level of its UV tree, up to 500).
+    /// Snaps a position to a nearby crease of the mesh.
+    ///
+    /// The crease is an edge that two of the few triangles with the nearest centroids share: the
+    /// edge whose two normals differ most.
+    /// \return the nearest position on the crease; \p point itself if the crease is 0.5 or more
+    ///         away, in the mesh's unit, or if the mesh has too few triangles: 100 per level of its
+    ///         UV tree, up to 500
     [[nodiscard]] Point<double, 3> getPointOnMeshEdge(const Point<double, 3>& point) const;
 
-    /// SHA-1 of the text's bytes.
+    /// Returns the SHA-1 digest of the text's bytes. O(n).
     [[nodiscard]] static DataHash calcUniqueDataHash(const std::string& data);
 
-    /// Finds the outline of a mesh: the edges that an odd number of triangles share, walked from the least corner on.
-    /// Corners count as one only where position and UV are equal, so a seam in UV is part of the outline.
+    /// Finds the boundary of a mesh: the edges that an odd number of triangles share, in walking
+    /// order from the smallest corner in the order of x, y, z, u, v.
     ///
-    /// \param[out] boundary replaced. Where there are several outlines it holds the first, and a warning is logged
-    /// \return whether there is one outline, with a real UV at each point
-    /// \warning It may not end for corners with coordinates that are NaN: such an outline does not close.
+    /// Two corners are the same only if position and UV are equal exactly, so a seam in UV is part
+    /// of the boundary. O(n) on average.
+    /// \param triangles the mesh; derived fields are not read
+    /// \param[out] boundary the boundary, with pointers into \p triangles; empty for a closed
+    ///        surface. Of several boundaries, it is the first, and a warning is logged
+    /// \return true if there is exactly one boundary, with a UV at each point
+    /// \warning May not terminate for corners with coordinates that are NaN, as such a boundary
+    ///          does not close.
     static bool findBoundaryNew(const std::vector<Triangle>& triangles, Boundary& boundary);
 
-    /// Whether the UVs of a mesh differ at all.
+    /// Returns true if any two corners of a mesh differ in UV. False for an empty list. O(n).
     [[nodiscard]] static bool checkParameterization(const std::vector<Triangle>& triangles);
 
 protected:
-    /// Builds every index, then hands the triangles to the ray tracer. Intended: without triangles the tracer keeps
-    /// those of before.
+    /// Builds every index, and then the ray tracer's scene. O(n log n).
+    /// \note Intended: without triangles, the ray tracer's scene is unchanged; a reader would
+    ///       expect it to be emptied.
     void addScreenToScene();
 
-    /// Builds every index but the ray tracer's.
+    /// Builds every index except the ray tracer's scene. O(n log n).
     void initTriangleData();
 
-    /// Empties every index but the ray tracer's, for a load that dropped triangles and then stopped. Bounds, centroid and
-    /// hasValidBoundary() stay.
+    /// Clears every index except the ray tracer's scene, for a load that removed triangles and then
+    /// failed. Bounds, centroid and hasValidBoundary() are unchanged.
     void dropTriangleData();
 
-    /// Makes the grid of sampleGrid() anew.
+    /// Computes the grid of sampleGrid() without its cache.
     [[nodiscard]] Polylines calculateGrid(int density) const;
 
-    /// Whether a UV lies in an outline, or within 1e-9 of it. Crossings are counted, even or odd.
+    /// Returns true if a UV lies inside of a closed polygon by the even-odd rule, or within 1e-9 of
+    /// its edges. O(n).
     [[nodiscard]] static bool pointWithinBoundary(const std::vector<Point<double, 2>>& outline,
                                                   Point<double, 2> point);
 
-    /// The mesh. Any change must be followed by initTriangleData() or addScreenToScene(), as the indexes point into it.
+    /// The mesh. initTriangleData() or addScreenToScene() must follow any change, as the indexes
+    /// point into the list.
     std::vector<Triangle> triangles;
-    /// The outline, remade with the indexes.
+    /// The boundary, rebuilt with the indexes.
     Boundary boundary;
 
 private:

@@ -18,109 +18,153 @@
 
 /// A mesh screen from the text of a Wavefront OBJ file.
 ///
-/// The text is kept: it is what the screen saves as XML and what its digest covers. The screen keeps no path and reads
-/// no file again.
+/// The axes and the scale of the constructor map the frame and unit of the file to those of the
+/// screen. The screen stores the text, which it saves as XML and which its digest covers. The
+/// screen does not store the path, and does not read the file again.
 ///
-/// Read are the lines `v`, `vt`, `vn` and `f`, everything else is skipped. Every corner of a face must refer to a
-/// vertex and to a normal, by positive numbers (`v/t/n` or `v//n`); a UV is taken from `vt`. Polygons become fans of
-/// triangles. Intended: the values of the normals are not used, each triangle has that of its winding; and a text whose
-/// last face line has no line feed cannot be loaded (std::bad_alloc). A reader would expect otherwise.
+/// A load reads the lines `v`, `vt`, `vn` and `f` and skips all others. Every corner of a face must
+/// refer to a vertex and a normal by positive numbers (`v/t/n` or `v//n`). UVs are those of `vt`.
+/// Polygons become triangle fans.
 ///
-/// **Threads.** As for MeshScreen. A load starts threads of its own, which end before it returns.
+/// Thread-safety: as for MeshScreen. A load starts threads of its own, which end before the load
+/// returns.
+///
+/// \note Intended: the values of the normals are not used, and each triangle has the normal of its
+///       winding; a reader would expect the normals of the file.
+/// \note Intended: a text whose last face line has no line feed fails with std::bad_alloc; a reader
+///       would expect the line to be read.
+///
+/// \code{.cpp}
+/// OBJScreen screen;
+/// std::istringstream text("v 0 0 0\nv 1 0 0\nv 0 0 1\nvt 0 1\nvt 1 1\nvt 0 0\nvn 0 -1 0\n"
+///                         "f 1/1/1 2/2/1 3/3/1\n");
+/// screen.deserialize(text);
+/// assert(screen.getStatus() == OBJScreen::StatusOk);
+/// assert(screen.mapInto2D({0.25, 0.0, 0.5}, false)[0] == 0.25);
+/// \endcode
 class QUARNSCREEN_EXPORT OBJScreen : public MeshScreen {
 public:
-    /// How good the last load was.
+    /// Result of the last load.
     enum Status : int {
-        StatusOk = 0,                  ///< All is well.
-        StatusNoParameterization = 1,  ///< No `vt` line, or some corner has no UV: a surface without UVs.
-        StatusBadNormals = 2,          ///< No `vn` line, or a reference to none: not loaded.
-        StatusBadVertices = 3,         ///< No `v` line, or a reference to none: not loaded.
-        StatusFileNotOpened = 4,       ///< The file did not open.
+        StatusOk = 0,                  ///< Loaded, with valid UVs and one boundary.
+        StatusNoParameterization = 1,  ///< Loaded without UVs: no `vt` line, or none at a corner.
+        StatusBadNormals = 2,          ///< Not loaded: no `vn` line, or an invalid reference.
+        StatusBadVertices = 3,         ///< Not loaded: no `v` line, or an invalid reference.
+        StatusFileNotOpened = 4,       ///< Not loaded: the file did not open.
         StatusNotLoaded = 5,           ///< Nothing has been loaded yet.
-        StatusBadBoundary = 6,  ///< UVs are good, but there is not one closed outline: a surface without UVs.
-        StatusUvOutOfRange = 7  ///< Every corner has a UV, and one lies outside of [0, 1].
+        StatusBadBoundary = 6,         ///< Loaded without UVs: not exactly one closed boundary.
+        StatusUvOutOfRange = 7         ///< Loaded with UVs, of which one is outside of [0, 1].
     };
 
     /// One vertex of generateOBJScreenFile().
     struct PointData {
-        int index = 0;              ///< Number that the face lines print, from 1 in the map's order.
+        int index = 0;              ///< Number in face lines, from 1 in the order of the map.
         Point<double, 3> normal;    ///< Normal.
         Point<double, 3> position;  ///< Position.
         Point<double, 2> uv;        ///< UV.
     };
 
-    /// An empty screen.
-    /// \param axisForward, axisUpward axes of the file that become the screen's +Y and +Z: `X`, `Y` or `Z`, with a minus
-    ///        sign in front for the opposite direction
-    /// \param scale factor for all positions
+    /// Creates a screen without triangles, with the status StatusNotLoaded.
+    /// \param axisForward, axisUpward axes of the file that become the screen's +Y and +Z: `X`, `Y`
+    ///        or `Z`, after a minus sign for the opposite direction; not validated
+    /// \param scale factor for all positions; not validated
     OBJScreen(std::wstring axisForward = L"Y", std::wstring axisUpward = L"Z", float scale = 1.0F);
     ~OBJScreen() override;
 
-    /// "class OBJScreen".
+    /// Returns "class OBJScreen".
     [[nodiscard]] static const std::string& type();
     [[nodiscard]] const std::string& getType() const override;
 
+    /// Returns the result of the last load.
     [[nodiscard]] Status getStatus() const;
-    /// Whether the status is StatusOk.
+    /// Returns true if the status is StatusOk.
     [[nodiscard]] bool hasValidParameterization() const;
-    /// Whether there is a surface to ask: the status is 0, 1, 6 or 7.
+    /// Returns true if a surface is loaded: the status is 0, 1, 6 or 7.
     [[nodiscard]] bool isValid() const override;
-    /// Whether there are UVs to map by: the status is 0 or 7.
+    /// Returns true if the surface has UVs: the status is 0 or 7.
     [[nodiscard]] bool hasParameterization() const override;
-    /// SHA-1 of the kept text; zero until a load gets that far. Axes and scale do not enter.
+    /// Returns the digest of the text of the last load that succeeded; zero before the first. Axes
+    /// and scale are not included.
     [[nodiscard]] DataHash getUniqueDataHash() const override;
-    /// Does nothing.
+    /// Ignores the call.
     void updateGeometry(IScreenConfig* config) override;
 
-    /// Loads a file by its path. \throws ObjLoadException "Could not open the file." (kind 3), and as deserialize()
+    /// Loads a file by its path, as deserialize(). A file that does not open changes the status
+    /// only.
+    /// \throws ObjLoadException "Could not open the file." (kind 3), and as deserialize()
     void deserializeFromFile(const std::wstring& path);
 
-    /// Loads a text: the whole stream, from its start. Replaces what was loaded before; an empty stream drops triangles
-    /// and text and changes nothing else.
-    /// \throws ObjLoadException for no or bad vertices (kind 2) or normals (kind 1): text and status are then those of
-    ///         the new text, the digest that of before, and queries but rays find nothing
-    /// \throws std::bad_alloc when memory runs out, and for a face line that does not end
-    /// \warning As findBoundaryNew(): it may not end where axes or scale make a coordinate NaN, which takes one that is
-    ///          infinite as a float.
+    /// Loads a text: the whole stream, from its start. Replaces the previous mesh and rebuilds all
+    /// indexes. An empty stream removes triangles and text and changes nothing else.
+    ///
+    /// O(n log n) in the number of triangles, and linear in the size of the text.
+    /// \throws ObjLoadException for missing or invalid vertices (kind 2) or normals (kind 1). Text
+    ///         and status are then those of the new text, and the digest is unchanged. Queries find
+    ///         nothing, except rays, whose hits are unspecified
+    /// \throws std::bad_alloc if out of memory, and for a last face line without line feed
+    /// \throws std::system_error if a thread does not start
+    /// \warning May not terminate if axes or scale make a coordinate NaN, as findBoundaryNew().
+    ///          This requires a coordinate that is infinite as a float.
     void deserialize(std::istream& in);
 
-    /// Overwrites each backslash in front of a line feed, and the line feed, with blanks.
+    /// Overwrites each backslash before a line feed, and the line feed, with blanks. O(n).
     static void replaceNewLineEscapeSequencesWithBlanks(std::string& text);
 
-    /// The text that was loaded last, with joined lines.
+    /// Returns the text of the last load, with continued lines joined. The reference is valid until
+    /// the next load.
     [[nodiscard]] const std::string& getLoadedFileContents() const;
 
-    /// The map from the file's frame to the screen's: x to the side, y forward, z upward. Intended: axes that are
-    /// parallel, or none, give a useless matrix and no error.
+    /// Returns the matrix that maps the frame of the file to the frame of the screen: x to the
+    /// side, y forward, z upward.
+    /// \note Intended: parallel or unknown axes give an unspecified matrix; a reader would expect
+    ///       an error.
     [[nodiscard]] static Matrix<float, 4> getTransformMatrix(const std::wstring& axisForward,
                                                              const std::wstring& axisUpward, float scale);
 
-    /// Moves the mesh into a unit rectangle and puts a rectangle behind it; prints "..." on the standard output.
-    /// Intended: nothing is rebuilt, so something that does has to follow; and a maximum below zero counts as zero.
+    /// Scales and moves the mesh into a unit rectangle, and appends two triangles that form a
+    /// rectangle at its smallest z. Prints "..." to the standard output. O(n).
+    /// \note Intended: no index is rebuilt, and a maximum coordinate below zero counts as zero; a
+    ///       reader would expect rebuilt indexes and the true maximum. Call an operation that
+    ///       rebuilds the indexes afterwards.
     void scaleToUnitRectangle();
 
-    /// Writes the tags ScreenString (the text in base64), AxisForward, AxisUpward and Scale.
+    /// Writes the tags ScreenString (the text in base64), AxisForward, AxisUpward and Scale. O(n).
     void serialize(std::wostream& out, int indent) override;
-    /// Reads that element, and loads the text, with the same warning; one with fewer than four child nodes is an older form, whose text is the ScreenString.
+    /// Reads the element that serialize() writes, and loads its text as deserialize(std::istream&).
+    ///
+    /// An element with fewer than four child nodes has the older form: its own text is the base64,
+    /// and axes and scale are unchanged.
+    /// \pre \p node is not null
+    /// \throws ZelmoreParseException if the element with the base64 has no child nodes
+    /// \throws ObjLoadException as deserialize(std::istream&)
+    /// \warning May not terminate if a coordinate becomes NaN.
     void deserialize(xercesc::DOMNode* node) override;
 
-    /// OBJ text of a flat grid in the plane y = 0.
-    /// \param points pairs of a position (x, z) and its UV, row by row; kNoUV for a missing one, whose faces are left out
-    /// \param dimensions columns and rows
+    /// Generates the OBJ text of a flat grid in the plane y = 0. O(n).
+    /// \param points pairs of a position (x, z) and its UV, row by row; faces at a point with kNoUV
+    ///        are omitted
+    /// \param dimensions numbers of columns and rows
     /// \param[out] hash digest of the text
-    /// \throws ZelmoreException where the number of points is not columns times rows
+    /// \return the text, in the classic locale
+    /// \throws ZelmoreException (line 402) if the number of points is not columns times rows
     static std::stringstream generateOBJLayoutFormat(
         const std::vector<std::pair<Point<double, 2>, Point<double, 2>>>& points,
         const Point<int, 2>& dimensions, std::array<unsigned char, 20>& hash);
 
-    /// Writes an OBJ file with shared vertices.
-    /// \param points the vertices by position; a corner's position must be a key, exactly
-    /// \return false where a corner is not among the points or the file does not open
+    /// Writes an OBJ file with shared vertices. O(n log n).
+    /// \param path the file, which is replaced
+    /// \param triangles triangles of the face lines
+    /// \param points the vertices by position; the exact position of each corner must be a key
+    /// \return false if a corner is not among the points, or if the file does not open
     static bool generateOBJScreenFile(std::string path, const std::vector<Triangle>& triangles,
                                       const std::map<Point<double, 3>, PointData>& points);
 
-    /// Writes a mesh as OBJ text with a vertex for each corner, in the number format of \p out. UVs are written where
-    /// \p screen is an OBJScreen with status 0 or 6.
+    /// Writes a mesh as OBJ text with one vertex per corner, in the number format of \p out. O(n).
+    ///
+    /// UVs are written if \p screen is an OBJScreen with the status 0 or 6.
+    /// \pre \p screen is not null
+    /// \note Intended: UVs of a screen with the status 7 are not written; a reader would expect
+    ///       them.
     static void serialize(std::ostream& out, const MeshScreen* screen);
 
 private:

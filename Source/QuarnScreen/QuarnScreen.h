@@ -1,5 +1,5 @@
 /// \file
-/// Everything that a caller of the library needs.
+/// All public headers of the library.
 #pragma once
 
 #include <Common/PointKDTree.h>

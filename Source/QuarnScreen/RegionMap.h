@@ -1,5 +1,5 @@
 /// \file
-/// Location of UV points on a mesh.
+/// Point location on a mesh in UV.
 #pragma once
 
 #include <array>
@@ -16,28 +16,47 @@ namespace quarn::detail {
 class QuadtreeLookup;
 }
 
-/// A rectangle in UV.
+/// A closed rectangle in UV.
+///
+/// \code{.cpp}
+/// const RegionRect unitSquare{0.0, 1.0, 0.0, 1.0};
+/// const double centerU = (unitSquare.maxU - unitSquare.minU) * 0.5 + unitSquare.minU;
+/// assert(centerU == 0.5);
+/// \endcode
 struct RegionRect {
     double minU = 0.0;  ///< Left edge.
     double maxU = 0.0;  ///< Right edge.
     double minV = 0.0;  ///< Top edge.
     double maxV = 0.0;  ///< Bottom edge.
 
-    /// Edge by edge and exactly.
+    /// Compares edge by edge and exactly.
     friend bool operator==(const RegionRect& a, const RegionRect& b) = default;
 };
 
 class RegionMap;
 
-/// A node of a RegionMap: an inner node with four children, or a leaf with triangles. It lives as long as its
-/// map.
+/// A node of a RegionMap: an inner node with four children, or a leaf with triangles.
+///
+/// A map owns its nodes. A node is valid until the next RegionMap::rebuild() or RegionMap::clear().
+///
+/// Thread-safety: as for const operations of RegionMap.
+///
+/// \code{.cpp}
+/// const std::vector<Triangle> mesh(3);
+/// RegionMap map;
+/// map.rebuild(mesh.data(), mesh.data() + mesh.size());
+/// const RegionNode& root = map.nodes().back();
+/// assert(root.count() == 3 && root.triangle(0) == &mesh[0]);
+/// \endcode
 class QUARNSCREEN_EXPORT RegionNode {
 public:
-    /// -1 for an inner node, else the number of triangles of the leaf.
+    /// Returns the number of triangles of a leaf, or -1 for an inner node.
     [[nodiscard]] int count() const { return triangleCount; }
-    /// Index of the child in a quadrant, 0 to 3. \pre the node is an inner one; it is not checked.
+    /// Returns the index in RegionMap::nodes() of the child in a quadrant, 0 to 3.
+    /// \pre the node is an inner node; it is not checked
     [[nodiscard]] int child(int quadrant) const { return payload[static_cast<std::size_t>(quadrant)]; }
-    /// Triangle of the leaf, in stored order. \pre 0 <= index < count(); it is not checked.
+    /// Returns a triangle of the leaf by its index in stored order.
+    /// \pre 0 <= index < count(); it is not checked
     [[nodiscard]] const Triangle* triangle(int index) const;
 
 private:
@@ -46,68 +65,98 @@ private:
     static constexpr int kInlineCapacity = 8;
 
     int triangleCount = -1;
-    // The children of an inner node; the slots of the triangles of a leaf, or, where they are too many, the
-    // place in the map's list where they begin.
+    // The children of an inner node, or the slots of a leaf's triangles. If a leaf has too many
+    // slots, the first element is the offset of its slots in the map's list.
     std::array<int, kInlineCapacity> payload{};
     const RegionMap* map = nullptr;
 };
 
-/// A quadtree over UV that finds the triangle which holds a UV point, exactly and with no tolerance.
+/// A quadtree over UV that finds the triangle that contains a UV, exactly and without tolerance.
 ///
-/// Quadrants are numbered 0 to 3: left above, right above, left below, right below. The tree, the order of
-/// the triangles in a leaf and so the answer where triangles overlap are part of the behaviour. Counters are
-/// statistics; nothing is decided by them. The map refers to triangles that it does not own and that must not
-/// move.
+/// Triangles are closed: their edges belong to them. Degenerate triangles (determinant 0) contain
+/// no UV. Quadrants are numbered 0 to 3: top left, top right, bottom left, bottom right. A node
+/// with at most 8 triangles, at depth 18, or whose triangles two subdivisions do not separate, is a
+/// leaf. The structure of the tree and the order of the triangles in a leaf are part of the
+/// behavior, because they determine the result for overlapping triangles. Counters are statistics
+/// and do not affect results.
 ///
-/// Thread-safety: after rebuild() any number of threads may ask at once.
+/// Ownership: the map does not own the triangles. They must not move or change until the next
+/// rebuild() or clear().
+///
+/// Thread-safety: after rebuild(), any number of threads may call const operations at once.
+///
+/// Source: R. A. Finkel and J. L. Bentley, "Quad Trees: A Data Structure for Retrieval on Composite
+/// Keys" (1974), with triangles in leaves instead of points in nodes.
+///
+/// \code{.cpp}
+/// std::vector<Triangle> mesh(1);
+/// std::vector<Point<double, 2>> uv = {{0.0, 0.0}, {1.0, 0.0}, {0.0, 1.0}};
+/// for (std::size_t i = 0; i < 3; ++i) mesh[0].vertices[i].uv = uv[i];
+/// RegionMap map;
+/// map.rebuild(mesh.data(), mesh.data() + 1);
+/// assert(map.triangleCount() == 1 && map.rootRect().maxU == 1.0);
+/// \endcode
 class QUARNSCREEN_EXPORT RegionMap {
 public:
+    /// Creates a map without nodes. Its rootRect() is zero.
     RegionMap();
     // Nodes refer to their map.
     RegionMap(const RegionMap&) = delete;
     RegionMap& operator=(const RegionMap&) = delete;
     ~RegionMap();
 
-    /// Rebuilds the tree over the triangles from \p first up to, not including, \p last; their UV fields must
-    /// have been computed. Intended: the nodes of earlier builds stay at the front of nodes(), out of reach
-    /// of a search.
+    /// Rebuilds the tree over the half-open range of triangles from \p first to \p last.
+    ///
+    /// O(n log n) in time and memory for usual UV layouts. A triangle is stored in each leaf that
+    /// it overlaps, so that overlapping triangles can make the tree larger by orders of magnitude.
+    /// \param first, last range of contiguous triangles; may be empty
+    /// \pre the derived UV fields of each triangle have been computed
+    /// \note Intended: the nodes of earlier builds remain at the front of nodes(), unreachable by a
+    ///       search; a reader would expect them to be removed.
     void rebuild(const Triangle* first, const Triangle* last);
 
-    /// Drops all nodes, those of earlier builds as well, and sets the statistics back.
+    /// Removes all nodes, including those of earlier builds, and resets the statistics. rootRect()
+    /// becomes inverted.
     void clear();
 
-    /// Finds the first triangle that holds (u, v) in a subtree.
+    /// Finds the first triangle of a subtree that contains (u, v).
+    ///
+    /// A UV on the line between two quadrants belongs to the left or top one. A search visits one
+    /// leaf: O(depth + triangles of the leaf).
     /// \param nodeIndex root of the subtree; the root of the whole tree is the last node
-    /// \param rect rectangle of that node; of the root it is rootRect()
-    /// \param[out] result left as it was where no triangle holds the point
-    /// \pre (u, v) lies in \p rect; a point on the line between two quadrants belongs to the one left or
-    /// above
+    /// \param rect rectangle of the node; rootRect() for the root of the whole tree
+    /// \param u, v the UV; NaN finds no triangle
+    /// \param[out] result the triangle; unchanged if no triangle contains the UV
+    /// \pre \p nodeIndex is a valid index, and (u, v) lies in \p rect; neither is checked
     void locate(int nodeIndex, const RegionRect& rect, double u, double v,
                 std::optional<const Triangle*>& result) const;
 
-    /// Nodes of all builds, children before their parent.
+    /// Returns the nodes of all builds, children before their parent.
     [[nodiscard]] const std::vector<RegionNode>& nodes() const { return nodeList; }
-    /// Union of the UV boxes of all triangles; inverted where there is none.
+    /// Returns the bounding rectangle of all triangles in UV; inverted for a build without
+    /// triangles.
     [[nodiscard]] const RegionRect& rootRect() const { return wholeRect; }
-    /// Triangles of the last build.
+    /// Returns the number of triangles of the last build.
     [[nodiscard]] int triangleCount() const { return builtTriangles; }
-    /// How often a node gave up its subdivision and became a leaf.
+    /// Returns the number of nodes whose subdivision was reverted, so that they became leaves.
     [[nodiscard]] int failedSplits() const { return splitsGivenUp; }
-    /// Depth of the deepest leaf; the root has depth 1.
+    /// Returns the depth of the deepest leaf; the root has depth 1.
     [[nodiscard]] int maxDepth() const { return statistics.maxDepth; }
-    /// Depth of the shallowest leaf.
+    /// Returns the depth of the shallowest leaf; the largest int before the first build.
     [[nodiscard]] int minDepth() const { return statistics.minDepth; }
-    /// Triangles of the largest leaf.
+    /// Returns the number of triangles of the largest leaf.
     [[nodiscard]] int maxLeafSize() const { return statistics.maxLeafSize; }
-    /// Triangles of the smallest leaf.
+    /// Returns the number of triangles of the smallest leaf; the largest int before the first
+    /// build.
     [[nodiscard]] int minLeafSize() const { return statistics.minLeafSize; }
-    /// Triangles of all leaves; a triangle stands in each leaf that it overlaps.
+    /// Returns the sum of the triangles of all leaves. A triangle is counted in each leaf that it
+    /// overlaps.
     [[nodiscard]] int leafTriangleTotal() const { return statistics.leafTriangleTotal; }
-    /// Number of leaves, empty ones included.
+    /// Returns the number of leaves, including empty ones.
     [[nodiscard]] int leafCount() const { return statistics.leafCount; }
-    /// Number of inner nodes.
+    /// Returns the number of inner nodes.
     [[nodiscard]] int innerCount() const { return statistics.innerCount; }
-    /// Number of leaves without a triangle.
+    /// Returns the number of leaves without a triangle.
     [[nodiscard]] int emptyLeafCount() const { return statistics.emptyLeafCount; }
 
 private:
@@ -122,7 +171,8 @@ private:
         int emptyLeafCount = 0;
     };
 
-    // What the test of a triangle reads: one cache line, and those of a leaf near to one another.
+    // The fields that the test of a triangle reads. They fill one cache line, and those of a leaf
+    // are adjacent.
     struct alignas(64) UVTest {
         Point<double, 2> corner;
         Point<double, 2> edge1;
@@ -145,10 +195,11 @@ private:
 
     RegionRect wholeRect;
     std::vector<RegionNode> nodeList;
-    std::vector<int> longLists;  // slots of the leaves that do not hold theirs in place
-    // Triangles get a slot when a leaf first takes them, so that those of a leaf have near ones.
+    std::vector<int> longLists;  // slots of the leaves that exceed the inline capacity
+    // A triangle gets a slot when it is first stored in a leaf, so that the slots of a leaf are
+    // adjacent.
     std::vector<const Triangle*> slotTriangles;
-    std::size_t firstSlot = 0;  // of the last build; the first test belongs to it
+    std::size_t firstSlot = 0;  // first slot of the last build, to which the first test belongs
     std::vector<UVTest> tests;
     std::unique_ptr<quarn::detail::QuadtreeLookup> lookup;
     int builtTriangles = 0;

@@ -9,53 +9,75 @@
 #include <Common/Export.h>
 #include <QuarnScreen/MeshScreen.h>
 
-/// A mesh screen from an STL file. It has no UVs, axes or scale.
+/// A mesh screen from an STL file, without UVs, axes and scale.
 ///
-/// Binary files are read in full. Intended: of the text form only files without a facet load; a facet ends the load at
-/// its "endfacet". A reader would expect the text form to load as well. What is wrong with a file is printed on the
-/// standard error stream, and isValid() is false then; nothing is thrown for it.
+/// Positions are used unchanged, in the unit and frame of the file. Defects of a file are printed
+/// to the standard error stream and make isValid() false; loads do not throw for them. The screen
+/// stores a copy of the file's bytes.
 ///
-/// Intended: triangles keep the file's normal and get no edges, unless that normal adds up to nothing; rays strike them,
-/// but no position lies on them. A reader would expect both.
+/// Thread-safety: as for MeshScreen. Loads do not start threads.
 ///
-/// **Threads.** As for MeshScreen; no thread is started.
+/// \note Intended: only binary files load completely. A text file with a facet is invalid, as the
+///       load stops at the first "endfacet"; a reader would expect text files to load.
+/// \note Intended: a triangle keeps the normal of the file and has no edges, unless the three
+///       numbers of the normal add up to about zero. Rays hit such a triangle, but no position lies
+///       on it; a reader would expect both.
+///
+/// \code{.cpp}
+/// STLScreen screen;
+/// std::istringstream file("solid empty\nendsolid empty\n");
+/// screen.deserialize(file);
+/// assert(screen.isValid() && !screen.hasTesselation());
+/// \endcode
 class QUARNSCREEN_EXPORT STLScreen : public MeshScreen {
 public:
-    /// An empty screen.
+    /// Creates a screen without triangles; isValid() is false.
     STLScreen();
     ~STLScreen() override;
 
-    /// "class STLScreen".
+    /// Returns "class STLScreen".
     [[nodiscard]] static const std::string& type();
     [[nodiscard]] const std::string& getType() const override;
 
-    /// Whether the last load succeeded.
+    /// Returns true if the last load succeeded.
     [[nodiscard]] bool isValid() const override;
-    /// False.
+    /// Returns false.
     [[nodiscard]] bool hasParameterization() const override;
-    /// Intended: zero after good loads, and the digest of the empty text once a load has failed; a reader would expect
-    /// the digest of the file.
+    /// Returns 20 zero bytes, or the digest of the empty text once a load has failed.
+    /// \note Intended: the digest does not cover the file; a reader would expect the digest of its
+    ///       bytes.
     [[nodiscard]] DataHash getUniqueDataHash() const override;
-    /// None.
+    /// Returns no positions.
     [[nodiscard]] std::vector<Point<double, 3>> getDefaultCalibrationPoints(int columns,
                                                                             int rows) const override;
-    /// Does nothing.
+    /// Ignores the call.
     void updateGeometry(IScreenConfig* config) override;
 
-    /// Loads a file by its path; one that does not open only makes the screen invalid.
+    /// Loads a file by its path, as deserialize(). A file that does not open makes the screen
+    /// invalid and changes nothing else.
     void deserializeFromFile(const std::wstring& path);
 
-    /// Loads a stream. Intended: its triangles are added to those of before, and a binary file is read from the stream's
-    /// start wherever it stands; a reader would expect neither. What was read before an error stays.
-    /// \warning As findBoundaryNew(), here and in the other loads: it may not end for coordinates that are NaN.
+    /// Loads a stream and rebuilds all indexes. Triangles that were read before an error remain.
+    /// O(n log n) in the number of triangles.
+    /// \throws std::bad_alloc if out of memory
+    /// \note Intended: the triangles are appended to those of earlier loads, and a binary file is
+    ///       read from the start of the stream regardless of its position; a reader would expect
+    ///       neither.
+    /// \warning May not terminate for coordinates that are NaN, as findBoundaryNew(). The same
+    ///          applies to the other loads.
     void deserialize(std::istream& in);
 
-    /// As OBJScreen::scaleToUnitRectangle().
+    /// Scales the mesh as OBJScreen::scaleToUnitRectangle().
     void scaleToUnitRectangle();
 
-    /// Writes the bytes of the file as base64. Intended: a binary file does not come back as it was, as its bytes pass
-    /// through a wide string on the way.
+    /// Writes the bytes of the file as base64. O(n).
+    /// \note Intended: a binary file is not read back unchanged, as deserialize() passes its bytes
+    ///       through a wide string; a reader would expect the same bytes.
     void serialize(std::wostream& out, int indent) override;
+    /// Reads the element that serialize() writes, and loads its bytes.
+    /// \pre \p node is not null
+    /// \throws ZelmoreParseException if \p node has no child nodes
+    /// \warning May not terminate for coordinates that are NaN.
     void deserialize(xercesc::DOMNode* node) override;
 
 private:

@@ -8,11 +8,23 @@
 #include <Common/Export.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
-/// Makes screens from the type names of saved elements. It has no state and is safe on any number of threads.
+/// Creates screens from the type names of saved elements.
+///
+/// The type name of an element is its attribute ScreenGeometryXmlHelper::classTypeNodeName(). The
+/// class has no state.
+///
+/// Thread-safety: safe on any number of threads.
+///
+/// \code{.cpp}
+/// const auto screen = ScreenGeometryFactory::createScreenGeometry("class SphericalScreen");
+/// assert(screen->getType() == SphericalScreen::type());
+/// assert(!screen->isValid());
+/// \endcode
 class QUARNSCREEN_EXPORT ScreenGeometryFactory {
 public:
-    /// An empty screen of a type, to be filled by IXmlSerializable::deserialize().
-    /// \param typeName what ITypeid::getType() answers, such as "class FlatScreen"
-    /// \throws ZelmoreExceptionRuntime for an unknown type
+    /// Creates a screen without parameters, to be filled by IXmlSerializable::deserialize().
+    /// \param typeName result of ITypeid::getType(), such as "class FlatScreen"
+    /// \return the screen, owned by the caller
+    /// \throws ZelmoreExceptionRuntime for an unknown type, which includes "class STLScreen"
     static std::shared_ptr<IScreenGeometry> createScreenGeometry(const std::string& typeName);
 };

@@ -147,6 +147,14 @@ TEST(ScreenElement, TheDefinitionMayBeSplitByCommentsAndSections) {
     EXPECT_EQ(definitionIn("<!DOCTYPE a [<!ENTITY e \"YmFy\">]><a>Zm9v&e;</a>"), "foobar");
 }
 
+TEST(ScreenElement, ACharacterAfterTheDefinitionMayBeSplitBetweenTwoTextNodes) {
+    const DocumentPtr document = parseDocument("<d>YmFy.&#x1F600;</d>");
+    xercesc::DOMNode* element = document->getDocumentElement();
+    EXPECT_EQ(Helper::extractAndBase64DecodeDefinitionString(element), "bar");
+    static_cast<xercesc::DOMText*>(element->getFirstChild())->splitText(6);
+    EXPECT_EQ(Helper::extractAndBase64DecodeDefinitionString(element), "bar");
+}
+
 TEST(ScreenElement, ABlankOrLineBreakCutsTheDefinitionOff) {
     EXPECT_EQ(definitionIn("<a>Zm9v\nYmFy</a>"), "foo");
     EXPECT_EQ(definitionIn("<a>\nZm9v</a>"), "");

@@ -121,6 +121,109 @@ TEST(TextContent, IsThatOfXercesForEachKindOfNode) {
     EXPECT_EQ(textContent(*fragment), L"f");
 }
 
+// The text of an element whose children are appended by `fill`.
+std::wstring textOfFilled(const std::function<void(xercesc::DOMDocument&, DOMNode&)>& fill) {
+    const DocumentPtr document = newDocument();
+    DOMNode* element = document->appendChild(document->createElement(u"d"));
+    fill(*document, *element);
+    return textContent(*element);
+}
+
+constexpr char16_t kLead[] = {u'a', 0xD83D, 0};
+constexpr char16_t kTrail[] = {0xDDB5, u'b', 0};
+
+TEST(TextContent, JoinsASurrogatePairAcrossTwoTextNodes) {
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createTextNode(kLead));
+                  element.appendChild(document.createTextNode(kTrail));
+              }),
+              L"a\U0001F5B5b");
+    // An empty text and an element boundary lie between the two units.
+    EXPECT_EQ(
+        textOfFilled([](auto& document, auto& element) {
+            element.appendChild(document.createTextNode(kLead));
+            element.appendChild(document.createTextNode(u""));
+            element.appendChild(document.createElement(u"e"))->appendChild(document.createTextNode(kTrail));
+        }),
+        L"a\U0001F5B5b");
+}
+
+TEST(TextContent, JoinsASurrogatePairAcrossATextAndACDataSection) {
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createTextNode(kLead));
+                  element.appendChild(document.createCDATASection(kTrail));
+              }),
+              L"a\U0001F5B5b");
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createCDATASection(kLead));
+                  element.appendChild(document.createTextNode(kTrail));
+              }),
+              L"a\U0001F5B5b");
+}
+
+TEST(TextContent, JoinsASurrogatePairAcrossAComment) {
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createTextNode(kLead));
+                  element.appendChild(document.createComment(u"c"));
+                  element.appendChild(document.createTextNode(kTrail));
+              }),
+              L"a\U0001F5B5b");
+}
+
+TEST(TextContent, KeepsALeadSurrogateAtTheEndOfTheLastNode) {
+    const std::wstring loneLead = {L'a', static_cast<wchar_t>(0xD83D)};
+    EXPECT_EQ(textOfFilled(
+                  [](auto& document, auto& element) { element.appendChild(document.createTextNode(kLead)); }),
+              loneLead);
+    // The trail after the element is not part of its text.
+    const DocumentPtr document = newDocument();
+    DOMNode* root = document->appendChild(document->createElement(u"r"));
+    DOMNode* element = root->appendChild(document->createElement(u"d"));
+    element->appendChild(document->createTextNode(kLead));
+    root->appendChild(document->createTextNode(kTrail));
+    EXPECT_EQ(textContent(*element), loneLead);
+    EXPECT_EQ(textContent(*root), L"a\U0001F5B5b");
+}
+
+TEST(TextContent, KeepsALeadSurrogateBeforeANodeWithoutATrail) {
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createTextNode(kLead));
+                  element.appendChild(document.createTextNode(u"b"));
+              }),
+              (std::wstring{L'a', static_cast<wchar_t>(0xD83D), L'b'}));
+    // The second lead takes the trail.
+    EXPECT_EQ(textOfFilled([](auto& document, auto& element) {
+                  element.appendChild(document.createTextNode(kLead));
+                  element.appendChild(document.createTextNode(kLead + 1));
+                  element.appendChild(document.createTextNode(kTrail));
+                  element.appendChild(document.createTextNode(kTrail));
+              }),
+              (std::wstring{L'a', static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0x1F5B5), L'b',
+                            static_cast<wchar_t>(0xDDB5), L'b'}));
+}
+
+// Converting the text of all nodes at once is the reference.
+TEST(TextContent, IsTheConversionOfTheWholeTextOnRandomTrees) {
+    int joinedAcrossNodes = 0;
+    for (int i = 0; i < 3000; ++i) {
+        SCOPED_TRACE(i);
+        Rng rng(i);
+        const DocumentPtr document = parseDocument("<!DOCTYPE a [<!ENTITY e \"x<b>y<!--z--></b>\">]><a/>");
+        fillRandomly(rng, *document, *document->getDocumentElement());
+        const DOMNode& root = *document->getDocumentElement();
+        ASSERT_EQ(textContent(root), fromXmlText(xercesText(root).c_str()));
+
+        std::wstring nodeByNode;
+        forEachNode(root, [&](const DOMNode& node) {
+            const auto type = node.getNodeType();
+            if (type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE)
+                nodeByNode += fromXmlText(node.getNodeValue());
+        });
+        if (nodeByNode.size() != textContent(root).size()) ++joinedAcrossNodes;
+    }
+    EXPECT_GT(joinedAcrossNodes, 30);
+}
+
 TEST(TextContent, OfADocumentIsEmpty) {
     const DocumentPtr document = parseDocument("<a>text</a>");
     EXPECT_EQ(textContent(*document), L"");

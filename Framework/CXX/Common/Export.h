@@ -1,5 +1,6 @@
 /// \file
-/// The mark of everything that callers may link against; all other symbols stay hidden.
+/// Visibility of symbols.
 #pragma once
 
+/// Marks everything that callers may link against. All other symbols are hidden.
 #define QUARNSCREEN_EXPORT __attribute__((visibility("default")))

@@ -1,5 +1,5 @@
 /// \file
-/// Search for the nearest of many points.
+/// Nearest-neighbor search.
 #pragma once
 
 #include <algorithm>
@@ -13,93 +13,124 @@
 #include <Common/ZelmoreException.h>
 #include <QuarnScreen/Point.h>
 
-/// A balanced k-d tree over values that each stand at a point, for searches by squared Euclidean distance.
+/// A balanced k-d tree over values with a position each, for nearest-neighbor searches by squared
+/// Euclidean distance.
 ///
-/// \tparam Value a cheap value, such as a pointer; `Value()` means "none"
+/// The tree stores copies of the values and of their coordinates. If a value is a pointer, the tree
+/// does not own its object. The order in which a search visits nodes, and so the result among
+/// equally distant values, is part of the behavior. A position or value with NaN is unordered: a
+/// search may miss values.
+///
+/// For n values, build() is O(n log n). A search is O(log n) on average and O(n) in the worst case.
+///
+/// Source: J. L. Bentley, "Multidimensional Binary Search Trees Used for Associative Searching"
+/// (1975), with the median of each range as its node.
+///
+/// Thread-safety: after build(), any number of threads may search at once.
+///
+/// \tparam Value a cheap type, such as a pointer; `Value()` means "none"
 /// \tparam N number of dimensions
-/// \tparam KeyAccessor empty function object: `double operator()(const Value&, int axis) const` is the
-/// coordinate of
-///         a value on an axis
+/// \tparam KeyAccessor empty function object; `double operator()(const Value&, int axis) const`
+///         returns the coordinate of a value on an axis
 ///
-/// Source: J. L. Bentley, "Multidimensional Binary Search Trees Used for Associative Searching" (1975), with
-/// the median of each range as its node. The order in which nodes are met, and so the answer among equally
-/// distant values, is part of the behaviour.
-///
-/// Thread-safety: after build() any number of threads may search at once.
+/// \code{.cpp}
+/// struct Itself { double operator()(const double* value, int) const { return *value; } };
+/// const double numbers[] = {0.5, 4.0, 9.0};
+/// const std::vector<const double*> values = {&numbers[0], &numbers[1], &numbers[2]};
+/// PointKDTree<const double*, 1, Itself> tree;
+/// tree.build(values.begin(), values.end());
+/// assert(*tree.findNearest(Point<double, 1>(5.0)) == 4.0);
+/// \endcode
 template <class Value, int N, class KeyAccessor>
 class PointKDTree {
 public:
+    /// A position.
     using Key = Point<double, N>;
     class NearestIterator;
 
-    /// A subtree: its nodes lie side by side in preorder, its root first, and its size tells those of its
-    /// children.
+    /// A subtree. Its nodes are stored contiguously in preorder, starting with its root. Its size
+    /// determines the sizes of its children.
     struct Subtree {
         std::size_t slot = 0;  ///< Slot of the root.
         std::size_t size = 0;  ///< Number of nodes.
 
+        /// Returns a child; its size is 0 if there is none.
         [[nodiscard]] Subtree left() const { return {slot + 1, size / 2}; }
         [[nodiscard]] Subtree right() const { return {slot + 1 + size / 2, size - size / 2 - 1}; }
     };
 
+    /// Creates an empty tree.
     PointKDTree() = default;
 
-    /// Rebuilds the tree over a range of values.
+    /// Rebuilds the tree over a range of values. O(n log n).
+    /// \throws std::bad_alloc if out of memory
     template <class It>
     void build(It first, It last);
 
-    /// Greatest depth that any build of this tree reached, 0 for the root. Intended: it does not fall when a
-    /// tree is rebuilt over fewer values, as a reader would expect.
+    /// Returns the maximum depth that any build of this tree reached; the root has depth 0.
+    /// \note Intended: the depth does not decrease if a tree is rebuilt over fewer values; a reader
+    ///       would expect the depth of the current tree.
     [[nodiscard]] int depth() const { return greatestDepth; }
 
-    /// The nearest value; of equally distant ones that which the walk meets first. None where no distance is
-    /// finite. \throws ZelmoreException "There are no values in the KDTree" (line 668) for an empty tree
+    /// Returns the nearest value; of equally distant ones, the first that the search visits.
+    /// \return `Value()` if no squared distance is below the largest double
+    /// \throws ZelmoreException "There are no values in the KDTree" (line 668) for an empty tree
     [[nodiscard]] Value findNearest(const Key& point) const;
 
-    /// The nearest value for which \p accept, a callable `bool(const Value&)`, answers true; `Value()` where
-    /// there is none. A value is asked about only while it is nearer than the one held. What \p accept throws
-    /// ends the search. \throws ZelmoreException "There are no values in the KDTree" (line 692) for an empty
-    /// tree
+    /// Returns the nearest value for which \p accept, a callable `bool(const Value&)`, returns
+    /// true. Calls \p accept only for values nearer than the current best. Exceptions of \p accept
+    /// propagate.
+    /// \return `Value()` if \p accept returns true for none
+    /// \throws ZelmoreException "There are no values in the KDTree" (line 692) for an empty tree
     template <class Accept>
     [[nodiscard]] Value findNearestIf(const Key& point, Accept&& accept) const;
 
-    /// As findNearestIf() above, but leaves out each subtree for whose root \p skip, a callable
-    /// `bool(std::size_t slot)`, answers true. The slots of a tree are numbered in preorder from 0.
+    /// As findNearestIf() above, except that it skips each subtree for whose root \p skip, a
+    /// callable `bool(std::size_t slot)`, returns true. The slots of a tree are numbered in
+    /// preorder from 0.
     template <class Accept, class Skip>
     [[nodiscard]] Value findNearestIf(const Key& point, Accept&& accept, Skip&& skip) const;
 
-    /// Whether the searches from a position, where they leave nothing out, meet the value of slot \p a before that of
-    /// slot \p b. \pre both are below size()
+    /// Returns true if a search from a position that skips no subtree visits the value of slot \p a
+    /// before the value of slot \p b. O(log n).
+    /// \pre both slots are below size()
     [[nodiscard]] bool isMetBefore(std::size_t a, std::size_t b, const Key& point) const;
 
-    /// Up to \p k values, nearest first; of equally distant ones that which the walk meets first.
+    /// Returns up to \p k values, nearest first; of equally distant ones, the first that the search
+    /// visits.
+    ///
+    /// Each candidate is inserted into a sorted list: O(k) per candidate.
+    /// \return the values; empty if \p k is not positive or the tree is empty
     [[nodiscard]] std::vector<Value> findKNearest(const Key& point, int k) const;
 
-    /// Number of values.
+    /// Returns the number of values.
     [[nodiscard]] std::size_t size() const { return nodes.size(); }
-    /// Value of a slot. \pre slot < size()
+    /// Returns the value of a slot.
+    /// \pre slot < size(); it is not checked
     [[nodiscard]] const Value& valueAt(std::size_t slot) const { return nodes[slot].value; }
-    /// Position of a slot's value. \pre slot < size()
+    /// Returns the position of a slot's value.
+    /// \pre slot < size(); it is not checked
     [[nodiscard]] const std::array<double, N>& keyAt(std::size_t slot) const { return nodes[slot].key; }
-    /// The tree itself as a subtree.
+    /// Returns the tree itself as a subtree.
     [[nodiscard]] Subtree whole() const { return {0, nodes.size()}; }
-    /// Squared distance from a position to a slot's value, as the searches compute it. \pre slot < size()
+    /// Returns the squared distance from a position to a slot's value, as the searches compute it.
+    /// \pre slot < size(); it is not checked
     [[nodiscard]] double squaredDistance(std::size_t slot, const Key& point) const;
 
 private:
-    // A value with its coordinates beside it.
+    // A value with its coordinates.
     struct Keyed {
         std::array<double, N> key{};
         Value value{};
     };
-    // A search touches one place for each node, and one cache line: it contains two nodes of up to three coordinates and
-    // a pointer.
+    // Aligned so that a search touches one cache line per node. A cache line contains two nodes of
+    // up to three coordinates and a pointer.
     struct alignas(32) Node : Keyed {};
 
     struct Sides {
         Subtree near;
         Subtree far;
-        double squaredGap = 0.0;  // from the point to the plane between both
+        double squaredGap = 0.0;  // from the point to the splitting plane
     };
 
     struct NearestState {
@@ -118,7 +149,7 @@ private:
         void insert(const Value& value, double candidate);
     };
 
-    // Lines that identify the places of the failures.
+    // Lines that identify the failures.
     static constexpr int kNearestLine = 668;
     static constexpr int kNearestIfLine = 692;
 
@@ -136,21 +167,35 @@ private:
     int greatestDepth = 0;
 };
 
-/// A walk over the values of a tree in rising order of distance from a point.
+/// An iterator over the values of a tree, approximately in ascending order of distance from a
+/// position.
 ///
-/// Intended: the order of its steps is fixed. By it a nearer value may come after a farther one, and where
-/// distances are NaN a value may come twice, without end, or a subtree be missed. It serves callers who take a
-/// few steps and average. The tree must outlive the walk and not be rebuilt meanwhile.
+/// The iterator does not own the tree. The tree must outlive it and must not be rebuilt meanwhile.
+/// The order suffices for callers that average a few values. A step is O(log n) on average.
+///
+/// \note Intended: a nearer value may follow a farther one. If distances are NaN, values may repeat
+///       without end and subtrees may be missed. A reader would expect ascending order.
+///
+/// \code{.cpp}
+/// struct Itself { double operator()(double value, int) const { return value; } };
+/// const std::vector<double> values = {0.5, 4.0, 9.0};
+/// PointKDTree<double, 1, Itself> tree;
+/// tree.build(values.begin(), values.end());
+/// const decltype(tree)::NearestIterator nearest(tree, Point<double, 1>(5.0));
+/// assert(!nearest.done() && nearest.value() == 4.0);
+/// \endcode
 template <class Value, int N, class KeyAccessor>
 class PointKDTree<Value, N, KeyAccessor>::NearestIterator {
 public:
+    /// Starts at the value nearest to a position.
     NearestIterator(const PointKDTree& walkedTree, const Key& from);
 
-    /// Whether the walk is over.
+    /// Returns true if no value is left.
     [[nodiscard]] bool done() const { return found.empty(); }
-    /// The current value. \pre not done()
+    /// Returns the current value.
+    /// \pre done() is false; it is not checked
     [[nodiscard]] const Value& value() const { return found.front().value; }
-    /// Goes on to the next value. Does nothing once the walk is over and nothing is left to look at.
+    /// Advances to the next value. Does nothing if no value and no subtree is left.
     void advance();
 
 private:
@@ -200,7 +245,7 @@ void PointKDTree<Value, N, KeyAccessor>::build(It first, It last) {
     nodes.reserve(values.size());
     buildRange(values, 0, values.size(), 0);
 
-    // The left half is never the smaller one, so its depth is that of the tree.
+    // The left half is never smaller than the right, so its depth is the depth of the tree.
     int depthOfThis = 0;
     for (std::size_t count = values.size(); count > 1; count /= 2) ++depthOfThis;
     greatestDepth = std::max(greatestDepth, depthOfThis);
@@ -278,7 +323,7 @@ bool PointKDTree<Value, N, KeyAccessor>::isMetBefore(std::size_t a, std::size_t 
         const bool isNearA = contains(sides.near, a);
         const bool isNearB = contains(sides.near, b);
         if (isNearA != isNearB) return isNearA;
-        // Of what is not on the near side, the root comes first.
+        // After the near side, the root is visited first.
         if (!isNearA && (a == tree.slot || b == tree.slot)) return a == tree.slot && b != tree.slot;
         tree = isNearA ? sides.near : sides.far;
     }
@@ -385,7 +430,8 @@ void PointKDTree<Value, N, KeyAccessor>::NearestIterator::descend(Subtree subtre
     }
 }
 
-// Intended: what goes is whatever is nearest after the descent, which may be an entry that the descent added.
+// Intended: the entry that is removed is the nearest one after the descent, possibly an entry that
+// the descent added; a reader would expect the entry that was expanded.
 template <class Value, int N, class KeyAccessor>
 void PointKDTree<Value, N, KeyAccessor>::NearestIterator::expandNearestPending() {
     const Pending nearest = pending.front();

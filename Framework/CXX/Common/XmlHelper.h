@@ -1,5 +1,5 @@
 /// \file
-/// Reading and writing of single XML values.
+/// Single XML values.
 #pragma once
 
 #include <ostream>
@@ -10,45 +10,59 @@
 #include <Common/Export.h>
 #include <QuarnScreen/Point.h>
 
-/// Writers and readers of single XML values. Number text is written and read in the classic locale, whatever
-/// the process's locale is.
+/// Writes and reads single XML values.
 ///
-/// Thread-safety: all operations are safe on any number of threads, as long as each has its own stream and
-/// document.
+/// Numbers are written and read in the classic locale, regardless of the locale of the process.
+///
+/// Thread-safety: all operations are safe on any number of threads, if each thread has its own
+/// stream and document.
+///
+/// \code{.cpp}
+/// std::wostringstream xml;
+/// XmlHelper::writeTag(1, xml, L"Name", XmlHelper::format(L"%s %d", std::wstring(L"left"), 2));
+/// assert(xml.str() == L"    <Name>left 2</Name>\n");
+/// \endcode
 class QUARNSCREEN_EXPORT XmlHelper {
 public:
-    /// Writes \p text, with four blanks for each level of \p indent at its start and after each line feed
-    /// that another character follows. An empty text writes nothing; an indent of zero or less writes no
-    /// blanks.
+    /// Writes \p text with four blanks per level of \p indent at the start of each line. O(n).
+    ///
+    /// A line feed at the end of the text does not start a line. An empty text writes nothing. An
+    /// indent of zero or less writes no blanks.
     static void writeIndented(int indent, std::wostream& out, const std::wstring& text);
 
-    /// Writes one element with its text and a line feed.
-    ///
-    /// Intended: nothing is escaped, as a reader would expect; markup in \p value becomes markup in the
-    /// output. A value that holds a line feed gets the indent inside it too.
+    /// Writes one element with its text and a line feed. O(n).
+    /// \note Intended: markup in \p value is not escaped, and a value with a line feed is indented
+    ///       after it too; a reader would expect the value itself to be preserved.
     static void writeTag(int indent, std::wostream& out, const std::wstring& tag, const std::wstring& value);
 
-    /// Writes one element whose text is "x, y, z" with 16 significant digits each.
+    /// Writes one element whose text is "x, y, z", with 16 significant digits for each number.
     static void writeTagPoint(int indent, std::wostream& out, const std::wstring& tag,
                               const Point<double, 3>& point);
 
-    /// Text formatted by a pattern of printf's kind, where %s takes a wide string.
-    /// \return the empty string where an argument cannot be converted.
+    /// Formats numbers and wide strings by a pattern of printf, in which %s is a wide string.
+    /// \return the text; empty if an argument cannot be converted
+    /// \pre the arguments match the pattern; it is not checked
     template <class... Arguments>
     [[nodiscard]] static std::wstring format(const std::wstring& pattern, const Arguments&... arguments);
 
-    /// Number at the start of the node's text, as a stream reads it; 0.0 where there is none.
-    /// \throws ZelmoreParseException (line 223, empty message) where \p message is null and \p node has no
-    ///        children. With a message nothing is thrown, and the message is not looked at.
+    /// Returns the number at the start of the node's text, as an input stream reads it. O(n).
+    /// \param node the node, with all text below it
+    /// \param message null to require child nodes; the text itself is not used
+    /// \return the number; 0.0 if there is none, and the largest double if it overflows
+    /// \pre \p node is not null
+    /// \throws ZelmoreParseException (line 223, empty message) if \p message is null and \p node
+    ///         has no child nodes
     static double readDouble(xercesc::DOMNode* node, const wchar_t* message);
 
-    /// Three numbers from the node's text, with one word of any kind between two of them; 0.0 for each that
-    /// is missing.
-    /// \throws ZelmoreParseException as readDouble() does.
+    /// Returns three numbers from the node's text, with one word of any kind between two numbers.
+    /// O(n).
+    /// \return the numbers; 0.0 for each that is missing
+    /// \pre \p node is not null
+    /// \throws ZelmoreParseException as readDouble()
     static Point<double, 3> readPoint(xercesc::DOMNode* node, const wchar_t* message);
 
 private:
-    // Null-terminated arguments in C's calling convention, made by format() alone.
+    // Takes null-terminated strings in C's calling convention. Only format() calls it.
     static std::wstring formatVariadic(const wchar_t* pattern, ...);
 
     static const wchar_t* asVariadic(const std::wstring& text) { return text.c_str(); }

@@ -13,18 +13,25 @@ constexpr char32_t kFirstTrail = 0xDC00;
 constexpr char32_t kAfterTrail = 0xE000;
 constexpr char32_t kFirstSupplementary = 0x10000;
 
+bool isLead(wchar_t character) {
+    const auto unit = static_cast<char32_t>(character);
+    return unit >= kFirstLead && unit < kFirstTrail;
+}
+
+// A trail joins a lead at the end of `result`, so that a pair across two texts is joined too.
 void appendXmlText(const XMLCh* text, std::wstring& result) {
     if (text == nullptr) return;
     result.reserve(result.size() + xercesc::XMLString::stringLen(text));
-    while (*text != 0) {
-        char32_t character = *text++;
-        const char32_t next = *text;
-        const bool isLead = character >= kFirstLead && character < kFirstTrail;
-        if (isLead && next >= kFirstTrail && next < kAfterTrail) {
-            character = kFirstSupplementary + ((character - kFirstLead) << 10U) + (next - kFirstTrail);
-            ++text;
+    for (; *text != 0; ++text) {
+        const char32_t unit = *text;
+        const bool isTrail = unit >= kFirstTrail && unit < kAfterTrail;
+        if (isTrail && !result.empty() && isLead(result.back())) {
+            const char32_t lead = static_cast<char32_t>(result.back());
+            result.back() = static_cast<wchar_t>(kFirstSupplementary + ((lead - kFirstLead) << 10U) +
+                                                 (unit - kFirstTrail));
+        } else {
+            result.push_back(static_cast<wchar_t>(unit));
         }
-        result.push_back(static_cast<wchar_t>(character));
     }
 }
 
