@@ -3,10 +3,10 @@
 
 #include <vector>
 
-#include "Nanoflann.h"
-#include "PlainIndexes.h"
-#include "PlainScene.h"
-#include "Questions.h"
+#include "Inputs/Queries.h"
+#include "Reference/Timed/ReferenceIndexes.h"
+#include "Reference/Timed/ReferenceScene.h"
+#include "Rivals/Nanoflann.h"
 
 namespace {
 

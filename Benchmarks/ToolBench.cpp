@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "BenchMeshes.h"
+#include "Inputs/BenchMeshes.h"
 #include "NumberText.h"
 #include "OutputFile.h"
 #include "Rows/MapRows.h"
