@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "PlainBase64.h"
+#include "Reference/Timed/ReferenceBase64Bytes.h"
 
 namespace {
 

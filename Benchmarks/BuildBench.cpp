@@ -1,9 +1,9 @@
 // Making a screen ready to be asked, beside all its indexes written plainly. The ray tracer's part is on one thread in
 // both.
-#include "BenchMeshes.h"
-#include "OneCpu.h"
-#include "PlainIndexes.h"
-#include "PlainScene.h"
+#include "Inputs/BenchMeshes.h"
+#include "Measuring/OneCpu.h"
+#include "Reference/Timed/ReferenceIndexes.h"
+#include "Reference/Timed/ReferenceScene.h"
 
 namespace {
 

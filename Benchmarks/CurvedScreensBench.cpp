@@ -9,8 +9,8 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-#include "BenchInputs.h"
-#include "InlineCurvedScreens.h"
+#include "Inputs/BenchInputs.h"
+#include "Reference/Timed/ReferenceCurvedFormulas.h"
 
 namespace {
 

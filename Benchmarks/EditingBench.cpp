@@ -1,9 +1,9 @@
 // Changes of a mesh, the making of its indexes included, beside the same written plainly.
 #include <cmath>
 
-#include "BenchMeshes.h"
-#include "OneCpu.h"
-#include "PlainEditing.h"
+#include "Inputs/BenchMeshes.h"
+#include "Measuring/OneCpu.h"
+#include "Reference/Timed/ReferenceEditing.h"
 
 namespace {
 

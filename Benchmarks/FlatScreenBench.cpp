@@ -8,8 +8,8 @@
 
 #include <QuarnScreen/FlatScreen.h>
 
-#include "BenchInputs.h"
-#include "InlineFlatScreen.h"
+#include "Inputs/BenchInputs.h"
+#include "Reference/Timed/ReferenceFlatFormulas.h"
 
 namespace {
 

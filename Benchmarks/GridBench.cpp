@@ -1,6 +1,6 @@
 // The grid of a mesh whose outline has 4,000 points, beside the same written plainly.
-#include "BenchMeshes.h"
-#include "PlainGrid.h"
+#include "Inputs/BenchMeshes.h"
+#include "Reference/Timed/ReferenceGridBuild.h"
 
 namespace {
 

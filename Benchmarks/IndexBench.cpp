@@ -4,9 +4,9 @@
 
 #include <optional>
 
-#include "Nanoflann.h"
-#include "PlainIndexes.h"
-#include "Questions.h"
+#include "Inputs/Queries.h"
+#include "Reference/Timed/ReferenceIndexes.h"
+#include "Rivals/Nanoflann.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "PlainMapping.h"
-#include "Questions.h"
+#include "Inputs/Queries.h"
+#include "Reference/Timed/ReferenceUVMapping.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 
 #include <fstream>
 
-#include "LoadBench.h"
-#include "PlainIndexes.h"
-#include "PlainObjLoad.h"
-#include "PlainScene.h"
-#include "ResidentMemory.h"
-#include "TinyObj.h"
+#include "Inputs/LoadBench.h"
+#include "Measuring/ResidentMemory.h"
+#include "Reference/Timed/ReferenceIndexes.h"
+#include "Reference/Timed/ReferenceObjLoad.h"
+#include "Reference/Timed/ReferenceScene.h"
+#include "Rivals/TinyObj.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #include <string>
 #include <vector>
 
-#include "CgalRays.h"
-#include "PlainScene.h"
-#include "Questions.h"
+#include "Inputs/Queries.h"
+#include "Reference/Timed/ReferenceScene.h"
+#include "Rivals/CgalRays.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "LoadBench.h"
-#include "PlainIndexes.h"
-#include "PlainScene.h"
+#include "Inputs/LoadBench.h"
+#include "Reference/Timed/ReferenceIndexes.h"
+#include "Reference/Timed/ReferenceScene.h"
 
 namespace {
 

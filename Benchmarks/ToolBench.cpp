@@ -7,17 +7,17 @@
 #include <thread>
 #include <vector>
 
+#include "Inputs/BenchMeshes.h"
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
-#include "BenchMeshes.h"
 #include "Rows/MapRows.h"
 #include "Support/Rng.h"
 
 namespace {
 
-using quarn::AnswerFormat;
-using quarn::AnswerRows;
-using quarn::Column;
+using quarn::tool::ResultFormat;
+using quarn::tool::ResultRows;
+using quarn::tool::Column;
 using quarn::OutputFile;
 using quarn::bench::add;
 using quarn::bench::BenchScreen;
@@ -80,12 +80,12 @@ private:
     }
 };
 
-class FileSink : public quarn::RowSink {
+class FileSink : public quarn::tool::RowSink {
 public:
     explicit FileSink(const std::string& path) : file(path, {}) {}
 
-    [[nodiscard]] AnswerRows makeRows() const override { return {AnswerFormat::Csv, columns}; }
-    void write(const AnswerRows& rows) override {
+    [[nodiscard]] ResultRows makeRows() const override { return {ResultFormat::Csv, columns}; }
+    void write(const ResultRows& rows) override {
         file.write(rows.text());
         count += rows.rowCount();
     }
@@ -104,10 +104,10 @@ private:
 
 void askTool(benchmark::State& state, const MeshCase& mesh) {
     static const Files files;
-    const quarn::RowAnswer answer = quarn::mapRows(screenOf(mesh), quarn::MapTarget::Position, false);
+    const quarn::tool::RowQuery answer = quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position, false);
     for ([[maybe_unused]] auto _ : state) {
         FileSink sink(files.output);
-        quarn::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
+        quarn::tool::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
         rows.run(answer, sink);
         if (sink.finish() != kRows) return state.SkipWithError("rows are missing");
     }

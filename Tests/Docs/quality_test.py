@@ -35,7 +35,7 @@ def counts():
     sources = texts("*.cpp")
     return {
         "tests in C++": sum(len(CASE.findall(text)) for text in sources),
-        "cases that run the tool": sum(len(TOOL_CASE.findall(text)) for text in texts("Tool/*_test.py")),
+        "cases that run the tool": sum(len(TOOL_CASE.findall(text)) for text in texts("Tools/**/*_test.py")),
         "random cases": sum(random_cases(text) for text in sources),
     }
 

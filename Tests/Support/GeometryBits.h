@@ -7,7 +7,7 @@
 
 #include <QuarnScreen/IntersectionSet.h>
 
-#include "Bits.h"
+#include "Support/Bits.h"
 
 namespace quarn::test {
 

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "Dom.h"
+#include "Support/Dom.h"
 
 namespace quarn::test {
 

@@ -4,8 +4,8 @@
 
 #include <cstddef>
 
-#include "Rng.h"
-#include "SpecialValues.h"
+#include "Support/Rng.h"
+#include "Support/SpecialValues.h"
 
 namespace quarn::test {
 

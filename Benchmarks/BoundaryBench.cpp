@@ -1,0 +1,57 @@
+// The outline of a mesh, beside two ordered multimaps of edges: the time, and the memory at its peak.
+#include "Inputs/BenchMeshes.h"
+#include "Measuring/CountedMemory.h"
+#include "Reference/Mesh/ReferenceBoundary.h"
+
+namespace {
+
+using quarn::bench::add;
+using quarn::bench::forEachMesh;
+using quarn::bench::MemoryCount;
+using quarn::bench::MeshCase;
+using quarn::bench::meshOf;
+using quarn::bench::Order;
+
+using FindOutline = void (*)(const std::vector<Triangle>&);
+
+void findByLibrary(const std::vector<Triangle>& triangles) {
+    Boundary boundary;
+    benchmark::DoNotOptimize(MeshScreen::findBoundaryNew(triangles, boundary));
+}
+
+void findPlainly(const std::vector<Triangle>& triangles) {
+    const quarn::test::PlainOutline outline(triangles);
+    benchmark::DoNotOptimize(outline.isSingleWithUV);
+}
+
+void measure(benchmark::State& state, const MeshCase& mesh, FindOutline find) {
+    const std::vector<Triangle>& triangles = meshOf(mesh);
+    for ([[maybe_unused]] auto _ : state) find(triangles);
+}
+
+void measureMemory(benchmark::State& state, const MeshCase& mesh, FindOutline find) {
+    const std::vector<Triangle>& triangles = meshOf(mesh);
+    for ([[maybe_unused]] auto _ : state) {
+        const MemoryCount count;
+        find(triangles);
+        state.counters["bytes_per_triangle"] =
+            static_cast<double>(MemoryCount::peak()) / static_cast<double>(triangles.size());
+    }
+}
+
+void addWay(const MeshCase& mesh, const char* way, FindOutline find) {
+    add("outline", mesh, way, [=](auto& state, auto& asked) { measure(state, asked, find); });
+    add("outline-memory", mesh, way, [=](auto& state, auto& asked) {
+        measureMemory(state, asked, find);
+    })->Iterations(1);
+}
+
+void addWays(const MeshCase& mesh) {
+    addWay(mesh, "library", findByLibrary);
+    addWay(mesh, "plain", findPlainly);
+}
+
+[[maybe_unused]] const int kRegistered =
+    forEachMesh(Order::InOrder, addWays) + forEachMesh(Order::Shuffled, addWays);
+
+}  // namespace

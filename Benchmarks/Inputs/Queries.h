@@ -1,0 +1,61 @@
+/// \file
+/// What the benchmarks ask of a mesh: more questions than a processor's caches hold the answers of, made beforehand.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <vector>
+
+#include <QuarnScreen/Ray.h>
+
+#include "Inputs/BenchMeshes.h"
+
+namespace quarn::bench {
+
+using Point2 = Point<double, 2>;
+using Point3 = Point<double, 3>;
+
+inline constexpr std::size_t kQuestions = 131'072;
+
+/// Positions on random triangles.
+[[nodiscard]] std::vector<Point3> positionsOnSurface(const MeshCase& mesh);
+/// Positions at a random distance from random triangles, on either side.
+[[nodiscard]] std::vector<Point3> positionsOffSurface(const MeshCase& mesh, double least, double greatest);
+
+/// UVs inside of the mesh.
+[[nodiscard]] std::vector<Point2> uvsInside();
+/// UVs up to a hundredth outside of it, along all edges.
+[[nodiscard]] std::vector<Point2> uvsJustOutside();
+
+/// Rays from one eye point, the way a picture is scanned. \pre a mesh in order
+[[nodiscard]] std::vector<Ray> coherentRays(const MeshCase& mesh);
+/// Rays from random places around the eye point to random triangles.
+[[nodiscard]] std::vector<Ray> incoherentRays(const MeshCase& mesh);
+
+/// Somewhere in a list, elsewhere each time, so that no repetition finds the memory as the one before left it.
+[[nodiscard]] std::size_t anyStart(std::size_t count);
+
+/// Measures an operation that takes one input after the other.
+template <class Inputs, class Operation>
+void askEach(benchmark::State& state, const Inputs& inputs, const Operation& operation) {
+    std::size_t i = anyStart(inputs.size());
+    for ([[maybe_unused]] auto _ : state) {
+        operation(inputs[i]);
+        if (++i == inputs.size()) i = 0;
+    }
+}
+
+/// To which part of the first inputs two ways give the same answers.
+template <class Inputs, class First, class Second>
+double agreement(const Inputs& inputs, std::size_t count, const First& first, const Second& second) {
+    std::size_t same = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        if (first(inputs[i]) == second(inputs[i])) ++same;
+    return static_cast<double>(same) / static_cast<double>(count);
+}
+
+inline constexpr std::size_t kChecked = 1000;
+inline constexpr const char* kDisagreement = "other answers than the library's";
+
+}  // namespace quarn::bench

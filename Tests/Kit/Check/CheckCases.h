@@ -1,0 +1,51 @@
+/// \file
+/// Checks of meshes that tests make.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <QuarnKit/Check/MeshCheck.h>
+#include "Support/Mesh/Meshes.h"
+
+namespace quarn::test {
+
+/// Line of the face of a triangle, counted from 1, in the meshes of these tests.
+inline std::uint64_t lineOfTriangle(std::uint64_t triangle) {
+    return 100 + triangle;
+}
+
+/// All findings of a mesh in metres whose file has no other records.
+inline std::vector<Finding> check(const Mesh& mesh, const std::string& unit = "m") {
+    std::vector<std::uint64_t> lines;
+    for (std::uint64_t i = 1; i <= mesh.size(); ++i) lines.push_back(lineOfTriangle(i));
+    return checkMesh({.lists = {}, .triangles = mesh, .lines = lines}, unit);
+}
+
+inline std::vector<std::string> namesOf(const std::vector<Finding>& findings) {
+    std::vector<std::string> names;
+    for (const Finding& finding : findings) names.push_back(finding.name);
+    return names;
+}
+
+/// The finding of a name; an empty one where there is none.
+inline Finding findingNamed(const std::string& name, const std::vector<Finding>& findings) {
+    const auto found = std::find_if(findings.begin(), findings.end(),
+                                    [&](const Finding& finding) { return finding.name == name; });
+    return found == findings.end() ? Finding() : *found;
+}
+
+/// Numbers of the triangles that a finding tells.
+inline std::vector<std::uint64_t> trianglesOf(const Finding& finding) {
+    std::vector<std::uint64_t> numbers;
+    for (const Place& place : finding.places) numbers.push_back(place.triangle);
+    return numbers;
+}
+
+inline void flipWinding(Triangle& triangle) {
+    std::swap(triangle.vertices[1], triangle.vertices[2]);
+    computeFields(triangle);
+}
+
+}  // namespace quarn::test

@@ -1,0 +1,102 @@
+#include <QuarnKit/Formats/Stl/StlMeshReader.h>
+
+#include <gtest/gtest.h>
+
+#include <QuarnKit/Base/Error.h>
+
+namespace quarn::test {
+namespace {
+
+constexpr const char* kTriangle =
+    "facet normal 0 0 1\n outer loop\n  vertex 0 0 0\n  vertex 1 0 0\n  vertex 0 1.5e0 0\n "
+    "endloop\nendfacet\n";
+
+std::string solid(const std::string& facets) {
+    return "solid wall\n" + facets + "endsolid wall\n";
+}
+
+std::string notesOf(const std::string& text, std::size_t expectedFaces) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(readStlMesh("a.stl", text).faces.size(), expectedFaces);
+    return testing::internal::GetCapturedStderr();
+}
+
+ErrorDetails errorOf(const std::string& text) {
+    try {
+        static_cast<void>(readStlMesh("a.stl", text));
+    } catch (const Error& error) {
+        return error.details();
+    }
+    ADD_FAILURE() << "no error";
+    return {};
+}
+
+TEST(AnyStl, TextGivesTriangles) {
+    const MeshDocument mesh = readStlMesh("a.stl", solid(kTriangle));
+    ASSERT_EQ(mesh.faces.size(), 1U);
+    EXPECT_EQ(mesh.positions, (std::vector<std::array<float, 3>>{{0, 0, 0}, {1, 0, 0}, {0, 1.5, 0}}));
+    EXPECT_EQ(mesh.faces[0][2].vertex, 2);
+    EXPECT_EQ(mesh.faces[0][2].textureCoordinate, -1);
+}
+
+TEST(AnyStl, EqualPositionsAreOneVertex) {
+    EXPECT_EQ(readStlMesh("a.stl", solid(std::string(kTriangle) + kTriangle)).positions.size(), 3U);
+}
+
+TEST(AnyStl, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
+    std::string text = solid(kTriangle) + "\n" + solid(kTriangle);
+    EXPECT_EQ(notesOf(text, 2), "");
+    for (char& byte : text)
+        if (byte >= 'a' && byte <= 'z' && byte != 'e') byte = static_cast<char>(byte - 'a' + 'A');
+    EXPECT_EQ(notesOf(text, 2), "");
+    std::string windows;
+    for (const char byte : text) windows += byte == '\n' ? "\r\n" : std::string(1, byte);
+    EXPECT_EQ(notesOf(windows, 2), "");
+}
+
+TEST(AnyStl, ALoopOfFourCornersIsAFan) {
+    EXPECT_EQ(notesOf("solid\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 1 1 0 vertex 0 "
+                      "1 0 endloop "
+                      "endfacet endsolid",
+                      2),
+              "");
+}
+
+TEST(AnyStl, ACutTextGivesWhatStandsBeforeTheCut) {
+    const std::string text = solid(std::string(kTriangle) + kTriangle);
+    EXPECT_EQ(notesOf(text.substr(0, text.size() - 30), 1),
+              "note: a.stl:14: the file ends within a solid; the triangles before are taken\n");
+}
+
+TEST(AnyStl, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {
+    std::string text = solid(kTriangle);
+    text.replace(text.find("endloop"), 7, "endlopp");
+    const ErrorDetails error = errorOf(text);
+    EXPECT_EQ(error.line, 7U);
+    EXPECT_EQ(error.found, "found \"endlopp\"");
+    EXPECT_EQ(error.expected, R"("vertex" or "endloop")");
+}
+
+TEST(AnyStl, NumbersThatAreNotFiniteAreErrors) {
+    for (const char* number : {"nan", "inf", "1e39", "-1e400"}) {
+        std::string text = solid(kTriangle);
+        text.replace(text.find("1.5e0"), 5, number);
+        EXPECT_EQ(errorOf(text).found, "found a coordinate that is not finite in triangle 1") << number;
+    }
+}
+
+TEST(AnyStl, ANumberBelowTheLeastFloatIsZero) {
+    std::string text = solid(kTriangle);
+    text.replace(text.find("1.5e0"), 5, "1e-90");
+    EXPECT_EQ(readStlMesh("a.stl", text).positions.size(), 2U);
+}
+
+TEST(AnyStl, NoTriangleIsAnError) {
+    EXPECT_EQ(errorOf(solid("")).found, "found no triangle in the STL file");
+    EXPECT_EQ(errorOf(std::string(84, '\0')).found, "found no triangle in the STL file");
+    EXPECT_EQ(errorOf("not STL").found, "found \"not\"");
+    EXPECT_EQ(errorOf(std::string("\0\1", 2)).found, "found 2 bytes");
+}
+
+}  // namespace
+}  // namespace quarn::test

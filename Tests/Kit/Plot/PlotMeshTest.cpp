@@ -1,0 +1,112 @@
+#include <QuarnKit/Plot/Mesh/PlotMesh.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <QuarnScreen/FlatScreen.h>
+
+#include <QuarnKit/Plot/Mesh/PlotMeshData.h>
+#include <QuarnKit/Plot/Mesh/PlotMeshViews.h>
+#include "Support/Mesh/Meshes.h"
+#include "Support/Mesh/TriangleScreen.h"
+
+namespace quarn::test {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::string pageOf(const Mesh& mesh, PlotColor color = PlotColor::Side) {
+    return plotMeshPage(TriangleScreen(mesh), "mesh.obj", "m", color);
+}
+
+// How many areas of a view have a class that begins so.
+std::ptrdiff_t areaCount(const Mesh& mesh, const Camera& camera, const std::string& beginning) {
+    const PlotMeshData data = plotMeshData(TriangleScreen(mesh));
+    const std::vector<Shape> shapes = meshShapes(data, camera);
+    return std::count_if(shapes.begin(), shapes.end(), [&](const Shape& shape) {
+        return shape.isArea && shape.styleClass.rfind(beginning, 0) == 0;
+    });
+}
+
+TEST(PlotMesh, TheViewerSeesTheFrontOfAWallAndTheBackOfADome) {
+    EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::front(), kFrontClass), 48);
+    EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::front(), kBackClass), 0);
+    EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::plan(), ""), 0) << "seen from its edge";
+    EXPECT_EQ(areaCount(dome({24, 8}, kHalfSphere), Camera::plan(), kFrontClass), 0);
+    EXPECT_GT(areaCount(dome({24, 8}, kHalfSphere), Camera::plan(), kBackClass), 200);
+}
+
+TEST(PlotMesh, TurnedTrianglesHaveTheirOwnColour) {
+    Mesh mesh = flatGrid({6, 4});
+    for (const std::size_t i : {3, 17, 30}) std::swap(mesh[i].vertices[1], mesh[i].vertices[2]);
+    EXPECT_EQ(areaCount(mesh, Camera::front(), kFlippedClass), 3);
+    EXPECT_THAT(pageOf(mesh), HasSubstr("turned over: 3<"));
+    EXPECT_THAT(pageOf(flatGrid({6, 4})), HasSubstr("turned over: none<"));
+}
+
+TEST(PlotMesh, AManyTriangleMeshIsDrawnInFewAreasAndShowsASingleTurnedOne) {
+    Mesh mesh = flatGrid({100, 60});
+    std::swap(mesh[7777].vertices[1], mesh[7777].vertices[2]);
+    EXPECT_LT(areaCount(mesh, Camera::front(), ""), 30);
+    EXPECT_EQ(areaCount(mesh, Camera::front(), std::string(kFlippedClass) + kDotSuffix), 1);
+}
+
+TEST(PlotMesh, RoughSurfacesStaySmall) {
+    Mesh mesh = wave({120, 120}, 0.3);
+    for (std::size_t i = 0; i < mesh.size(); ++i)
+        for (TriangleVertex& corner : mesh[i].vertices)
+            corner.position[1] += 0.05 * static_cast<double>(i % 7);
+    for (const PlotColor color : {PlotColor::Side, PlotColor::Stretch})
+        EXPECT_LT(pageOf(mesh, color).size(), 1500000U);
+}
+
+TEST(PlotMesh, HolesAreCountedAndDrawn) {
+    EXPECT_THAT(pageOf(gridWithHoles({9, 3}, 2)), AllOf(HasSubstr("holes: 2<"), HasSubstr("class=\"hole\"")));
+    EXPECT_THAT(pageOf(flatGrid({9, 3})), HasSubstr("holes: none<"));
+}
+
+TEST(PlotMesh, HiddenLinesAreLeftOutOrPale) {
+    const PlotMeshData data = plotMeshData(TriangleScreen(dome({24, 8}, kHalfSphere)));
+    const std::vector<Shape> shapes = meshShapes(data, Camera::perspective(0.0));
+    const auto has = [&](const std::string& styleClass) {
+        return std::any_of(shapes.begin(), shapes.end(),
+                           [&](const Shape& shape) { return shape.styleClass == styleClass; });
+    };
+    EXPECT_TRUE(has(kBoundaryClass));
+    EXPECT_TRUE(has(std::string(kBoundaryClass) + kHiddenSuffix));
+    EXPECT_TRUE(has(kGridClass));
+    EXPECT_FALSE(has(std::string(kGridClass) + kHiddenSuffix));
+}
+
+TEST(PlotMesh, AMeshWithoutUvSaysSo) {
+    Mesh mesh = flatGrid({4, 3});
+    stripUV(mesh);
+    EXPECT_THAT(pageOf(mesh), AllOf(HasSubstr("the mesh has no UV"), Not(HasSubstr("faulty UV:"))));
+    EXPECT_THAT(pageOf(mesh, PlotColor::Stretch), HasSubstr("class=\"none\""));
+}
+
+TEST(PlotMesh, AStretchHasAScaleInPlaceOfSides) {
+    const std::string page = pageOf(flatGrid({4, 3}), PlotColor::Stretch);
+    EXPECT_THAT(page, AllOf(HasSubstr("mean: 12 m²"), HasSubstr("class=\"k8\""), Not(HasSubstr("front:"))));
+}
+
+TEST(PlotMesh, TheOrderOfTrianglesDecidesNothingThatIsSeen) {
+    Mesh mesh = dome({24, 8});
+    const std::string page = pageOf(mesh);
+    EXPECT_EQ(pageOf(mesh), page);
+    const auto before = areaCount(mesh, Camera::perspective(0.0), kFrontClass);
+    shuffle(mesh, 3);
+    EXPECT_EQ(areaCount(mesh, Camera::perspective(0.0), kFrontClass), before);
+}
+
+TEST(PlotMesh, AScreenWithoutTrianglesSaysSo) {
+    EXPECT_THAT(plotMeshPage(FlatScreen(4.0, 3.0), "a.obj", "m"),
+                AllOf(HasSubstr("not drawable"), HasSubstr("Mesh of 0 triangles")));
+}
+
+}  // namespace
+}  // namespace quarn::test

@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "Library/Boundary/BoundaryCases.h"
+#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
+#include "Reference/Mesh/ReferenceBoundary.h"
+#include "Support/Bits.h"
+
+using namespace quarn::test;
+using quarn::detail::findBoundary;
+using quarn::detail::BoundarySearchResult;
+
+namespace {
+
+void expectSameOutline(const std::vector<Triangle>& triangles, const PlainOutline& expected) {
+    Boundary boundary;
+    boundary.points.resize(2);
+    boundary.uvPoints.resize(2);
+    boundary.triangles.resize(2);
+    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    EXPECT_EQ(result.isSingleWithUV, expected.isSingleWithUV);
+    EXPECT_EQ(result.edgesLeft, expected.edgesLeft);
+    EXPECT_EQ(boundary.triangles, expected.boundary.triangles);
+    ASSERT_EQ(boundary.points.size(), expected.boundary.points.size());
+    ASSERT_EQ(boundary.uvPoints.size(), expected.boundary.uvPoints.size());
+    for (std::size_t i = 0; i < boundary.points.size(); ++i) {
+        ASSERT_TRUE(sameBits(boundary.points[i], expected.boundary.points[i])) << i;
+        ASSERT_TRUE(sameBits(boundary.uvPoints[i], expected.boundary.uvPoints[i])) << i;
+    }
+}
+
+class OutlineOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {};
+
+}  // namespace
+
+TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
+    for (int i = 0; i < 2000; ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const std::vector<Triangle> triangles = outlineCase(GetParam(), rng);
+        const PlainOutline plain(triangles);
+        ASSERT_TRUE(plain.hasEnded);
+        expectSameOutline(triangles, plain);
+        if (HasFailure()) return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllCases, OutlineOfRandomTriangles,
+                         ::testing::Values(OutlineCase::Grid, OutlineCase::Holes, OutlineCase::Seams,
+                                           OutlineCase::Pieces, OutlineCase::Soup, OutlineCase::Lattice,
+                                           OutlineCase::NoUV, OutlineCase::SignedZero,
+                                           OutlineCase::Infinite));
+
+TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
+    for (int i = 0; i < 6; ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        std::vector<Triangle> triangles = gridAt(0.0, rng.integer(80, 160), rng.integer(80, 160));
+        if (i % 2 == 1) shuffle(triangles, rng);
+        if (i >= 2) std::erase_if(triangles, [&](const Triangle&) { return rng.integer(0, i) == 0; });
+        expectSameOutline(triangles, PlainOutline(triangles));
+    }
+}
+
+TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
+    // Petals around the origin, each of them from one corner below it to one above. The one with the least
+    // corner stands last, so the walk goes through all others before it gets back there.
+    constexpr int kPetals = 2000;
+    std::vector<Triangle> triangles;
+    for (int i = kPetals; i > 0; --i)
+        triangles.push_back(
+            triangleOf(cornerOnPlane(kPetals - i + 1, -i), cornerOnPlane(-i, i), cornerOnPlane(0, 0)));
+    std::rotate(triangles.begin(), triangles.begin() + 1, triangles.end());
+    const PlainOutline plain(triangles);
+    EXPECT_TRUE(plain.isSingleWithUV);
+    EXPECT_EQ(plain.boundary.points.size(), 3U * kPetals + 1U);
+    expectSameOutline(triangles, plain);
+}
+
+TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
+    int ended = 0;
+    int endless = 0;
+    for (int i = 0; i < 6000; ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const std::vector<Triangle> triangles =
+            outlineCase(static_cast<OutlineCase>(rng.integer(static_cast<int>(OutlineCase::Lattice),
+                                                             static_cast<int>(OutlineCase::Count) - 1)),
+                        rng, true);
+        const PlainOutline plain(triangles, 10'000);
+        ++(plain.hasEnded ? ended : endless);
+        if (plain.hasEnded) expectSameOutline(triangles, plain);
+        if (::testing::Test::HasFailure()) return;
+    }
+    EXPECT_GT(ended, 1000);
+    EXPECT_GT(endless, 0);
+}
+
+// Without this the comparisons above might pass on outlines that never need a choice.
+TEST(OutlineAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
+    int single = 0;
+    int closedSurfaces = 0;
+    int withEdgesLeft = 0;
+    int withManyTurns = 0;
+    int throughTheStart = 0;
+    for (int i = 0; i < 2000; ++i) {
+        Rng rng(i);
+        const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
+        const std::vector<Triangle> triangles = outlineCase(kind, rng);
+        const PlainOutline plain(triangles);
+        const auto& points = plain.boundary.points;
+        single += plain.isSingleWithUV ? 1 : 0;
+        closedSurfaces += plain.oddEdges == 0 && !triangles.empty() ? 1 : 0;
+        withEdgesLeft += plain.edgesLeft ? 1 : 0;
+        withManyTurns += plain.turns > 3 ? 1 : 0;
+        if (!points.empty())
+            throughTheStart += std::count(points.begin(), points.end(), points[0]) > 2 ? 1 : 0;
+    }
+    EXPECT_GT(single, 100);
+    EXPECT_GT(closedSurfaces, 0);
+    EXPECT_GT(withEdgesLeft, 100);
+    EXPECT_GT(withManyTurns, 100);
+    EXPECT_GT(throughTheStart, 10);
+}

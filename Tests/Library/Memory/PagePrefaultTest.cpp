@@ -1,0 +1,46 @@
+#include <gtest/gtest.h>
+
+#include <QuarnScreen/Detail/Platform/PagePrefault.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "Support/RunTogether.h"
+
+using namespace quarn;
+using namespace quarn::test;
+
+namespace {
+constexpr std::size_t kMegabyte = std::size_t{1} << 20U;
+}
+
+TEST(detail::PagePrefault, ContentsStay) {
+    std::vector<unsigned char> memory(25 * kMegabyte, 7);
+    detail::PagePrefault pages;
+    pages.offer(memory.data() + 3, memory.size() - 3);
+    runTogether(4, [&](int) { pages.populate(); });
+    EXPECT_EQ(std::count(memory.begin(), memory.end(), 7), static_cast<std::ptrdiff_t>(memory.size()));
+}
+
+TEST(detail::PagePrefault, ThreadsMayComeBeforeTheRangeAndAfterIt) {
+    std::vector<unsigned char> memory(25 * kMegabyte, 7);
+    detail::PagePrefault pages;
+    pages.populate();
+    runTogether(4, [&](int i) {
+        if (i == 0) pages.offer(memory.data(), memory.size());
+        pages.populate();
+    });
+    pages.populate();
+    EXPECT_EQ(memory.back(), 7);
+}
+
+TEST(detail::PagePrefault, SmallRangesAreLeftAlone) {
+    std::vector<unsigned char> memory(10, 7);
+    for (std::size_t size = 0; size <= memory.size(); ++size) {
+        detail::PagePrefault pages;
+        pages.offer(memory.data(), size);
+        pages.populate();
+    }
+    EXPECT_EQ(memory, std::vector<unsigned char>(10, 7));
+}
