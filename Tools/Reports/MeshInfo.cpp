@@ -1,10 +1,9 @@
 #include "Reports/MeshInfo.h"
 
-#include <algorithm>
-#include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
@@ -16,30 +15,21 @@ namespace quarn::tool {
 
 namespace {
 
-struct UVRange {
-    Point<double, 2> min;
-    Point<double, 2> max;
-};
-
 struct Facts {
     MeshStatus status;
     std::uint64_t triangles = 0;
     double area = 0.0;
     Point<double, 3> centroid;
-    std::optional<UVRange> uvRange;  // of the corners that have a UV
+    std::optional<Bounds<2>> uvRange;  // of the corners that have a UV
     std::uint64_t boundaryPointCount = 0;
 };
 
-std::optional<UVRange> uvRangeOf(const std::vector<Triangle>& triangles) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    UVRange range{{kInfinity, kInfinity}, {-kInfinity, -kInfinity}};
+std::optional<Bounds<2>> uvRangeOf(const std::vector<Triangle>& triangles) {
+    Bounds<2> range;
     for (const Triangle& triangle : triangles)
         for (const TriangleVertex& corner : triangle.vertices)
-            for (std::size_t i = 0; i < 2 && corner.uv != kNoUV; ++i) {
-                range.min[i] = std::min(range.min[i], corner.uv[i]);
-                range.max[i] = std::max(range.max[i], corner.uv[i]);
-            }
-    if (range.min[0] > range.max[0]) return std::nullopt;
+            if (corner.uv != kNoUV) range.include(corner.uv);
+    if (range.isEmpty()) return std::nullopt;
     return range;
 }
 

@@ -9,7 +9,7 @@ namespace quarn {
 
 namespace {
 
-// Enough of a text to find it again.
+// Enough of a text to recognize it.
 constexpr std::size_t kExcerptLength = 40;
 
 struct Range {

@@ -183,7 +183,7 @@ def refused(name, arguments, message):
 
 
 NOTHING = "found options that change nothing, expected --translate, --rotate, --scale, --flip-u or --flip-v with an effect"
-LENGTH = "a number in m, or a length such as 6m or 236in where --unit is m, cm, mm, ft or in"
+LENGTH = "a number in m, or a length such as 6m or 236in"
 ANGLES = "three angles in degrees, or with their unit, such as 90,0,-0.5rad"
 
 add_cases(Transform, [

@@ -127,7 +127,7 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
         .digest = shortDigest(geometry),
         .facts = {}};
     if (mesh.isDrawable()) {
-        header.size = sizeText(mesh.min, mesh.max, unit);
+        header.size = sizeText(mesh.bounds.min, mesh.bounds.max, unit);
         header.facts = factsText(mesh);
     }
     const std::string styleSheet =
@@ -138,7 +138,7 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
         return svg.finish();
     }
     const PlotScene scene = sceneOf(geometry, mesh, stretch);
-    drawViews(svg, scene, mesh.max - mesh.min, unit);
+    drawViews(svg, scene, mesh.bounds.extent(), unit);
     drawMeshUv(svg, uvBox(), mesh, stretch);
     drawMeshLegend(svg, geometry, mesh, scene, unit, stretch);
     return svg.finish();

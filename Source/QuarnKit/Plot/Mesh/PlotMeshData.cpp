@@ -87,16 +87,9 @@ void DataBuilder::takeTriangles() {
 }
 
 void DataBuilder::findBounds() {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    data.min = {kInfinity, kInfinity, kInfinity};
-    data.max = data.min * -1.0;
     for (const TriangleCorners& triangle : data.triangles)
-        for (const Point<double, 3>& corner : triangle)
-            for (std::size_t i = 0; i < 3; ++i) {
-                data.min[i] = std::min(data.min[i], corner[i]);
-                data.max[i] = std::max(data.max[i], corner[i]);
-            }
-    const Point<double, 3> extent = data.max - data.min;
+        for (const Point<double, 3>& corner : triangle) data.bounds.include(corner);
+    const Point<double, 3> extent = data.bounds.extent();
     const double longest = std::max({extent[0], extent[1], extent[2]});
     // Below the least normal number positions could not be scaled to 1.
     if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
@@ -199,7 +192,7 @@ void DataBuilder::moveToScene() {
 }  // namespace
 
 Point<double, 3> PlotMeshData::toScene(const Point<double, 3>& point) const {
-    return (point - (min + (max - min) * 0.5)) / size;
+    return (point - (bounds.min + bounds.extent() * 0.5)) / size;
 }
 
 std::vector<StretchPatch> PlotMeshData::patches() const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Mesh/TriangleCorners.h>
 #include <QuarnKit/Mesh/UvOverlap.h>
 #include <QuarnKit/Plot/Views/PlotStretch.h>
@@ -40,8 +41,7 @@ struct MeshCounts {
 struct PlotMeshData {
     using Line = std::vector<Point<double, 3>>;
 
-    Point<double, 3> min;  ///< Bounds in the mesh's unit and frame.
-    Point<double, 3> max;
+    Bounds<3> bounds;   ///< In the mesh's unit and frame.
     double size = 0.0;  ///< Longest side of the bounds; 0 where there is nothing to draw.
 
     std::vector<TriangleCorners> triangles;

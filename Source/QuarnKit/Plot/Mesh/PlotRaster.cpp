@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+#include <QuarnKit/Base/Bounds.h>
+
 #include "TriangleCells.h"
 
 namespace quarn {
@@ -31,17 +33,11 @@ struct Run {
 
 PlotRaster::PlotRaster(const std::vector<TriangleCorners>& triangles, const Camera& viewCamera, int cells)
     : camera(viewCamera) {
-    lowest = ViewPoint(kInfinity, kInfinity);
-    ViewPoint highest(-kInfinity, -kInfinity);
+    Bounds<2> bounds;
     for (const TriangleCorners& triangle : triangles)
-        for (const Point<double, 3>& corner : triangle) {
-            const ViewPoint seen = camera.project(corner);
-            for (std::size_t i = 0; i < 2; ++i) {
-                lowest[i] = std::min(lowest[i], seen[i]);
-                highest[i] = std::max(highest[i], seen[i]);
-            }
-        }
-    const ViewPoint extent = highest - lowest;
+        for (const Point<double, 3>& corner : triangle) bounds.include(camera.project(corner));
+    lowest = bounds.min;
+    const ViewPoint extent = bounds.extent();
     cell = std::max(extent[0], extent[1]) / cells;
     if (!(cell > 0.0)) return;
     columnCount = static_cast<int>(std::ceil(extent[0] / cell)) + 1;

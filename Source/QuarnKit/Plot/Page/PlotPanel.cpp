@@ -43,15 +43,8 @@ std::string cornerText(const std::vector<SceneCorner>& corners) {
 
 }  // namespace
 
-void Frame::include(const ViewPoint& point) {
-    for (std::size_t i = 0; i < 2; ++i) {
-        lowest[i] = std::min(lowest[i], point[i]);
-        highest[i] = std::max(highest[i], point[i]);
-    }
-}
-
 double Frame::scaleInto(const Box& box) const {
-    const ViewPoint extent = highest - lowest;
+    const ViewPoint extent = bounds.extent();
     const double least = 1e-3;  // of a view from which the surface is a point
     return std::min(box.width / std::max(extent[0], least), box.height / std::max(extent[1], least));
 }
@@ -88,8 +81,8 @@ public:
     void drawEye();
     void drawCorners();
     void drawAxes();
-    void drawAcross(const std::string& text, bool isOnTop);
-    void drawUpright(const std::string& text);
+    void drawWidth(const std::string& text, WidthLine place);
+    void drawHeight(const std::string& text);
 
 private:
     [[nodiscard]] PagePoint toPage(const ViewPoint& point) const {
@@ -187,8 +180,9 @@ void PlotPanel::Drawing::drawDimensionLine(const PagePoint& from, const PagePoin
     labels.avoidLine(from, to);
 }
 
-void PlotPanel::Drawing::drawAcross(const std::string& text, bool isOnTop) {
+void PlotPanel::Drawing::drawWidth(const std::string& text, WidthLine place) {
     if (text.empty()) return;
+    const bool isOnTop = place == WidthLine::Above;
     const double left = surfaceBox.corner[0];
     const double right = left + surfaceBox.width;
     const double edge = surfaceBox.corner[1] + (isOnTop ? 0.0 : surfaceBox.height);
@@ -207,7 +201,7 @@ void PlotPanel::Drawing::drawAcross(const std::string& text, bool isOnTop) {
                      .height = kTextHeight});
 }
 
-void PlotPanel::Drawing::drawUpright(const std::string& text) {
+void PlotPanel::Drawing::drawHeight(const std::string& text) {
     if (text.empty()) return;
     const double edge = surfaceBox.corner[0] + surfaceBox.width;
     const double x = edge + kUprightDimensionGap;
@@ -236,13 +230,16 @@ PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera)
     : scene(shownScene), camera(viewCamera), shapes(scene.shapes(camera)) {
     for (const Shape& shape : shapes)
         for (const ViewPoint& point : shape.points) surfaceFrame.include(point);
+    // A closed plane without a UV grid is not visible from its edge; it is a point then.
+    if (shapes.empty()) surfaceFrame.include({0.0, 0.0});
     wholeFrame = surfaceFrame;
     if (!scene.eye) return;
     wholeFrame.include(camera.project(*scene.eye));
     if (scene.heading) wholeFrame.include(camera.project(*scene.eye + *scene.heading * kHeadingLength));
 }
 
-Box PlotPanel::drawingBox(const Box& box, bool hasDimensions) {
+Box PlotPanel::drawingBox(const Box& box, DimensionSpace space) {
+    const bool hasDimensions = space == DimensionSpace::Reserved;
     const double side = hasDimensions ? kSideMargin : kPlainSideMargin;
     const double top = hasDimensions ? kTopMargin : kPlainTopMargin;
     const double bottom = hasDimensions ? kBottomMargin : kPlainBottomMargin;
@@ -253,11 +250,12 @@ Box PlotPanel::drawingBox(const Box& box, bool hasDimensions) {
 
 void PlotPanel::draw(SvgWriter& svg, const Box& box, double scale,
                      const std::optional<Dimensions>& dimensions) const {
-    Drawing drawing(*this, svg, box, scale, drawingBox(box, dimensions.has_value()).middle());
+    const auto space = dimensions ? DimensionSpace::Reserved : DimensionSpace::None;
+    Drawing drawing(*this, svg, box, scale, drawingBox(box, space).middle());
     drawing.drawSurface();
     if (dimensions) {
-        drawing.drawAcross(dimensions->across, dimensions->isAcrossOnTop);
-        drawing.drawUpright(dimensions->upright);
+        drawing.drawWidth(dimensions->width, dimensions->widthLine);
+        drawing.drawHeight(dimensions->height);
     }
     drawing.drawAxes();
     drawing.drawEye();

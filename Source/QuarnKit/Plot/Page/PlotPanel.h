@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Plot/Views/PlotViews.h>
 
 #include "PlotLabels.h"
@@ -34,32 +35,38 @@ struct PlotScene {
 /// The part of a view's plane that is drawn.
 class Frame {
 public:
-    void include(const ViewPoint& point);
-    [[nodiscard]] ViewPoint middle() const { return (lowest + highest) * 0.5; }
-    [[nodiscard]] const ViewPoint& min() const { return lowest; }
-    [[nodiscard]] const ViewPoint& max() const { return highest; }
+    void include(const ViewPoint& point) { bounds.include(point); }
+    [[nodiscard]] ViewPoint middle() const { return (bounds.min + bounds.max) * 0.5; }
+    [[nodiscard]] const ViewPoint& min() const { return bounds.min; }
+    [[nodiscard]] const ViewPoint& max() const { return bounds.max; }
     /// Pixels for a length of 1 so that all of the frame fits into \p box.
     [[nodiscard]] double scaleInto(const Box& box) const;
 
 private:
-    ViewPoint lowest{1e9, 1e9};
-    ViewPoint highest{-1e9, -1e9};
+    Bounds<2> bounds;
 };
 
-/// Dimensions that a view names; empty where it does not.
+/// Side of the drawing on which the dimension line of its width is drawn.
+enum class WidthLine { Below, Above };
+
+/// Texts of the dimension lines of a view; an empty text has no line.
 struct Dimensions {
-    std::string across = {};
-    std::string upright = {};
-    bool isAcrossOnTop = false;
+    std::string width = {};
+    std::string height = {};
+    WidthLine widthLine = WidthLine::Below;
 };
+
+/// Whether a panel has space for dimension lines.
+enum class DimensionSpace { None, Reserved };
 
 /// A view of a scene.
 class PlotPanel {
 public:
     PlotPanel(const PlotScene& shownScene, const Camera& viewCamera);
 
-    /// Where the drawing itself stands within the panel's box; dimensions need room beside it.
-    [[nodiscard]] static Box drawingBox(const Box& box, bool hasDimensions);
+    /// Returns the part of the panel's box for the drawing itself, without margins for labels and
+    /// dimension lines.
+    [[nodiscard]] static Box drawingBox(const Box& box, DimensionSpace space);
     [[nodiscard]] const Frame& frame() const { return wholeFrame; }
 
     /// \param scale pixels for a length of 1

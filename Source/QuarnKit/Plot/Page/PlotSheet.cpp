@@ -71,20 +71,22 @@ void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& e
 
     const Box perspectiveBox = panelBox(0, 0);
     const PlotPanel perspective(scene, Camera::perspective(scene.eye ? length(*scene.eye) : 0.0));
-    perspective.draw(svg, perspectiveBox,
-                     perspective.frame().scaleInto(PlotPanel::drawingBox(perspectiveBox, false)),
-                     std::nullopt);
+    perspective.draw(
+        svg, perspectiveBox,
+        perspective.frame().scaleInto(PlotPanel::drawingBox(perspectiveBox, DimensionSpace::None)),
+        std::nullopt);
 
     // The plan stands above the front at the same scale, so that the same x is below itself.
     const Box planBox = panelBox(1, 0);
     const Box frontBox = panelBox(1, 1);
     const PlotPanel plan(scene, Camera::plan());
     const PlotPanel front(scene, Camera::front());
-    const double scale = std::min(plan.frame().scaleInto(PlotPanel::drawingBox(planBox, true)),
-                                  front.frame().scaleInto(PlotPanel::drawingBox(frontBox, true)));
+    const double scale =
+        std::min(plan.frame().scaleInto(PlotPanel::drawingBox(planBox, DimensionSpace::Reserved)),
+                 front.frame().scaleInto(PlotPanel::drawingBox(frontBox, DimensionSpace::Reserved)));
     plan.draw(svg, planBox, scale,
-              Dimensions{.across = dimension(0), .upright = dimension(1), .isAcrossOnTop = true});
-    front.draw(svg, frontBox, scale, Dimensions{.across = dimension(0), .upright = dimension(2)});
+              Dimensions{.width = dimension(0), .height = dimension(1), .widthLine = WidthLine::Above});
+    front.draw(svg, frontBox, scale, Dimensions{.width = dimension(0), .height = dimension(2)});
 }
 
 void drawNoViews(SvgWriter& svg, const std::string& reason) {
