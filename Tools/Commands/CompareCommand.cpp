@@ -111,7 +111,7 @@ Comparison compare(const CompareOptions& options) {
 std::vector<Column> columns() {
     return {{"comparison"},
             {"status"},
-            {"greatest", Quantity::Length},
+            {"max", Quantity::Length},
             {"accuracy", Quantity::Length},
             {"mean", Quantity::Length},
             {"x", Quantity::Length},

@@ -42,12 +42,12 @@ double areaOf(const std::vector<Triangle>& triangles) {
     return twice / 2;
 }
 
-// The outline repeats its first position as its last.
+// The boundary repeats its first position as its last.
 std::uint64_t boundaryPointCountOf(const IScreenGeometry& geometry) {
-    IScreenGeometry::Polylines outline;
-    geometry.sampleBoundary(outline);
-    if (outline.empty() || outline.front().empty()) return 0;
-    const auto& points = outline.front();
+    IScreenGeometry::Polylines boundary;
+    geometry.sampleBoundary(boundary);
+    if (boundary.empty() || boundary.front().empty()) return 0;
+    const auto& points = boundary.front();
     return points.size() - (points.size() > 1 && points.front() == points.back() ? 1 : 0);
 }
 
@@ -113,7 +113,7 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
     mesh["uvRange"] = nullptr;
     if (const auto& range = facts.uvRange)
         mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
-    mesh["outlinePoints"] = facts.boundaryPointCount;
+    mesh["boundaryPoints"] = facts.boundaryPointCount;
     for (const Ignored& ignored : ignoredIn(source.counts)) mesh["ignored"][ignored.name] = ignored.count;
     return mesh;
 }
@@ -134,7 +134,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
     lines.emplace_back(
         "UV range",
         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
-    lines.emplace_back("outline points", std::to_string(facts.boundaryPointCount));
+    lines.emplace_back("boundary points", std::to_string(facts.boundaryPointCount));
     if (isObj) lines.emplace_back("ignored", ignoredText(source.counts));
     return lines;
 }

@@ -13,8 +13,8 @@ namespace {
 // The longest text of numberText() is like -2.2250738585072014e-308.
 constexpr std::size_t kMaxNumberLength = 32;
 
-// Parses a number beyond the range of normal doubles. Unlike std::from_chars, a stream distinguishes
-// overflow from underflow.
+// Parses a number beyond the range of normal doubles. Unlike std::from_chars, a stream
+// distinguishes overflow from underflow.
 std::optional<double> parseBeyondRange(std::string_view text) {
     std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());

@@ -20,8 +20,8 @@ struct Notice {
     std::uint64_t line = 0;  ///< Line in that file, 0 for the file as a whole.
 };
 
-/// Receives the stages and notices of an operation, on the thread that called it. This class ignores
-/// all of them; derive from it to show them.
+/// Receives the stages and notices of an operation, on the thread that called it. This class
+/// ignores all of them; derive from it to show them.
 class Observer {
 public:
     Observer() = default;

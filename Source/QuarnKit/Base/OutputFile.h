@@ -12,8 +12,8 @@ namespace quarn {
 
 /// The standard output, or a file that is replaced atomically.
 ///
-/// A regular file is written under a temporary name in the same folder; finish() renames it. Devices
-/// and pipes are written directly. Not safe on several threads.
+/// A regular file is written under a temporary name in the same folder; finish() renames it.
+/// Devices and pipes are written directly. Not safe on several threads.
 class OutputFile {
 public:
     /// Opens \p path, or the standard output if \p path is "-".

@@ -12,7 +12,8 @@
 
 namespace quarn {
 
-/// Starts a thread that runs a function. Throws std::system_error if the system has no more threads.
+/// Starts a thread that runs a function. Throws std::system_error if the system has no more
+/// threads.
 using StartThread = std::function<std::thread(std::function<void()>)>;
 
 /// Runs loops in parallel on several threads, including the calling thread.
@@ -27,8 +28,8 @@ public:
     ThreadPool& operator=(const ThreadPool&) = delete;
     ~ThreadPool();
 
-    /// Calls body(0) to body(count - 1) once each, in unspecified order, and waits for all. If tasks
-    /// throw, the others still run, and the exception of the lowest-numbered one is rethrown.
+    /// Calls body(0) to body(count - 1) once each, in unspecified order, and waits for all. If
+    /// tasks throw, the others still run, and the exception of the lowest-numbered one is rethrown.
     void parallelFor(std::size_t count, const std::function<void(std::size_t)>& body);
 
     /// Returns the number of threads at the moment, including the calling one.

@@ -77,7 +77,8 @@ double Angle::inDegrees() const {
 
 Angle Angle::complement() const {
     constexpr long double kQuarterTurn = 90.0L;
-    // The quarter turn in radians is the double, so that subtracting half of the double pi leaves 0.
+    // The quarter turn in radians is the double, so that subtracting half of the double pi leaves
+    // 0.
     return {(unit == Unit::Degree ? kQuarterTurn : std::numbers::pi / 2.0) - value, unit};
 }
 

@@ -42,7 +42,7 @@ private:
 [[nodiscard]] std::optional<double> metersPerUnit(std::string_view unit);
 
 /// Parses a length such as "6m" or "6000mm" and returns it in \p unit, rounded once. A number
-/// without a unit is in \p unit, whatever its name.
+/// without a unit is in \p unit, which may have any name then.
 ///
 /// Returns nothing if the text has another form, or if one of the units is unknown.
 [[nodiscard]] std::optional<double> parseLength(std::string_view text, std::string_view unit);

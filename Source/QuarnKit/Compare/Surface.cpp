@@ -14,7 +14,8 @@ namespace quarn {
 namespace {
 
 constexpr int kMaxCells = 1 << 20;
-// Rows and columns of a grid to sample for chord errors, evenly spaced. Analytic screens are smooth.
+// Rows and columns of a grid to sample for chord errors, evenly spaced. Analytic screens are
+// smooth.
 constexpr int kMaxSampledLines = 64;
 
 Point<double, 3> positionAt(const IScreenGeometry& screen, double u, double v) {

@@ -20,8 +20,8 @@ struct Surface {
 /// Returns about the diagonal of a screen's bounding box.
 [[nodiscard]] double sizeOf(const Screen& screen);
 
-/// Returns the triangles of a mesh, or those of a grid on an analytic screen. The grid is subdivided
-/// until its chord error is at most \p accuracy, or until it has a million cells.
+/// Returns the triangles of a mesh, or those of a grid on an analytic screen. The grid is
+/// subdivided until its chord error is at most \p accuracy, or until it has a million cells.
 /// \throws Error if the screen has no triangles, or positions that are not finite
 [[nodiscard]] Surface surfaceOf(const Screen& screen, double accuracy);
 

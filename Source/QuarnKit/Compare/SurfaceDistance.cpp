@@ -86,8 +86,8 @@ public:
     }
 
 private:
-    [[nodiscard]] double searchThreshold(double greatest) const {
-        return greatest + std::max(accuracy, kRelativeAccuracy * greatest);
+    [[nodiscard]] double searchThreshold(double maxDistance) const {
+        return maxDistance + std::max(accuracy, kRelativeAccuracy * maxDistance);
     }
 
     void measureAll();
@@ -102,8 +102,8 @@ private:
     double accuracy;
     ThreadPool& pool;
     double areaOfPiece = 0.0;
-    double greatestBefore = 0.0;  // at the beginning of the round
-    double boundOfClosed = 0.0;   // maximum bound of the pieces that are not subdivided any further
+    double maxBefore = 0.0;      // at the beginning of the round
+    double boundOfClosed = 0.0;  // maximum bound of the pieces that are not subdivided any further
     Tally total;
 
     struct IsNearer {
@@ -114,7 +114,7 @@ private:
 
 // Measures the centroid, and lowers the bound as far as that decides whether the piece stays open.
 void Comparison::measurePiece(SurfacePiece& piece, Tally& tally, bool countsForMean) const {
-    const double limit = searchThreshold(std::max(greatestBefore, tally.farthest.nearest.distance));
+    const double limit = searchThreshold(std::max(maxBefore, tally.farthest.nearest.distance));
     piece.bound = boundOf(to, piece, piece.corners[0]);
     for (std::size_t i = 1; i < piece.corners.size() && piece.bound > limit; ++i)
         piece.bound = std::min(piece.bound, boundOf(to, piece, piece.corners.at(i)));
@@ -220,10 +220,10 @@ void Comparison::search() {
     std::vector<SurfacePiece> round;
     while (subdivisionsLeft > 0 && !open.empty() &&
            open.top().bound > searchThreshold(total.farthest.nearest.distance)) {
-        greatestBefore = total.farthest.nearest.distance;
+        maxBefore = total.farthest.nearest.distance;
         round.clear();
         while (round.size() < std::min<std::uint64_t>(kPiecesPerRound, subdivisionsLeft) && !open.empty() &&
-               open.top().bound > searchThreshold(greatestBefore)) {
+               open.top().bound > searchThreshold(maxBefore)) {
             round.push_back(open.top());
             open.pop();
         }

@@ -7,7 +7,8 @@ namespace quarn {
 namespace {
 
 // Square of the minimum sine between two edges for which the projection alone decides. In thinner
-// triangles rounding may decide for the wrong side of an edge, so that the edges are checked as well.
+// triangles rounding may decide for the wrong side of an edge, so that the edges are checked as
+// well.
 constexpr double kMinSquaredSine = 1e-10;
 
 Point<double, 3> nearestOnEdge(const Point<double, 3>& point, const Point<double, 3>& from,
@@ -29,15 +30,15 @@ Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Triangle
     const double squaredNormal = dot(normal, normal);
 
     Point<double, 3> nearest = a;
-    double least = squaredDistance(point, a);
+    double minSquared = squaredDistance(point, a);
     const auto take = [&](const Point<double, 3>& candidate) {
         const double distance = squaredDistance(point, candidate);
-        if (!(distance < least)) return;
-        least = distance;
+        if (!(distance < minSquared)) return;
+        minSquared = distance;
         nearest = candidate;
     };
-    // The projection is a combination of the corners, so that it is in the triangle even if rounding
-    // decides for the wrong side.
+    // The projection is a combination of the corners, so that it is in the triangle even if
+    // rounding decides for the wrong side.
     const double along1 = dot(cross(offset, edge2), normal);
     const double along2 = dot(cross(edge1, offset), normal);
     if (along1 >= 0.0 && along2 >= 0.0 && along1 + along2 <= squaredNormal && squaredNormal > 0.0) {

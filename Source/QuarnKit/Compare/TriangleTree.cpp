@@ -106,20 +106,20 @@ TriangleTree::Nearest TriangleTree::nearest(const Point<double, 3>& point, std::
         double squaredDistance;
     };
     std::uint32_t best = hint == kNone ? 0 : hint;
-    double least = squaredDistance(point, triangles[best]);
+    double minSquared = squaredDistance(point, triangles[best]);
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as it grows
     std::array<Waiting, kMaxDepth> waiting;
     std::size_t count = 0;
     waiting[count++] = {0, minSquaredDistance(point, nodes[0].bounds)};
     while (count > 0) {
         const Waiting next = waiting[--count];
-        if (!(next.squaredDistance < least)) continue;
+        if (!(next.squaredDistance < minSquared)) continue;
         const Node& node = nodes[next.node];
         if (node.count > 0) {
             for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
                 const double distance = squaredDistance(point, triangles[i]);
-                if (distance < least) {
-                    least = distance;
+                if (distance < minSquared) {
+                    minSquared = distance;
                     best = i;
                 }
             }
@@ -128,10 +128,10 @@ TriangleTree::Nearest TriangleTree::nearest(const Point<double, 3>& point, std::
         Waiting nearer{next.node + 1, minSquaredDistance(point, nodes[next.node + 1].bounds)};
         Waiting farther{node.first, minSquaredDistance(point, nodes[node.first].bounds)};
         if (farther.squaredDistance < nearer.squaredDistance) std::swap(nearer, farther);
-        if (farther.squaredDistance < least) waiting[count++] = farther;
-        if (nearer.squaredDistance < least) waiting[count++] = nearer;
+        if (farther.squaredDistance < minSquared) waiting[count++] = farther;
+        if (nearer.squaredDistance < minSquared) waiting[count++] = nearer;
     }
-    return {best, std::sqrt(least)};
+    return {best, std::sqrt(minSquared)};
 }
 
 }  // namespace quarn

@@ -36,7 +36,7 @@ private:
     UnionFind islands;
     std::vector<bool> isIsland;  // by the root triangle of the island
     std::vector<std::uint32_t> boundaryEdges;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaryEnds;  // vertices of each boundary edge
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaryEnds;  // vertices of these edges
     MeshBoundary boundary;
 };
 

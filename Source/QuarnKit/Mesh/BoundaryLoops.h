@@ -11,14 +11,14 @@ namespace quarn {
 
 /// A closed path along the boundary of an island that visits no vertex twice.
 struct BoundaryLoop {
-    std::uint32_t island = 0;          ///< One triangle of the island, the same for all of its loops.
+    std::uint32_t island = 0;          ///< One triangle, the same for all loops of an island.
     std::vector<std::uint32_t> edges;  ///< In the order of the path, see nextCorner().
     double length = 0.0;               ///< In the mesh's unit.
     bool isHole = false;
 };
 
-/// The boundary of a mesh. Corners are one vertex if position and UV agree, as for the boundary of a
-/// screen. If any corner of the mesh has no UV, positions alone decide; otherwise each triangle
+/// The boundary of a mesh. Corners are one vertex if position and UV agree, as for the boundary of
+/// a screen. If any corner of the mesh has no UV, positions alone decide; otherwise each triangle
 /// without UV would be an island.
 struct MeshBoundary {
     /// The first triangle of each island, a component that is connected over edges. Triangles with

@@ -10,7 +10,7 @@ namespace quarn {
 
 /// A path along edges that visits no point twice, except that a closed one ends where it starts.
 struct EdgeLoop {
-    std::vector<std::uint32_t> points;  ///< One more than edges; a closed path repeats its first point.
+    std::vector<std::uint32_t> points;  ///< In order; a closed path repeats its first point.
     std::vector<std::uint32_t> edges;   ///< Indices of the edges in the order of the path.
 };
 

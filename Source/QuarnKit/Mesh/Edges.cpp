@@ -21,7 +21,8 @@ void forEachHalfEdge(const CornerIds& corners, const std::vector<bool>& isUsed, 
 
 }  // namespace
 
-// Vertices are numbered without gaps, so that one counting sort orders the edges by their lower vertex.
+// Vertices are numbered without gaps, so that one counting sort orders the edges by their lower
+// vertex.
 Edges::Edges(const CornerIds& corners, const std::vector<bool>& isUsed) {
     std::vector<std::uint32_t> ends;  // by vertex: the end of the edges whose lower vertex it is
     forEachHalfEdge(corners, isUsed, [&](const HalfEdge& halfEdge) {

@@ -96,7 +96,8 @@ public:
 private:
     static constexpr std::uint32_t kLeafSize = 4;
 
-    // Contains the triangles from `first` to `last` of the order. The first child follows its parent.
+    // Contains the triangles from `first` to `last` of the order. The first child follows its
+    // parent.
     struct Node {
         Bounds<2> box;
         std::uint32_t first;

@@ -9,11 +9,12 @@
 
 namespace quarn {
 
-/// Minimum depth in UV by which triangles overlap: a millionth of the picture, far below a pixel, and
-/// above the rounding of corners.
+/// Minimum depth in UV by which triangles overlap: a millionth of the picture, far below a pixel,
+/// and above the rounding of corners.
 inline constexpr double kMinUvOverlap = 1e-6;
 
-/// Returns true if the interiors of two triangles overlap by more than kMinUvOverlap in every direction.
+/// Returns true if the interiors of two triangles overlap by more than kMinUvOverlap in every
+/// direction.
 [[nodiscard]] bool doOverlap(const TriangleUVs& a, const TriangleUVs& b);
 
 /// Result of findUvOverlaps().

@@ -110,7 +110,7 @@ TEST(MeshCheck, VerticesThatNoFaceHasAreANote) {
     lists.vertexData.vertices.resize(6);
     lists.faces.push_back({detail::ObjCorner{0, -1, 0}, detail::ObjCorner{1, -1, 0}, detail::ObjCorner{3, -1, 0}});
     const Finding finding =
-        findingNamed("unused-vertex", checkMesh({.lists = lists, .triangles = mesh, .lines = {}}, "m"));
+        findingNamed("unused-vertex", checkMesh({.objData = lists, .triangles = mesh, .lines = {}}, "m"));
     EXPECT_EQ(finding.severity, Severity::Note);
     EXPECT_EQ(finding.count, 3U);
     EXPECT_THAT(finding.text, ::testing::HasSubstr("vertex 3"));
@@ -128,8 +128,8 @@ TEST(MeshCheck, SizeIsSeenInItsUnit) {
     EXPECT_EQ(found(750.0, "m").count, 1U);
     EXPECT_EQ(found(0.007, "m").count, 1U);
     EXPECT_EQ(found(1.0, "km").count, 1U);
-    EXPECT_THAT(found(4000.0, "m").hint, ::testing::HasSubstr("--scale 0.001"));
-    EXPECT_THAT(found(4.0, "mm").hint, ::testing::HasSubstr("--scale 1000"));
+    EXPECT_THAT(found(4000.0, "m").hint, ::testing::HasSubstr("a scale of 0.001"));
+    EXPECT_THAT(found(4.0, "mm").hint, ::testing::HasSubstr("a scale of 1000"));
     EXPECT_THAT(found(4000.0, "m").text, ::testing::HasSubstr("5657 m across"));
-    EXPECT_THAT(found(1e9, "m").hint, ::testing::StartsWith("see to --scale"));
+    EXPECT_THAT(found(1e9, "m").hint, ::testing::StartsWith("check the scale"));
 }

@@ -33,7 +33,7 @@ TEST(tool::CheckReport, SaysWhereThereAreMoreTriangles) {
     EXPECT_EQ(
         tool::reportText(reportWith(more)).find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"), 0U);
     more = finding();
-    more.isCountWhole = false;
+    more.isCountExact = false;
     EXPECT_EQ(
         tool::reportText(reportWith(more)).find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"), 0U);
 }

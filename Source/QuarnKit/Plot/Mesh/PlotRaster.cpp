@@ -16,12 +16,13 @@ namespace {
 
 constexpr std::uint32_t kNothing = std::numeric_limits<std::uint32_t>::max();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-// A surface nearer than this before a position, in sizes of the surface, is taken for the one that holds it.
+// A surface at most this far before a position, in sizes of the surface, counts as containing it.
 constexpr double kOnSurface = 0.006;
-// Part of a triangle's area by which a cell's middle may lie outside, so that no gap opens between neighbours.
+// Barycentric tolerance for the center of a cell outside of a triangle, so that adjacent triangles
+// leave no gap.
 constexpr double kEdgeSlack = 1e-9;
 
-// The cells of a row whose class is the same.
+// Cells of one row with the same class.
 struct Run {
     int from;
     int to;
@@ -76,7 +77,8 @@ bool PlotRaster::hides(const Point<double, 3>& position) const {
     const double limit = camera.depth(position) + kOnSurface;
     const int column = static_cast<int>(std::clamp(std::floor(at[0]), -9.0, columnCount + 9.0));
     const int row = static_cast<int>(std::clamp(std::floor(at[1]), -9.0, rowCount + 9.0));
-    // All cells around have to be nearer: a surface that a view sees steeply is nearer in some of them.
+    // All cells around have to be nearer. A surface at a steep angle is nearer in some of them
+    // only.
     for (int y = row - 1; y <= row + 1; ++y)
         for (int x = column - 1; x <= column + 1; ++x) {
             if (x < 0 || y < 0 || x >= columnCount || y >= rowCount) return false;

@@ -8,14 +8,14 @@ namespace quarn {
 namespace {
 
 // Distances on the page, in pixels.
-constexpr double kSideMargin = 92.0;  // room for upright dimensions and labels beside the drawing
-constexpr double kTopMargin = 70.0;   // room for the panel's title, dimensions and labels
+constexpr double kSideMargin = 92.0;  // for height dimensions and labels next to the drawing
+constexpr double kTopMargin = 70.0;   // for the panel's title, dimensions and labels
 constexpr double kBottomMargin = 58.0;
-constexpr double kPlainSideMargin = 70.0;  // room for labels alone
+constexpr double kPlainSideMargin = 70.0;  // for labels alone
 constexpr double kPlainTopMargin = 44.0;
 constexpr double kPlainBottomMargin = 36.0;
 constexpr double kDimensionGap = 30.0;
-constexpr double kUprightDimensionGap = 58.0;
+constexpr double kHeightDimensionGap = 58.0;
 constexpr double kTick = 4.0;
 constexpr double kSameLabelPlace = 14.0;
 constexpr double kLabelGap = 8.0;
@@ -24,12 +24,12 @@ constexpr double kBoldWidth = 1.25;  // of a dimension's text, in widths of a la
 constexpr double kArrowHead = 8.0;
 constexpr double kEyeRadius = 4.5;
 constexpr double kAxisLength = 26.0;
-constexpr double kTitleWidth = 200.0;  // of the panel's
+constexpr double kTitleWidth = 200.0;  // of the panel's title
 constexpr double kTitleHeight = 28.0;
 
 constexpr double kHeadingLength = 0.3;  // in sizes of the surface
 
-// The name of corners that a view shows at one place, as in "u=0|1 v=1".
+// Returns the label of corners that coincide in a view, as in "u=0|1 v=1".
 std::string cornerText(const std::vector<SceneCorner>& corners) {
     const auto values = [&](auto coordinate) {
         bool hasZero = false;
@@ -45,8 +45,9 @@ std::string cornerText(const std::vector<SceneCorner>& corners) {
 
 double Frame::scaleInto(const Box& box) const {
     const ViewPoint extent = bounds.extent();
-    const double least = 1e-3;  // of a view from which the surface is a point
-    return std::min(box.width / std::max(extent[0], least), box.height / std::max(extent[1], least));
+    constexpr double kMinExtent = 1e-3;  // for a view in which the surface is a point
+    return std::min(box.width / std::max(extent[0], kMinExtent),
+                    box.height / std::max(extent[1], kMinExtent));
 }
 
 void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to) {
@@ -60,7 +61,7 @@ void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& f
              {to, neck + across * (kArrowHead * 0.45), neck - across * (kArrowHead * 0.45)});
 }
 
-// One panel while it is drawn.
+// Draws one panel.
 class PlotPanel::Drawing {
 public:
     Drawing(const PlotPanel& drawnPanel, SvgWriter& writer, const Box& panelBox, double pixelsPerSize,
@@ -204,7 +205,7 @@ void PlotPanel::Drawing::drawWidth(const std::string& text, WidthLine place) {
 void PlotPanel::Drawing::drawHeight(const std::string& text) {
     if (text.empty()) return;
     const double edge = surfaceBox.corner[0] + surfaceBox.width;
-    const double x = edge + kUprightDimensionGap;
+    const double x = edge + kHeightDimensionGap;
     const double top = surfaceBox.corner[1];
     const double bottom = top + surfaceBox.height;
     for (const double y : {top, bottom}) {
@@ -218,7 +219,7 @@ void PlotPanel::Drawing::drawHeight(const std::string& text) {
         svg.text("size", {base, (top + bottom) * 0.5}, text, TextAnchor::Middle, -90.0);
         return;
     }
-    // Along so short a line the text would reach past its ends; it stands below instead.
+    // The text is longer than the line; place it below.
     const double textX = std::min(x, box.corner[0] + box.width - width / 2 - kLabelGap);
     const double base = bottom + kTick + kTextHeight + kLabelGap;
     svg.text("size", {textX, base}, text, TextAnchor::Middle);
