@@ -119,7 +119,7 @@ TEST(SurfaceCheck, ZeroAndItsNegativeAreOnePlace) {
 }
 
 // Shares edges by comparing each pair of triangles.
-TEST(SurfaceCheck, PiecesOfRandomTrianglesAreThoseOfThePlainSearch) {
+TEST(SurfaceCheck, PiecesOfRandomTrianglesAreThoseOfTheReference) {
     for (int i = 0; i < 200; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -32,7 +32,7 @@ Precise difference(const Precise& to, const Precise& from) {
 
 // The least distance to the corners, to the feet on the edges, and to the foot in the plane by least squares. Each of
 // them lies in the triangle, so that the result is never too small.
-double plainDistance(const Point3& point, const Corners& triangle) {
+double referenceDistance(const Point3& point, const Corners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;
     const auto take = [&](long double a, long double b) {
@@ -65,8 +65,8 @@ double plainDistance(const Point3& point, const Corners& triangle) {
 
 void expectPlainDistance(const Point3& point, const Corners& triangle) {
     const Point3 nearest = nearestOnTriangle(point, triangle);
-    EXPECT_NEAR(length(point - nearest), plainDistance(point, triangle), 1e-7);
-    EXPECT_LE(plainDistance(nearest, triangle), 1e-7);
+    EXPECT_NEAR(length(point - nearest), referenceDistance(point, triangle), 1e-7);
+    EXPECT_LE(referenceDistance(nearest, triangle), 1e-7);
 }
 
 TEST(TriangleDistance, IsThatToTheFootTheEdgeOrTheCorner) {
@@ -91,7 +91,7 @@ TEST(TriangleDistance, OfACornerIsNothing) {
     }
 }
 
-TEST(TriangleDistance, OfRandomTrianglesIsThePlainOne) {
+TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
     for (int i = 0; i < 500; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -99,7 +99,7 @@ TEST(TriangleDistance, OfRandomTrianglesIsThePlainOne) {
     }
 }
 
-TEST(TriangleDistance, OfSliversIsThePlainOne) {
+TEST(TriangleDistance, OfSliversIsThatOfTheReference) {
     for (int i = 0; i < 500; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

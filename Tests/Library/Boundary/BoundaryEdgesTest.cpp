@@ -111,7 +111,7 @@ TEST(OddEdges, TakeBothZerosForOneNumber) {
     EXPECT_THAT(findOddEdges({triangle, other}), Optional(IsEmpty()));
 }
 
-TEST(OddEdges, AreThoseOfAPlainCount) {
+TEST(OddEdges, AreThoseOfTheReferenceCount) {
     for (int i = 0; i < 5000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -121,7 +121,7 @@ TEST(OddEdges, AreThoseOfAPlainCount) {
     }
 }
 
-TEST(OddEdges, AreThoseOfAPlainCountWhereTheTableGrowsAndShrinks) {
+TEST(OddEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
     for (int i = 0; i < 20; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -156,7 +156,7 @@ TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
 
     // The outline is found nevertheless.
     Boundary boundary;
-    const PlainOutline plain(triangles);
+    const ReferenceBoundary plain(triangles);
     EXPECT_EQ(quarn::findOutline(triangles, boundary).edgesLeft, plain.edgesLeft);
     EXPECT_EQ(boundary.triangles, plain.boundary.triangles);
 

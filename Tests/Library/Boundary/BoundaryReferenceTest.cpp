@@ -15,7 +15,7 @@ using quarn::OutlineResult;
 
 namespace {
 
-void expectSameOutline(const std::vector<Triangle>& triangles, const PlainOutline& expected) {
+void expectSameOutline(const std::vector<Triangle>& triangles, const ReferenceBoundary& expected) {
     Boundary boundary;
     boundary.points.resize(2);
     boundary.uvPoints.resize(2);
@@ -41,7 +41,7 @@ TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = outlineCase(GetParam(), rng);
-        const PlainOutline plain(triangles);
+        const ReferenceBoundary plain(triangles);
         ASSERT_TRUE(plain.hasEnded);
         expectSameOutline(triangles, plain);
         if (HasFailure()) return;
@@ -61,7 +61,7 @@ TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
         std::vector<Triangle> triangles = gridAt(0.0, rng.integer(80, 160), rng.integer(80, 160));
         if (i % 2 == 1) shuffle(triangles, rng);
         if (i >= 2) std::erase_if(triangles, [&](const Triangle&) { return rng.integer(0, i) == 0; });
-        expectSameOutline(triangles, PlainOutline(triangles));
+        expectSameOutline(triangles, ReferenceBoundary(triangles));
     }
 }
 
@@ -74,7 +74,7 @@ TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
         triangles.push_back(
             triangleOf(cornerOnPlane(kPetals - i + 1, -i), cornerOnPlane(-i, i), cornerOnPlane(0, 0)));
     std::rotate(triangles.begin(), triangles.begin() + 1, triangles.end());
-    const PlainOutline plain(triangles);
+    const ReferenceBoundary plain(triangles);
     EXPECT_TRUE(plain.isSingleWithUV);
     EXPECT_EQ(plain.boundary.points.size(), 3U * kPetals + 1U);
     expectSameOutline(triangles, plain);
@@ -90,7 +90,7 @@ TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalk
             outlineCase(static_cast<OutlineCase>(rng.integer(static_cast<int>(OutlineCase::Lattice),
                                                              static_cast<int>(OutlineCase::Count) - 1)),
                         rng, true);
-        const PlainOutline plain(triangles, 10'000);
+        const ReferenceBoundary plain(triangles, 10'000);
         ++(plain.hasEnded ? ended : endless);
         if (plain.hasEnded) expectSameOutline(triangles, plain);
         if (::testing::Test::HasFailure()) return;
@@ -110,7 +110,7 @@ TEST(OutlineAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
         Rng rng(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
         const std::vector<Triangle> triangles = outlineCase(kind, rng);
-        const PlainOutline plain(triangles);
+        const ReferenceBoundary plain(triangles);
         const auto& points = plain.boundary.points;
         single += plain.isSingleWithUV ? 1 : 0;
         closedSurfaces += plain.oddEdges == 0 && !triangles.empty() ? 1 : 0;

@@ -116,7 +116,7 @@ TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
 }
 
 // Numbers so large that the rounding of each operation shows.
-TEST(PointInOutline, RoundsEachOperationAsThePlainWayDoes) {
+TEST(PointInOutline, RoundsEachOperationAsTheReferenceDoes) {
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -133,18 +133,18 @@ TEST(PointInOutline, RoundsEachOperationAsThePlainWayDoes) {
             const UV on = a + (b - a) * rng.uniform(0.0, 1.0);
             const UV point(on[0] * (1.0 + rng.integer(-4, 4) * 0x1p-52), on[1]);
             EXPECT_EQ(pointWithinOutline(polygon, point),
-                      plainPointWithinOutline(polygon, point[0], point[1]));
+                      referencePointInPolygon(polygon, point[0], point[1]));
         }
     }
 }
 
-TEST(PointInOutline, GivesThePlainAnswerForNumbersOfEveryKind) {
+TEST(PointInOutline, GivesTheAnswerOfTheReferenceForNumbersOfEveryKind) {
     for (int i = 0; i < 20'000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon;
         for (int n = rng.integer(1, 6); n > 0; --n) polygon.push_back(wildPoint<2>(rng));
         const UV point = rng.coin() ? wildPoint<2>(rng) : polygon.front();
-        EXPECT_EQ(pointWithinOutline(polygon, point), plainPointWithinOutline(polygon, point[0], point[1]));
+        EXPECT_EQ(pointWithinOutline(polygon, point), referencePointInPolygon(polygon, point[0], point[1]));
     }
 }

@@ -46,7 +46,7 @@ Triangle anyTriangle(Rng& rng) {
 
 }  // namespace
 
-TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
+TEST(MeshRefineReference, AnyTriangleIsCutAsByTheReference) {
     std::array<std::size_t, 8> tally{};
     for (int i = 0; i < 10000; ++i) {
         Rng rng(i);
@@ -57,7 +57,7 @@ TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
         if (!(bound > 0.0)) continue;
         Mesh pieces;
         quarn::splitTriangle(mesh[0], bound, pieces);
-        const PlainRefinement plain = plainRefine(mesh, bound);
+        const ReferenceRefinement plain = referenceRefine(mesh, bound);
         ASSERT_TRUE(plain.hasEnded);
         ASSERT_TRUE(sameTriangles(pieces, plain.pieces));
         for (std::size_t pattern = 0; pattern < 8; ++pattern) tally.at(pattern) += plain.tally[pattern];
@@ -65,7 +65,7 @@ TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
     for (std::size_t pattern = 0; pattern < 8; ++pattern) EXPECT_GT(tally.at(pattern), 500U) << pattern;
 }
 
-TEST(MeshRefineReference, AnyMeshIsCutAsByThePlainWay) {
+TEST(MeshRefineReference, AnyMeshIsCutAsByTheReference) {
     for (int i = 0; i < 150; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -76,7 +76,7 @@ TEST(MeshRefineReference, AnyMeshIsCutAsByThePlainWay) {
         const double bound = longestEdge(mesh) * rng.uniform(0.15, 1.1);
         TriangleScreen screen(mesh);
         screen.refine(bound);
-        ASSERT_TRUE(sameTriangles(screen.mesh(), plainRefine(mesh, bound).pieces));
+        ASSERT_TRUE(sameTriangles(screen.mesh(), referenceRefine(mesh, bound).pieces));
     }
 }
 
@@ -89,7 +89,7 @@ TEST(MeshRefineReference, ARefinedMeshIsThatOfAScreenFilledWithThePieces) {
         TriangleScreen refined(mesh);
         refined.refine(bound);
         TriangleScreen filled(mesh);
-        filled.reindex(plainRefine(mesh, bound).pieces);
+        filled.reindex(referenceRefine(mesh, bound).pieces);
         EXPECT_TRUE(sameBits(refined.outline().points, filled.outline().points));
         EXPECT_TRUE(sameBits(refined.outline().uvPoints, filled.outline().uvPoints));
         EXPECT_EQ(refined.hasValidBoundary(), filled.hasValidBoundary());

@@ -172,7 +172,7 @@ TEST(MappingCache, AnswersOfTheLiteralRingOverLongSequences) {
         Rng rng(i);
         SCOPED_TRACE(i);
         MappingCache cache;
-        PlainMappingCache plain;
+        ReferenceMappingCache plain;
         const int variety = rng.integer(2, 40);
         for (int step = 0; step < 2000; ++step) {
             SCOPED_TRACE(step);

@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-using Way = PlainMapping::Way;
+using Way = ReferenceMapping::Way;
 
 // Meshes with ordinary corners, which stay so when they are moved and cut.
 Mesh tameMesh(Rng& rng) {
@@ -58,7 +58,7 @@ using Tally = std::array<int, static_cast<std::size_t>(Way::Count)>;
 
 void runSequence(Rng& rng, int steps, Tally& tally) {
     TriangleScreen screen;
-    PlainMapping plain;
+    ReferenceMapping plain;
     std::vector<Point2> earlier;
     std::vector<LogLine> expectedLines;
     plain.log = &expectedLines;

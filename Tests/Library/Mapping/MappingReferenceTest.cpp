@@ -10,10 +10,10 @@ using namespace quarn::test;
 
 namespace {
 
-using Way = PlainMapping::Way;
+using Way = ReferenceMapping::Way;
 using Tally = std::array<int, static_cast<std::size_t>(Way::Count)>;
 
-void compareAt(const TriangleScreen& screen, PlainMapping& plain, const Point2& uv, bool extrapolate,
+void compareAt(const TriangleScreen& screen, ReferenceMapping& plain, const Point2& uv, bool extrapolate,
                Tally& tally) {
     SCOPED_TRACE(::testing::Message() << std::hexfloat << uv[0] << ", " << uv[1] << ", " << extrapolate);
     const Point3 before(1.0, 2.0, 3.0);
@@ -23,7 +23,7 @@ void compareAt(const TriangleScreen& screen, PlainMapping& plain, const Point2& 
 
 void compareOn(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
     const TriangleScreen screen(mesh);
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     for (int k = 0; k < questions; ++k)
         compareAt(screen, plain, anyUV(screen.mesh(), rng), rng.integer(0, 2) != 0, tally);
 }
@@ -90,7 +90,7 @@ TEST(MappingReference, ManyTrianglesOverTheSameUV) {
 // The tree has 17 levels, so that the cap of 15 on the continuations that are kept takes effect.
 TEST(MappingReference, LargeMesh) {
     const TriangleScreen screen(wave({300, 250}));
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     ASSERT_GT(plain.uvTree.depth, 15);
     Tally tally{};
     for (int i = 0; i < 3000; ++i) {
@@ -109,7 +109,7 @@ TEST(MappingReference, ReloadedScreens) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen;
-        PlainMapping plain;
+        ReferenceMapping plain;
         for (int reload = 0; reload < 4; ++reload) {
             screen.reindex(anyUVMesh(rng));
             plain.rebuild(screen.mesh());

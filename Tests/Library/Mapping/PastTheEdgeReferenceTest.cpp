@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-using Way = PlainNearest::Way;
+using Way = ReferenceNearest::Way;
 using Tally = std::array<int, static_cast<std::size_t>(Way::Count)>;
 
 struct Counts {
@@ -27,14 +27,14 @@ void compareAt(const TriangleScreen& screen, const Ray& ray, int sign, Counts& c
                                       << ", " << ray.origin[2] << " to " << ray.target[0] << ", "
                                       << ray.target[1] << ", " << ray.target[2] << " sign " << sign);
     const IntersectionSet all = screen.intersect(ray.origin, ray.target);
-    const IntersectionSet expected = plainPastTheEdge(screen.mesh(), all, screen.outline(), ray, sign);
+    const IntersectionSet expected = referencePastTheEdge(screen.mesh(), all, screen.outline(), ray, sign);
     EXPECT_TRUE(
         sameBits(screen.intersectExtrapolatedWithSpecifiedNormal(ray.origin, ray.target, sign), expected));
     if (expected.first().triangleIndex >= 0) {
         ++counts.hits;
         return;
     }
-    const PlainNearest nearest = plainNearestToOutline(screen.outline(), ray, sign);
+    const ReferenceNearest nearest = referenceNearestToBoundary(screen.outline(), ray, sign);
     ++counts.ways[static_cast<std::size_t>(nearest.way)];
     const int last = static_cast<int>(screen.outline().points.size()) - 1;
     if (last > 0 && nearest.chosen == last) ++counts.lastPoint;

@@ -77,7 +77,7 @@ TEST(MeshCalibrationPoints, ByUVAskTheScreensOwnSampling) {
     EXPECT_EQ(heights, (Numbers{0.0, 0.5, 1.0}));
 }
 
-TEST(MeshCalibrationPoints, ByUVAreThoseOfThePlainWay) {
+TEST(MeshCalibrationPoints, ByUVAreThoseOfTheReference) {
     for (int i = 0; i < 100; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -85,7 +85,7 @@ TEST(MeshCalibrationPoints, ByUVAreThoseOfThePlainWay) {
         const int columns = rng.integer(-1, 7);
         const int rows = rng.integer(-1, 7);
         ASSERT_TRUE(sameBits(screen.getDefaultCalibrationPoints(columns, rows),
-                             plainPointsByUV(screen, columns, rows)));
+                             referencePointsByUV(screen, columns, rows)));
     }
 }
 
@@ -158,7 +158,7 @@ TEST(MeshCalibrationPoints, OfTheRimSkipTheEntryThatMovesIntoTheGap) {
     EXPECT_EQ(kept({std::nan(""), std::nan("")}).size(), 2U);
 }
 
-TEST(MeshCalibrationPoints, OfTheRimAreThoseOfThePlainWay) {
+TEST(MeshCalibrationPoints, OfTheRimAreThoseOfTheReference) {
     for (int i = 0; i < 3000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -172,6 +172,6 @@ TEST(MeshCalibrationPoints, OfTheRimAreThoseOfThePlainWay) {
         const int rows = rng.integer(-3, 6);
         const RimScreen screen(lines, mesh);
         ASSERT_TRUE(sameBits(screen.getDefaultCalibrationPoints(columns, rows),
-                             plainPointsOfRim(lines, mesh, columns, rows)));
+                             referencePointsOfBoundary(lines, mesh, columns, rows)));
     }
 }

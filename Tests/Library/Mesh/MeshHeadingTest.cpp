@@ -66,7 +66,7 @@ TEST(MeshHeading, AsksForTheScreensOwnEyeAndHeading) {
     EXPECT_NEAR(screen.getMaxAngleFromHeading(), std::numbers::pi / 2.0, 1e-15);
 }
 
-TEST(MeshHeading, IsThatOfThePlainWay) {
+TEST(MeshHeading, IsThatOfTheReference) {
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -74,11 +74,11 @@ TEST(MeshHeading, IsThatOfThePlainWay) {
         OverriddenScreen screen(mesh);
         const Point3 eye = rng.coin() ? Point3() : rng.point(-3.0, 3.0);
         screen.onGetEyepoint = [&] { return eye; };
-        const Point3 heading = plainHeading(mesh, eye);
+        const Point3 heading = referenceHeading(mesh, eye);
         ASSERT_TRUE(sameBits(screen.getCenterOfScreenHeading(), heading));
-        ASSERT_TRUE(sameBits(screen.getMaxAngleFromHeading(), plainMaxAngle(mesh, eye, heading)));
+        ASSERT_TRUE(sameBits(screen.getMaxAngleFromHeading(), referenceMaxAngle(mesh, eye, heading)));
         const Point3 other = rng.point(-2.0, 2.0);
         screen.onGetHeading = [&] { return other; };
-        ASSERT_TRUE(sameBits(screen.getMaxAngleFromHeading(), plainMaxAngle(mesh, eye, other)));
+        ASSERT_TRUE(sameBits(screen.getMaxAngleFromHeading(), referenceMaxAngle(mesh, eye, other)));
     }
 }

@@ -83,7 +83,7 @@ TEST(MeshSampleHorizontally, PassesAZeroPositionEachTime) {
     EXPECT_TRUE(samples.empty());
 }
 
-TEST(MeshSampleHorizontally, AsksForTheUVOfThePlainWayForAnyNumbers) {
+TEST(MeshSampleHorizontally, AsksForTheUVOfTheReferenceForAnyNumbers) {
     const auto map = [](const Point2& uv, Point3& point) {
         point = {uv[0], uv[1], 5.0};
         return !(uv[0] < 0.0);
@@ -100,6 +100,6 @@ TEST(MeshSampleHorizontally, AsksForTheUVOfThePlainWayForAnyNumbers) {
         const int row = rng.integer(-3, 3);
         GridSamples samples;
         screen.sampleHorizontally(v, uStart, uEnd, count, row, samples, false);
-        ASSERT_TRUE(sameBits(samples, plainRow(map, v, uStart, uEnd, count, row)));
+        ASSERT_TRUE(sameBits(samples, referenceRow(map, v, uStart, uEnd, count, row)));
     }
 }

@@ -110,7 +110,7 @@ std::size_t nextBlank(const std::string& text, std::size_t i) {
 }
 
 ::testing::AssertionResult isScannedAsTold(const std::string& text) {
-    const float expected = plainFloat(text, 0);
+    const float expected = referenceFloat(text, 0);
     const ScannedFloat fast = scanFloat(text.c_str(), text.c_str() + text.size());
     if (auto result = sameBits(fast.value, expected); !result) return result << " in \"" << text << "\"";
     const ScannedFloat plain = scanFloatPlainly(text.c_str());

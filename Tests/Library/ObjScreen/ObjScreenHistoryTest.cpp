@@ -78,7 +78,7 @@ constexpr Axes kAxes[] = {{L"Y", L"Z", 1.0F},   {L"-X", L"Z", 2.5F}, {L"Z", L"-Y
 
 TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     int loaded = 0;
     int outOfMemory = 0;
     int refused = 0;
@@ -104,7 +104,7 @@ TEST(ObjScreenHistory, AnyTextsOneAfterAnotherLeaveWhatIsTold) {
         Rng rng(i);
         const Axes& axes = kAxes[static_cast<std::size_t>(i) % std::size(kAxes)];
         OpenObjScreen screen(axes.forward, axes.upward, axes.scale);
-        PlainObjScreen plain;
+        ReferenceObjScreen plain;
         plain.transform = OBJScreen::getTransformMatrix(axes.forward, axes.upward, axes.scale);
         for (int load = 0; load < 6; ++load) {
             const std::string text = anyText(rng);

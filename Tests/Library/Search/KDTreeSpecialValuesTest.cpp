@@ -37,7 +37,7 @@ void searchAll(const SpotCase<3>& spots, const Point<double, 3>& point) {
 
 }  // namespace
 
-TEST(KDTreeWithNaN, SearchesFromAnyPointAreThoseOfThePlainTree) {
+TEST(KDTreeWithNaN, SearchesFromAnyPointAreThoseOfTheReference) {
     for (int i = 0; i < 2000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -15,13 +15,13 @@ namespace {
 template <int N>
 using Walk = typename SpotTree<N>::NearestIterator;
 template <int N>
-using PlainWalk = PlainNearestWalk<const Spot<N>*, N, SpotKey<N>>;
+using ReferenceWalk = ReferenceNearestWalk<const Spot<N>*, N, SpotKey<N>>;
 
 // Walks over both trees, and says where they part. A walk need not end where distances are NaN.
 template <int N>
 void expectSameSteps(const SpotCase<N>& spots, const Point<double, N>& point) {
     Walk<N> walk(spots.tree, point);
-    PlainWalk<N> plain(spots.plain, point);
+    ReferenceWalk<N> plain(spots.plain, point);
     for (std::size_t step = 0; step < 2 * spots.values.size() + 2; ++step) {
         ASSERT_EQ(walk.done(), plain.done()) << step;
         if (!walk.done()) {
@@ -37,7 +37,7 @@ template <int N>
 std::vector<double> walkedDistances(const SpotCase<N>& spots, const Point<double, N>& point) {
     std::vector<double> squared;
     for (Walk<N> walk(spots.tree, point); !walk.done(); walk.advance())
-        squared.push_back(PlainSpotTree<N>::squaredDistance(point, walk.value()));
+        squared.push_back(ReferenceSpotTree<N>::squaredDistance(point, walk.value()));
     return squared;
 }
 
@@ -67,15 +67,15 @@ void walkManyTrees() {
 
 }  // namespace
 
-TEST(KDTreeWalk, StepsOverALineAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsOverALineAreThoseOfTheReference) {
     walkManyTrees<1>();
 }
 
-TEST(KDTreeWalk, StepsOverAPlaneAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsOverAPlaneAreThoseOfTheReference) {
     walkManyTrees<2>();
 }
 
-TEST(KDTreeWalk, StepsInSpaceAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsInSpaceAreThoseOfTheReference) {
     walkManyTrees<3>();
 }
 
