@@ -83,7 +83,7 @@ TEST(TriangleDistance, IsThatToTheFootTheEdgeOrTheCorner) {
 }
 
 TEST(TriangleDistance, OfACornerIsNothing) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Corners triangle{rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)};
@@ -92,7 +92,7 @@ TEST(TriangleDistance, OfACornerIsNothing) {
 }
 
 TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectPlainDistance(rng.point(-2, 2), {rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)});
@@ -100,7 +100,7 @@ TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
 }
 
 TEST(TriangleDistance, OfSliversIsThatOfTheReference) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 a = rng.point(-1, 1);

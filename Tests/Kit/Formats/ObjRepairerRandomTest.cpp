@@ -150,7 +150,7 @@ void expectSameTriangles(const std::vector<Triangle>& triangles,
 }
 
 TEST(ObjMenderRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::string text = TextMaker(rng).make();
@@ -170,7 +170,7 @@ TEST(ObjMenderRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
 }
 
 TEST(ObjMenderRandom, NothingIsToBeMendedInAMendedText) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::string text = TextMaker(rng).make();
@@ -225,7 +225,7 @@ TEST(ObjMenderRandom, ShortTextsAroundAFaceAreMendedOrRefused) {
 }
 
 TEST(ObjMenderRandom, RandomTextsAreMendedOrRefused) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::string text = kHead;

@@ -112,7 +112,7 @@ TEST(OddEdges, TakeBothZerosForOneNumber) {
 }
 
 TEST(OddEdges, AreThoseOfTheReferenceCount) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
@@ -122,7 +122,7 @@ TEST(OddEdges, AreThoseOfTheReferenceCount) {
 }
 
 TEST(OddEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Triangle> triangles = gridAt(0.0, 40, rng.integer(20, 60));

@@ -37,7 +37,7 @@ class OutlineOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {}
 }  // namespace
 
 TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = outlineCase(GetParam(), rng);
@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(AllCases, OutlineOfRandomTriangles,
                                            OutlineCase::Infinite));
 
 TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < seedCount(6); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Triangle> triangles = gridAt(0.0, rng.integer(80, 160), rng.integer(80, 160));
@@ -83,7 +83,7 @@ TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
 TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
     int ended = 0;
     int endless = 0;
-    for (int i = 0; i < 6000; ++i) {
+    for (int i = 0; i < seedCount(6000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles =
@@ -106,7 +106,7 @@ TEST(OutlineAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
     int withEdgesLeft = 0;
     int withManyTurns = 0;
     int throughTheStart = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
         const std::vector<Triangle> triangles = outlineCase(kind, rng);

@@ -75,7 +75,7 @@ TEST(OutlineTermination, IsNotAskedOfNormalsAndDerivedFields) {
 }
 
 TEST(OutlineTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = i % 50 == 0 ? anyMesh(rng) : specialSoup(rng, false);
@@ -89,7 +89,7 @@ TEST(OutlineTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
 
 TEST(OutlineTermination, IsRefusedWhereverTheReferenceDoesNotEnd) {
     int endless = 0;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = specialSoup(rng, true);

@@ -100,7 +100,7 @@ TEST(PointInOutline, OfOnePointIsThatPoint) {
 }
 
 TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon;
@@ -117,7 +117,7 @@ TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
 
 // Numbers so large that the rounding of each operation shows.
 TEST(PointInOutline, RoundsEachOperationAsTheReferenceDoes) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon;
@@ -139,7 +139,7 @@ TEST(PointInOutline, RoundsEachOperationAsTheReferenceDoes) {
 }
 
 TEST(PointInOutline, GivesTheAnswerOfTheReferenceForNumbersOfEveryKind) {
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < seedCount(20'000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon;

@@ -70,7 +70,7 @@ TEST(OutlineClipper, TakesTheFirstSegmentThatIsCrossedNotTheNearest) {
 
 TEST(OutlineClipper, CutsAnyLineAsTheReferenceDoes) {
     std::size_t cuts = 0;
-    for (int i = 0; i < 30000; ++i) {
+    for (int i = 0; i < seedCount(30000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const UVLine outline = anyOutline(rng);
@@ -83,7 +83,7 @@ TEST(OutlineClipper, CutsAnyLineAsTheReferenceDoes) {
 }
 
 TEST(OutlineClipper, CutsLinesOfSpecialNumbersAsTheReferenceDoes) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         UVLine outline = anyOutline(rng);
@@ -111,7 +111,7 @@ TEST(SegmentMeeting, IncludesTheEndsOfBothSegments) {
 
 TEST(SegmentMeeting, IsThatOfTheReferenceForAnyNumbers) {
     int meetings = 0;
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < seedCount(100000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto any = [&] { return rng.integer(0, 9) == 0 ? wildPoint<2>(rng) : latticePoint(rng); };

@@ -48,7 +48,7 @@ Triangle anyTriangle(Rng& rng) {
 
 TEST(MeshRefineReference, AnyTriangleIsCutAsByTheReference) {
     std::array<std::size_t, 8> tally{};
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = {anyTriangle(rng)};
@@ -66,7 +66,7 @@ TEST(MeshRefineReference, AnyTriangleIsCutAsByTheReference) {
 }
 
 TEST(MeshRefineReference, AnyMeshIsCutAsByTheReference) {
-    for (int i = 0; i < 150; ++i) {
+    for (int i = 0; i < seedCount(150); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyShape(rng);
@@ -81,7 +81,7 @@ TEST(MeshRefineReference, AnyMeshIsCutAsByTheReference) {
 }
 
 TEST(MeshRefineReference, ARefinedMeshIsThatOfAScreenFilledWithThePieces) {
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < seedCount(30); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyShape(rng);

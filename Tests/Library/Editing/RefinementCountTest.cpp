@@ -18,7 +18,7 @@ constexpr std::uint64_t kAny = std::numeric_limits<std::uint64_t>::max();
 }  // namespace
 
 TEST(RefinementCount, IsThatOfTheReference) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = soup(rng, 5);

@@ -140,7 +140,7 @@ TEST(RefinementTermination, IsNotSureWhereMiddlesOfUVsAreNoNumbers) {
 }
 
 TEST(RefinementTermination, HoldsForTheSearchForTheOutlineOfThePieces) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = flatGrid({2, 2});
@@ -158,7 +158,7 @@ TEST(RefinementTermination, HoldsForTheSearchForTheOutlineOfThePieces) {
 
 TEST(RefinementTermination, HoldsForTheReferenceOverSmallPieces) {
     int ended = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // Edges of some times the bound, far from the origin or near to it.
@@ -174,7 +174,7 @@ TEST(RefinementTermination, HoldsForTheReferenceOverSmallPieces) {
 }
 
 TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double size = std::ldexp(1.0, rng.integer(-1020, 400));
@@ -195,7 +195,7 @@ TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
 
 TEST(RefinementTermination, HoldsAlongPathsOverAnyTriangleAndBound) {
     int cut = 0;
-    for (int i = 0; i < 30000; ++i) {
+    for (int i = 0; i < seedCount(30000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Triangle triangle;
@@ -214,7 +214,7 @@ TEST(RefinementTermination, HoldsAlongPathsOverAnyTriangleAndBound) {
 }
 
 TEST(RefinementTermination, HoldsWhereSquaresOfLengthsFallShortOfTheLeastNumber) {
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < seedCount(4000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double size = std::ldexp(1.0, rng.integer(-542, -530));

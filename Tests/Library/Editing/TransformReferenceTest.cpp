@@ -41,7 +41,7 @@ Point3 plainlyMoved(const Point3& position, const Point3& move, const Point3& ro
 }  // namespace
 
 TEST(MeshTransformReference, AnyMeshIsMovedAsByTheReference) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyMesh(rng);
@@ -55,7 +55,7 @@ TEST(MeshTransformReference, AnyMeshIsMovedAsByTheReference) {
 }
 
 TEST(MeshTransformReference, MovesInARowAddUp) {
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < seedCount(50); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh expected = anyShape(rng);
@@ -71,7 +71,7 @@ TEST(MeshTransformReference, MovesInARowAddUp) {
 }
 
 TEST(RigidTransform, MovesPositionsOfAnyNumbersAsTheReferenceDoes) {
-    for (int i = 0; i < 50000; ++i) {
+    for (int i = 0; i < seedCount(50000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 position = wildPoint<3>(rng);

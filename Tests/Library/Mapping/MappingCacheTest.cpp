@@ -168,7 +168,7 @@ TEST(MappingCache, EntryJustWrittenIsFoundBeforeOlderOnesOfItsKey) {
 TEST(MappingCache, AnswersOfTheLiteralRingOverLongSequences) {
     int hits = 0;
     int misses = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         MappingCache cache;

@@ -148,7 +148,7 @@ TEST(MappingHistory, UVsThatDifferInTheLastBitAreTwo) {
 
 TEST(MappingHistory, AnswersAndMessagesOfTheLiteralModelOverLongSequences) {
     Tally tally{};
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < seedCount(60); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         runSequence(rng, 600, tally);

@@ -36,7 +36,7 @@ int countOf(const Tally& tally, Way way) {
 
 TEST(MappingReference, MeshesOfAnyShape) {
     Tally tally{};
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareOn(anyShape(rng), rng, 100, tally);
@@ -49,7 +49,7 @@ TEST(MappingReference, MeshesOfAnyShape) {
 
 TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
     Tally tally{};
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < seedCount(1500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareOn(anyUVMesh(rng), rng, 60, tally);
@@ -62,7 +62,7 @@ TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
 
 TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
     Tally tally{};
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 1 + i % 2);
@@ -76,7 +76,7 @@ TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
 
 TEST(MappingReference, ManyTrianglesOverTheSameUV) {
     Tally tally{};
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < seedCount(40); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 100, 0.5);
@@ -93,7 +93,7 @@ TEST(MappingReference, LargeMesh) {
     ReferenceMapping plain(screen.mesh());
     ASSERT_GT(plain.uvTree.depth, 15);
     Tally tally{};
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareAt(screen, plain, anyUV(screen.mesh(), rng), rng.integer(0, 2) != 0, tally);
@@ -105,7 +105,7 @@ TEST(MappingReference, LargeMesh) {
 // The greatest depth, old nodes and the cache stay: all of it shows in later answers.
 TEST(MappingReference, ReloadedScreens) {
     Tally tally{};
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen;

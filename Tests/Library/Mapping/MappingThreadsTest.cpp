@@ -30,7 +30,7 @@ struct Question {
 std::vector<Question> makeQuestions(const Mesh& mesh) {
     constexpr int kHot = 8;
     std::vector<Question> questions;
-    for (int i = 0; i < kQuestions; ++i) {
+    for (int i = 0; i < seedCount(kQuestions); ++i) {
         Rng rng(i);
         if (i >= kHot && i % 3 == 0)
             questions.push_back(questions[static_cast<std::size_t>(rng.integer(0, kHot - 1))]);
@@ -89,7 +89,7 @@ TEST(MappingThreads, UVsAreThoseOfTheReference) {
     const ReferenceMesh plain(screen.mesh(), screen.outline().uvPoints, screen.hasValidBoundary());
     std::vector<Point3> positions;
     std::vector<Point2> expected;
-    for (int i = 0; i < kQuestions; ++i) {
+    for (int i = 0; i < seedCount(kQuestions); ++i) {
         Rng rng(i);
         positions.push_back(anyQuestion(screen.mesh(), rng));
         expected.push_back(referenceMapInto2D(plain, positions.back(), i % 2 == 0));

@@ -63,7 +63,7 @@ void scribble(Boundary& outline, const Mesh& mesh, Rng& rng) {
 
 TEST(PastTheEdgeReference, MeshesOfAnyShape) {
     Counts counts;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyShape(rng));
@@ -78,7 +78,7 @@ TEST(PastTheEdgeReference, MeshesOfAnyShape) {
 
 TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
     Counts counts;
-    for (int i = 0; i < 800; ++i) {
+    for (int i = 0; i < seedCount(800); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyMesh(rng));
@@ -92,7 +92,7 @@ TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
 
 TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
     Counts counts;
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < seedCount(4000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen;
@@ -114,7 +114,7 @@ TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
 // After a transform the hits are those of the old mesh, with the normals of the new one.
 TEST(PastTheEdgeReference, TransformedMeshes) {
     Counts counts;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen(anyShape(rng));

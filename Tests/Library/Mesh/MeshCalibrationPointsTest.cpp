@@ -78,7 +78,7 @@ TEST(MeshCalibrationPoints, ByUVAskTheScreensOwnSampling) {
 }
 
 TEST(MeshCalibrationPoints, ByUVAreThoseOfTheReference) {
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyMesh(rng));
@@ -159,7 +159,7 @@ TEST(MeshCalibrationPoints, OfTheRimSkipTheEntryThatMovesIntoTheGap) {
 }
 
 TEST(MeshCalibrationPoints, OfTheRimAreThoseOfTheReference) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Lines lines(static_cast<std::size_t>(rng.integer(0, 3)));

@@ -58,7 +58,7 @@ TEST(MeshGridReference, NamedMeshesHaveTheGridOfTheReference) {
 TEST(MeshGridReference, AnyMeshWithItsUVAnywhereHasTheGridOfTheReference) {
     std::size_t pieces = 0;
     std::size_t lines = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyMesh(rng);
@@ -77,7 +77,7 @@ TEST(MeshGridReference, AnyMeshWithItsUVAnywhereHasTheGridOfTheReference) {
 
 TEST(MeshGridReference, AnyOverriddenOutlineGivesTheGridOfTheReference) {
     const Mesh mesh = wave({6, 6});
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         OverriddenScreen screen(mesh);
@@ -103,7 +103,7 @@ TEST(MeshGridReference, AnyOverriddenOutlineGivesTheGridOfTheReference) {
 }
 
 TEST(MeshGridReference, AGridAfterAChangeIsThatOfTheChangedMesh) {
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < seedCount(40); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyShape(rng);

@@ -45,7 +45,7 @@ TEST(MeshHeading, ACornerAtTheEyeMakesItNaN) {
 TEST(MeshHeading, AnAngleWhoseCosineIsRoundedAboveOneIsPassedOver) {
     OverriddenScreen screen;
     int passedOver = 0;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         const Point3 corner = rng.point(-1.0, 1.0);
         const Point3 unit = normalized(corner);
@@ -67,7 +67,7 @@ TEST(MeshHeading, AsksForTheScreensOwnEyeAndHeading) {
 }
 
 TEST(MeshHeading, IsThatOfTheReference) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyMesh(rng);

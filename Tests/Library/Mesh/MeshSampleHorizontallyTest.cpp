@@ -90,7 +90,7 @@ TEST(MeshSampleHorizontally, AsksForTheUVOfTheReferenceForAnyNumbers) {
     };
     OverriddenScreen screen;
     screen.onMapInto3D = [&](const Point2& uv, Point3& point, bool) { return map(uv, point); };
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double v = wildNumber(rng);

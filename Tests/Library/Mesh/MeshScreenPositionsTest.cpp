@@ -74,7 +74,7 @@ Mesh meshWithOneOutline(Rng& rng) {
 
 TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnMeshesOfAnyShape) {
     Tally tally;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compare(anyShape(rng), rng, 60, tally);
@@ -87,7 +87,7 @@ TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnMeshesOfAnyShape) {
 
 TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnSpoiledMeshes) {
     Tally tally;
-    for (int i = 0; i < 800; ++i) {
+    for (int i = 0; i < seedCount(800); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compare(anyMesh(rng), rng, 40, tally);
@@ -101,7 +101,7 @@ TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnSpoiledMeshes) {
 
 TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceWhereTheFirstRejectedTriangleEndsTheSearch) {
     Tally tally;
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = meshWithOneOutline(rng);

@@ -135,7 +135,7 @@ TEST(MeshScreen, CentroidOfAMeshWithoutAreaIsZeroAndItsBoundsAreRight) {
 }
 
 TEST(MeshScreen, BoundsAndCentroidAreThoseOfTheReference) {
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyMesh(rng));

@@ -83,7 +83,7 @@ TEST(ObjCorner, DigitsWrapAt32Bits) {
 
 TEST(ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
     constexpr std::string_view kLetters = "0123456789///  --\n\rx.";
-    for (int i = 0; i < 300000; ++i) {
+    for (int i = 0; i < seedCount(300000); ++i) {
         Rng rng(i);
         std::string text;
         for (int k = rng.integer(0, 14); k > 0; --k)
@@ -94,7 +94,7 @@ TEST(ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
 
 TEST(ObjCorner, NextCornerIsLookedForFromTheFirstByteOfThisOne) {
     constexpr std::string_view kLetters = "12///  \n";
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < seedCount(100000); ++i) {
         Rng rng(i);
         std::string text(1, "1/"[rng.integer(0, 1)]);
         for (int k = rng.integer(0, 9); k > 0; --k)

@@ -136,7 +136,7 @@ TEST(ObjFloat, TenMillionRandomStringsAreScannedAsTheToldSteps) {
 }
 
 TEST(ObjFloat, OneProductGivesTheFloatOfManyTenths) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         for (int k = 0; k < 10000; ++k) {

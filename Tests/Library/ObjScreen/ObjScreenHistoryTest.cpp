@@ -82,7 +82,7 @@ TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
     int loaded = 0;
     int outOfMemory = 0;
     int refused = 0;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::string text = randomPrefix(i % 4 == 0 ? sheetFromBehind() : generatedSheet(), rng);
@@ -99,7 +99,7 @@ TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
 }
 
 TEST(ObjScreenHistory, AnyTextsOneAfterAnotherLeaveWhatIsTold) {
-    for (int i = 0; i < 150; ++i) {
+    for (int i = 0; i < seedCount(150); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const Axes& axes = kAxes[static_cast<std::size_t>(i) % std::size(kAxes)];

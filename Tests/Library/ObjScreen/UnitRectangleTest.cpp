@@ -104,7 +104,7 @@ TEST(UnitRectangle, SquareBecomesTheUnitSquareBeforeARectangle) {
 }
 
 TEST(UnitRectangle, RandomMeshesAreLikeTheReference) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         Mesh mesh = soup(rng, rng.integer(1, 20));

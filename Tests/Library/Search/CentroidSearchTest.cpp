@@ -59,7 +59,7 @@ TEST(CentroidSearch, EmptyMeshHoldsNothing) {
 
 TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceOnMeshesOfAnyShape) {
     Tally tally;
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareAround(anyShape(rng), rng, 60, tally);
@@ -72,7 +72,7 @@ TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceOnMeshesOfAnyShape) {
 
 TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceOnSpoiledMeshes) {
     Tally tally;
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < seedCount(1500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareAround(anyMesh(rng), rng, 40, tally);
@@ -85,7 +85,7 @@ TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceOnSpoiledMeshes) {
 // An order is no order where a number is NaN, and the walk then depends on every step.
 TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceWhereFieldsAreNotFinite) {
     Tally tally;
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < seedCount(1500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyMesh(rng);
@@ -120,7 +120,7 @@ TEST(CentroidSearch, OneCornerThatIsNoNumberHidesNoOtherTriangle) {
 
 TEST(CentroidSearch, OfTrianglesThatShareACentroidTheWalkDecides) {
     Tally tally;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = flatGrid({2, rng.integer(1, 3)});

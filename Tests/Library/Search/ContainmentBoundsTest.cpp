@@ -97,7 +97,7 @@ Point3 pushedOut(const Triangle& triangle, Point3 point, Rng& rng) {
 
 TEST(AcceptanceBoxes, LoseNoPositionOfATriangleAtTheirLimits) {
     int held = 0;
-    for (int i = 0; i < 100'000; ++i) {
+    for (int i = 0; i < seedCount(100'000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = {extremeTriangle(rng)};
@@ -116,7 +116,7 @@ TEST(AcceptanceBoxes, LoseNoPositionOfATriangleAtTheirLimits) {
 
 TEST(AcceptanceBoxes, LoseNoTriangleAmongManyAtTheirLimits) {
     int held = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh;

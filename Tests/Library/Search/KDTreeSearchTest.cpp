@@ -27,7 +27,7 @@ TYPED_TEST_SUITE(KDTreeSearch, AllDimensions, );
 // Puts a question to each of many random trees, with the random numbers to go on with.
 template <int N, class Ask>
 void forManyQuestions(const Ask& ask) {
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < seedCount(kCases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng);
@@ -45,7 +45,7 @@ bool canBeScanned(const SpotCase<N>& spots) {
 
 TYPED_TEST(KDTreeSearch, HasTheShapeOfTheReference) {
     constexpr int N = TypeParam::kCount;
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < seedCount(kCases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng, 200);

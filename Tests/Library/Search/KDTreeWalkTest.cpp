@@ -51,7 +51,7 @@ void expectCompleteFromTheNearestOn(const SpotCase<N>& spots, const Point<double
 
 template <int N>
 void walkManyTrees() {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng, 150);
@@ -100,7 +100,7 @@ TEST(KDTreeWalk, AdvancingPastTheEndDoesNothing) {
 // Once nothing more is found, one waiting subtree is looked at and no other, however near that may be.
 TEST(KDTreeWalk, NearerValueMayComeLater) {
     int outOfOrder = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         const SpotCase<1> spots(rng, 150);
         if (spots.spread == Spread::Infinite) continue;
@@ -115,7 +115,7 @@ TEST(KDTreeWalk, NearerValueMayComeLater) {
 // expansion itself may have added. Only a NaN lets an addition be the nearer one.
 TEST(KDTreeWalk, ValuesComeAgainWhereADistanceIsNaN) {
     bool cameAgain = false;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<3> spots(rng, 150);

@@ -50,7 +50,7 @@ class RegionMapBuild : public ::testing::TestWithParam<Soup> {};
 }  // namespace
 
 TEST_P(RegionMapBuild, GivesTheNodesAndCountersOfTheReferenceOnceAndAgain) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> first = trianglesOf(GetParam(), rng);
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapBuild,
                                            Soup::Special));
 
 TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // Small ones only: where thousands overlap, each level loses just a few and the tree fills the memory.
@@ -89,7 +89,7 @@ TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
 // Without this the comparisons above might pass on trees that never give up.
 TEST(RegionMapBuildAtLarge, RandomMeshesGiveUpSplitsInsideOfTheTree) {
     int withBoth = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         const std::vector<Triangle> triangles = trianglesOf(Soup::Overlapping, rng);
         RegionMap map;

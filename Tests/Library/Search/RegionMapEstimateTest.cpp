@@ -40,7 +40,7 @@ class RegionMapGrowthOf : public ::testing::TestWithParam<Soup> {};
 }  // namespace
 
 TEST_P(RegionMapGrowthOf, RandomMeshesIsWhatABuildMakes) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectCountOfBuild(trianglesOf(GetParam(), rng));
@@ -60,7 +60,7 @@ TEST(RegionMapGrowth, OfUsualMeshesIsWhatABuildMakes) {
 
 TEST(RegionMapGrowth, DroppedNodesAreInThePeakAlone) {
     int withDropped = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         const RegionMapGrowth growth =
             countRegionMap(uvBoxesOf(trianglesOf(Soup::Overlapping, rng)), kNoLimit);
@@ -88,7 +88,7 @@ TEST(RegionMapGrowth, UsualMeshesAreSurelySmall) {
 }
 
 TEST(RegionMapGrowth, UVsAloneHaveTheBoxesOfTheirTriangles) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = trianglesOf(Soup::Overlapping, rng);
@@ -115,7 +115,7 @@ TEST(RegionMapGrowth, FanAroundOnePointIsSurelySmallAmongManyTriangles) {
 
 TEST(RegionMapGrowth, WhatIsSurelySmallTakesReasonableSteps) {
     int small = 0;
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<RegionRect> boxes = uvBoxesOf(trianglesOf(anySoup(rng), rng, 400));

@@ -53,7 +53,7 @@ class RegionMapLocate : public ::testing::TestWithParam<Soup> {};
 
 TEST_P(RegionMapLocate, AnswersLikeTheReferenceAndAScan) {
     int held = 0;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> earlier = trianglesOf(anySoup(rng), rng, 30);
@@ -110,7 +110,7 @@ TEST(RegionMapLocateOnGrid, NoPointWithANaNIsFound) {
 }
 
 TEST(RegionMapLocateAnywhere, MeshWithSpecialCoordinatesIsAskedAboutAnyPoint) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = trianglesOf(Soup::Special, rng);

@@ -31,7 +31,7 @@ struct OrdinaryPair {
 
 template <class Pair, class Check>
 void forEachPair(int cases, const Check& check) {
-    for (int i = 0; i < cases; ++i) {
+    for (int i = 0; i < seedCount(cases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Pair pair(rng);

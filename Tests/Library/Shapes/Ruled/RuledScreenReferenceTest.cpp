@@ -13,7 +13,7 @@ constexpr int kScreens = 10000;
 // Calls `check` with random screens of every kind and their reference.
 template <class Check>
 void withAnyScreens(Check check, int screens = kScreens) {
-    for (int i = 0; i < screens; ++i) {
+    for (int i = 0; i < seedCount(screens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const RuledSurfaceScreenParams params = anyParams(rng);
