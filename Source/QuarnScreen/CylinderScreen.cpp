@@ -11,7 +11,6 @@
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
 #include <QuarnScreen/Detail/Shapes/HitPair.h>
 #include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 

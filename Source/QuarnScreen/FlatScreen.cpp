@@ -5,7 +5,7 @@
 
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
+#include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 

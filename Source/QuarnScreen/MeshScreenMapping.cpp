@@ -1,17 +1,24 @@
 // Mapping between positions and UV.
 #include <QuarnScreen/MeshScreen.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/Detail/Mesh/MappingCache.h>
 #include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
+#include <QuarnScreen/Detail/Mesh/OutlierFilter.h>
 #include <QuarnScreen/Detail/Platform/LogText.h>
-#include <QuarnScreen/Detail/Search/UVParameters.h>
+#include <QuarnScreen/Detail/Search/TriangleContainment.h>
 
 using quarn::detail::logText;
 
 namespace {
+
+// Most triangles whose continuations are averaged; twice as many are asked.
+constexpr int kMaxAveraged = 15;
 
 bool isWithin(const RegionRect& rect, const Point<double, 2>& uv) {
     return !(rect.minU > uv[0]) && !(uv[0] > rect.maxU) && !(rect.minV > uv[1]) && !(uv[1] > rect.maxV);
@@ -21,6 +28,14 @@ std::string triangleText(const Triangle& triangle) {
     const auto& [v0, v1, v2] = triangle.vertices;
     return logText(triangle.uvCentroid) + " - <" + logText(v0.uv) + ", " + logText(v1.uv) + ", " +
            logText(v2.uv) + ">";
+}
+
+// Asks the processor for what pointAt() and the parameters of a UV read of a triangle.
+void prefetch(const Triangle& triangle) {
+    __builtin_prefetch(&triangle.vertices[0].position);
+    __builtin_prefetch(&triangle.vertices[0].uv);
+    __builtin_prefetch(&triangle.edge1);
+    __builtin_prefetch(&triangle.uvDeterminant);
 }
 
 }  // namespace
@@ -98,4 +113,27 @@ const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
     LOG4CXX_WARN(log, "RegionMap thought the point was in this triangle, but the triangle disagrees: "
                           << logText(uv) << triangleText(triangle));
     return nullptr;
+}
+
+Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
+    const int keep = std::min(index->uvTree.depth(), kMaxAveraged);
+    const int candidates = 2 * keep;
+    std::vector<const Triangle*> nearest;
+    nearest.reserve(static_cast<std::size_t>(candidates));
+    quarn::detail::UVTree::NearestIterator walk(index->uvTree, uv);
+    // The steps are counted, as the walk need not end by itself where distances are NaN. Triangles lie far apart in
+    // memory, so each is asked for while the walk goes on.
+    for (int step = 0; step < candidates && !walk.done(); ++step, walk.advance()) {
+        nearest.push_back(walk.value());
+        prefetch(*walk.value());
+    }
+    std::vector<Point<double, 3>> points;
+    points.reserve(nearest.size());
+    for (const Triangle* const candidate : nearest) {
+        const Triangle& triangle = *candidate;
+        if (triangle.uvDeterminant == 0.0) continue;
+        const quarn::detail::UVParameters parameters = quarn::detail::parametersOf(triangle, uv);
+        points.push_back(triangle.pointAt(parameters.a, parameters.b));
+    }
+    return quarn::detail::filterOutliersAndAverage(keep, points);
 }

@@ -6,7 +6,6 @@
 #include <QuarnScreen/Detail/Shapes/Angles.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 

@@ -6,7 +6,6 @@
 
 #include <QuarnScreen/Detail/Editing/UnitRectangle.h>
 #include <QuarnScreen/Detail/Platform/InputFile.h>
-#include <QuarnScreen/Detail/Stl/StlBytes.h>
 #include <QuarnScreen/Detail/Stl/StlParser.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 

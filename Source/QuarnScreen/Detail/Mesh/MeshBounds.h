@@ -27,4 +27,8 @@ struct MeshBounds {
 /// Bounds of a mesh. Those of no triangles are inverted: from the greatest double to its negative.
 [[nodiscard]] MeshBounds boundsOf(const std::vector<Triangle>& triangles);
 
+/// Whether the UV of some corner differs from that of the very first one. It says nothing about the quality
+/// of the UVs; a NaN differs from everything, itself included. False for an empty list.
+[[nodiscard]] bool hasVaryingUV(const std::vector<Triangle>& triangles);
+
 }  // namespace quarn::detail

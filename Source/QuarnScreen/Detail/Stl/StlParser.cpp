@@ -1,7 +1,10 @@
 #include "StlParser.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iostream>
+#include <streambuf>
 #include <string>
 
 #include "StlBinary.h"
@@ -111,6 +114,25 @@ private:
 };
 
 }  // namespace
+
+std::string readRest(std::istream& in) {
+    constexpr std::size_t kBlock = std::size_t{1} << 16U;
+    using Traits = std::streambuf::traits_type;
+    std::string bytes;
+    std::streambuf* const buffer = in.rdbuf();
+    if (buffer == nullptr) return bytes;
+    // A file tells all that it has, so that the bytes need not move.
+    bytes.reserve(static_cast<std::size_t>(std::max<std::streamsize>(buffer->in_avail(), 0)));
+    while (!Traits::eq_int_type(buffer->sgetc(), Traits::eof())) {
+        const std::size_t start = bytes.size();
+        const std::size_t available = bytes.capacity() - start;
+        bytes.resize(start + (available == 0 ? kBlock : std::min(kBlock, available)));
+        const std::streamsize count =
+            buffer->sgetn(bytes.data() + start, static_cast<std::streamsize>(bytes.size() - start));
+        bytes.resize(start + static_cast<std::size_t>(count));
+    }
+    return bytes;
+}
 
 bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangles) {
     try {

@@ -4,11 +4,16 @@
 
 #include <cstddef>
 #include <istream>
+#include <string>
 #include <vector>
 
 #include <QuarnScreen/Triangle.h>
 
 namespace quarn::detail {
+
+/// The bytes from where the stream stands to its end. They are taken from the stream's buffer whatever the state of the
+/// stream is, and leave that as it was.
+[[nodiscard]] std::string readRest(std::istream& in);
 
 /// Reads an STL stream, binary or text, and appends its triangles. What is wrong is printed on the standard error
 /// stream; nothing is thrown.
