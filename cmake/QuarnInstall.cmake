@@ -10,7 +10,7 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/Source/QuarnScreen" DESTINATION "${CMAK
         FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE PATTERN MeshTermination.h EXCLUDE
         PATTERN RegionMapGrowth.h EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Framework/CXX/Common" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h" PATTERN NodeText.h EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE)
 
 # What no header names is a caller's business only where the library is static.
 set(QUARN_PRIVATE_PACKAGES "")

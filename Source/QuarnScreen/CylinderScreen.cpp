@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
@@ -66,6 +67,7 @@ void CylinderScreen::serialize(std::wostream& out, int indent) {
 }
 
 void CylinderScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readPointTag(child, kCenterTag, params.center);
         quarn::detail::readNumberTag(child, kHeightTag, params.height);
@@ -76,6 +78,7 @@ void CylinderScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void CylinderScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     params = {config->getCenter(), config->getRadius(), config->getMinTheta(), config->getMaxTheta(),
               config->getHeight()};
 }
@@ -283,6 +286,7 @@ ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(const CylinderScreen
 }
 
 ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     CylinderScreenParams record;
     record.height = config->getHeight();
     record.maxTheta = config->getMaxTheta();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
@@ -54,6 +55,7 @@ void FlatScreen::serialize(std::wostream& out, int indent) {
 }
 
 void FlatScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     double newWidth = width;
     double newHeight = height;
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
@@ -64,6 +66,7 @@ void FlatScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void FlatScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     const double newHeight = config->getHeight();
     reset(config->getWidth(), newHeight);
 }
@@ -197,6 +200,7 @@ bool FlatScreen::isValid() const {
 }
 
 void FlatScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    QUARN_ASSERT(min != nullptr && max != nullptr);
     *min = Point<double, 3>(topLeft[0], 0.0, bottomRight[2]);
     *max = Point<double, 3>(bottomRight[0], 0.0, topLeft[2]);
 }
@@ -211,5 +215,6 @@ ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(const FlatScreenParams& 
 }
 
 ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     return calcUniqueDataHash({config->getWidth(), config->getHeight()});
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Search/QuadtreeLookup.h>
 #include <QuarnScreen/Detail/Search/QuadtreeSubdivision.h>
 
@@ -19,6 +20,7 @@ constexpr double kMaxDouble = std::numeric_limits<double>::max();
 }  // namespace
 
 const Triangle* RegionNode::triangle(int index) const {
+    QUARN_ASSERT(0 <= index && index < triangleCount);
     return map->slotTriangles[static_cast<std::size_t>(map->slotInLeaf(*this, index))];
 }
 
@@ -166,6 +168,7 @@ bool RegionMap::UVTest::holds(double u, double v) const {
 
 void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v,
                        std::optional<const Triangle*>& result) const {
+    QUARN_ASSERT(0 <= nodeIndex && static_cast<std::size_t>(nodeIndex) < nodeList.size());
     const RegionNode* node = &nodeList[static_cast<std::size_t>(nodeIndex)];
     RegionRect part = rect;
     if (nodeIndex + 1 == static_cast<int>(nodeList.size()) && rect == wholeRect) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
@@ -70,6 +71,7 @@ void RuledSurfaceScreen::serialize(std::wostream& out, int indent) {
 }
 
 void RuledSurfaceScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readNumberTag(child, kWidthTag, width);
         quarn::detail::readNumberTag(child, kHeightTag, height);
@@ -82,6 +84,7 @@ void RuledSurfaceScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void RuledSurfaceScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     height = config->getHeight();
     width = config->getWidth();
     const double newMaxPhi = config->getMaxPhi();
@@ -231,6 +234,7 @@ ScreenGeometry::DataHash RuledSurfaceScreen::calcUniqueDataHash(const RuledSurfa
 }
 
 ScreenGeometry::DataHash RuledSurfaceScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     RuledSurfaceScreenParams record;
     record.maxPhi = config->getMaxPhi();
     record.minPhi = config->getMinPhi();

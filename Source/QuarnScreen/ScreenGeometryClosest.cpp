@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include <Common/Detail/Assert.h>
+
 namespace {
 
 // A hit is refused where its squared distance exceeds this multiple of that of the screen's closest point,
@@ -26,6 +28,7 @@ double clampedToUnit(double value) {
 
 bool ScreenGeometry::getClosestIntersection(const Point<double, 3>& from, const Point<double, 3>& direction,
                                             IScreenGeometry* screen, Intersection& result, bool extrapolate) {
+    QUARN_ASSERT(screen != nullptr);
     const auto hitsTowards = [&](const Point<double, 3>& to) {
         return extrapolate ? screen->intersectExtrapolatedWithSpecifiedNormal(from, to, 0)
                            : screen->intersect(from, to);
@@ -74,6 +77,7 @@ double ScreenGeometry::getShortestDistance(const Point<double, 3>& point) const 
 }
 
 void ScreenGeometry::getCentreFromScreenBounds(Point<double, 3>* center) const {
+    QUARN_ASSERT(center != nullptr);
     Point<double, 3> min;
     Point<double, 3> max;
     getBounds(&min, &max);

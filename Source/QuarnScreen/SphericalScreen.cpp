@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
@@ -70,6 +71,7 @@ void SphericalScreen::serialize(std::wostream& out, int indent) {
 }
 
 void SphericalScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readPointTag(child, kCenterTag, params.center);
         quarn::detail::readNumberTag(child, kRadiusTag, params.radius);
@@ -81,6 +83,7 @@ void SphericalScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void SphericalScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     params = {config->getCenter(),   config->getRadius(), config->getMinTheta(),
               config->getMaxTheta(), config->getMinPhi(), config->getMaxPhi()};
 }
@@ -280,6 +283,7 @@ bool SphericalScreen::isValid() const {
 }
 
 void SphericalScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    QUARN_ASSERT(min != nullptr && max != nullptr);
     const Point<double, 3> halfDiagonal(params.radius, params.radius, params.radius);
     *min = params.center - halfDiagonal;
     *max = params.center + halfDiagonal;
@@ -295,6 +299,7 @@ ScreenGeometry::DataHash SphericalScreen::calcUniqueDataHash(const SphericalScre
 }
 
 ScreenGeometry::DataHash SphericalScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     SphericalScreenParams record;
     record.maxPhi = config->getMaxPhi();
     record.minPhi = config->getMinPhi();

@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string_view>
 
+#include <Common/Detail/Assert.h>
 #include <Common/Detail/NodeText.h>
 #include <Common/ZelmoreException.h>
 
@@ -52,6 +53,7 @@ std::wstring withWideStrings(const std::wstring& pattern) {
 
 // Stream over the node's text, for numbers in the classic locale.
 std::wistringstream streamOf(const xercesc::DOMNode* node, const wchar_t* message) {
+    QUARN_ASSERT(node != nullptr);
     if (message == nullptr && !node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kNodeWithoutTextLine, L"");
     std::wistringstream stream(quarn::detail::textContent(*node));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include <Common/Detail/Assert.h>
+
 namespace {
 
 bool isUpperEnd(std::uint32_t end) {
@@ -52,6 +54,7 @@ void BoundaryEdgeLists::sortEnds() {
 }
 
 BoundaryEdge BoundaryEdgeLists::takeFirst() {
+    QUARN_ASSERT(left != 0 && left == edgeList.size());
     // A lower end: the least corner is an upper end only of edges from itself to itself.
     take(ends.front());
     return edgeList[ends.front() / 2];

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 
 namespace quarn::detail {
@@ -39,25 +40,30 @@ double maxUV(const Triangle& triangle) {
     return greatest;
 }
 
+bool hasNoNaN(const Triangle& triangle) {
+    return std::all_of(triangle.vertices.begin(), triangle.vertices.end(), [](const TriangleVertex& corner) {
+        return corner.position == corner.position && corner.uv == corner.uv;
+    });
+}
+
+bool subdivisionTerminates(const Triangle& triangle, double maxEdgeLength) {
+    if (!hasNoNaN(triangle)) return false;
+    if (!hasLongEdge(triangle, maxEdgeLength)) return true;
+    return std::min(maxEdgeLength, kMaxLength) >= kMinBoundRatio * maxCoordinate(triangle) &&
+           maxEdgeLength > 0.0 && maxUV(triangle) <= kMaxUV;
+}
+
 }  // namespace
 
 bool boundarySearchTerminates(const std::vector<Triangle>& triangles) {
-    return std::all_of(triangles.begin(), triangles.end(), [](const Triangle& triangle) {
-        return std::all_of(triangle.vertices.begin(), triangle.vertices.end(),
-                           [](const TriangleVertex& corner) {
-                               return corner.position == corner.position && corner.uv == corner.uv;
-                           });
-    });
+    return std::all_of(triangles.begin(), triangles.end(), hasNoNaN);
 }
 
 bool refinementTerminates(const std::vector<Triangle>& triangles, double maxEdgeLength) {
     // The pieces' outline is searched for, too: no middle may be NaN.
-    return boundarySearchTerminates(triangles) &&
-           std::all_of(triangles.begin(), triangles.end(), [maxEdgeLength](const Triangle& triangle) {
-               if (!hasLongEdge(triangle, maxEdgeLength)) return true;
-               return std::min(maxEdgeLength, kMaxLength) >= kMinBoundRatio * maxCoordinate(triangle) &&
-                      maxEdgeLength > 0.0 && maxUV(triangle) <= kMaxUV;
-           });
+    return std::all_of(triangles.begin(), triangles.end(), [maxEdgeLength](const Triangle& triangle) {
+        return subdivisionTerminates(triangle, maxEdgeLength);
+    });
 }
 
 std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles, double maxEdgeLength,
@@ -65,6 +71,7 @@ std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles, doub
     std::uint64_t count = 0;
     for (const Triangle& triangle : triangles) {
         if (count >= maxCount) break;
+        QUARN_ASSERT(subdivisionTerminates(triangle, maxEdgeLength));
         count += countPieces(triangle, maxEdgeLength, maxCount - count);
     }
     return count;

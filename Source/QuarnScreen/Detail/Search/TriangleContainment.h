@@ -2,6 +2,7 @@
 /// Which triangle contains a position.
 #pragma once
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Triangle.h>
 
 namespace quarn::detail {
@@ -31,6 +32,7 @@ struct UVParameters {
 
 /// Parameters of a UV, inside of the triangle or not, by Cramer's rule. \pre the triangle's `uvDeterminant` is not 0.
 [[nodiscard]] inline UVParameters parametersOf(const Triangle& triangle, const Point<double, 2>& uv) {
+    QUARN_ASSERT(triangle.uvDeterminant != 0.0);
     const double du = uv[0] - triangle.vertices[0].uv[0];
     const double dv = uv[1] - triangle.vertices[0].uv[1];
     return {(du * triangle.uvEdge2[1] - dv * triangle.uvEdge2[0]) / triangle.uvDeterminant,

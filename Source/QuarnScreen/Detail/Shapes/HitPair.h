@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/IntersectionSet.h>
 
 namespace quarn::detail {
@@ -12,7 +13,10 @@ namespace quarn::detail {
 class HitPair {
 public:
     /// \pre fewer than two hits are hitCount.
-    void add(const Intersection& hit) { hits[hitCount++] = hit; }
+    void add(const Intersection& hit) {
+        QUARN_ASSERT(hitCount < hits.size());
+        hits[hitCount++] = hit;
+    }
 
     /// The set of those hits that \p keep accepts.
     template <class Keep>
