@@ -12,9 +12,10 @@
 
 namespace {
 
-// How far off the plane and its edges a position may lie, in the screen's unit.
+// Maximum distance of a position on the screen from the plane and beyond the edges, in the screen's
+// unit.
 constexpr double kOnScreenTolerance = 1e-6;
-// Least |direction . normal| of a ray that meets the plane, in the screen's unit.
+// Minimum |direction . normal| of a ray that meets the plane, in the screen's unit.
 constexpr double kParallelTolerance = 1e-6;
 
 constexpr Point<double, 3> kNormal(0.0, -1.0, 0.0);
@@ -115,11 +116,11 @@ bool FlatScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& point, 
     return extrapolate || isOnScreenSection(point);
 }
 
-// The hit on the endless plane, in front of `from` or behind it.
+// Returns the hit on the infinite plane, before or after `from`.
 std::optional<Intersection> FlatScreen::intersectWithExtrapolation(const Point<double, 3>& from,
                                                                    const Point<double, 3>& to) const {
     const Point<double, 3> direction = to - from;
-    // The whole product, not -y alone: a NaN or infinity in x or z has to show.
+    // Compute the whole product and not -y alone, so that NaN or infinity in x or z propagates.
     const double approach = dot(direction, kNormal);
     if (std::abs(approach) < kParallelTolerance) return std::nullopt;
 

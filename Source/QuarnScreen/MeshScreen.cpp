@@ -92,7 +92,7 @@ MeshScreen::DataHash MeshScreen::calcUniqueDataHash(const std::string& data) {
     return calculateHash(data);
 }
 
-// Changes of the mesh. None of them touches the ray tracer's scene.
+// The functions below change the mesh. None of them updates the ray tracer's scene.
 
 void MeshScreen::refine(double maxEdgeLength) {
     boundaryValid = false;
@@ -108,7 +108,8 @@ void MeshScreen::applyTransform(const Point<double, 3>& translation, const Point
     const quarn::detail::RigidTransform transform(translation, rotation, scale);
     for (Triangle& triangle : triangles) {
         for (TriangleVertex& corner : triangle.vertices) corner.position = transform.apply(corner.position);
-        // Intended: the centroids stay where they were, and the trees go by them; a reader would expect them to move.
+        // Intended: the centroids, by which positions are found, are unchanged; a reader would
+        // expect them to move.
         triangle.computeGeometry();
         for (TriangleVertex& corner : triangle.vertices) corner.normal = triangle.normal;
     }
@@ -117,7 +118,8 @@ void MeshScreen::applyTransform(const Point<double, 3>& translation, const Point
 
 void MeshScreen::applyParameterizationTransform(bool flipU, bool flipV) {
     if (!hasParameterization() || (!flipU && !flipV)) return;
-    // Intended: what each triangle derives from its UVs stays as it was; a reader would expect it to be recomputed.
+    // Intended: the derived UV fields of the triangles are unchanged; a reader would expect them to
+    // be recomputed.
     for (Triangle& triangle : triangles) {
         for (TriangleVertex& corner : triangle.vertices) {
             if (flipU) corner.uv[0] = 1.0 - corner.uv[0];

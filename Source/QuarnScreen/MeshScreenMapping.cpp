@@ -1,4 +1,4 @@
-// Mapping between positions and UV.
+// Mapping between positions and UVs.
 #include <QuarnScreen/MeshScreen.h>
 
 #include <algorithm>
@@ -17,7 +17,7 @@ using quarn::detail::logText;
 
 namespace {
 
-// Most triangles whose continuations are averaged; twice as many are asked.
+// Maximum number of triangles whose extrapolations are averaged. Twice as many are candidates.
 constexpr int kMaxAveraged = 15;
 
 bool isWithin(const RegionRect& rect, const Point<double, 2>& uv) {
@@ -30,7 +30,7 @@ std::string triangleText(const Triangle& triangle) {
            logText(v2.uv) + ">";
 }
 
-// Asks the processor for what pointAt() and the parameters of a UV read of a triangle.
+// Prefetches the fields that pointAt() and parametersOf() read.
 void prefetch(const Triangle& triangle) {
     __builtin_prefetch(&triangle.vertices[0].position);
     __builtin_prefetch(&triangle.vertices[0].uv);
@@ -67,7 +67,8 @@ bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result,
     }
     LOG4CXX_TRACE(log, "out of bounds: " << logText(uv));
     if (!extrapolate) {
-        // Intended: the entry keeps whatever the caller passed as the position.
+        // Intended: the entry contains the position that the caller passed; a reader would expect
+        // none.
         mappingCache->add({uv, result, MappingInto3D::OutOfBounds});
         LOG4CXX_TRACE(log, "extrapolate is false; failed to find triangle for point: " << logText(uv));
         return false;
@@ -78,7 +79,8 @@ bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result,
     return true;
 }
 
-// Intended: the position is handed out whatever the answer, so a refused one comes with false.
+// Intended: the position is written regardless of the result; a reader would expect it with true
+// only.
 bool MeshScreen::answerFromCache(const MappingInto3D& known, const Point<double, 2>& uv,
                                  Point<double, 3>& result, bool extrapolate) const {
     result = known.point;
@@ -100,7 +102,8 @@ bool MeshScreen::answerFromCache(const MappingInto3D& known, const Point<double,
     return true;
 }
 
-// The triangle that holds a UV, by the quadtree and then by its own fields, which may have changed since.
+// Finds the triangle that contains a UV by the quadtree, then checks the triangle's own fields,
+// which may have changed since the build.
 const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
     const RegionMap& map = index->regionMap;
     if (map.nodes().empty() || !isWithin(map.rootRect(), uv)) return nullptr;
@@ -121,8 +124,8 @@ Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
     std::vector<const Triangle*> nearest;
     nearest.reserve(static_cast<std::size_t>(candidates));
     quarn::detail::UVTree::NearestIterator walk(index->uvTree, uv);
-    // The steps are counted, as the walk need not end by itself where distances are NaN. Triangles lie far apart in
-    // memory, so each is asked for while the walk goes on.
+    // Count the steps, because the iterator may not terminate for NaN distances. Triangles are far
+    // apart in memory, so prefetch each one while the iteration continues.
     for (int step = 0; step < candidates && !walk.done(); ++step, walk.advance()) {
         nearest.push_back(walk.value());
         prefetch(*walk.value());

@@ -1,4 +1,4 @@
-// Queries by a ray or a position.
+// Queries by rays and positions, and beyond the mesh.
 #include <QuarnScreen/MeshScreen.h>
 
 #include <algorithm>
@@ -17,17 +17,17 @@ namespace {
 
 constexpr int kMaxHits = 10;
 
-// How far behind a hit the search goes on, in lengths of the ray's direction: enough that single precision does not
-// find the same surface again.
+// Distance after a hit at which the search continues, in lengths of the ray's direction. It is
+// large enough that single precision does not find the same surface again.
 constexpr float kStepBehindHit = 0.001F;
 
-// Snapping to a crease: the triangles that are looked at, the size of a mesh for each of them, and the greatest
-// distance, in the mesh's unit.
+// Limits for snapping to a crease: the maximum number of levels, the minimum number of triangles
+// per level, and the maximum distance in the mesh's unit.
 constexpr int kMaxCreaseLevels = 5;
 constexpr std::size_t kTrianglesPerCreaseLevel = 100;
 constexpr double kSnapDistance = 0.5;
 
-// The position of the ray nearest to a single position, not behind the ray's origin.
+// Returns the position on the ray that is nearest to a point, not before the ray's origin.
 Point<double, 3> projectionOnRay(const Ray& ray, const Point<double, 3>& point) {
     const Point<double, 3> direction = ray.target - ray.origin;
     const double squared = dot(direction, direction);
@@ -36,7 +36,7 @@ Point<double, 3> projectionOnRay(const Ray& ray, const Point<double, 3>& point) 
     return t > 0.0 ? ray.origin + t * direction : ray.origin;
 }
 
-// Where a ray comes nearest to a segment.
+// The position on a ray that is nearest to a segment.
 struct NearestOnRay {
     bool exists = false;
     Point<double, 3> onRay;
@@ -67,7 +67,7 @@ IntersectionSet MeshScreen::intersectInternal(const Point<double, 3>& start,
     float nearest = 0.0F;
     for (int i = 0; i < kMaxHits; ++i) {
         const auto hit = scene->cast(narrowStart, narrowDirection, nearest);
-        // The scene may be older than the triangles, and hold more of them.
+        // The scene may be older than the triangles, and contain more of them.
         if (!hit || hit->triangle >= triangles.size()) break;
         const Triangle& triangle = triangles[hit->triangle];
         Intersection intersection;
@@ -93,8 +93,9 @@ IntersectionSet MeshScreen::intersectExtrapolatedWithSpecifiedNormal(const Point
     return matching.empty() ? IntersectionSet(rayPointNearestBoundary({start, end}, normalSign)) : matching;
 }
 
-// The outline's point in the direction most like the ray's, seen from the ray's target. Intended: a point straight
-// behind scores like one straight ahead.
+// Returns the index of the boundary point whose direction from the ray's target is most parallel to
+// the ray.
+// Intended: a point straight behind counts as much as one straight ahead.
 std::optional<std::size_t> MeshScreen::findBoundaryPoint(const Ray& ray, int normalSign) const {
     const Point<double, 3> direction = normalized(ray.target - ray.origin);
     std::optional<std::size_t> best;
@@ -121,7 +122,7 @@ Point<double, 3> MeshScreen::rayPointNearestBoundary(const Ray& ray, int normalS
     if (points.size() == 1) return projectionOnRay(ray, points[i]);
 
     const NearestOnRay before = nearestOnRay(ray, points[i == 0 ? points.size() - 1 : i - 1], points[i]);
-    // Intended: the last point has no successor, where a reader would expect the outline to go round.
+    // Intended: the last point has no successor; a reader would expect the boundary to be closed.
     const NearestOnRay after =
         i + 1 < points.size() ? nearestOnRay(ray, points[i], points[i + 1]) : NearestOnRay{false, {}, 0.0};
     if (!before.exists) return after.exists ? after.onRay : points[i];
@@ -134,8 +135,9 @@ const Triangle* MeshScreen::findClosestTriangle(const Point<double, 3>& point, b
 
     const Triangle* const containing = search.findContaining(point);
     if (containing == nullptr || !boundaryValid) return containing;
-    // Intended: the first triangle that is met and does not hold the point decides whether the point counts as on the
-    // screen at all, with the UV of its first corner where the point's foot lies outside of it.
+    // Intended: the first visited triangle that does not contain the point decides whether the
+    // point is on the screen at all, with the UV of its first corner if the projection is outside
+    // of it. A reader would expect the containing triangle to decide.
     const std::optional<Point<double, 2>> rejected = search.firstRejectedUV(point);
     return !rejected || isWithinOutline(*rejected) ? containing : nullptr;
 }

@@ -1,4 +1,4 @@
-// Boundary, grid, samples and calibration points, and what a caller displays of a mesh.
+// Boundary, grid, samples, calibration points, and the data for display.
 #include <QuarnScreen/MeshScreen.h>
 
 #include <algorithm>
@@ -23,12 +23,14 @@ constexpr double kSampleStep = 0.034482758620689655;  // 1 / 29
 
 constexpr Point<double, 3> kViewPoint(0.0, -5.0, 0.0);
 
-// From this number of rows or columns on, the position nearest to the origin is a calibration point of its own.
+// Minimum number of rows or columns for which the position nearest to the origin becomes a
+// calibration point.
 constexpr int kMinGridWithMiddle = 3;
 
 using UVPolyline = quarn::detail::PolylineClipper::Polyline;
 
-// The lines of constant v, from top to bottom, or those of constant u, from left to right, within the boundaryLoop.
+// Returns the lines of constant v from top to bottom, or of constant u from left to right, clipped
+// to the boundary.
 std::vector<UVPolyline> clippedLines(const quarn::detail::PolylineClipper& clipper, int density,
                                      bool isConstantV) {
     std::vector<UVPolyline> pieces;
@@ -51,26 +53,27 @@ void visitPositions(const std::vector<Triangle>& triangles, Visit visit) {
         for (const TriangleVertex& corner : triangle.vertices) visit(corner.position);
 }
 
-// How many points of a line of `count` lie between two that are taken, to get about as many as a grid's perimeter has.
+// Returns the step between selected points of a line of `count` points that selects about as many
+// as the perimeter of the grid has.
 std::size_t perimeterStep(std::size_t count, int columns, int rows) {
     const std::int64_t perimeter = (static_cast<std::int64_t>(rows) + columns) * 2 - 4;
     if (perimeter <= 0) return 1;
     return std::max<std::size_t>(count / static_cast<std::size_t>(perimeter), 1);
 }
 
-// Intended: after an entry went, the one that moved into its place is not looked at.
+// Intended: after an entry is erased, the entry that takes its place is skipped.
 void eraseRepeats(std::vector<Point<double, 3>>& points) {
     for (std::size_t i = 1; i < points.size(); ++i)
         if (points[i] == points[i - 1]) points.erase(points.begin() + static_cast<std::ptrdiff_t>(i));
 }
 
 void appendNearestToOrigin(const std::vector<Triangle>& triangles, std::vector<Point<double, 3>>& points) {
-    double least = std::numeric_limits<double>::max();
+    double smallest = std::numeric_limits<double>::max();
     const Point<double, 3>* nearest = nullptr;
     visitPositions(triangles, [&](const Point<double, 3>& position) {
         const double size = std::abs(position[0]) + std::abs(position[1]) + std::abs(position[2]);
-        if (!(size < least)) return;
-        least = size;
+        if (!(size < smallest)) return;
+        smallest = size;
         nearest = &position;
     });
     if (nearest != nullptr) points.push_back(*nearest);
@@ -112,7 +115,7 @@ MeshScreen::Polylines MeshScreen::calculateGrid(int density) const {
     Polylines grid(1);
     std::vector<Point<double, 3>>& boundaryLoop = grid.front();
     for (const auto& line : boundaryLines) boundaryLoop.insert(boundaryLoop.end(), line.begin(), line.end());
-    // Intended: an boundaryLoop that repeats its first point already gets it once more.
+    // Intended: a boundary that already repeats its first point gets it a third time.
     if (!boundaryLoop.empty()) boundaryLoop.push_back(boundaryLoop.front());
 
     UVPolyline boundaryUV;
@@ -200,10 +203,10 @@ Point<double, 3> MeshScreen::getCenterOfScreenHeading() const {
 double MeshScreen::getMaxAngleFromHeading() const {
     const Point<double, 3> eye = getEyepoint();
     const Point<double, 3> heading = normalized(getCenterOfScreenHeading());
-    double greatest = 0.0;
+    double largest = 0.0;
     visitPositions(triangles, [&](const Point<double, 3>& position) {
         const double angle = std::acos(dot(normalized(position - eye), heading));
-        if (angle > greatest) greatest = angle;
+        if (angle > largest) largest = angle;
     });
-    return greatest;
+    return largest;
 }

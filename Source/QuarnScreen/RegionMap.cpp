@@ -27,7 +27,7 @@ const Triangle* RegionNode::triangle(int index) const {
 RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::QuadtreeLookup>()) {}
 RegionMap::~RegionMap() = default;
 
-// Makes the nodes of a build.
+// Creates the nodes of a build.
 class RegionMap::NodeVisitor {
 public:
     struct Checkpoint {
@@ -48,7 +48,8 @@ public:
         map.longLists.resize(checkpoint.lists);
     }
     static bool mayCut(int /*count*/) { return true; }
-    // Intended: this counter alone is not set back.
+    // Intended: this counter is not restored; a reader would expect it to be part of the
+    // checkpoint.
     void giveUp() { ++map.splitsGivenUp; }
 
     int leaf(const quarn::detail::BoxRange& range, int depth) {
@@ -182,7 +183,7 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
         const double midV = middleV(part);
         const bool isRight = midU < u;
         const bool isBelow = midV < v;
-        // What no side holds, a NaN, goes right and below.
+        // NaN, which is on no side, goes right and below.
         const bool isOrdered = (isRight || midU >= u) && (isBelow || midV >= v);
         const bool goesRight = isRight || !isOrdered;
         const bool goesBelow = isBelow || !isOrdered;
@@ -192,7 +193,8 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
     }
     for (int i = 0; i < node->count(); ++i) {
         const auto slot = static_cast<std::size_t>(slotInLeaf(*node, i));
-        // Leaves of earlier builds have no ready tests; for them the difference wraps.
+        // Leaves of earlier builds have no prepared tests. For their slots the difference wraps
+        // around.
         const std::size_t test = slot - firstSlot;
         const UVTest& uvTest = test < tests.size() ? tests[test] : uvTestOf(*slotTriangles[slot]);
         if (!uvTest.holds(u, v)) continue;

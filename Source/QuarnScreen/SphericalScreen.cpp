@@ -16,9 +16,10 @@
 
 namespace {
 
-// Slack of the section's edges (radians) and of the sphere (square of distance over radius).
+// Tolerances of the section's edges, in radians, and of the sphere, as a squared ratio of distance
+// and radius.
 constexpr double kOnScreenTolerance = 1e-06;
-// Nearer to the centre than this, in the screen's unit, no direction towards it exists.
+// Closer to the center than this, in the screen's unit, there is no direction towards it.
 constexpr double kMinCenterDistance = 1e-06;
 
 constexpr int kDegreesPerBoundarySample = 2;
@@ -30,7 +31,7 @@ constexpr const wchar_t* kMaxThetaTag = L"Screen_MaxTheta";
 constexpr const wchar_t* kMinPhiTag = L"Screen_MinPhi";
 constexpr const wchar_t* kMaxPhiTag = L"Screen_MaxPhi";
 
-// One sample for each two whole degrees; a range that runs backwards has a negative count.
+// Returns one sample for each two whole degrees. The number is negative for a reversed range.
 int boundarySamples(double range) {
     return quarn::detail::truncatedCount(range * quarn::detail::kSamplingDegreesPerRadian) /
            kDegreesPerBoundarySample;
@@ -88,7 +89,7 @@ void SphericalScreen::updateGeometry(IScreenConfig* config) {
               config->getMaxTheta(), config->getMinPhi(), config->getMaxPhi()};
 }
 
-// Hits on the whole sphere in front of `from`, nearest first.
+// Returns the hits on the whole sphere after `from`, nearest first.
 quarn::detail::HitPair SphericalScreen::intersectWithExtrapolation(const Point<double, 3>& from,
                                                                    const Point<double, 3>& to) const {
     const Point<double, 3> o = from - params.center;
@@ -109,7 +110,7 @@ quarn::detail::HitPair SphericalScreen::intersectWithExtrapolation(const Point<d
         hit.normalSign = quarn::detail::signOf(dot(d, getScreenNormal(hit.point)));
         hits.add(hit);
     };
-    // Intended: a discriminant of zero gives the same hit twice, where a reader would expect one.
+    // Intended: a discriminant of zero gives the same hit twice; a reader would expect one hit.
     const double root = std::sqrt(discriminant);
     addInFront((-b - root) / (2 * a));
     addInFront((root - b) / (2 * a));
@@ -178,7 +179,7 @@ bool SphericalScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& po
 }
 
 std::vector<Point<double, 3>> SphericalScreen::getDefaultCalibrationPoints(int columns, int rows) const {
-    // Intended: the centre is not added, unlike in mapInto3D.
+    // Intended: the center is not added, unlike in mapInto3D.
     const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
     const double stepPhi = (params.minPhi - params.maxPhi) / (rows - 1.0);
     return quarn::detail::columnByColumn(columns, rows, [&](int i) {
@@ -223,7 +224,7 @@ void SphericalScreen::sampleHorizontally(double v, double uStart, double uEnd, i
 
 void SphericalScreen::sampleBoundary(Polylines& boundary) const {
     if (!hasParameterization()) return;
-    // Intended: each count serves the edges along which the other angle changes.
+    // Intended: each number of samples applies to the edges along which the other angle changes.
     const int thetaSamples = boundarySamples(params.maxTheta - params.minTheta);
     const int phiSamples = boundarySamples(params.maxPhi - params.minPhi);
     const double thetaIntervals = thetaSamples;

@@ -7,7 +7,7 @@
 
 namespace quarn::detail {
 
-/// Reports a false condition on the standard error stream and aborts.
+/// Prints the location and the condition to the standard error stream and aborts.
 [[noreturn]] inline void failAssertion(const char* condition, const char* file, int line) {
     std::fprintf(stderr, "%s:%d: assertion failed: %s\n", file, line, condition);
     std::abort();
@@ -15,9 +15,10 @@ namespace quarn::detail {
 
 }  // namespace quarn::detail
 
-/// Aborts if a condition that callers must meet is false. A violation is a programming error, not bad input.
+/// Aborts if a precondition is false, in builds that define QUARN_ASSERTIONS. A false precondition
+/// is a programming error, not bad input.
 ///
-/// Builds without QUARN_ASSERTIONS compile the condition and do not evaluate it.
+/// Other builds compile the condition but do not evaluate it.
 #if defined(QUARN_ASSERTIONS)
 #define QUARN_ASSERT(condition) \
     ((condition) ? static_cast<void>(0) : quarn::detail::failAssertion(#condition, __FILE__, __LINE__))

@@ -17,7 +17,7 @@ void grow(Point<double, N, Indices>& min, Point<double, N, Indices>& max,
     }
 }
 
-// Heron's formula; rounding may take the product below zero.
+// Source: Heron's formula. Rounding may make the product negative.
 double areaOf(const Triangle& triangle) {
     const auto& [v0, v1, v2] = triangle.vertices;
     const double a = length(v1.position - v0.position);

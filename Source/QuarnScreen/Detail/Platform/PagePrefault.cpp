@@ -12,7 +12,7 @@ namespace quarn::detail {
 
 namespace {
 
-// A multiple of any page's size, and a millisecond or two of work.
+// A multiple of every page size. A piece takes a millisecond or two.
 constexpr std::size_t kPiece = std::size_t{1} << 22U;
 
 void prefaultPiece([[maybe_unused]] char* first) {
