@@ -8,15 +8,11 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Base/Units.h>
 
 namespace quarn::tool {
 
 namespace {
-
-const std::vector<std::string>& units() {
-    static const std::vector<std::string> names = {"mm", "cm", "dm", "m", "km", "in", "ft", "yd"};
-    return names;
-}
 
 std::uint64_t memorySizeFrom(const std::string& text) {
     const auto size = parseMemorySize(text);
@@ -143,7 +139,7 @@ void addThreadsOption(CLI::App& command, std::size_t& threads) {
 
 void addUnitOption(CLI::App& command, std::string& unit, const std::string& description) {
     command.add_option("--unit", unit, description)
-        ->check(CLI::IsMember(units()))
+        ->check(CLI::IsMember(lengthUnitNames()))
         ->type_name("NAME")
         ->capture_default_str();
 }

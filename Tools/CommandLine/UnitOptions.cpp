@@ -30,9 +30,7 @@ double lengthFrom(const std::string& option, const std::string& text, const std:
                   const std::string& unit) {
     const auto length = parseLength(part, unit);
     if (!length)
-        throw unexpectedText(
-            option, text,
-            "a number in " + unit + ", or a length such as 6m or 236in where --unit is m, cm, mm, ft or in");
+        throw unexpectedText(option, text, "a number in " + unit + ", or a length such as 6m or 236in");
     return *length;
 }
 

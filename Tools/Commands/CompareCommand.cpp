@@ -49,7 +49,7 @@ struct Comparison {
     SurfaceDistance aToB;
     SurfaceDistance bToA;
 
-    [[nodiscard]] double greatest() const { return std::max(aToB.greatest, bToA.greatest); }
+    [[nodiscard]] double max() const { return std::max(aToB.max, bToA.max); }
 };
 
 double accuracyFrom(const CompareOptions& options, const Screen& a, const Screen& b) {
@@ -111,7 +111,7 @@ Comparison compare(const CompareOptions& options) {
 std::vector<Column> columns() {
     return {{"comparison"},
             {"status"},
-            {"greatest", Quantity::Length},
+            {"max", Quantity::Length},
             {"accuracy", Quantity::Length},
             {"mean", Quantity::Length},
             {"x", Quantity::Length},
@@ -139,8 +139,8 @@ std::vector<Cell> distanceCells(std::string_view comparison, const SurfaceDistan
                                 double chordErrors) {
     return {comparison,
             std::string_view("measured"),
-            distance.greatest,
-            distance.bound - distance.greatest + chordErrors,
+            distance.max,
+            distance.bound - distance.max + chordErrors,
             cellOf(distance.mean),
             distance.where[0],
             distance.where[1],
@@ -153,7 +153,7 @@ std::vector<Cell> uvCells(const std::optional<UvDistance>& distance) {
     if (!distance) return emptyCells(kName, "none");
     return {kName,
             std::string_view("measured"),
-            distance->greatest,
+            distance->max,
             kNothing,
             distance->mean,
             distance->where[0],
@@ -179,10 +179,9 @@ void run(const CompareOptions& options) {
     writer.write(rows);
     writer.finish();
     output.finish();
-    if (max && comparison.greatest() > *max)
-        throw NegativeResult(
-            {.found = "a distance of " + numberText(comparison.greatest()) + " " + options.unit,
-             .expected = "no more than " + numberText(*max) + " " + options.unit});
+    if (max && comparison.max() > *max)
+        throw NegativeResult({.found = "a distance of " + numberText(comparison.max()) + " " + options.unit,
+                              .expected = "no more than " + numberText(*max) + " " + options.unit});
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ nlohmann::ordered_json jsonInfo(const Screen& screen, const std::string& unit) {
     }
     info["eyePoint"] = jsonPoint(geometry.getEyepoint());
     info["heading"] = jsonPoint(geometry.getCenterOfScreenHeading());
-    info["greatestAngle"] = jsonAngle(geometry.getMaxAngleFromHeading());
+    info["maxAngle"] = jsonAngle(geometry.getMaxAngleFromHeading());
     info["aspectRatio"] = numberOrNull(aspectRatioOf(geometry).value_or(kNaN));
     info["digest"] = hexText(geometry.getUniqueDataHash());
     return info;
@@ -160,7 +160,7 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
     }
     info.add("eye point", pointText(geometry.getEyepoint()) + " " + unit);
     info.add("heading", pointText(geometry.getCenterOfScreenHeading()));
-    info.add("greatest angle", angleText(geometry.getMaxAngleFromHeading()));
+    info.add("max angle", angleText(geometry.getMaxAngleFromHeading()));
     const auto ratio = aspectRatioOf(geometry);
     info.add("aspect ratio", ratio ? numberText(*ratio) : "none");
     info.add("digest", hexText(geometry.getUniqueDataHash()));

@@ -72,7 +72,7 @@ private:
     void addHit(std::int64_t ray, const Intersection& hit, double t, ResultRows& results) const {
         if (isFallback(hit)) {
             const Cell none;
-            const HitRow cells = {ray,          std::string_view("outline"),
+            const HitRow cells = {ray,          std::string_view("boundary"),
                                   hit.point[0], hit.point[1],
                                   hit.point[2], none,
                                   none,         none,

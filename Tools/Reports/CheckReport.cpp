@@ -76,7 +76,7 @@ nlohmann::ordered_json reportJson(const CheckReport& report) {
         json["findings"].push_back({{"name", finding.name},
                                     {"severity", finding.severity == Severity::Note ? "note" : "problem"},
                                     {"count", finding.count},
-                                    {"isCountWhole", finding.isCountExact},
+                                    {"isCountExact", finding.isCountExact},
                                     {"places", places},
                                     {"text", finding.text},
                                     {"hint", hintOf(finding)}});

@@ -1,10 +1,9 @@
 #include "Reports/MeshInfo.h"
 
-#include <algorithm>
-#include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
@@ -16,30 +15,21 @@ namespace quarn::tool {
 
 namespace {
 
-struct UVRange {
-    Point<double, 2> min;
-    Point<double, 2> max;
-};
-
 struct Facts {
     MeshStatus status;
     std::uint64_t triangles = 0;
     double area = 0.0;
     Point<double, 3> centroid;
-    std::optional<UVRange> uvRange;  // of the corners that have a UV
+    std::optional<Bounds<2>> uvRange;  // of the corners that have a UV
     std::uint64_t boundaryPointCount = 0;
 };
 
-std::optional<UVRange> uvRangeOf(const std::vector<Triangle>& triangles) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    UVRange range{{kInfinity, kInfinity}, {-kInfinity, -kInfinity}};
+std::optional<Bounds<2>> uvRangeOf(const std::vector<Triangle>& triangles) {
+    Bounds<2> range;
     for (const Triangle& triangle : triangles)
         for (const TriangleVertex& corner : triangle.vertices)
-            for (std::size_t i = 0; i < 2 && corner.uv != kNoUV; ++i) {
-                range.min[i] = std::min(range.min[i], corner.uv[i]);
-                range.max[i] = std::max(range.max[i], corner.uv[i]);
-            }
-    if (range.min[0] > range.max[0]) return std::nullopt;
+            if (corner.uv != kNoUV) range.include(corner.uv);
+    if (range.isEmpty()) return std::nullopt;
     return range;
 }
 
@@ -52,12 +42,12 @@ double areaOf(const std::vector<Triangle>& triangles) {
     return twice / 2;
 }
 
-// The outline repeats its first position as its last.
+// The boundary repeats its first position as its last.
 std::uint64_t boundaryPointCountOf(const IScreenGeometry& geometry) {
-    IScreenGeometry::Polylines outline;
-    geometry.sampleBoundary(outline);
-    if (outline.empty() || outline.front().empty()) return 0;
-    const auto& points = outline.front();
+    IScreenGeometry::Polylines boundary;
+    geometry.sampleBoundary(boundary);
+    if (boundary.empty() || boundary.front().empty()) return 0;
+    const auto& points = boundary.front();
     return points.size() - (points.size() > 1 && points.front() == points.back() ? 1 : 0);
 }
 
@@ -123,7 +113,7 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
     mesh["uvRange"] = nullptr;
     if (const auto& range = facts.uvRange)
         mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
-    mesh["outlinePoints"] = facts.boundaryPointCount;
+    mesh["boundaryPoints"] = facts.boundaryPointCount;
     for (const Ignored& ignored : ignoredIn(source.counts)) mesh["ignored"][ignored.name] = ignored.count;
     return mesh;
 }
@@ -144,7 +134,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
     lines.emplace_back(
         "UV range",
         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
-    lines.emplace_back("outline points", std::to_string(facts.boundaryPointCount));
+    lines.emplace_back("boundary points", std::to_string(facts.boundaryPointCount));
     if (isObj) lines.emplace_back("ignored", ignoredText(source.counts));
     return lines;
 }

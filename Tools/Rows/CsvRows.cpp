@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 
@@ -82,8 +83,7 @@ void CsvFormat::parseCells(std::string_view text, std::vector<double>& numbers) 
 }
 
 std::uint64_t CsvHead::skip(std::string_view& lines) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (isAtBeginning && lines.starts_with(kByteOrderMark)) lines.remove_prefix(kByteOrderMark.size());
+    if (isAtBeginning && lines.starts_with(kUtf8Mark)) lines.remove_prefix(kUtf8Mark.size());
     isAtBeginning = false;
     std::uint64_t count = 0;
     while (!isPassed && !lines.empty()) {

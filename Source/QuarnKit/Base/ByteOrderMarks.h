@@ -1,15 +1,15 @@
 /// \file
-/// The bytes in front of a text that tell its encoding.
+/// Byte order marks: the bytes before a text that identify its encoding.
 #pragma once
 
 #include <string_view>
 
 namespace quarn {
 
-/// Of UTF-8, where some programs write it.
+/// Byte order mark of UTF-8, which some programs write.
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-/// Whether the text is marked as UTF-16, of either order of bytes.
+/// Returns true if \p text begins with a byte order mark of UTF-16, little-endian or big-endian.
 [[nodiscard]] inline bool isMarkedUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }

@@ -18,7 +18,7 @@ Error malformedXmlError(const XMLCh* message, std::uint64_t line = 0) {
     return Error({.found = "malformed XML: " + toUtf8(detail::fromXmlText(message)), .line = line});
 }
 
-// The library's file and line name a place in its source, and no place in the input.
+// The file and line of the library's exception refer to its source, not to the input.
 Error libraryError(const ZelmoreExceptionBase& error) {
     if (!error.message().empty()) return Error({.found = toUtf8(error.message())});
     return Error(

@@ -15,7 +15,8 @@ enum class ErrorKind {
     SystemFailure,  ///< Memory, a file system or a stream failed.
 };
 
-/// An action that helps against an Error. Each application has its own words for it, such as a command line.
+/// An action that helps against an Error. Each application describes it in its own words, such as a
+/// command line.
 enum class RemedyKind {
     None,
     RepairFile,        ///< Repair the OBJ text of the file.
@@ -40,7 +41,8 @@ struct ErrorDetails {
     Remedy remedy = {};
 };
 
-/// Reports what was found where, and what was expected there instead. Copies share their contents.
+/// Reports what was found where, and what was expected there instead. Copies share their contents,
+/// which never change, so that several threads may use them.
 class Error : public std::exception {
 public:
     explicit Error(ErrorDetails errorDetails);
@@ -65,7 +67,8 @@ private:
     std::shared_ptr<const Contents> contents;
 };
 
-/// Returns an error that states \p action and the reason why the last system call failed, from `errno`.
+/// Returns an error that states \p action and the reason why the last system call failed, from
+/// `errno`.
 [[nodiscard]] Error systemError(const std::string& file, const std::string& action,
                                 ErrorKind kind = ErrorKind::SystemFailure);
 

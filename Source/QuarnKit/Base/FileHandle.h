@@ -8,7 +8,7 @@
 
 namespace quarn {
 
-/// Closes its file descriptor when it dies; -1 is none.
+/// Owns a file descriptor and closes it in its destructor; -1 is none. Not safe on several threads.
 class FileHandle {
 public:
     FileHandle() = default;

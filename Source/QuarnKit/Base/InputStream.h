@@ -1,5 +1,5 @@
 /// \file
-/// Files and streams that the tool reads.
+/// Files and streams to read.
 #pragma once
 
 #include <cstddef>
@@ -9,23 +9,27 @@
 
 namespace quarn {
 
-/// An input as a run of bytes. Not safe on several threads.
+/// An input as a sequence of bytes. Not safe on several threads.
 class InputStream {
 public:
-    /// Opens the file \p path. \p expected says in the error what it should be, as in "a CSV file".
+    /// Opens the file \p path.
+    /// \param expected kind of file for error messages, such as "a CSV file"
+    /// \throws Error if the file cannot be opened or is a directory
     InputStream(const std::string& path, const std::string& expected);
 
-    /// As the constructor, where "-" stands for the standard input.
+    /// Opens the file \p path like the constructor, or the standard input if \p path is "-".
     [[nodiscard]] static InputStream openFileOrStandardInput(const std::string& path,
                                                              const std::string& expected);
 
-    /// Fills \p buffer as far as the input goes at the moment; 0 bytes at its end.
+    /// Reads the bytes that are available, at most \p size of them; waits for the first one.
+    /// \return number of bytes; 0 at the end of the input
+    /// \throws Error if the system reports a failure
     [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
 
-    /// Whether read() would answer without waiting.
+    /// Returns true if read() would return without waiting.
     [[nodiscard]] bool isReady() const;
 
-    /// What error lines call it.
+    /// Returns the name of the input for messages.
     [[nodiscard]] const std::string& name() const { return displayName; }
 
 private:

@@ -1,5 +1,5 @@
 /// \file
-/// Positions and UV pairs that can be used.
+/// Test for positions and UV pairs that are finite.
 #pragma once
 
 #include <cmath>
@@ -9,7 +9,7 @@
 
 namespace quarn {
 
-/// Whether no coordinate is NaN or infinite.
+/// Returns true if no coordinate is NaN or infinite.
 template <std::size_t N, class Indices>
 [[nodiscard]] bool isFinite(const Point<double, N, Indices>& point) {
     for (std::size_t i = 0; i < N; ++i)

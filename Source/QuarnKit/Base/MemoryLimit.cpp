@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t kUnitStep = 1024;
 constexpr std::string_view kUnits = "KMGT";
-// Where the system does not say what is free: a size that any machine of today has.
+// The limit if the system does not report its free memory; every current machine has that much.
 constexpr std::uint64_t kFallbackLimit = kUnitStep * kUnitStep * kUnitStep;
 
 std::optional<std::uint64_t> availableMemory() {

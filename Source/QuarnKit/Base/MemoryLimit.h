@@ -1,5 +1,5 @@
 /// \file
-/// How much memory the tool may use.
+/// Limits of memory.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,14 @@
 
 namespace quarn {
 
-/// Bytes from a size such as "500M": a whole number above 0, and K, M, G or T for powers of 1024.
+/// Parses a size such as "500M": a whole number above 0, and K, M, G or T for powers of 1024.
+/// \return bytes; nothing if the text has another form or the size exceeds 64 bits
 [[nodiscard]] std::optional<std::uint64_t> parseMemorySize(std::string_view text);
 
-/// A size for people, such as "1.5 GiB".
+/// Formats a size for people, such as "1.5 GiB".
 [[nodiscard]] std::string memorySizeText(std::uint64_t bytes);
 
-/// Three quarters of the memory that the system could hand out at the moment.
+/// Returns three quarters of the memory that the system can allocate at the moment, in bytes.
 [[nodiscard]] std::uint64_t defaultMemoryLimit();
 
 }  // namespace quarn

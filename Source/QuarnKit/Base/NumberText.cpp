@@ -10,11 +10,11 @@ namespace quarn {
 
 namespace {
 
-// The longest shortest text is like -2.2250738585072014e-308.
+// The longest text of numberText() is like -2.2250738585072014e-308.
 constexpr std::size_t kMaxNumberLength = 32;
 
-// For text that is a number but no normal double. A stream, unlike std::from_chars, tells which end it fell
-// off.
+// Parses a number beyond the range of normal doubles. Unlike std::from_chars, a stream
+// distinguishes overflow from underflow.
 std::optional<double> parseBeyondRange(std::string_view text) {
     std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());

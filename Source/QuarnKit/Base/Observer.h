@@ -8,8 +8,8 @@
 namespace quarn {
 
 enum class NoticeLevel {
-    Note,     ///< The result is as asked for; the text adds a fact.
-    Warning,  ///< The result may not be what was wanted.
+    Note,     ///< The result is as requested; the text adds a fact.
+    Warning,  ///< The result may differ from what was intended.
 };
 
 /// A fact about an input that is no error.
@@ -20,8 +20,8 @@ struct Notice {
     std::uint64_t line = 0;  ///< Line in that file, 0 for the file as a whole.
 };
 
-/// Receives the stages and notices of an operation, on the thread that called it. This class ignores all of them; derive
-/// from it to show them.
+/// Receives the stages and notices of an operation, on the thread that called it. This class
+/// ignores all of them; derive from it to show them.
 class Observer {
 public:
     Observer() = default;
@@ -31,6 +31,7 @@ public:
 
     /// Called when a stage begins, such as "reading dome.obj".
     virtual void setStage(const std::string& /*stage*/) {}
+    /// Called for each notice.
     virtual void notify(const Notice& /*notice*/) {}
 };
 

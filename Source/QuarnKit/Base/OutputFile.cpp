@@ -16,7 +16,7 @@ namespace quarn {
 namespace {
 
 constexpr std::size_t kBufferSize = 65536;
-// Other runs may write beside the same file; so many of them at once is a fault.
+// Other processes may write the same file; more of them at once indicate a fault.
 constexpr int kMaxTemporaryNames = 100;
 constexpr mode_t kDefaultMode = 0666;  // before the user's mask
 constexpr mode_t kPermissions = 07777;
@@ -36,7 +36,7 @@ void refuseInput(const std::string& path, const struct stat& output, const std::
     }
 }
 
-// The file that a chain of links ends at, so that the links stay what they are.
+// Resolves symbolic links, so that the file is replaced and its links stay.
 std::string withoutLinks(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), std::free);
     return resolved ? std::string(resolved.get()) : path;
@@ -84,7 +84,7 @@ OutputFile::~OutputFile() {
     try {
         flush();
     } catch (const Error&) {
-        // An error is on its way already, or finish() has told of it.
+        // Another error is being thrown, or finish() has reported this one.
     }
 }
 
@@ -111,7 +111,7 @@ void OutputFile::flush() {
 void OutputFile::finish() {
     flush();
     if (target.empty()) return;
-    // A disk that is full or gone may say so only here, and then the old file still stands.
+    // A full or removed disk may fail only here; the old file is unchanged then.
     if (::fsync(file.get()) != 0 || std::rename(temporaryName.c_str(), target.c_str()) != 0)
         throw systemError(name, "cannot be written");
     target.clear();

@@ -1,5 +1,5 @@
 /// \file
-/// Files and streams that the tool writes.
+/// Files and streams to write.
 #pragma once
 
 #include <string>
@@ -10,32 +10,35 @@
 
 namespace quarn {
 
-/// The standard output, or a file that appears whole or not at all.
+/// The standard output, or a file that is replaced atomically.
 ///
-/// A regular file is written under a temporary name beside its own, and gets its own name in finish().
-/// Devices and pipes are written as they stand. Not safe on several threads.
+/// A regular file is written under a temporary name in the same folder; finish() renames it.
+/// Devices and pipes are written directly. Not safe on several threads.
 class OutputFile {
 public:
-    /// Opens \p path, where "-" stands for the standard output. Refuses a path that is one of \p inputs.
+    /// Opens \p path, or the standard output if \p path is "-".
+    /// \throws Error if the file cannot be written, or if it is one of \p inputs
     OutputFile(const std::string& path, const std::vector<std::string>& inputs);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
-    /// Without finish(): an unfinished file vanishes; what was written to a stream stays.
+    /// If finish() was not called, removes the unfinished file; bytes written to a stream stay.
     ~OutputFile();
 
+    /// Appends text.
+    /// \throws Error if the system reports a failure, as flush() and finish() do
     void write(std::string_view text);
 
-    /// Hands over what was written so far.
+    /// Passes all buffered text to the system.
     void flush();
 
-    /// Hands over everything, and gives a file its name.
+    /// Passes all buffered text to the system, and gives a file its final name.
     void finish();
 
 private:
     void openTemporary(const std::string& path);
 
-    std::string name;           // as error lines call it
-    std::string target;         // path that the finished file gets; empty where nothing is renamed
+    std::string name;           // in messages
+    std::string target;         // path of the finished file; empty if nothing is renamed
     std::string temporaryName;  // path until then
     FileHandle file;
     std::string buffer;

@@ -9,7 +9,7 @@ namespace quarn {
 
 namespace {
 
-// Enough of a text to find it again.
+// Enough of a text to recognize it.
 constexpr std::size_t kExcerptLength = 40;
 
 struct Range {
@@ -17,7 +17,8 @@ struct Range {
     wchar_t last;
 };
 
-// C0 controls, DEL with the C1 controls, line and paragraph separators with the direction marks, isolates.
+// C0 controls, DEL with the C1 controls, line and paragraph separators with the direction marks,
+// isolates.
 constexpr std::array kEscaped = {Range{0, 0x1F}, Range{0x7F, 0x9F}, Range{0x200E, 0x200F},
                                  Range{0x2028, 0x202E}, Range{0x2066, 0x2069}};
 

@@ -7,8 +7,8 @@
 
 namespace quarn {
 
-/// Returns the text with everything escaped that a terminal may obey or hide: control characters, line separators and
-/// direction marks. A byte that is not UTF-8 becomes U+FFFD.
+/// Returns the text with everything escaped that a terminal may interpret or hide: control
+/// characters, line separators and direction marks. A byte that is not UTF-8 becomes U+FFFD.
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// Returns the beginning of a text in quotes.

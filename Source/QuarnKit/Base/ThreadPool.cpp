@@ -24,7 +24,7 @@ void ThreadPool::startThreads() {
     try {
         while (threadCount() < maxThreadCount) threads.push_back(start([this] { runWorker(); }));
     } catch (const std::system_error&) {
-        // The system has no more threads; the work goes on with those that are there.
+        // The system has no more threads; continue with those that started.
     }
 }
 

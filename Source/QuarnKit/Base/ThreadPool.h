@@ -1,5 +1,5 @@
 /// \file
-/// Threads that share the parts of a currentBody.
+/// Threads that share the tasks of a loop.
 #pragma once
 
 #include <condition_variable>
@@ -12,28 +12,27 @@
 
 namespace quarn {
 
-/// A thread that runs the function; std::system_error where there can be none.
+/// Starts a thread that runs a function. Throws std::system_error if the system has no more
+/// threads.
 using StartThread = std::function<std::thread(std::function<void()>)>;
 
-/// Runs tasks in parts on several threads, the calling thread among them.
+/// Runs loops in parallel on several threads, including the calling thread.
 ///
-/// Threads start with the first currentBody of several parts, and wait between tasks. Where one cannot start, those that did
-/// do all of the work. One thread at a time may use a pool.
+/// Threads start with the first loop of several tasks, and wait between loops. If a thread cannot
+/// start, the others do all of the work. One thread at a time may use a pool.
 class ThreadPool {
 public:
-    /// \param maxThreads at least 1
+    /// \param maxThreads number of threads, including the calling one; at least 1
     explicit ThreadPool(std::size_t maxThreads, StartThread startThread = startStandardThread);
     ThreadPool(const ThreadPool&) = delete;
     ThreadPool& operator=(const ThreadPool&) = delete;
     ~ThreadPool();
 
-    /// Runs each body of a currentBody once, in no told order, and returns when all have ended.
-    ///
-    /// Exceptions of parts do not keep others from running; that of the body with the least number is thrown on.
-    /// \param body takes a number from 0 to \p count - 1
+    /// Calls body(0) to body(count - 1) once each, in unspecified order, and waits for all. If
+    /// tasks throw, the others still run, and the exception of the lowest-numbered one is rethrown.
     void parallelFor(std::size_t count, const std::function<void(std::size_t)>& body);
 
-    /// How many threads there are at the moment, the calling one included.
+    /// Returns the number of threads at the moment, including the calling one.
     [[nodiscard]] std::size_t threadCount() const { return threads.size() + 1; }
 
 private:
@@ -49,7 +48,7 @@ private:
     bool haveThreadsStarted = false;
     std::vector<std::thread> threads;
 
-    std::mutex mutex;  // of all that follows
+    std::mutex mutex;  // guards the members below
     std::condition_variable tasksAvailable;
     std::condition_variable allFinished;
     const std::function<void(std::size_t)>* currentBody = nullptr;

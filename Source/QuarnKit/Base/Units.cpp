@@ -1,5 +1,6 @@
 #include "Units.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,28 +14,30 @@ namespace {
 
 struct LengthUnit {
     std::string_view name;
-    int size;  // in tenths of a millimetre, of which each unit is a whole number
+    int size;  // in tenths of a millimeter, of which each unit is a whole number
 };
 
-constexpr std::array kLengthUnits = {LengthUnit{"m", 10000}, LengthUnit{"cm", 100}, LengthUnit{"mm", 10},
-                                     LengthUnit{"ft", 3048}, LengthUnit{"in", 254}};
+constexpr int kMeter = 10000;  // in the same
+constexpr std::array kLengthUnits = {
+    LengthUnit{"mm", 10},       LengthUnit{"cm", 100}, LengthUnit{"dm", 1000}, LengthUnit{"m", kMeter},
+    LengthUnit{"km", 10000000}, LengthUnit{"in", 254}, LengthUnit{"ft", 3048}, LengthUnit{"yd", 9144}};
 
 constexpr long double kHalfTurn = 180.0L;  // in degrees
 
-std::optional<int> sizeOf(std::string_view name) {
-    for (const LengthUnit& unit : kLengthUnits)
-        if (unit.name == name) return unit.size;
-    return std::nullopt;
+const LengthUnit* findUnit(std::string_view name) {
+    const auto* const unit = std::find_if(kLengthUnits.begin(), kLengthUnits.end(),
+                                          [&](const LengthUnit& known) { return known.name == name; });
+    return unit == kLengthUnits.end() ? nullptr : unit;
 }
 
 struct NumberWithUnit {
     double number;
-    // The same with more digits: 25.4 mm are 1 in, but not the double next to 25.4.
+    // The same with more digits: 25.4 mm are 1 in, but the double nearest to 25.4 is not 25.4.
     long double preciseNumber;
     std::string_view unit;
 };
 
-// The number that is the whole of a text that parseNumber() takes.
+// Reads the number from a text that parseNumber() accepts.
 long double preciseNumberFrom(std::string_view text) {
     text = trimmed(text);
     if (text.starts_with('+')) text.remove_prefix(1);
@@ -74,18 +77,34 @@ double Angle::inDegrees() const {
 
 Angle Angle::complement() const {
     constexpr long double kQuarterTurn = 90.0L;
-    // The quarter turn in radians is the double: half of the double pi leaves nothing of it.
+    // The quarter turn in radians is the double, so that subtracting half of the double pi leaves
+    // 0.
     return {(unit == Unit::Degree ? kQuarterTurn : std::numbers::pi / 2.0) - value, unit};
 }
 
-std::optional<double> parseLength(std::string_view text, const std::string& unit) {
+const std::vector<std::string>& lengthUnitNames() {
+    static const std::vector<std::string> names = [] {
+        std::vector<std::string> result;
+        for (const LengthUnit& unit : kLengthUnits) result.emplace_back(unit.name);
+        return result;
+    }();
+    return names;
+}
+
+std::optional<double> metersPerUnit(std::string_view unit) {
+    const LengthUnit* const known = findUnit(unit);
+    if (known == nullptr) return std::nullopt;
+    return static_cast<double>(known->size) / kMeter;
+}
+
+std::optional<double> parseLength(std::string_view text, std::string_view unit) {
     const auto parts = split(text);
     if (!parts) return std::nullopt;
     if (parts->unit.empty()) return parts->number;
-    const auto from = sizeOf(parts->unit);
-    const auto to = sizeOf(unit);
-    if (!from || !to) return std::nullopt;
-    return static_cast<double>(parts->preciseNumber * *from / *to);
+    const LengthUnit* const from = findUnit(parts->unit);
+    const LengthUnit* const to = findUnit(unit);
+    if (from == nullptr || to == nullptr) return std::nullopt;
+    return static_cast<double>(parts->preciseNumber * from->size / to->size);
 }
 
 }  // namespace quarn

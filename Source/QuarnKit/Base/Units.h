@@ -5,24 +5,25 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quarn {
 
-/// An angle in the unit that it was written in, so that sums with whole parts of a turn stay exact.
+/// An angle in the unit that it was written in, so that sums with fractions of a turn stay exact.
 class Angle {
 public:
-    /// From text such as "210deg" or "3.66rad"; nothing where it has another form or no unit.
+    /// Parses text such as "210deg" or "3.66rad"; nothing if it has another form or no unit.
     [[nodiscard]] static std::optional<Angle> parse(std::string_view text);
 
     [[nodiscard]] static Angle degrees(long double value) { return {value, Unit::Degree}; }
 
-    /// In radians, rounded once.
+    /// Returns the angle in radians, rounded once.
     [[nodiscard]] double radians() const;
-    /// In degrees, likewise.
+    /// Returns the angle in degrees, rounded once.
     [[nodiscard]] double inDegrees() const;
     [[nodiscard]] Angle negated() const { return {-value, unit}; }
     [[nodiscard]] Angle halved() const { return {value / 2, unit}; }
-    /// What is left of a quarter turn.
+    /// Returns a quarter turn minus this angle.
     [[nodiscard]] Angle complement() const;
 
 private:
@@ -34,8 +35,16 @@ private:
     Unit unit;
 };
 
-/// The length that \p text tells, such as "6m" or "6000mm", in \p unit and rounded once; a number alone is in
-/// \p unit. Nothing where it has another form, or where one of the units is not m, cm, mm, ft or in.
-[[nodiscard]] std::optional<double> parseLength(std::string_view text, const std::string& unit);
+/// Returns the names of the units of length: mm, cm, dm, m, km, in, ft and yd.
+[[nodiscard]] const std::vector<std::string>& lengthUnitNames();
+
+/// Returns the number of meters in a unit of length; nothing if the name is unknown.
+[[nodiscard]] std::optional<double> metersPerUnit(std::string_view unit);
+
+/// Parses a length such as "6m" or "6000mm" and returns it in \p unit, rounded once. A number
+/// without a unit is in \p unit, which may have any name then.
+///
+/// Returns nothing if the text has another form, or if one of the units is unknown.
+[[nodiscard]] std::optional<double> parseLength(std::string_view text, std::string_view unit);
 
 }  // namespace quarn

@@ -23,14 +23,15 @@ void addHoles(const CheckedMesh& mesh, const std::vector<BoundaryLoop>& loops, c
     if (longest == nullptr) return;
     std::sort(adjacent.begin(), adjacent.end());
     const Cases cases(mesh, adjacent);
-    findings.push_back({.name = "hole",
-                        .count = cases.count(),
-                        .places = cases.first(),
-                        .text = counted(cases.count(), "hole") + ", the longest with " +
-                                counted(longest->edges.size(), "edge") + " and " +
-                                roundedNumberText(longest->length, kLengthDigits) + " " + unit + " around",
-                        .hint = "fill them, or merge the corners where two rims should be one; a screen has "
-                                "one outline"});
+    findings.push_back(
+        {.name = "hole",
+         .count = cases.count(),
+         .places = cases.first(),
+         .text = counted(cases.count(), "hole") + ", the longest with " +
+                 counted(longest->edges.size(), "edge") + " and " +
+                 roundedNumberText(longest->length, kLengthDigits) + " " + unit + " around",
+         .hint = "fill them, or merge the vertices where two boundaries should be one; a screen has "
+                 "one boundary"});
 }
 
 }  // namespace
@@ -41,12 +42,12 @@ void checkBoundary(const CheckedMesh& mesh, const MeshTopology& surface, const s
     addHoles(mesh, boundary.loops, unit, findings);
     const std::size_t islands = boundary.islands.size();
     if (islands > surface.components.size())
-        findings.push_back({.name = "uv-pieces",
+        findings.push_back({.name = "uv-islands",
                             .count = islands,
                             .places = Cases(mesh, std::span(boundary.islands).subspan(1)).first(),
-                            .text = "the UV map is in " + counted(islands, "part") + " and the surface in " +
-                                    std::to_string(surface.components.size()),
-                            .hint = "unwrap it in one part; seams in UV are edges of the outline"});
+                            .text = "the UV map has " + counted(islands, "island") + " and the surface " +
+                                    counted(surface.components.size(), "component"),
+                            .hint = "unwrap it as one island; UV seams count as boundary edges"});
 }
 
 }  // namespace quarn

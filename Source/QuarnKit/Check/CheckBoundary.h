@@ -1,5 +1,5 @@
 /// \file
-/// Findings about the outline of a mesh and the holes in it.
+/// Findings about the boundary and the holes of a mesh.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@
 
 namespace quarn {
 
-/// Appends findings of holes, and of a UV map that is in more parts than the surface.
-/// \param unit of lengths
+/// Appends findings of holes, and of a UV map with more islands than the surface has components.
+/// \param unit unit of lengths
 void checkBoundary(const CheckedMesh& mesh, const MeshTopology& surface, const std::string& unit,
                    std::vector<Finding>& findings);
 

@@ -1,12 +1,11 @@
 #include "CheckSize.h"
 
-#include <algorithm>
 #include <array>
-#include <limits>
 #include <optional>
-#include <string_view>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/Units.h>
 
 namespace quarn {
 
@@ -14,35 +13,14 @@ namespace {
 
 constexpr int kSizeDigits = 4;
 
-struct LengthUnit {
-    std::string_view name;
-    double meters;
-};
-
-constexpr std::array kUnits = {LengthUnit{"mm", 0.001},  LengthUnit{"cm", 0.01},   LengthUnit{"dm", 0.1},
-                               LengthUnit{"m", 1.0},     LengthUnit{"km", 1000.0}, LengthUnit{"in", 0.0254},
-                               LengthUnit{"ft", 0.3048}, LengthUnit{"yd", 0.9144}};
-
-double metersOf(const std::string& unit) {
-    const auto* const match = std::find_if(kUnits.begin(), kUnits.end(),
-                                           [&](const LengthUnit& known) { return known.name == unit; });
-    return match == kUnits.end() ? 1.0 : match->meters;
-}
-
 double diagonalOf(const std::vector<Triangle>& triangles) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    Point<double, 3> min(kInfinity, kInfinity, kInfinity);
-    Point<double, 3> max(-kInfinity, -kInfinity, -kInfinity);
+    Bounds<3> bounds;
     for (const Triangle& triangle : triangles)
-        for (const TriangleVertex& corner : triangle.vertices)
-            for (std::size_t i = 0; i < 3; ++i) {
-                min[i] = std::min(min[i], corner.position[i]);
-                max[i] = std::max(max[i], corner.position[i]);
-            }
-    return length(max - min);
+        for (const TriangleVertex& corner : triangle.vertices) bounds.include(corner.position);
+    return length(bounds.extent());
 }
 
-// The factor that people forget and that makes a screen of the size, in meters.
+// Returns the usual factor between units that turns a size in meters into that of a screen.
 std::optional<std::string> likelyScale(double meters) {
     constexpr double kMinLikelySize = 0.5;
     constexpr double kMaxLikelySize = 100.0;
@@ -59,7 +37,7 @@ void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Fin
     constexpr double kMaxMeters = 1000.0;
     if (mesh.triangles.empty()) return;
     const double diagonal = diagonalOf(mesh.triangles);
-    const double meters = diagonal * metersOf(unit);
+    const double meters = diagonal * metersPerUnit(unit).value_or(1.0);
     if (meters >= kMinMeters && meters <= kMaxMeters) return;
     const auto scale = likelyScale(meters);
     findings.push_back({.name = "implausible-size",

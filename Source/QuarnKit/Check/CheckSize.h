@@ -1,5 +1,5 @@
 /// \file
-/// The finding about a size that no screen has.
+/// The finding about an implausible size.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace quarn {
 
-/// Appends a finding where the diagonal of the bounds is below a centimetre or above a kilometre.
-/// \param unit of lengths
+/// Appends a finding if the diagonal of the bounds is below a centimeter or above a kilometer.
+/// \param unit unit of lengths; an unknown one counts as meters
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings);
 
 }  // namespace quarn

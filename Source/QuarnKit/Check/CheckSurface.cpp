@@ -4,30 +4,32 @@ namespace quarn {
 
 void checkSurface(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings) {
     addProblem(findings, "flipped-triangle", Cases(mesh, surface.isFlipped),
-               "wound against most of their piece",
-               "make the normals consistent, so that all corners run the same way round");
+               "with the opposite winding of most of their component",
+               "make the normals consistent, so that all triangles have the same winding");
     const Cases nonOrientable(mesh, surface.nonOrientable);
     if (nonOrientable.count() > 0)
-        findings.push_back({.name = "one-sided-surface",
+        findings.push_back({.name = "non-orientable-surface",
                             .count = nonOrientable.count(),
                             .places = nonOrientable.first(),
                             .text = counted(nonOrientable.count(), "edge") +
-                                    " over which no winding fits: the surface has one side only",
-                            .hint = "cut the band that is twisted"});
+                                    " without a consistent winding: the surface is non-orientable",
+                            .hint = "cut the twisted band"});
     const Cases nonManifold(mesh, surface.nonManifold);
     if (nonManifold.count() > 0)
-        findings.push_back({.name = "crowded-edge",
+        findings.push_back({.name = "non-manifold-edge",
                             .count = nonManifold.count(),
                             .places = nonManifold.first(),
-                            .text = counted(nonManifold.count(), "edge") + " of more than two triangles",
-                            .hint = "delete inner walls and doubled faces; a screen is one sheet"});
-    const std::size_t pieces = surface.components.size();
-    if (pieces > 1)
-        findings.push_back({.name = "pieces",
-                            .count = pieces,
-                            .places = Cases(mesh, std::span(surface.components).subspan(1)).first(),
-                            .text = counted(pieces, "piece") + " that share no edge",
-                            .hint = "merge corners that lie at one place, or make a file of each piece"});
+                            .text = counted(nonManifold.count(), "non-manifold edge") +
+                                    ", shared by more than two triangles",
+                            .hint = "delete inner walls and duplicate faces; a screen is a single layer"});
+    const std::size_t components = surface.components.size();
+    if (components > 1)
+        findings.push_back(
+            {.name = "disconnected-components",
+             .count = components,
+             .places = Cases(mesh, std::span(surface.components).subspan(1)).first(),
+             .text = counted(components, "component") + " that share no edge",
+             .hint = "merge vertices at equal positions, or write each component to its own file"});
 }
 
 }  // namespace quarn

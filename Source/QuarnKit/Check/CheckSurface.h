@@ -1,5 +1,5 @@
 /// \file
-/// Findings about how triangles hang together in space.
+/// Findings about the connectivity of a mesh in space.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,8 @@
 
 namespace quarn {
 
-/// Appends findings of flipped triangles, surfaces with one side only, edges of more than two triangles, and pieces.
+/// Appends findings of flipped triangles, non-orientable surfaces, non-manifold edges, and of
+/// several connected components.
 void checkSurface(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

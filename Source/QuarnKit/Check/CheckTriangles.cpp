@@ -16,17 +16,17 @@ bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings) {
             cases.add(i);
     }
     addProblem(findings, "not-finite", cases, "with a position or UV that is not finite",
-               "look for nan, inf and very large numbers; nothing else is checked before they are gone");
+               "look for nan, inf and very large numbers; nothing else is checked until they are removed");
     return cases.count() == 0;
 }
 
 void checkTriangles(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings) {
     addProblem(findings, "degenerate-triangle", Cases(mesh, surface.isDegenerate),
-               "without area: two corners are one, or all three on a line within what floats can tell",
+               "with zero area: two corners coincide, or all three are collinear within float precision",
                "dissolve them; they have no normal, and nothing can be mapped inside of them");
     addProblem(findings, "duplicate-triangle", Cases(mesh, surface.isDuplicate),
                "with the three positions of an earlier one",
-               "delete all but one; the outline is found from edges that are there once");
+               "delete all but one; boundary edges are edges that occur once");
 }
 
 void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings) {
@@ -41,7 +41,7 @@ void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings
     findings.push_back({.name = "unused-vertex",
                         .severity = Severity::Note,
                         .count = count,
-                        .text = counted(count, "position") + " that no face has, the first being vertex " +
+                        .text = counted(count, "position") + " that no face uses, the first being vertex " +
                                 std::to_string(first - isUsed.begin() + 1),
                         .hint = "they have no effect"});
 }

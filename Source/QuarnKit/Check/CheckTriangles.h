@@ -1,5 +1,5 @@
 /// \file
-/// Findings about triangles taken one by one.
+/// Findings about single triangles.
 #pragma once
 
 #include <vector>
@@ -10,14 +10,15 @@
 
 namespace quarn {
 
-/// Appends a finding for values that are not finite, and tells whether there is none.
+/// Appends a finding of values that are not finite.
+/// \return true if all values are finite
 bool checkFinite(const CheckedMesh& mesh, std::vector<Finding>& findings);
 
-/// Appends findings of triangles without area, and of those whose three positions an earlier triangle has, in any turn or
-/// order.
+/// Appends findings of triangles with zero area, and of duplicates: triangles with the three
+/// positions of an earlier one, in any order.
 void checkTriangles(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
-/// Appends a note where no face refers to a vertex.
+/// Appends a note about vertices that no face refers to.
 void checkUnusedVertices(const CheckedMesh& mesh, std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -32,14 +32,14 @@ void checkEach(const CheckedMesh& mesh, const MeshTopology& surface, const std::
                                                         : "unwrap these too, else the mesh has no UV at all");
     addProblem(findings, "uv-outside", outside, "with a UV outside of 0 to 1",
                "scale the UV map into the unit square");
-    addProblem(findings, "degenerate-uv", flat, "without area in UV",
-               "unwrap them anew; no UV leads to a place on them");
+    addProblem(findings, "degenerate-uv", flat, "with zero area in UV",
+               "unwrap them again; no UV maps to them");
 }
 
 void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vector<Finding>& findings) {
     if (overlaps.triangles.empty()) return;
     addProblem(findings, "overlapping-uv", Cases(mesh, overlaps.triangles), "that overlap others in UV",
-               "unwrap the surface so that each UV belongs to one place");
+               "unwrap the surface so that each UV belongs to one position");
     if (overlaps.isComplete) return;
     findings.back().isCountExact = false;
     findings.back().text = "at least " + findings.back().text;
@@ -52,7 +52,7 @@ void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<F
         findings.push_back({.name = "no-uv",
                             .severity = Severity::Note,
                             .count = mesh.triangles.size(),
-                            .text = "an STL file holds no UV",
+                            .text = "STL files have no UV",
                             .hint = "to map pictures, unwrap the mesh and export it as OBJ"});
         return;
     }
@@ -60,7 +60,7 @@ void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<F
     checkEach(mesh, surface, states, findings);
     const std::vector<bool> isOriented = findOriented(states, surface);
     addProblem(findings, "mirrored-uv", Cases(mesh, findMirrored(mesh.triangles, isOriented, surface)),
-               "whose UVs go the other way round than those around them",
+               "whose UVs have the opposite orientation of their neighbors'",
                "the map folds there; unwrap it without folds");
     checkMirroredMap(mesh, isOriented, findings);
     checkOverlap(mesh, uvOverlapsOf(mesh.triangles, states, surface), findings);

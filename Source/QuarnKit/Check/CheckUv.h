@@ -10,8 +10,8 @@
 
 namespace quarn {
 
-/// Appends findings of UVs that are missing, outside of 0 to 1, without area, mirrored or overlapping. What follows from a
-/// triangle that is degenerate or a duplicate is not told again.
+/// Appends findings of UVs that are missing, outside of 0 to 1, with zero area, mirrored or
+/// overlapping. Consequences of degenerate and duplicate triangles are not reported again.
 void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -1,5 +1,5 @@
 /// \file
-/// What a check of a mesh finds.
+/// Findings of the check of a mesh.
 #pragma once
 
 #include <cstddef>
@@ -9,33 +9,41 @@
 #include <vector>
 
 #include <QuarnKit/Base/Error.h>
-
-#include "CheckedMesh.h"
+#include <QuarnScreen/Detail/Obj/ObjData.h>
+#include <QuarnScreen/Triangle.h>
 
 namespace quarn {
 
-/// Whether something stands in the way of a calibration, or is only worth a word.
+/// A mesh as it was read. The lists belong to the caller and have to outlive the object.
+struct CheckedMesh {
+    const detail::ObjData& objData;           ///< Data of its file; empty if the format has none.
+    const std::vector<Triangle>& triangles;   ///< In the screen's frame, kNoUV for a missing UV.
+    const std::vector<std::uint64_t>& lines;  ///< Line of each triangle's face; may be empty.
+    bool canHaveUV = true;                    ///< False for a mesh of a format without UVs.
+};
+
+/// A problem prevents a calibration; a note does not.
 enum class Severity { Problem, Note };
 
-/// Where something was found; 0 for what does not apply.
+/// Where something was found; 0 if a number does not apply.
 struct Place {
     std::uint64_t triangle = 0;  ///< Its number, from 1.
-    std::uint64_t line = 0;
+    std::uint64_t line = 0;      ///< Line of its face in the file, from 1.
 };
 
 /// One kind of defect, with all of its cases.
 struct Finding {
-    std::string name;  ///< A stable word, such as "degenerate-triangle".
+    std::string name;  ///< A stable identifier, such as "degenerate-triangle".
     Severity severity = Severity::Problem;
     std::uint64_t count = 0;
-    bool isCountExact = true;        ///< False where there may be more.
+    bool isCountExact = true;        ///< False if there may be more cases.
     std::vector<Place> places = {};  ///< The first few.
-    std::string text;
-    std::string hint = {};
-    Remedy remedy = {};
+    std::string text;                ///< What was found, for people.
+    std::string hint = {};           ///< What to do about it, for people.
+    Remedy remedy = {};              ///< An action of the application that helps.
 };
 
-/// Counts the triangles of a finding, and keeps the first few.
+/// Counts the triangles of a finding, and stores the places of the first few.
 class Cases {
 public:
     explicit Cases(const CheckedMesh& checkedMesh) : mesh(checkedMesh) {}
@@ -44,6 +52,7 @@ public:
     /// \param triangles indices from 0
     Cases(const CheckedMesh& checkedMesh, std::span<const std::uint32_t> triangles);
 
+    /// Adds a case.
     /// \param triangle index from 0
     void add(std::size_t triangle);
 
@@ -58,11 +67,12 @@ private:
     std::vector<Place> places;
 };
 
-/// Appends a problem where there is a case. \p text is what stands behind the count.
+/// Appends a problem if there is a case.
+/// \param text follows the count, as in "2 triangles " + text
 void addProblem(std::vector<Finding>& findings, const std::string& name, const Cases& cases,
                 const std::string& text, const std::string& hint);
 
-/// A count with a noun, as in "1 triangle" or "2 triangles".
+/// Returns a count with a noun, as in "1 triangle" or "2 triangles".
 [[nodiscard]] std::string counted(std::uint64_t count, const std::string& noun);
 
 }  // namespace quarn

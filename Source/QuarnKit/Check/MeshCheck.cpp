@@ -17,8 +17,8 @@ void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
     findings.push_back({.name = "uv-index-too-large",
                         .count = mesh.triangles.size(),
                         .text = "the UVs of " + counted(mesh.triangles.size(), "triangle") +
-                                " meet in so many places that they cannot be indexed; the other commands "
-                                "refuse the mesh",
+                                " overlap in so many places that they cannot be indexed; no screen can be "
+                                "built from the mesh",
                         .hint = "unwrap it so that triangles do not overlap in UV, and are no long strips"});
 }
 

@@ -1,5 +1,5 @@
 /// \file
-/// All that is looked for in a mesh.
+/// All checks of a mesh.
 #pragma once
 
 #include <string>
@@ -9,9 +9,12 @@
 
 namespace quarn {
 
-/// Looks for what would make a calibration fail. Time and memory are about linear in the number of
-/// triangles; the memory is below that of the screen that the mesh would become.
-/// \param unit of lengths
+/// Finds the defects of a mesh that would make a calibration fail.
+///
+/// Time and memory are about linear in the number of triangles. The memory is below that of the
+/// screen that would be built from the mesh. Safe on several threads.
+/// \param unit unit of lengths
+/// \return findings in a fixed order; values that are not finite end the check
 [[nodiscard]] std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit);
 
 }  // namespace quarn

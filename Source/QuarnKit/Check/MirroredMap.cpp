@@ -10,28 +10,31 @@ namespace {
 
 enum class MapOrientation { Correct, Mirrored, Unclear };
 
-// What a viewer sees of the map: the areas that go the one way and the other.
+// Sums the areas that a viewer sees by the orientation of the map there.
 class View {
 public:
-    // \param side positive where the triangle's corners run against the clock for the viewer
+    // \param side twice the visible area, positive if the corners are counterclockwise for the
+    // viewer
     void add(double side, double uvDeterminant) {
-        // Where u runs to the right and v downwards, what runs against the clock on the surface has a negative area in UV.
-        (side * uvDeterminant < 0.0 ? right : mirrored) += std::abs(side);
+        // If u points to the right and v downwards, counterclockwise corners have a negative area
+        // in UV.
+        (side * uvDeterminant < 0.0 ? correct : mirrored) += std::abs(side);
         total += std::abs(side);
     }
 
-    // \param area of the whole mesh
+    // \param area twice the area of the whole mesh
     [[nodiscard]] MapOrientation orientation(double area) const {
-        // Parts of the area that have to be visible, and of what is visible that have to agree.
+        // Fractions of the area that have to be visible, and of the visible area that have to
+        // agree.
         constexpr double kMinVisibleRatio = 0.05;
         constexpr double kMinAgreementRatio = 0.9;
         if (!(total > kMinVisibleRatio * area)) return MapOrientation::Unclear;
-        if (right > kMinAgreementRatio * total) return MapOrientation::Correct;
+        if (correct > kMinAgreementRatio * total) return MapOrientation::Correct;
         return mirrored > kMinAgreementRatio * total ? MapOrientation::Mirrored : MapOrientation::Unclear;
     }
 
 private:
-    double right = 0.0;
+    double correct = 0.0;
     double mirrored = 0.0;
     double total = 0.0;
 };
@@ -65,10 +68,10 @@ void checkMirroredMap(const CheckedMesh& mesh, const std::vector<bool>& isOrient
     findings.push_back(
         {.name = "mirrored-map",
          .count = oriented,
-         .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: where v is "
-                 "downwards, u runs to the left",
-         .hint = "flip u, or v where the program counts it from below, or check the forward and up axes; "
-                 "leave it where the picture is projected from behind"});
+         .text = "the UV map is mirrored for a viewer at (0, 0, 0) or at -Y: if v points "
+                 "downwards, u points to the left",
+         .hint = "flip u, or v if the program counts it from below, or check the forward and up axes; "
+                 "leave it unchanged for rear projection"});
 }
 
 }  // namespace quarn

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Formats/GridMesh.h>
@@ -13,7 +14,7 @@ namespace quarn {
 namespace {
 
 constexpr int kMaxCells = 1 << 20;
-// Rows and columns of a grid that are looked at for its chord errors, spread from the first to the last: shapes are
+// Rows and columns of a grid to sample for chord errors, evenly spaced. Analytic screens are
 // smooth.
 constexpr int kMaxSampledLines = 64;
 
@@ -23,21 +24,21 @@ Point<double, 3> positionAt(const IScreenGeometry& screen, double u, double v) {
     return position;
 }
 
-// How far edges of the grid's triangles are from the shape in their middle, by their direction.
+// Distances between the midpoints of a grid's edges and the surface, by the direction of the edges.
 struct ChordErrors {
     double alongU = 0.0;
     double alongV = 0.0;
     double diagonal = 0.0;
 
-    [[nodiscard]] double greatest() const { return std::max(std::max(alongU, alongV), diagonal); }
+    [[nodiscard]] double max() const { return std::max(std::max(alongU, alongV), diagonal); }
 };
 
-// Numbers from 0 to \p count - 1, all of them or some.
+// Returns the numbers from 0 to count - 1, or kMaxSampledLines evenly spaced ones of them.
 std::vector<int> spread(int count) {
     std::vector<int> numbers;
-    const int most = std::min(count, kMaxSampledLines);
-    numbers.reserve(static_cast<std::size_t>(most));
-    for (int i = 0; i < most; ++i) numbers.push_back(most == 1 ? 0 : i * (count - 1) / (most - 1));
+    const int size = std::min(count, kMaxSampledLines);
+    numbers.reserve(static_cast<std::size_t>(size));
+    for (int i = 0; i < size; ++i) numbers.push_back(size == 1 ? 0 : i * (count - 1) / (size - 1));
     return numbers;
 }
 
@@ -61,11 +62,11 @@ ChordErrors chordErrorsOf(const IScreenGeometry& screen, const GridSize& grid) {
     return errors;
 }
 
-std::vector<Corners> trianglesOf(const MeshDocument& mesh) {
-    std::vector<Corners> triangles;
+std::vector<TriangleCorners> trianglesOf(const MeshDocument& mesh) {
+    std::vector<TriangleCorners> triangles;
     triangles.reserve(mesh.faces.size());
     for (const detail::ObjFace& face : mesh.faces) {
-        Corners& corners = triangles.emplace_back();
+        TriangleCorners& corners = triangles.emplace_back();
         for (std::size_t i = 0; i < face.size(); ++i) {
             const auto& [x, y, z] = mesh.positions[static_cast<std::size_t>(face.at(i).vertex)];
             corners.at(i) = {x, y, z};
@@ -79,9 +80,9 @@ Surface surfaceOfAnalyticScreen(const IScreenGeometry& screen, double accuracy) 
     for (;;) {
         const ChordErrors errors = chordErrorsOf(screen, grid);
         const bool isFull = grid.rows * grid.columns >= kMaxCells;
-        if (!(errors.greatest() > accuracy) || isFull)
-            return {.triangles = trianglesOf(gridMeshOf(screen, grid)), .chordError = errors.greatest()};
-        // A diagonal errs by about as much as both directions do.
+        if (!(errors.max() > accuracy) || isFull)
+            return {.triangles = trianglesOf(gridMeshOf(screen, grid)), .chordError = errors.max()};
+        // The error along a diagonal is about the sum of both directions.
         const double part = accuracy / 2.0;
         const bool isFine = errors.alongU <= part && errors.alongV <= part;
         if (errors.alongU > part || isFine) grid.columns *= 2;
@@ -105,23 +106,18 @@ Surface surfaceOfMesh(const MeshScreen& mesh) {
 
 double sizeOf(const Screen& screen) {
     constexpr int kSteps = 16;
-    Point<double, 3> low;
-    Point<double, 3> high;
     if (const auto* mesh = dynamic_cast<const MeshScreen*>(screen.geometry.get())) {
-        mesh->getBounds(&low, &high);
-        return length(high - low);
+        Point<double, 3> min;
+        Point<double, 3> max;
+        mesh->getBounds(&min, &max);
+        return length(max - min);
     }
-    low = high = positionAt(*screen.geometry, 0.0, 0.0);
+    Bounds<3> bounds(positionAt(*screen.geometry, 0.0, 0.0));
     for (int i = 0; i <= kSteps; ++i)
-        for (int k = 0; k <= kSteps; ++k) {
-            const Point<double, 3> position = positionAt(*screen.geometry, static_cast<double>(i) / kSteps,
-                                                         static_cast<double>(k) / kSteps);
-            for (std::size_t axis = 0; axis < 3; ++axis) {
-                low[axis] = std::min(low[axis], position[axis]);
-                high[axis] = std::max(high[axis], position[axis]);
-            }
-        }
-    return length(high - low);
+        for (int k = 0; k <= kSteps; ++k)
+            bounds.include(positionAt(*screen.geometry, static_cast<double>(i) / kSteps,
+                                      static_cast<double>(k) / kSteps));
+    return length(bounds.extent());
 }
 
 Surface surfaceOf(const Screen& screen, double accuracy) {
@@ -129,7 +125,7 @@ Surface surfaceOf(const Screen& screen, double accuracy) {
     Surface surface =
         mesh != nullptr ? surfaceOfMesh(*mesh) : surfaceOfAnalyticScreen(*screen.geometry, accuracy);
     const bool areFinite =
-        std::all_of(surface.triangles.begin(), surface.triangles.end(), [](const Corners& triangle) {
+        std::all_of(surface.triangles.begin(), surface.triangles.end(), [](const TriangleCorners& triangle) {
             return std::all_of(triangle.begin(), triangle.end(),
                                [](const auto& corner) { return isFinite(corner); });
         });

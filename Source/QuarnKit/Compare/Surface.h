@@ -10,17 +10,19 @@
 
 namespace quarn {
 
+/// The triangles of a screen.
 struct Surface {
-    std::vector<Corners> triangles;
-    /// How far the triangles of a shape are from it: the greatest distance of the middle of an edge. 0 for a mesh.
+    std::vector<TriangleCorners> triangles;
+    /// Maximum distance between the midpoint of an edge and the analytic screen; 0 for a mesh.
     double chordError = 0.0;
 };
 
-/// Diagonal of the box around a screen, roughly.
+/// Returns about the diagonal of a screen's bounding box.
 [[nodiscard]] double sizeOf(const Screen& screen);
 
-/// The triangles of a mesh, or those of a grid on a shape, made finer until it is no farther from the shape than \p accuracy or
-/// has a million cells. Stops where positions are not finite.
+/// Returns the triangles of a mesh, or those of a grid on an analytic screen. The grid is
+/// subdivided until its chord error is at most \p accuracy, or until it has a million cells.
+/// \throws Error if the screen has no triangles, or positions that are not finite
 [[nodiscard]] Surface surfaceOf(const Screen& screen, double accuracy);
 
 }  // namespace quarn

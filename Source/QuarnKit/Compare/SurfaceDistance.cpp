@@ -4,39 +4,62 @@
 #include <cmath>
 #include <queue>
 
-#include "PositionCache.h"
+#include <QuarnKit/Base/Hash.h>
+
 #include "SurfacePiece.h"
 
 namespace quarn {
 
 namespace {
 
-// A surface of few triangles is cut into this many pieces at least, for the mean.
+// A surface of few triangles is subdivided into at least this many pieces, for the mean.
 constexpr double kMinPieceCount = 30'000.0;
-// Triangles that one thread takes at a time, and pieces that are cut in one round. Both are fixed, so that the order of
-// all sums and cuts is.
+// Triangles of one task, and pieces that are subdivided in one round. Both are fixed, so that the
+// order of all sums and subdivisions is independent of the number of threads.
 constexpr std::size_t kTrianglesPerTask = 8192;
 constexpr std::size_t kPiecesPerRound = 32'768;
 constexpr std::size_t kPiecesPerTask = 256;
-// Cuts of pieces: so many for any surface, and one more for some of its triangles. It keeps a comparison of a million
-// triangles with a million others to a few times what reading them takes.
-constexpr std::uint64_t kMaxBaseCuts = 300'000;
-constexpr std::uint64_t kTrianglesPerExtraCut = 2;
-// Of the greatest distance: nearer than that it need not be known.
+// Maximum number of subdivisions: a base, and one more for each few triangles. Between meshes of a
+// million triangles, the search then takes a few times as long as reading them.
+constexpr std::uint64_t kMaxBaseSubdivisions = 300'000;
+constexpr std::uint64_t kTrianglesPerExtraSubdivision = 2;
+// The accuracy to reach, as a fraction of the maximum distance.
 constexpr double kRelativeAccuracy = 1e-3;
 
-double areaOf(const Corners& triangle) {
+double areaOf(const TriangleCorners& triangle) {
     return length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0])) / 2.0;
 }
 
-// What some of the pieces tell.
+// Measures positions and caches some of them, because triangles share their corners. Each thread
+// has a cache of its own.
+class PositionCache {
+public:
+    explicit PositionCache(const TriangleTree& measuringTree) : tree(measuringTree), slots(kSlots) {}
+
+    [[nodiscard]] const MeasuredPosition& measure(const Point<double, 3>& position) {
+        MeasuredPosition& slot = slots[hashOf<3>(position) % kSlots];
+        if (slot.nearest.index == TriangleTree::kNone || slot.position != position)
+            slot = measurePosition(tree, position, hint);
+        hint = slot.nearest.index;
+        return slot;
+    }
+
+private:
+    static constexpr std::size_t kSlots = 1U << 13U;
+
+    const TriangleTree& tree;
+    std::vector<MeasuredPosition> slots;
+    std::uint32_t hint = TriangleTree::kNone;
+};
+
+// Results of some of the pieces.
 struct Tally {
     MeasuredPosition farthest;
     double weightedSum = 0.0;
     double area = 0.0;
     std::uint64_t samples = 0;
-    std::vector<SurfacePiece> open;  // pieces that may hold a greater distance
-    double boundOfClosed = 0.0;      // greatest bound of all others
+    std::vector<SurfacePiece> open;  // pieces that may contain a greater distance
+    double boundOfClosed = 0.0;      // maximum bound of the others
 
     void take(const MeasuredPosition& position) {
         ++samples;
@@ -48,14 +71,14 @@ struct Tally {
 
 class Comparison {
 public:
-    Comparison(const std::vector<Corners>& fromTriangles, const TriangleTree& toTree, double minAccuracy,
-               ThreadPool& workers)
+    Comparison(const std::vector<TriangleCorners>& fromTriangles, const TriangleTree& toTree,
+               double minAccuracy, ThreadPool& workers)
         : from(fromTriangles), to(toTree), accuracy(minAccuracy), pool(workers) {}
 
     SurfaceDistance run() {
         measureAll();
         search();
-        return {.greatest = total.farthest.nearest.distance,
+        return {.max = total.farthest.nearest.distance,
                 .bound = std::max(boundOfClosed, total.farthest.nearest.distance),
                 .mean = total.weightedSum / total.area,
                 .where = total.farthest.position,
@@ -63,24 +86,24 @@ public:
     }
 
 private:
-    [[nodiscard]] double searchThreshold(double greatest) const {
-        return greatest + std::max(accuracy, kRelativeAccuracy * greatest);
+    [[nodiscard]] double searchThreshold(double maxDistance) const {
+        return maxDistance + std::max(accuracy, kRelativeAccuracy * maxDistance);
     }
 
     void measureAll();
-    void measureTriangle(const Corners& triangle, Tally& tally, PositionCache& cache) const;
+    void measureTriangle(const TriangleCorners& triangle, Tally& tally, PositionCache& cache) const;
     void measurePiece(SurfacePiece& piece, Tally& tally, bool countsForMean) const;
     void search();
     void join(const std::vector<Tally>& tallies);
-    void cutPiece(const SurfacePiece& piece, Tally& tally) const;
+    void subdividePiece(const SurfacePiece& piece, Tally& tally) const;
 
-    const std::vector<Corners>& from;
+    const std::vector<TriangleCorners>& from;
     const TriangleTree& to;
     double accuracy;
     ThreadPool& pool;
     double areaOfPiece = 0.0;
-    double greatestBefore = 0.0;  // when a round began
-    double boundOfClosed = 0.0;   // greatest bound of the pieces that are not looked at any more
+    double maxBefore = 0.0;      // at the beginning of the round
+    double boundOfClosed = 0.0;  // maximum bound of the pieces that are not subdivided any further
     Tally total;
 
     struct IsNearer {
@@ -89,9 +112,9 @@ private:
     std::priority_queue<SurfacePiece, std::vector<SurfacePiece>, IsNearer> open;
 };
 
-// Measures the middle, and lowers the bound as far as it is worth while.
+// Measures the centroid, and lowers the bound as far as that decides whether the piece stays open.
 void Comparison::measurePiece(SurfacePiece& piece, Tally& tally, bool countsForMean) const {
-    const double limit = searchThreshold(std::max(greatestBefore, tally.farthest.nearest.distance));
+    const double limit = searchThreshold(std::max(maxBefore, tally.farthest.nearest.distance));
     piece.bound = boundOf(to, piece, piece.corners[0]);
     for (std::size_t i = 1; i < piece.corners.size() && piece.bound > limit; ++i)
         piece.bound = std::min(piece.bound, boundOf(to, piece, piece.corners.at(i)));
@@ -101,7 +124,7 @@ void Comparison::measurePiece(SurfacePiece& piece, Tally& tally, bool countsForM
     tally.take(middle);
     if (piece.bound > limit) piece.bound = std::min(piece.bound, boundOf(to, piece, middle));
     if (!countsForMean) return;
-    // Source: a rule for triangles that is exact for polynomials of degree 2.
+    // Source: the quadrature rule for triangles with vertices and centroid, exact up to degree 2.
     constexpr double kCornerWeight = 1.0 / 12.0;
     constexpr double kMiddleWeight = 3.0 / 4.0;
     double sum = 0.0;
@@ -112,19 +135,19 @@ void Comparison::measurePiece(SurfacePiece& piece, Tally& tally, bool countsForM
     tally.weightedSum += area * (sum * kCornerWeight + middle.nearest.distance * kMiddleWeight);
 }
 
-void Comparison::measureTriangle(const Corners& triangle, Tally& tally, PositionCache& cache) const {
+void Comparison::measureTriangle(const TriangleCorners& triangle, Tally& tally, PositionCache& cache) const {
     const double wanted = areaOfPiece > 0.0 ? std::sqrt(areaOf(triangle) / areaOfPiece) : 1.0;
     const int count = std::max(1, static_cast<int>(std::ceil(wanted)));
     const Point<double, 3> edge1 = (triangle[1] - triangle[0]) / count;
     const Point<double, 3> edge2 = (triangle[2] - triangle[0]) / count;
-    // Corners are exact, so that a surface is no farther from itself than nothing.
+    // Corners are exact, so that the distance between a surface and itself is 0.
     const auto positionAt = [&](int i, int k) {
         if (i == count) return triangle[1];
         if (k == count) return triangle[2];
         return triangle[0] + edge1 * i + edge2 * k;
     };
     const auto measure = [&](int i, int k) {
-        const MeasuredPosition& position = cache.measurePosition(positionAt(i, k));
+        const MeasuredPosition& position = cache.measure(positionAt(i, k));
         tally.take(position);
         return position;
     };
@@ -151,7 +174,7 @@ void Comparison::measureTriangle(const Corners& triangle, Tally& tally, Position
 
 void Comparison::measureAll() {
     double area = 0.0;
-    for (const Corners& triangle : from) area += areaOf(triangle);
+    for (const TriangleCorners& triangle : from) area += areaOf(triangle);
     areaOfPiece = area / kMinPieceCount;
     std::vector<Tally> tallies((from.size() + kTrianglesPerTask - 1) / kTrianglesPerTask);
     pool.parallelFor(tallies.size(), [&](std::size_t part) {
@@ -163,7 +186,7 @@ void Comparison::measureAll() {
     join(tallies);
 }
 
-// Keeps those pieces that may hold a distance greater than the greatest of all.
+// Adds the results of all tasks, and keeps the pieces that may contain a greater distance.
 void Comparison::join(const std::vector<Tally>& tallies) {
     for (const Tally& tally : tallies) {
         total.take(tally.farthest);
@@ -182,8 +205,8 @@ void Comparison::join(const std::vector<Tally>& tallies) {
         }
 }
 
-void Comparison::cutPiece(const SurfacePiece& piece, Tally& tally) const {
-    std::array<SurfacePiece, 4> parts = cut(to, piece, accuracy / 4.0);
+void Comparison::subdividePiece(const SurfacePiece& piece, Tally& tally) const {
+    std::array<SurfacePiece, 4> parts = subdivide(to, piece, accuracy / 4.0);
     for (const MeasuredPosition& corner : parts.back().corners) tally.take(corner);
     for (SurfacePiece& part : parts) {
         measurePiece(part, tally, false);
@@ -193,22 +216,22 @@ void Comparison::cutPiece(const SurfacePiece& piece, Tally& tally) const {
 }
 
 void Comparison::search() {
-    std::uint64_t cutsLeft = kMaxBaseCuts + from.size() / kTrianglesPerExtraCut;
+    std::uint64_t subdivisionsLeft = kMaxBaseSubdivisions + from.size() / kTrianglesPerExtraSubdivision;
     std::vector<SurfacePiece> round;
-    while (cutsLeft > 0 && !open.empty() &&
+    while (subdivisionsLeft > 0 && !open.empty() &&
            open.top().bound > searchThreshold(total.farthest.nearest.distance)) {
-        greatestBefore = total.farthest.nearest.distance;
+        maxBefore = total.farthest.nearest.distance;
         round.clear();
-        while (round.size() < std::min<std::uint64_t>(kPiecesPerRound, cutsLeft) && !open.empty() &&
-               open.top().bound > searchThreshold(greatestBefore)) {
+        while (round.size() < std::min<std::uint64_t>(kPiecesPerRound, subdivisionsLeft) && !open.empty() &&
+               open.top().bound > searchThreshold(maxBefore)) {
             round.push_back(open.top());
             open.pop();
         }
-        cutsLeft -= round.size();
+        subdivisionsLeft -= round.size();
         std::vector<Tally> tallies((round.size() + kPiecesPerTask - 1) / kPiecesPerTask);
         pool.parallelFor(tallies.size(), [&](std::size_t part) {
             const std::size_t end = std::min(round.size(), (part + 1) * kPiecesPerTask);
-            for (std::size_t i = part * kPiecesPerTask; i < end; ++i) cutPiece(round[i], tallies[part]);
+            for (std::size_t i = part * kPiecesPerTask; i < end; ++i) subdividePiece(round[i], tallies[part]);
         });
         join(tallies);
     }
@@ -217,8 +240,8 @@ void Comparison::search() {
 
 }  // namespace
 
-SurfaceDistance surfaceDistance(const std::vector<Corners>& from, const TriangleTree& to, double accuracy,
-                                ThreadPool& pool) {
+SurfaceDistance surfaceDistance(const std::vector<TriangleCorners>& from, const TriangleTree& to,
+                                double accuracy, ThreadPool& pool) {
     return Comparison(from, to, accuracy, pool).run();
 }
 

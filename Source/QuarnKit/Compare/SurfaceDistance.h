@@ -1,5 +1,5 @@
 /// \file
-/// How far one surface is from another.
+/// The distance from one surface to another.
 #pragma once
 
 #include <cstdint>
@@ -11,23 +11,24 @@
 
 namespace quarn {
 
-/// The distances of all positions of one surface to the nearest of another.
+/// Distances from all positions of one surface to the nearest position of another.
 struct SurfaceDistance {
-    double greatest = 0.0;      ///< Found at `where`.
-    double bound = 0.0;         ///< No position is farther.
-    double mean = 0.0;          ///< By area, from samples; NaN for a surface without area.
-    Point<double, 3> where;     ///< Of the first surface.
-    std::uint64_t samples = 0;  ///< Positions that were measured.
+    double max = 0.0;           ///< Maximum distance found, at `where`.
+    double bound = 0.0;         ///< Upper bound of the true maximum.
+    double mean = 0.0;          ///< Weighted by area, from samples; NaN if the area is zero.
+    Point<double, 3> where;     ///< On the first surface.
+    std::uint64_t samples = 0;  ///< Number of positions measured.
 };
 
-/// Measures all corners and the middles of all triangles, of which large ones are cut; then cuts on where a greater
-/// distance may hide, until no place can be more than \p accuracy, or a thousandth of the greatest distance, farther.
+/// Measures the distance from one surface to another by branch and bound.
 ///
-/// It gives up after some cuts for each triangle; then `bound` is greater. The answer does not depend on the number of
-/// threads.
+/// Measures all corners and the centroids of all triangles; large triangles are subdivided first.
+/// Then subdivides the pieces that may contain a greater distance, until `bound` exceeds `max` by at
+/// most \p accuracy, or by a thousandth of `max` if that is more. The number of subdivisions is
+/// limited; at the limit `bound` may be greater. The result does not depend on the number of threads.
 /// \param accuracy above 0
-/// \pre at least one triangle
-[[nodiscard]] SurfaceDistance surfaceDistance(const std::vector<Corners>& from, const TriangleTree& to,
-                                              double accuracy, ThreadPool& pool);
+/// \pre \p from has at least one triangle, and all its coordinates are finite
+[[nodiscard]] SurfaceDistance surfaceDistance(const std::vector<TriangleCorners>& from,
+                                              const TriangleTree& to, double accuracy, ThreadPool& pool);
 
 }  // namespace quarn

@@ -1,5 +1,5 @@
 /// \file
-/// Pieces of a surface with what is known of their distances from another surface.
+/// Pieces of a surface with bounds of their distances to another surface.
 #pragma once
 
 #include <array>
@@ -9,39 +9,41 @@
 
 namespace quarn {
 
-/// A position of one surface, and the triangle of the other that is nearest to it.
+/// A position on one surface, and the nearest triangle of the other.
 struct MeasuredPosition {
     Point<double, 3> position;
     TriangleTree::Nearest nearest{TriangleTree::kNone, 0.0};
 };
 
-/// Measures a position. \p hint as for TriangleTree::nearest()
+/// Finds the nearest triangle of a position.
+/// \param hint as for TriangleTree::nearest()
 [[nodiscard]] inline MeasuredPosition measurePosition(const TriangleTree& tree,
                                                       const Point<double, 3>& position, std::uint32_t hint) {
     return {position, tree.nearest(position, hint)};
 }
 
-/// A triangle of one surface.
+/// A triangle of one surface, or a part of one.
 struct SurfacePiece {
     std::array<MeasuredPosition, 3> corners;
-    double bound = 0.0;  ///< No position of the piece is farther from the other surface.
+    double bound = 0.0;  ///< Upper bound of the distances of its positions to the other surface.
 
     [[nodiscard]] Point<double, 3> middle() const {
         return (corners[0].position + corners[1].position + corners[2].position) / 3.0;
     }
 };
 
-/// A bound from one position of the piece: the distance from its nearest triangle is greatest at a corner of the piece,
-/// and from one position to another it changes by no more than the way between them.
+/// Returns an upper bound of the distances of the piece, from one of its positions. The distance to
+/// the nearest triangle of that position is greatest at a corner of the piece. Between two
+/// positions the distance changes by at most the length of the path between them.
 [[nodiscard]] double boundOf(const TriangleTree& tree, const SurfacePiece& piece,
                              const MeasuredPosition& position);
 
-/// Cuts a piece in four. Where two corners have different nearest triangles, the edge between them is cut where both are
-/// equally near, so that the pieces soon lie along the edges of the other surface, where bounds are exact; else in its
-/// middle.
-/// \param accuracy to which that place is looked for
+/// Subdivides a piece into four. If two corners have different nearest triangles, the edge between
+/// them is split where both triangles are equally near, otherwise at its midpoint. Pieces thus
+/// align with the edges of the other surface, where the bounds are exact.
+/// \param accuracy of the position at which an edge is split
 /// \return the pieces without their bounds
-[[nodiscard]] std::array<SurfacePiece, 4> cut(const TriangleTree& tree, const SurfacePiece& piece,
-                                              double accuracy);
+[[nodiscard]] std::array<SurfacePiece, 4> subdivide(const TriangleTree& tree, const SurfacePiece& piece,
+                                                    double accuracy);
 
 }  // namespace quarn

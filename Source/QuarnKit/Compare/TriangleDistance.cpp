@@ -6,8 +6,9 @@ namespace quarn {
 
 namespace {
 
-// Square of the least sine between two edges from which on the projection in the plane is trusted alone; in thinner triangles
-// rounding may tell the wrong side of an edge, and the edges are looked at too.
+// Square of the minimum sine between two edges for which the projection alone decides. In thinner
+// triangles rounding may decide for the wrong side of an edge, so that the edges are checked as
+// well.
 constexpr double kMinSquaredSine = 1e-10;
 
 Point<double, 3> nearestOnEdge(const Point<double, 3>& point, const Point<double, 3>& from,
@@ -20,7 +21,7 @@ Point<double, 3> nearestOnEdge(const Point<double, 3>& point, const Point<double
 
 }  // namespace
 
-Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Corners& triangle) {
+Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const TriangleCorners& triangle) {
     const auto& [a, b, c] = triangle;
     const Point<double, 3> edge1 = b - a;
     const Point<double, 3> edge2 = c - a;
@@ -29,14 +30,15 @@ Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Corners&
     const double squaredNormal = dot(normal, normal);
 
     Point<double, 3> nearest = a;
-    double least = squaredDistance(point, a);
+    double minSquared = squaredDistance(point, a);
     const auto take = [&](const Point<double, 3>& candidate) {
         const double distance = squaredDistance(point, candidate);
-        if (!(distance < least)) return;
-        least = distance;
+        if (!(distance < minSquared)) return;
+        minSquared = distance;
         nearest = candidate;
     };
-    // The projection is made of the corners, so that it lies in the triangle even where rounding tells the wrong side.
+    // The projection is a combination of the corners, so that it is in the triangle even if
+    // rounding decides for the wrong side.
     const double along1 = dot(cross(offset, edge2), normal);
     const double along2 = dot(cross(edge1, offset), normal);
     if (along1 >= 0.0 && along2 >= 0.0 && along1 + along2 <= squaredNormal && squaredNormal > 0.0) {

@@ -1,26 +1,24 @@
 /// \file
-/// How far a position is from a triangle.
+/// The distance between a position and a triangle.
 #pragma once
 
-#include <array>
-
-#include <QuarnScreen/Point.h>
+#include <QuarnKit/Mesh/TriangleCorners.h>
 
 namespace quarn {
 
-/// The corners of a triangle.
-using Corners = std::array<Point<double, 3>, 3>;
+/// Returns the position on a triangle that is nearest to \p point. A triangle with zero area counts
+/// as its longest edge.
+/// \pre all coordinates are finite and at most 1e38 in magnitude
+[[nodiscard]] Point<double, 3> nearestOnTriangle(const Point<double, 3>& point,
+                                                 const TriangleCorners& triangle);
 
-/// The position of a triangle that is nearest to \p point. A triangle without area is its longest edge.
-/// \pre all coordinates are finite, and none beyond 1e38
-[[nodiscard]] Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Corners& triangle);
-
+/// Returns the square of a distance.
 [[nodiscard]] inline double squaredDistance(const Point<double, 3>& a, const Point<double, 3>& b) {
     const Point<double, 3> difference = b - a;
     return dot(difference, difference);
 }
 
-[[nodiscard]] inline double squaredDistance(const Point<double, 3>& point, const Corners& triangle) {
+[[nodiscard]] inline double squaredDistance(const Point<double, 3>& point, const TriangleCorners& triangle) {
     return squaredDistance(point, nearestOnTriangle(point, triangle));
 }
 

@@ -6,7 +6,7 @@ namespace quarn {
 
 namespace {
 
-// Cells each way: about as many as a picture needs to show where two screens differ.
+// Cells along u and along v: enough for a picture of the differences.
 constexpr int kCellsPerSide = 128;
 
 bool findPosition(const IScreenGeometry& screen, const Point<double, 2>& uv, Point<double, 3>& position) {
@@ -27,8 +27,8 @@ std::optional<UvDistance> uvDistance(const IScreenGeometry& a, const IScreenGeom
             if (!findPosition(a, uv, onA) || !findPosition(b, uv, onB)) continue;
             const double distance = length(onB - onA);
             sum += distance;
-            if (result.samples == 0 || distance > result.greatest) {
-                result.greatest = distance;
+            if (result.samples == 0 || distance > result.max) {
+                result.max = distance;
                 result.where = onA;
             }
             ++result.samples;

@@ -1,5 +1,5 @@
 /// \file
-/// How far apart two screens have the same UV.
+/// The distance between positions of equal UV on two screens.
 #pragma once
 
 #include <cstdint>
@@ -9,15 +9,16 @@
 
 namespace quarn {
 
-/// The distances between the positions that two screens have for the same UV.
+/// Distances between the positions of two screens for the same UV.
 struct UvDistance {
-    double greatest = 0.0;
+    double max = 0.0;  ///< Maximum distance, at `where`.
     double mean = 0.0;
-    Point<double, 3> where;     ///< On the first screen, of the greatest distance.
-    std::uint64_t samples = 0;  ///< UVs that both screens have a position for.
+    Point<double, 3> where;     ///< On the first screen.
+    std::uint64_t samples = 0;  ///< Number of UVs for which both screens have a position.
 };
 
-/// Takes the middles of a grid of cells in UV. Nothing where a screen has no UV, or no UV has a position on both.
+/// Measures the distances at the centers of a grid of cells in UV.
+/// \return nothing if a screen has no UV, or if no sampled UV has a position on both
 [[nodiscard]] std::optional<UvDistance> uvDistance(const IScreenGeometry& a, const IScreenGeometry& b);
 
 }  // namespace quarn

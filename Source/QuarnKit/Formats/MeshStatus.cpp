@@ -30,10 +30,10 @@ MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source)
         case OBJScreen::StatusNoParameterization:
             return {"no_uv", missingUVText(source) + kNoUVWorks};
         case OBJScreen::StatusBadBoundary:
-            return {"bad_outline", std::string("the mesh has not one closed outline: it has holes, several "
-                                               "pieces, no edge at all, or faces that meet without sharing "
-                                               "position and UV") +
-                                       kNoUVWorks};
+            return {"bad_boundary", std::string("the mesh has not one closed outline: it has holes, several "
+                                                "pieces, no edge at all, or faces that meet without sharing "
+                                                "position and UV") +
+                                        kNoUVWorks};
         case OBJScreen::StatusUvOutOfRange:
             return {"uv_out_of_range", "a face has a UV outside of 0 to 1" +
                                            atLine(lineWithUVOutside(source.text, source.counts)) +

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <unordered_map>
 #include <vector>
+
+#include <QuarnKit/Base/Hash.h>
 
 namespace quarn {
 
@@ -29,11 +30,7 @@ public:
 private:
     struct Hash {
         std::size_t operator()(const Record& record) const {
-            std::uint64_t hash = 0;
-            // -0 + 0 is 0.
-            for (const float number : record)
-                hash = (hash ^ std::bit_cast<std::uint32_t>(number + 0.0F)) * 0x9E3779B97F4A7C15U;
-            return static_cast<std::size_t>(hash ^ (hash >> 32U));
+            return static_cast<std::size_t>(hashOf<N>(record));
         }
     };
 

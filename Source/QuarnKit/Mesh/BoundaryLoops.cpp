@@ -34,9 +34,9 @@ private:
     const std::vector<Triangle>& triangles;
     const MeshTopology& topology;
     UnionFind islands;
-    std::vector<bool> isIsland;  // by the triangle that stands for it
+    std::vector<bool> isIsland;  // by the root triangle of the island
     std::vector<std::uint32_t> boundaryEdges;
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaryEnds;  // of each of these
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> boundaryEnds;  // vertices of these edges
     MeshBoundary boundary;
 };
 
@@ -99,7 +99,7 @@ double BoundaryFinder::lengthOf(const std::vector<std::uint32_t>& edges) const {
 }
 
 void BoundaryFinder::findHoles() {
-    // Where islands meet.
+    // A seam is an edge between two islands.
     std::vector<bool> isSeam(triangles.size() * 3);
     if (boundary.islands.size() > topology.components.size())
         topology.edges.forEach([&](std::span<const HalfEdge> halfEdges) {

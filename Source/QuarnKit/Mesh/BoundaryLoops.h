@@ -1,5 +1,5 @@
 /// \file
-/// The outline of a mesh and the holes in it.
+/// Boundary loops of a mesh, and the holes in it.
 #pragma once
 
 #include <cstdint>
@@ -9,24 +9,28 @@
 
 namespace quarn {
 
-/// A closed walk along the rim of an island that visits no corner twice.
+/// A closed path along the boundary of an island that visits no vertex twice.
 struct BoundaryLoop {
-    std::uint32_t island = 0;          ///< Any triangle stands for it.
-    std::vector<std::uint32_t> edges;  ///< In walking order, see nextCorner().
-    double length = 0.0;
+    std::uint32_t island = 0;          ///< One triangle, the same for all loops of an island.
+    std::vector<std::uint32_t> edges;  ///< In the order of the path, see nextCorner().
+    double length = 0.0;               ///< In the mesh's unit.
     bool isHole = false;
 };
 
-/// The loops of a mesh. As for the screen's own outline, corners are one where position and UV agree; where a corner has
-/// no UV, positions decide alone, as else each triangle without UV would be an island.
+/// The boundary of a mesh. Corners are one vertex if position and UV agree, as for the boundary of
+/// a screen. If any corner of the mesh has no UV, positions alone decide; otherwise each triangle
+/// without UV would be an island.
 struct MeshBoundary {
-    /// The first triangle of each island: a part that hangs together over edges. Triangles without area alone are none.
+    /// The first triangle of each island, a component that is connected over edges. Triangles with
+    /// repeated corners form no island.
     std::vector<std::uint32_t> islands;
-    /// The longest one of an island is its outline. The others are holes, but for those that run along other islands
-    /// alone: there the UV map is in parts, and the topology has no hole.
+    /// The longest loop of an island is its outer boundary. The others are holes, except loops that
+    /// run along other islands alone: those are seams of the UV map.
     std::vector<BoundaryLoop> loops;
 };
 
+/// Finds the boundary loops of a mesh.
+/// \param topology of the same triangles
 [[nodiscard]] MeshBoundary findMeshBoundary(const std::vector<Triangle>& triangles,
                                             const MeshTopology& topology);
 

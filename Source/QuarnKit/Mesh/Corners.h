@@ -1,5 +1,5 @@
 /// \file
-/// Which corners of a mesh are one.
+/// Corners of a mesh that are the same vertex.
 #pragma once
 
 #include <array>
@@ -10,17 +10,17 @@
 
 namespace quarn {
 
-/// What two corners have to agree in, exactly, to be one.
+/// What has to be equal, bit for bit except for the sign of zero, in two corners of one vertex.
 enum class CornerIdentity { Position, PositionAndUV };
 
-/// By triangle: the numbers of its corners, from 0 without gaps in the order in which they come.
+/// By triangle: the vertices of its corners, numbered from 0 without gaps in order of appearance.
 using CornerIds = std::vector<std::array<std::uint32_t, 3>>;
 
-/// Numbers the corners so that those that are one have the same number.
+/// Numbers the vertices of a mesh.
 /// \pre all coordinates are finite
 [[nodiscard]] CornerIds buildCornerIds(const std::vector<Triangle>& triangles, CornerIdentity identity);
 
-/// Whether two corners of a triangle are one.
+/// Returns true if two corners of a triangle are the same vertex.
 [[nodiscard]] inline bool hasRepeatedCorner(const std::array<std::uint32_t, 3>& corners) {
     return corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0];
 }

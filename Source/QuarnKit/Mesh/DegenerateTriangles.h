@@ -1,5 +1,5 @@
 /// \file
-/// Which triangles have no area.
+/// Degenerate triangles.
 #pragma once
 
 #include <algorithm>
@@ -11,16 +11,16 @@
 
 namespace quarn {
 
-/// Least height of a triangle, as a part of its greatest coordinate: files hold floats, and corners nearer to a line than
-/// four steps between neighbouring floats are on it as far as anybody can tell.
+/// Minimum height of a triangle that is not degenerate, as a fraction of its largest coordinate:
+/// four steps between neighboring floats. Files store floats, so that smaller heights are rounding.
 inline constexpr double kMinHeightRatio = 4.0 / 16777216.0;
 
-/// Whether three corners are on one line, within kMinHeightRatio.
+/// Returns true if three corners are collinear within kMinHeightRatio.
 template <std::size_t N>
 [[nodiscard]] bool isDegenerateTriangle(const std::array<Point<double, N>, 3>& corners) {
-    double greatest = 0.0;
+    double largest = 0.0;
     for (const Point<double, N>& corner : corners)
-        for (std::size_t i = 0; i < N; ++i) greatest = std::max(greatest, std::abs(corner[i]));
+        for (std::size_t i = 0; i < N; ++i) largest = std::max(largest, std::abs(corner[i]));
     const Point<double, N> a = corners[1] - corners[0];
     const Point<double, N> b = corners[2] - corners[0];
     const double longest = std::max({length(a), length(b), length(corners[2] - corners[1])});
@@ -31,7 +31,7 @@ template <std::size_t N>
             squares += minor * minor;
         }
     // Twice the area is height times base.
-    return !(std::sqrt(squares) > kMinHeightRatio * greatest * longest);
+    return !(std::sqrt(squares) > kMinHeightRatio * largest * longest);
 }
 
 }  // namespace quarn

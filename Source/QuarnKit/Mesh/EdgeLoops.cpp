@@ -24,11 +24,11 @@ private:
 
     const std::vector<Edge>& edges;
     std::vector<bool> isVisited;
-    // By point: where its edges begin in the list of incidentEdges, and one more at the end.
+    // By point: where its edges begin in incidentEdges; one more entry at the end.
     std::vector<std::uint32_t> offsets;
     std::vector<std::uint32_t> incidentEdges;
-    std::vector<std::uint32_t> nextIncident;  // by point: the first one that may be left
-    std::vector<std::uint32_t> placeOnWalk;   // by point: where the walk visits it
+    std::vector<std::uint32_t> nextIncident;  // by point: the first edge that may be unvisited
+    std::vector<std::uint32_t> placeOnWalk;   // by point: its index on the walk
     std::vector<EdgeLoop> result;
 };
 
@@ -52,7 +52,7 @@ Walker::Walker(const std::vector<Edge>& allEdges) : edges(allEdges), isVisited(e
 }
 
 std::vector<EdgeLoop> Walker::loops() {
-    // Where an odd number of edges meet, a walk has to end.
+    // Start at points of an odd number of edges, because walks that do not close end there.
     for (std::uint32_t point = 0; point < placeOnWalk.size(); ++point)
         if ((offsets[point + std::size_t{1}] - offsets[point]) % 2 == 1)
             while (nextIncident[point] < offsets[point + std::size_t{1}]) walkFrom(point);
@@ -61,7 +61,7 @@ std::vector<EdgeLoop> Walker::loops() {
     return std::move(result);
 }
 
-// An edge that ends at a point; kNone where none is left.
+// Returns an unvisited edge at a point and marks it as visited; kNone if there is none.
 std::uint32_t Walker::takeEdgeAt(std::uint32_t point) {
     for (std::uint32_t& next = nextIncident[point]; next < offsets[point + std::size_t{1}]; ++next) {
         const std::uint32_t edge = incidentEdges[next];
@@ -89,7 +89,7 @@ void Walker::walkFrom(std::uint32_t point) {
     if (!walk.edges.empty()) result.push_back(std::move(walk));
 }
 
-// The walk has come back to a point: what lies between is a loop.
+// The walk has returned to a point; cut off the loop in between.
 void Walker::cutLoop(EdgeLoop& walk, std::uint32_t place) {
     EdgeLoop& loop = result.emplace_back();
     loop.points.assign(walk.points.begin() + place, walk.points.end());

@@ -1,5 +1,5 @@
 /// \file
-/// Edges joined to walks.
+/// Edges joined to paths and loops.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,15 @@
 
 namespace quarn {
 
-/// A walk along edges that visits no point twice, but for one that closes.
+/// A path along edges that visits no point twice, except that a closed one ends where it starts.
 struct EdgeLoop {
-    std::vector<std::uint32_t> points;  ///< One more than edges; where the walk closes, the first one again.
-    std::vector<std::uint32_t> edges;   ///< Indices of the edges in walking order.
+    std::vector<std::uint32_t> points;  ///< In order; a closed path repeats its first point.
+    std::vector<std::uint32_t> edges;   ///< Indices of the edges in the order of the path.
 };
 
-/// Walks along edges, each once and in whatever direction. Where every point has an even number of edges, all close.
-/// \param edges pairs of numbers of points; the memory is that of the greatest number
+/// Joins edges to paths. Each edge occurs once, in either direction. If every point has an even
+/// number of edges, all paths are closed.
+/// \param edges pairs of point numbers; the memory grows with the largest number
 [[nodiscard]] std::vector<EdgeLoop> buildEdgeLoops(
     const std::vector<std::pair<std::uint32_t, std::uint32_t>>& edges);
 

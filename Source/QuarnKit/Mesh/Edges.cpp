@@ -21,10 +21,10 @@ void forEachHalfEdge(const CornerIds& corners, const std::vector<bool>& isUsed, 
 
 }  // namespace
 
-// The numbers have no gaps, so that the edges are put in order by their lower one at once.
+// Vertices are numbered without gaps, so that one counting sort orders the edges by their lower
+// vertex.
 Edges::Edges(const CornerIds& corners, const std::vector<bool>& isUsed) {
-    std::vector<std::uint32_t>
-        ends;  // by number: behind the place of the last edge that has it for its lower one
+    std::vector<std::uint32_t> ends;  // by vertex: the end of the edges whose lower vertex it is
     forEachHalfEdge(corners, isUsed, [&](const HalfEdge& halfEdge) {
         if (halfEdge.high >= ends.size()) ends.resize(halfEdge.high + std::size_t{1});
         ++ends[halfEdge.low];

@@ -1,5 +1,5 @@
 /// \file
-/// The edges of a mesh, each with the triangles that have it.
+/// The edges of a mesh, each with its triangles.
 #pragma once
 
 #include <cstddef>
@@ -11,18 +11,18 @@
 
 namespace quarn {
 
-/// The number of the corner behind a corner. Corner c of triangle t has the number 3 * t + c, and so has the edge from
-/// there to the next corner.
+/// Returns the number of the next corner of the triangle. Corner c of triangle t has the number
+/// 3 * t + c, and so has the edge from there to the next corner.
 [[nodiscard]] constexpr std::uint32_t nextCorner(std::uint32_t corner) {
     return corner % 3 == 2 ? corner - 2 : corner + 1;
 }
 
-/// That a triangle has an edge.
+/// An edge of one triangle.
 struct HalfEdge {
-    std::uint32_t low;  ///< The position, or position and UV, with the lower number.
-    std::uint32_t high;
-    std::uint32_t edge;  ///< In the triangle, see nextCorner().
-    bool isForward;      ///< Whether the triangle runs from low to high.
+    std::uint32_t low;   ///< The lower vertex, see CornerIds.
+    std::uint32_t high;  ///< The higher vertex.
+    std::uint32_t edge;  ///< Number of the edge, see nextCorner().
+    bool isForward;      ///< True if the triangle traverses it from low to high.
 
     [[nodiscard]] std::uint32_t triangle() const { return edge / 3; }
 };
@@ -30,10 +30,10 @@ struct HalfEdge {
 /// All edges of some triangles.
 class Edges {
 public:
-    /// \param isUsed by triangle; those that are left out have no edges
+    /// \param isUsed by triangle; false excludes its edges
     Edges(const CornerIds& corners, const std::vector<bool>& isUsed);
 
-    /// Calls \p visit with the halfEdges of each edge, in the order of their triangles.
+    /// Calls \p visit with the half-edges of each edge, in the order of their triangles.
     template <class Visit>
     void forEach(Visit visit) const {
         for (std::size_t first = 0; first < halfEdges.size();) {

@@ -21,7 +21,7 @@ std::vector<bool> findDegenerate(const std::vector<Triangle>& triangles, const C
     return isDegenerate;
 }
 
-// Triangles with the corners of an earlier one, in any turn or order.
+// Finds triangles with the vertices of an earlier one, in any order.
 std::vector<bool> findDuplicates(const CornerIds& corners) {
     std::vector<bool> isDuplicate(corners.size());
     VertexIds<3> ids(corners.size());
@@ -43,7 +43,8 @@ std::vector<bool> findUsed(const CornerIds& corners, const std::vector<bool>& is
     return isUsed;
 }
 
-// Triangles on a side of a sheet that fewer have. Where both have as many, the sheet's first triangle is right.
+// Finds the triangles whose winding differs from the majority of their patch. In a tie, the first
+// triangle of the patch is right.
 std::vector<bool> findFlipped(const MeshTopology& topology, const std::vector<bool>& parities) {
     constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
     const auto& patches = topology.patches;
@@ -73,8 +74,11 @@ void joinTriangles(MeshTopology& topology) {
         for (const HalfEdge& halfEdge : halfEdges.subspan(1))
             (void)components.unite(first, halfEdge.triangle());
         if (halfEdges.size() > 2) topology.nonManifold.push_back(halfEdges[2].triangle());
-        if (halfEdges.size() == 2 &&
-            !patches.unite(first, halfEdges[1].triangle(), halfEdges[0].isForward == halfEdges[1].isForward))
+        if (halfEdges.size() != 2) return;
+        // Neighbors with the same winding traverse their common edge in opposite directions.
+        const Parity parity =
+            halfEdges[0].isForward == halfEdges[1].isForward ? Parity::Different : Parity::Same;
+        if (!patches.unite(first, halfEdges[1].triangle(), parity))
             topology.nonOrientable.push_back(halfEdges[1].triangle());
     });
 

@@ -1,5 +1,5 @@
 /// \file
-/// How the triangles of a mesh hang together in space.
+/// How the triangles of a mesh are connected in space.
 #pragma once
 
 #include <cstdint>
@@ -9,28 +9,29 @@
 
 namespace quarn {
 
-/// The surface that triangles make, whose corners are one where their positions are equal.
+/// The connectivity of a mesh. Corners with equal positions are one vertex.
 struct MeshTopology {
     CornerIds corners;
-    Edges edges;  ///< Of the triangles that are used.
+    Edges edges;  ///< Of the triangles with `isUsed`.
 
     // By triangle:
-    std::vector<bool> isDegenerate;  ///< Without area.
-    std::vector<bool> isDuplicate;   ///< With the three positions of an earlier one.
-    std::vector<bool> isUsed;        ///< Neither a duplicate nor one with two equal corners.
-    /// A number for each part whose triangles are joined by edges of just two, as over these alone it is sure which way
-    /// round a triangle should run.
+    std::vector<bool> isDegenerate;  ///< With zero area, see isDegenerateTriangle().
+    std::vector<bool> isDuplicate;   ///< With the three positions of an earlier triangle.
+    std::vector<bool> isUsed;        ///< False for duplicates and for repeated corners.
+    /// Number of the patch, whose triangles are connected over edges of exactly two triangles. Only
+    /// such edges determine the orientation of one triangle from that of another.
     std::vector<std::uint32_t> patches;
-    std::vector<bool> isFlipped;  ///< It runs the other way round than most of its sheet.
+    std::vector<bool> isFlipped;  ///< With the opposite winding of most of its patch.
 
-    /// The first triangle of each part that hangs together over edges.
+    /// The first triangle of each connected component; any shared edge connects triangles.
     std::vector<std::uint32_t> components;
-    /// The third triangle of each edge that has more than two.
+    /// The third triangle of each non-manifold edge, which has more than two.
     std::vector<std::uint32_t> nonManifold;
-    /// A triangle at each edge over which no way round fits.
+    /// One triangle for each edge across which no consistent orientation exists.
     std::vector<std::uint32_t> nonOrientable;
 };
 
+/// Builds the topology. Time and memory are about linear in the number of triangles.
 /// \pre all positions are finite
 [[nodiscard]] MeshTopology buildMeshTopology(const std::vector<Triangle>& triangles);
 

@@ -21,8 +21,8 @@ using TriangleUVs = std::array<Point<double, 2>, 3>;
     return {a.uv, b.uv, c.uv};
 }
 
-/// Twice the area in UV, below 0 where the corners run as they do on a picture seen from the front, whose v grows
-/// downwards.
+/// Returns twice the signed area in UV. It is negative for corners that are counterclockwise on a
+/// picture whose v points downwards.
 [[nodiscard]] inline double signedUvArea(const TriangleUVs& uvs) {
     const Point<double, 2> a = uvs[1] - uvs[0];
     const Point<double, 2> b = uvs[2] - uvs[0];

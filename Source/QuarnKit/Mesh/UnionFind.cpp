@@ -16,7 +16,7 @@ std::uint32_t UnionFind::findRoot(std::uint32_t member) {
         parity = parity != parities[root];
         root = parents[root];
     }
-    // All on the way get a short one, with their sides seen from the root.
+    // Compress the path: attach its members to the root, with their parities relative to it.
     while (parents[member] != root && member != root) {
         const std::uint32_t next = parents[member];
         const bool fromParent = parities[member];
@@ -28,14 +28,14 @@ std::uint32_t UnionFind::findRoot(std::uint32_t member) {
     return root;
 }
 
-bool UnionFind::unite(std::uint32_t a, std::uint32_t b, bool isParityDifferent) {
+bool UnionFind::unite(std::uint32_t a, std::uint32_t b, Parity parity) {
     std::uint32_t rootA = findRoot(a);
     std::uint32_t rootB = findRoot(b);
-    const bool parity = (parityOf(a) != parityOf(b)) != isParityDifferent;
-    if (rootA == rootB) return !parity;
+    const bool isOdd = (parityOf(a) != parityOf(b)) != (parity == Parity::Different);
+    if (rootA == rootB) return !isOdd;
     if (sizes[rootA] < sizes[rootB]) std::swap(rootA, rootB);
     parents[rootB] = rootA;
-    parities[rootB] = parity;
+    parities[rootB] = isOdd;
     sizes[rootA] += sizes[rootB];
     return true;
 }

@@ -2,36 +2,26 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <utility>
+
+#include <QuarnKit/Base/Bounds.h>
 
 namespace quarn {
 
 namespace {
 
-struct Box {
-    double minU = std::numeric_limits<double>::infinity();
-    double maxU = -std::numeric_limits<double>::infinity();
-    double minV = std::numeric_limits<double>::infinity();
-    double maxV = -std::numeric_limits<double>::infinity();
+Bounds<2> boundsOf(const TriangleUVs& triangle) {
+    Bounds<2> bounds(triangle[0]);
+    bounds.include(triangle[1]);
+    bounds.include(triangle[2]);
+    return bounds;
+}
 
-    void include(const Box& other) {
-        minU = std::min(minU, other.minU);
-        maxU = std::max(maxU, other.maxU);
-        minV = std::min(minV, other.minV);
-        maxV = std::max(maxV, other.maxV);
-    }
-    [[nodiscard]] bool reachesInto(const Box& other) const {
-        return std::min(maxU, other.maxU) - std::max(minU, other.minU) > kMinUvOverlap &&
-               std::min(maxV, other.maxV) - std::max(minV, other.minV) > kMinUvOverlap;
-    }
-};
-
-Box boxOf(const TriangleUVs& triangle) {
-    const auto [minU, maxU] = std::minmax({triangle[0][0], triangle[1][0], triangle[2][0]});
-    const auto [minV, maxV] = std::minmax({triangle[0][1], triangle[1][1], triangle[2][1]});
-    return {minU, maxU, minV, maxV};
+// True if two boxes overlap by more than kMinUvOverlap along both axes.
+bool doBoxesOverlap(const Bounds<2>& a, const Bounds<2>& b) {
+    return std::min(a.max[0], b.max[0]) - std::max(a.min[0], b.min[0]) > kMinUvOverlap &&
+           std::min(a.max[1], b.max[1]) - std::max(a.min[1], b.min[1]) > kMinUvOverlap;
 }
 
 struct Extent {
@@ -46,7 +36,7 @@ Extent extentAlong(const TriangleUVs& triangle, double u, double v) {
     return {low, high};
 }
 
-// Whether an edge of one triangle has the other one beyond it.
+// Returns true if the line along an edge of \p a separates the two triangles.
 bool hasSeparatingEdge(const TriangleUVs& a, const TriangleUVs& b) {
     for (std::size_t i = 0; i < 3; ++i) {
         const Point<double, 2> edge = a[(i + 1) % 3] - a[i];
@@ -58,7 +48,7 @@ bool hasSeparatingEdge(const TriangleUVs& a, const TriangleUVs& b) {
     return false;
 }
 
-// A tree of boxes in which neighbours in UV are near to each other, and its walk against itself.
+// Builds a tree of bounding boxes, and finds the pairs of leaves that overlap.
 class OverlapSearch {
 public:
     OverlapSearch(const std::vector<TriangleUVs>& uvTriangles, std::uint64_t maxSteps)
@@ -67,7 +57,7 @@ public:
           doesOverlap(triangles.size()),
           order(triangles.size()) {
         boxes.reserve(triangles.size());
-        for (const TriangleUVs& triangle : triangles) boxes.push_back(boxOf(triangle));
+        for (const TriangleUVs& triangle : triangles) boxes.push_back(boundsOf(triangle));
         std::iota(order.begin(), order.end(), 0U);
         if (!order.empty()) build(0, static_cast<std::uint32_t>(order.size()));
     }
@@ -79,7 +69,7 @@ public:
             const auto [a, b] = open.back();
             open.pop_back();
             --stepsLeft;
-            if (a != b && !nodes[a].box.reachesInto(nodes[b].box)) continue;
+            if (a != b && !doBoxesOverlap(nodes[a].box, nodes[b].box)) continue;
             if (nodes[a].isLeaf() && nodes[b].isLeaf()) {
                 compareLeaves(nodes[a], nodes[b]);
             } else if (a == b) {
@@ -106,9 +96,10 @@ public:
 private:
     static constexpr std::uint32_t kLeafSize = 4;
 
-    // The triangles from `first` to `last` of the order. The first child follows its parent.
+    // Contains the triangles from `first` to `last` of the order. The first child follows its
+    // parent.
     struct Node {
-        Box box;
+        Bounds<2> box;
         std::uint32_t first;
         std::uint32_t last;
         std::uint32_t second = 0;
@@ -124,13 +115,13 @@ private:
         nodes.push_back(node);
         if (last - first <= kLeafSize) return index;
         const std::uint32_t middle = first + (last - first) / 2;
-        const bool isWide = node.box.maxU - node.box.minU > node.box.maxV - node.box.minV;
-        const auto place = [&](std::uint32_t triangle) {
-            const Box& box = boxes[triangle];
-            return isWide ? box.minU + box.maxU : box.minV + box.maxV;
+        const Point<double, 2> extent = node.box.extent();
+        const std::size_t axis = extent[0] > extent[1] ? 0 : 1;
+        const auto center = [&](std::uint32_t triangle) {
+            return boxes[triangle].min[axis] + boxes[triangle].max[axis];
         };
         std::nth_element(order.begin() + first, order.begin() + middle, order.begin() + last,
-                         [&](std::uint32_t a, std::uint32_t b) { return place(a) < place(b); });
+                         [&](std::uint32_t a, std::uint32_t b) { return center(a) < center(b); });
         build(first, middle);
         const std::uint32_t second = build(middle, last);
         nodes[index].second = second;
@@ -144,8 +135,8 @@ private:
                 const std::uint32_t x = order[i];
                 const std::uint32_t y = order[j];
                 if (stepsLeft == 0) return;
-                // One more pair of triangles that are known already would tell nothing.
-                if ((doesOverlap[x] && doesOverlap[y]) || !boxes[x].reachesInto(boxes[y])) continue;
+                // A pair of triangles that are both known adds nothing.
+                if ((doesOverlap[x] && doesOverlap[y]) || !doBoxesOverlap(boxes[x], boxes[y])) continue;
                 --stepsLeft;
                 if (!doOverlap(triangles[x], triangles[y])) continue;
                 doesOverlap[x] = true;
@@ -157,7 +148,7 @@ private:
     std::uint64_t stepsLeft;
     std::vector<bool> doesOverlap;
     std::vector<std::uint32_t> order;
-    std::vector<Box> boxes;
+    std::vector<Bounds<2>> boxes;
     std::vector<Node> nodes;
 };
 
@@ -168,7 +159,7 @@ bool doOverlap(const TriangleUVs& a, const TriangleUVs& b) {
 }
 
 UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles) {
-    // Pairs that are looked at: several times what usual meshes take, some seconds at most.
+    // Pairs to compare: several times what usual meshes take, a few seconds at most.
     constexpr std::uint64_t kBaseSteps = 20'000'000;
     constexpr std::uint64_t kStepsPerTriangle = 200;
     OverlapSearch search(triangles, kBaseSteps + kStepsPerTriangle * triangles.size());

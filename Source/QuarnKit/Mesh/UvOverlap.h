@@ -1,5 +1,5 @@
 /// \file
-/// Triangles that lie on each other in UV.
+/// Triangles that overlap in UV.
 #pragma once
 
 #include <cstdint>
@@ -9,21 +9,23 @@
 
 namespace quarn {
 
-/// How far triangles must reach into each other to overlap, in UV: a millionth of the picture, far below a pixel, and
-/// above what rounding moves the corners.
+/// Minimum depth in UV by which triangles overlap: a millionth of the picture, far below a pixel,
+/// and above the rounding of corners.
 inline constexpr double kMinUvOverlap = 1e-6;
 
-/// Whether the insides of two triangles overlap by kMinUvOverlap in every direction.
+/// Returns true if the interiors of two triangles overlap by more than kMinUvOverlap in every
+/// direction.
 [[nodiscard]] bool doOverlap(const TriangleUVs& a, const TriangleUVs& b);
 
-/// Triangles that overlap with another one.
+/// Result of findUvOverlaps().
 struct UvOverlaps {
     std::vector<std::uint32_t> triangles;  ///< Their indices, ascending.
-    bool isComplete = true;                ///< False where there may be more.
+    bool isComplete = true;                ///< False if there may be more.
 };
 
-/// Finds the triangles that overlap with another one. The time is about linear in the number of triangles, and bounded
-/// where very many overlap: then not all are found.
+/// Finds the triangles that overlap with another one. The time is about linear in the number of
+/// triangles. If very many overlap, the search stops early, and not all are found.
+/// \pre all UVs are finite
 [[nodiscard]] UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles);
 
 }  // namespace quarn

@@ -54,7 +54,7 @@ std::vector<bool> findMirrored(const std::vector<Triangle>& triangles, const std
     for (std::size_t i = 0; i < triangles.size(); ++i) {
         if (!isOriented[i]) continue;
         const auto [negative, positive] = counts[topology.patches[i]];
-        // Where both are as many, those that are mirrored for a sheet that faces the viewer.
+        // In a tie, those are mirrored that are mirrored on a patch whose front faces the viewer.
         isMirrored[i] = isPositive(i) ? positive <= negative : negative < positive;
     }
     return isMirrored;

@@ -2,17 +2,13 @@
 
 #include <bit>
 
+#include <QuarnKit/Base/Hash.h>
+
 namespace quarn {
 
 namespace {
 
 constexpr std::size_t kInitialSlots = 16;
-constexpr std::uint64_t kMixer = 0x9E3779B97F4A7C15;  // odd, with bits that look random
-
-std::uint64_t mixBits(std::uint64_t bits) {
-    bits *= kMixer;
-    return bits ^ (bits >> 32);
-}
 
 }  // namespace
 
@@ -35,13 +31,10 @@ std::uint32_t VertexIds<N>::idOf(const Point<double, N>& point) {
     return slots[slot] - 1;
 }
 
-// The slot of an equal point, or the free one where it belongs.
+// Returns the slot of an equal point, or the free slot to insert it.
 template <std::size_t N>
 std::size_t VertexIds<N>::slotOf(const Point<double, N>& point) const {
-    std::uint64_t hash = 0;
-    // Adding 0 makes -0 what it is equal to.
-    for (std::size_t i = 0; i < N; ++i) hash = mixBits(hash ^ std::bit_cast<std::uint64_t>(point[i] + 0.0));
-    std::size_t slot = hash & (slots.size() - 1);
+    std::size_t slot = hashOf<N>(point) & (slots.size() - 1);
     while (slots[slot] != 0 && known[slots[slot] - 1] != point) slot = (slot + 1) & (slots.size() - 1);
     return slot;
 }

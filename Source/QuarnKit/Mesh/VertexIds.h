@@ -1,5 +1,5 @@
 /// \file
-/// Numbers for points.
+/// Consecutive numbers for distinct points.
 #pragma once
 
 #include <cstddef>
@@ -10,16 +10,20 @@
 
 namespace quarn {
 
-/// Numbers points from 0 in the order in which they come; equal points have one number.
+/// Numbers points from 0 in order of first appearance; equal points have one number.
 ///
-/// Points are equal where all their coordinates are. They have to be finite. Not safe on several threads.
+/// Points are equal if all their coordinates are, so that 0 and -0 are one. Not safe on several
+/// threads.
 template <std::size_t N>
 class VertexIds {
 public:
+    /// \param expected number of distinct points, to reserve memory
     explicit VertexIds(std::size_t expected = 0);
 
+    /// Returns the number of a point, which is new if no equal point was numbered before.
+    /// \pre all coordinates are finite
     [[nodiscard]] std::uint32_t idOf(const Point<double, N>& point);
-    /// The points by their numbers.
+    /// Returns the points by their numbers.
     [[nodiscard]] const std::vector<Point<double, N>>& points() const { return known; }
 
 private:
@@ -27,7 +31,7 @@ private:
     void grow(std::size_t count);
 
     std::vector<Point<double, N>> known;
-    std::vector<std::uint32_t> slots;  // a power of two of them; a number plus 1, or 0 in a free one
+    std::vector<std::uint32_t> slots;  // count is a power of two; a number plus 1, or 0 if free
 };
 
 extern template class VertexIds<2>;

@@ -1,5 +1,5 @@
 /// \file
-/// The page of a plot.
+/// The page of a plot of an analytic screen.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace quarn {
 
-/// An SVG document with a screen in perspective, from above, from the viewer and in UV.
-/// \param unit what the screen's lengths are in
+/// Returns an SVG document with a screen in perspective, from above, from the viewer and in UV.
+/// \param unit unit of the screen's lengths
 [[nodiscard]] std::string plotPage(const Screen& screen, const std::string& unit,
                                    PlotColor color = PlotColor::Side);
 

@@ -80,8 +80,22 @@ TEST(Length, UnitsAreWholeTenthsOfAMillimetre) {
          {Pair{"6m", "m", 6.0}, Pair{"6000mm", "m", 6.0}, Pair{"600cm", "m", 6.0},
           Pair{"19.7ft", "m", 6.00456}, Pair{"236in", "m", 5.9944}, Pair{"1ft", "in", 12.0},
           Pair{"1in", "cm", 2.54}, Pair{"1m", "mm", 1000.0}, Pair{"25.4mm", "in", 1.0},
-          Pair{"-3.048m", "ft", -10.0}, Pair{"0.3m", "cm", 30.0}})
+          Pair{"-3.048m", "ft", -10.0}, Pair{"0.3m", "cm", 30.0}, Pair{"4m", "dm", 40.0},
+          Pair{"4dm", "m", 0.4}, Pair{"2km", "m", 2000.0}, Pair{"3yd", "m", 2.7432}, Pair{"3yd", "ft", 9.0},
+          Pair{"914.4m", "yd", 1000.0}, Pair{"1mm", "km", 1e-6}})
         EXPECT_EQ(parseLength(text, unit), length) << text << " in " << unit;
+}
+
+TEST(Length, UnitsHaveTheirSizesInMeters) {
+    EXPECT_EQ(metersPerUnit("mm"), 0.001);
+    EXPECT_EQ(metersPerUnit("cm"), 0.01);
+    EXPECT_EQ(metersPerUnit("dm"), 0.1);
+    EXPECT_EQ(metersPerUnit("m"), 1.0);
+    EXPECT_EQ(metersPerUnit("km"), 1000.0);
+    EXPECT_EQ(metersPerUnit("in"), 0.0254);
+    EXPECT_EQ(metersPerUnit("ft"), 0.3048);
+    EXPECT_EQ(metersPerUnit("yd"), 0.9144);
+    EXPECT_FALSE(metersPerUnit("furlong").has_value());
 }
 
 TEST(Length, OneUnitToItselfChangesNothing) {
@@ -89,15 +103,15 @@ TEST(Length, OneUnitToItselfChangesNothing) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double length = rng.spread(-1000, 1000);
-        for (const std::string unit : {"m", "cm", "mm", "ft", "in"})
+        for (const std::string& unit : lengthUnitNames())
             ASSERT_EQ(parseLength(numberText(length) + unit, unit), length) << unit;
     }
 }
 
 TEST(Length, TextOfAnotherFormIsNone) {
-    for (const char* text : {"", "m", "6M", "6yd", "6deg", "6ft3in", "6,5", "nan", "infm", "1e999", "0x6"})
+    for (const char* text : {"", "m", "6M", "6nm", "6deg", "6ft3in", "6,5", "nan", "infm", "1e999", "0x6"})
         EXPECT_FALSE(parseLength(text, "m").has_value()) << text;
-    EXPECT_FALSE(parseLength("6m", "yd").has_value());
+    EXPECT_FALSE(parseLength("6m", "furlong").has_value());
 }
 
 }  // namespace

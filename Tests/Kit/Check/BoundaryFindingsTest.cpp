@@ -91,7 +91,7 @@ TEST(BoundaryCheck, WholeCylinderHasOneOutlineAlongItsSeam) {
 TEST(BoundaryCheck, SeamThatPartsTheUvMapIsFound) {
     Mesh mesh = gridWithSeam({10, 4});
     const auto findings = check(mesh);
-    ASSERT_THAT(namesOf(findings), Contains("uv-pieces"));
-    EXPECT_EQ(findingNamed("uv-pieces", findings).count, 2U);
-    EXPECT_EQ(findingNamed("pieces", findings).count, 0U);
+    ASSERT_THAT(namesOf(findings), Contains("uv-islands"));
+    EXPECT_EQ(findingNamed("uv-islands", findings).count, 2U);
+    EXPECT_EQ(findingNamed("disconnected-components", findings).count, 0U);
 }

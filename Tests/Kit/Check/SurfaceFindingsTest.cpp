@@ -82,9 +82,9 @@ TEST(SurfaceCheck, MeshThatIsTurnedOverAsAWholeIsNotFlipped) {
 }
 
 TEST(SurfaceCheck, OneSidedSurfaceHasNoWinding) {
-    EXPECT_THAT(namesOf(check(band(true))), Contains("one-sided-surface"));
-    EXPECT_THAT(namesOf(check(band(false))), Not(Contains("one-sided-surface")));
-    EXPECT_EQ(findingNamed("one-sided-surface", check(band(true))).count, 1U);
+    EXPECT_THAT(namesOf(check(band(true))), Contains("non-orientable-surface"));
+    EXPECT_THAT(namesOf(check(band(false))), Not(Contains("non-orientable-surface")));
+    EXPECT_EQ(findingNamed("non-orientable-surface", check(band(true))).count, 1U);
 }
 
 TEST(SurfaceCheck, EdgeOfThreeTrianglesIsCrowded) {
@@ -94,14 +94,14 @@ TEST(SurfaceCheck, EdgeOfThreeTrianglesIsCrowded) {
     fin.vertices[1].uv = {0.0, 2.0};
     computeFields(fin);
     mesh.push_back(fin);
-    const Finding finding = findingNamed("crowded-edge", check(mesh));
+    const Finding finding = findingNamed("non-manifold-edge", check(mesh));
     EXPECT_EQ(finding.count, 1U);
     EXPECT_THAT(trianglesOf(finding), ElementsAre(19));
 }
 
 TEST(SurfaceCheck, PiecesAreCountedAndTheirBeginningsTold) {
     const auto findings = check(separatePieces(4, {2, 3}));
-    ASSERT_THAT(namesOf(findings), ElementsAre("pieces"));
+    ASSERT_THAT(namesOf(findings), ElementsAre("disconnected-components"));
     EXPECT_EQ(findings[0].count, 4U);
     EXPECT_THAT(trianglesOf(findings[0]), ElementsAre(13, 25, 37));
 }
@@ -109,13 +109,13 @@ TEST(SurfaceCheck, PiecesAreCountedAndTheirBeginningsTold) {
 TEST(SurfaceCheck, TrianglesThatTouchInACornerAreTwoPieces) {
     Mesh mesh = {wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}),
                  wholeTriangle({0.0, 0.0, 0.0}, {-1.0, 0.0, 0.0}, {0.0, 0.0, -1.0})};
-    EXPECT_EQ(findingNamed("pieces", check(mesh)).count, 2U);
+    EXPECT_EQ(findingNamed("disconnected-components", check(mesh)).count, 2U);
 }
 
 TEST(SurfaceCheck, ZeroAndItsNegativeAreOnePlace) {
     Mesh mesh = {wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}),
                  wholeTriangle({-0.0, 0.0, 0.0}, {0.0, -0.0, 1.0}, {-1.0, 0.0, 0.0})};
-    EXPECT_EQ(findingNamed("pieces", check(mesh)).count, 0U);
+    EXPECT_EQ(findingNamed("disconnected-components", check(mesh)).count, 0U);
 }
 
 // Shares edges by comparing each pair of triangles.
@@ -150,6 +150,6 @@ TEST(SurfaceCheck, PiecesOfRandomTrianglesAreThoseOfTheReference) {
         std::sort(piece.begin(), piece.end());
         const auto count =
             static_cast<std::uint64_t>(std::unique(piece.begin(), piece.end()) - piece.begin());
-        EXPECT_EQ(findingNamed("pieces", check(mesh)).count, count > 1 ? count : 0U);
+        EXPECT_EQ(findingNamed("disconnected-components", check(mesh)).count, count > 1 ? count : 0U);
     }
 }

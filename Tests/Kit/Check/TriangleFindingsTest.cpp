@@ -129,8 +129,8 @@ TEST(MeshCheck, SizeIsSeenInItsUnit) {
     EXPECT_EQ(found(750.0, "m").count, 1U);
     EXPECT_EQ(found(0.007, "m").count, 1U);
     EXPECT_EQ(found(1.0, "km").count, 1U);
-    EXPECT_THAT(found(4000.0, "m").hint, ::testing::HasSubstr("--scale 0.001"));
-    EXPECT_THAT(found(4.0, "mm").hint, ::testing::HasSubstr("--scale 1000"));
+    EXPECT_THAT(found(4000.0, "m").hint, ::testing::HasSubstr("a scale of 0.001"));
+    EXPECT_THAT(found(4.0, "mm").hint, ::testing::HasSubstr("a scale of 1000"));
     EXPECT_THAT(found(4000.0, "m").text, ::testing::HasSubstr("5657 m across"));
-    EXPECT_THAT(found(1e9, "m").hint, ::testing::StartsWith("see to --scale"));
+    EXPECT_THAT(found(1e9, "m").hint, ::testing::StartsWith("check the scale"));
 }

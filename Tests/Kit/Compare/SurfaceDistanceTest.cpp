@@ -15,8 +15,8 @@ using Point3 = Point<double, 3>;
 
 constexpr double kAccuracy = 1e-4;
 
-std::vector<Corners> cornersOf(const Mesh& mesh) {
-    std::vector<Corners> triangles;
+std::vector<TriangleCorners> cornersOf(const Mesh& mesh) {
+    std::vector<TriangleCorners> triangles;
     for (const Triangle& triangle : mesh) {
         const auto& [a, b, c] = triangle.vertices;
         triangles.push_back({a.position, b.position, c.position});
@@ -24,23 +24,23 @@ std::vector<Corners> cornersOf(const Mesh& mesh) {
     return triangles;
 }
 
-SurfaceDistance distanceBetween(const std::vector<Corners>& from, const std::vector<Corners>& to,
-                                std::size_t threads = 2) {
+SurfaceDistance distanceBetween(const std::vector<TriangleCorners>& from,
+                                const std::vector<TriangleCorners>& to, std::size_t threads = 2) {
     ThreadPool pool(threads);
     return surfaceDistance(from, TriangleTree(to), kAccuracy, pool);
 }
 
-std::vector<Corners> moved(std::vector<Corners> triangles, const Point3& way) {
-    for (Corners& triangle : triangles)
+std::vector<TriangleCorners> moved(std::vector<TriangleCorners> triangles, const Point3& way) {
+    for (TriangleCorners& triangle : triangles)
         for (Point3& corner : triangle) corner = corner + way;
     return triangles;
 }
 
 void expectWithin(const SurfaceDistance& distance, double greatest, double mean) {
     const double accuracy = std::max(kAccuracy, greatest * 1e-3);
-    EXPECT_LE(distance.greatest, greatest + 1e-12);
+    EXPECT_LE(distance.max, greatest + 1e-12);
     EXPECT_GE(distance.bound, greatest - 1e-12);
-    EXPECT_LE(distance.bound - distance.greatest, accuracy * (1.0 + 1e-9));
+    EXPECT_LE(distance.bound - distance.max, accuracy * (1.0 + 1e-9));
     EXPECT_NEAR(distance.mean, mean, accuracy);
 }
 
@@ -48,7 +48,7 @@ TEST(SurfaceDistance, OfAMeshFromItselfIsNothing) {
     for (const Mesh& mesh : {wave({40, 30}), dome({30, 20}), flatGrid({2, 1})}) {
         const auto triangles = cornersOf(mesh);
         const SurfaceDistance distance = distanceBetween(triangles, triangles);
-        EXPECT_LE(distance.greatest, 1e-14);
+        EXPECT_LE(distance.max, 1e-14);
         EXPECT_LE(distance.mean, 1e-14);
         EXPECT_LE(distance.bound, kAccuracy + 1e-14);
     }
@@ -78,14 +78,14 @@ TEST(SurfaceDistance, FindsADentUnderTheMiddleOfABigTriangle) {
             if (length(corner.position - place) < 1e-9) corner.position[1] += 0.2;
     const auto plain = cornersOf(flatGrid({1, 1}));
     const SurfaceDistance toPlain = distanceBetween(cornersOf(dented), plain);
-    EXPECT_NEAR(toPlain.greatest, 0.2, 1e-12);
+    EXPECT_NEAR(toPlain.max, 0.2, 1e-12);
     EXPECT_LE(length(toPlain.where - place - Point3(0.0, 0.2, 0.0)), 1e-12);
 
     // From the plain wall the dent's sides are nearer than its tip: their feet lie within a cell of it.
     const SurfaceDistance fromPlain = distanceBetween(plain, cornersOf(dented));
-    EXPECT_GT(fromPlain.greatest, 0.01);
-    EXPECT_LE(fromPlain.greatest, 0.05);
-    EXPECT_LE(fromPlain.bound - fromPlain.greatest, kAccuracy * (1.0 + 1e-9));
+    EXPECT_GT(fromPlain.max, 0.01);
+    EXPECT_LE(fromPlain.max, 0.05);
+    EXPECT_LE(fromPlain.bound - fromPlain.max, kAccuracy * (1.0 + 1e-9));
     EXPECT_LE(length(fromPlain.where - place), 0.06);
 }
 
@@ -98,9 +98,9 @@ TEST(SurfaceDistance, OfConcentricDomesIsTheDifferenceOfTheirRadii) {
     // What the flat triangles cut off.
     const double chord = 5.1 * (1.0 - std::cos(std::hypot(1.0 / 50.0, 0.75 / 40.0)));
     for (const SurfaceDistance& distance : {distanceBetween(a, b), distanceBetween(b, a)}) {
-        EXPECT_NEAR(distance.greatest, 0.1, 2.0 * chord);
+        EXPECT_NEAR(distance.max, 0.1, 2.0 * chord);
         EXPECT_NEAR(distance.mean, 0.1, 2.0 * chord);
-        EXPECT_LE(distance.bound - distance.greatest, 1e-3 * distance.greatest * (1.0 + 1e-9));
+        EXPECT_LE(distance.bound - distance.max, 1e-3 * distance.max * (1.0 + 1e-9));
     }
 }
 
@@ -112,11 +112,11 @@ TEST(SurfaceDistance, NoSampleIsFartherThanTheBound) {
         const TriangleTree to(cornersOf(soup(rng, 30, 0.5)));
         ThreadPool pool(1);
         const SurfaceDistance distance = surfaceDistance(from, to, kAccuracy, pool);
-        ASSERT_LE(distance.greatest, distance.bound);
-        ASSERT_NEAR(to.nearest(distance.where).distance, distance.greatest, 1e-12);
+        ASSERT_LE(distance.max, distance.bound);
+        ASSERT_NEAR(to.nearest(distance.where).distance, distance.max, 1e-12);
         double sum = 0.0;
         double area = 0.0;
-        for (const Corners& triangle : from) {
+        for (const TriangleCorners& triangle : from) {
             const double size = length(cross(triangle[1] - triangle[0], triangle[2] - triangle[0]));
             for (int k = 0; k < 200; ++k) {
                 const double a = rng.uniform(0.0, 1.0);
@@ -140,7 +140,7 @@ TEST(SurfaceDistance, DoesNotDependOnTheNumberOfThreads) {
     const SurfaceDistance one = distanceBetween(a, b, 1);
     for (const std::size_t threads : {2U, 5U}) {
         const SurfaceDistance many = distanceBetween(a, b, threads);
-        EXPECT_TRUE(sameBits(many.greatest, one.greatest));
+        EXPECT_TRUE(sameBits(many.max, one.max));
         EXPECT_TRUE(sameBits(many.bound, one.bound));
         EXPECT_TRUE(sameBits(many.mean, one.mean));
         EXPECT_TRUE(sameBits(many.where, one.where));
@@ -152,7 +152,7 @@ TEST(SurfaceDistance, OfSurfacesWithoutAreaIsThatOfTheirPositions) {
     const Point3 a(0, 0, 0);
     const Point3 b(0, 3, 4);
     const SurfaceDistance distance = distanceBetween({{a, a, a}}, {{b, b, b}});
-    EXPECT_EQ(distance.greatest, 5.0);
+    EXPECT_EQ(distance.max, 5.0);
     EXPECT_EQ(distance.bound, 5.0);
     EXPECT_TRUE(std::isnan(distance.mean));
 }

@@ -14,7 +14,7 @@ using Point3 = Point<double, 3>;
 
 using Precise = std::array<long double, 3>;
 
-Precise at(const Corners& triangle, long double a, long double b) {
+Precise at(const TriangleCorners& triangle, long double a, long double b) {
     Precise position{};
     for (std::size_t i = 0; i < 3; ++i)
         position[i] = triangle[0][i] + a * (triangle[1][i] - static_cast<long double>(triangle[0][i])) +
@@ -32,7 +32,7 @@ Precise difference(const Precise& to, const Precise& from) {
 
 // The least distance to the corners, to the feet on the edges, and to the foot in the plane by least squares. Each of
 // them lies in the triangle, so that the result is never too small.
-double referenceDistance(const Point3& point, const Corners& triangle) {
+double plainDistance(const Point3& point, const TriangleCorners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;
     const auto take = [&](long double a, long double b) {
@@ -63,14 +63,14 @@ double referenceDistance(const Point3& point, const Corners& triangle) {
     return static_cast<double>(std::sqrt(least));
 }
 
-void expectPlainDistance(const Point3& point, const Corners& triangle) {
+void expectPlainDistance(const Point3& point, const TriangleCorners& triangle) {
     const Point3 nearest = nearestOnTriangle(point, triangle);
     EXPECT_NEAR(length(point - nearest), referenceDistance(point, triangle), 1e-7);
     EXPECT_LE(referenceDistance(nearest, triangle), 1e-7);
 }
 
 TEST(TriangleDistance, IsThatToTheFootTheEdgeOrTheCorner) {
-    const Corners triangle{Point3(0, 0, 0), Point3(4, 0, 0), Point3(0, 4, 0)};
+    const TriangleCorners triangle{Point3(0, 0, 0), Point3(4, 0, 0), Point3(0, 4, 0)};
     EXPECT_EQ(nearestOnTriangle({1, 1, 5}, triangle), Point3(1, 1, 0));
     EXPECT_EQ(nearestOnTriangle({1, 1, 0}, triangle), Point3(1, 1, 0));
     EXPECT_EQ(nearestOnTriangle({2, -3, 1}, triangle), Point3(2, 0, 0));
@@ -86,7 +86,7 @@ TEST(TriangleDistance, OfACornerIsNothing) {
     for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const Corners triangle{rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)};
+        const TriangleCorners triangle{rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)};
         for (const Point3& corner : triangle) ASSERT_LE(squaredDistance(corner, triangle), 1e-30);
     }
 }
@@ -115,15 +115,16 @@ TEST(TriangleDistance, OfTrianglesWithoutAreaIsThatToTheEdgeOrThePosition) {
     const Point3 a(1, 2, 3);
     const Point3 b(1, 2, 7);
     EXPECT_EQ(nearestOnTriangle({4, 6, 3}, {a, a, a}), a);
-    for (const Corners& edge : {Corners{a, a, b}, Corners{a, b, a}, Corners{b, a, a}, Corners{a, b, b}})
+    for (const TriangleCorners& edge : {TriangleCorners{a, a, b}, TriangleCorners{a, b, a},
+                                        TriangleCorners{b, a, a}, TriangleCorners{a, b, b}})
         EXPECT_EQ(squaredDistance({4, 6, 5}, edge), 25.0);
     EXPECT_EQ(squaredDistance({4, 6, 5}, {a, Point3(1, 2, 5), b}), 25.0);
 }
 
 TEST(TriangleDistance, FollowsTheSizeOfTheTriangle) {
-    const Corners triangle{Point3(0, 0, 0), Point3(4, 0, 0), Point3(0, 4, 0)};
+    const TriangleCorners triangle{Point3(0, 0, 0), Point3(4, 0, 0), Point3(0, 4, 0)};
     for (const double factor : {1e-30, 1e-6, 1e6, 1e37}) {
-        Corners scaled = triangle;
+        TriangleCorners scaled = triangle;
         for (Point3& corner : scaled) corner = corner * factor;
         EXPECT_NEAR(std::sqrt(squaredDistance(Point3(1, 1, 5) * factor, scaled)) / factor, 5.0, 1e-12);
         EXPECT_NEAR(std::sqrt(squaredDistance(Point3(7, -4, 0) * factor, scaled)) / factor, 5.0, 1e-12);

@@ -13,10 +13,10 @@ namespace {
 using Point3 = Point<double, 3>;
 
 // Of some forms: in a cloud, slivers, without area, many of them in one place, or all over each other.
-std::vector<Corners> anyTriangles(Rng& rng) {
+std::vector<TriangleCorners> anyTriangles(Rng& rng) {
     const int form = rng.integer(0, 4);
-    std::vector<Corners> triangles(static_cast<std::size_t>(rng.integer(1, 200)));
-    for (Corners& triangle : triangles) {
+    std::vector<TriangleCorners> triangles(static_cast<std::size_t>(rng.integer(1, 200)));
+    for (TriangleCorners& triangle : triangles) {
         const double reach = form == 4 ? 1.0 : 0.1;
         const Point3 middle = form == 3 ? rng.integerPoint(-1, 1) : rng.point(-1, 1);
         for (Point3& corner : triangle) corner = middle + rng.point(-reach, reach);
@@ -31,13 +31,13 @@ TEST(TriangleTree, FindsWhatLookingAtEachTriangleFinds) {
     for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const std::vector<Corners> triangles = anyTriangles(rng);
+        const std::vector<TriangleCorners> triangles = anyTriangles(rng);
         const TriangleTree tree(triangles);
         std::uint32_t hint = TriangleTree::kNone;
         for (int k = 0; k < 20; ++k) {
             const Point3 point = rng.coin() ? rng.point(-1, 1) : rng.point(-20, 20);
             double least = INFINITY;
-            for (const Corners& triangle : triangles)
+            for (const TriangleCorners& triangle : triangles)
                 least = std::min(least, std::sqrt(squaredDistance(point, triangle)));
             const TriangleTree::Nearest nearest = tree.nearest(point, hint);
             ASSERT_NEAR(nearest.distance, least, 1e-13);
@@ -50,9 +50,9 @@ TEST(TriangleTree, FindsWhatLookingAtEachTriangleFinds) {
 
 TEST(TriangleTree, HoldsEachTriangleOnce) {
     Rng rng(1);
-    std::vector<Corners> triangles = anyTriangles(rng);
+    std::vector<TriangleCorners> triangles = anyTriangles(rng);
     const TriangleTree tree(triangles);
-    std::vector<Corners> held;
+    std::vector<TriangleCorners> held;
     for (std::uint32_t i = 0; i < triangles.size(); ++i) held.push_back(tree.triangle(i));
     std::sort(triangles.begin(), triangles.end());
     std::sort(held.begin(), held.end());
@@ -60,8 +60,8 @@ TEST(TriangleTree, HoldsEachTriangleOnce) {
 }
 
 TEST(TriangleTree, OfEqualTrianglesIsSearchedToo) {
-    const Corners triangle{Point3(0, 0, 0), Point3(1, 0, 0), Point3(0, 1, 0)};
-    const TriangleTree tree(std::vector<Corners>(1000, triangle));
+    const TriangleCorners triangle{Point3(0, 0, 0), Point3(1, 0, 0), Point3(0, 1, 0)};
+    const TriangleTree tree(std::vector<TriangleCorners>(1000, triangle));
     EXPECT_EQ(tree.nearest({0.25, 0.25, 2}).distance, 2.0);
 }
 

@@ -26,9 +26,10 @@ std::uint64_t countOf(const std::string& name, const std::vector<Finding>& findi
 MeshCounts expectAgreement(const Mesh& mesh, const std::string& name) {
     SCOPED_TRACE(name);
     const std::vector<Finding> findings = checkMesh({.objData = {}, .triangles = mesh, .lines = {}}, "m");
-    const MeshCounts counts = plotMeshData(TriangleScreen(mesh)).counts;
+    const MeshCounts counts = buildPlotMeshData(TriangleScreen(mesh)).counts;
     EXPECT_EQ(counts.holes, countOf("hole", findings));
-    EXPECT_EQ(counts.components > 1 ? counts.components : 0, countOf("pieces", findings));
+    EXPECT_EQ(counts.components > 1 ? counts.components : 0,
+              countOf("disconnected-components", findings));
     EXPECT_EQ(counts.flipped, countOf("flipped-triangle", findings));
     EXPECT_EQ(counts.mirrored, countOf("mirrored-uv", findings));
     EXPECT_EQ(counts.overlapping, countOf("overlapping-uv", findings));

@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 PlotMeshData dataOf(Mesh mesh) {
-    return plotMeshData(TriangleScreen(std::move(mesh)));
+    return buildPlotMeshData(TriangleScreen(std::move(mesh)));
 }
 
 TEST(PlotMeshData, PositionsAreCentredAndOfSizeOne) {
@@ -116,7 +116,7 @@ TEST(PlotMeshData, TheStretchOfAWallIsItsArea) {
 }
 
 TEST(PlotMeshData, AScreenWithoutTrianglesIsNotDrawable) {
-    EXPECT_FALSE(plotMeshData(FlatScreen(4.0, 3.0)).isDrawable());
+    EXPECT_FALSE(buildPlotMeshData(FlatScreen(4.0, 3.0)).isDrawable());
     Mesh point = flatGrid({1, 1});
     scale(point, 0.0);
     EXPECT_FALSE(dataOf(point).isDrawable());

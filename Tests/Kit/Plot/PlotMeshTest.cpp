@@ -25,7 +25,7 @@ std::string pageOf(const Mesh& mesh, PlotColor color = PlotColor::Side) {
 
 // How many areas of a view have a class that begins so.
 std::ptrdiff_t areaCount(const Mesh& mesh, const Camera& camera, const std::string& beginning) {
-    const PlotMeshData data = plotMeshData(TriangleScreen(mesh));
+    const PlotMeshData data = buildPlotMeshData(TriangleScreen(mesh));
     const std::vector<Shape> shapes = meshShapes(data, camera);
     return std::count_if(shapes.begin(), shapes.end(), [&](const Shape& shape) {
         return shape.isArea && shape.styleClass.rfind(beginning, 0) == 0;
@@ -44,8 +44,8 @@ TEST(PlotMesh, TurnedTrianglesHaveTheirOwnColour) {
     Mesh mesh = flatGrid({6, 4});
     for (const std::size_t i : {3, 17, 30}) std::swap(mesh[i].vertices[1], mesh[i].vertices[2]);
     EXPECT_EQ(areaCount(mesh, Camera::front(), kFlippedClass), 3);
-    EXPECT_THAT(pageOf(mesh), HasSubstr("turned over: 3<"));
-    EXPECT_THAT(pageOf(flatGrid({6, 4})), HasSubstr("turned over: none<"));
+    EXPECT_THAT(pageOf(mesh), HasSubstr("flipped: 3<"));
+    EXPECT_THAT(pageOf(flatGrid({6, 4})), HasSubstr("flipped: none<"));
 }
 
 TEST(PlotMesh, AManyTriangleMeshIsDrawnInFewAreasAndShowsASingleTurnedOne) {
@@ -70,7 +70,7 @@ TEST(PlotMesh, HolesAreCountedAndDrawn) {
 }
 
 TEST(PlotMesh, HiddenLinesAreLeftOutOrPale) {
-    const PlotMeshData data = plotMeshData(TriangleScreen(dome({24, 8}, kHalfSphere)));
+    const PlotMeshData data = buildPlotMeshData(TriangleScreen(dome({24, 8}, kHalfSphere)));
     const std::vector<Shape> shapes = meshShapes(data, Camera::perspective(0.0));
     const auto has = [&](const std::string& styleClass) {
         return std::any_of(shapes.begin(), shapes.end(),
@@ -85,7 +85,7 @@ TEST(PlotMesh, HiddenLinesAreLeftOutOrPale) {
 TEST(PlotMesh, AMeshWithoutUvSaysSo) {
     Mesh mesh = flatGrid({4, 3});
     stripUV(mesh);
-    EXPECT_THAT(pageOf(mesh), AllOf(HasSubstr("the mesh has no UV"), Not(HasSubstr("faulty UV:"))));
+    EXPECT_THAT(pageOf(mesh), AllOf(HasSubstr("the mesh has no UV"), Not(HasSubstr("bad UV:"))));
     EXPECT_THAT(pageOf(mesh, PlotColor::Stretch), HasSubstr("class=\"none\""));
 }
 

@@ -1,4 +1,4 @@
-"""What check finds in mesh files, with their lines, and what it mends."""
+"""Findings of check in mesh files, with their lines, and its repairs."""
 import json
 import random
 import unittest
@@ -23,7 +23,7 @@ def soup(count):
 
 
 def changed(text, **lines):
-    """A text with other lines, told by their numbers as in L50."""
+    """A text with other lines, given by their numbers as in L50."""
     result = text.split("\n")
     for number, line in lines.items():
         result[int(number[1:]) - 1] = line
@@ -61,9 +61,9 @@ class Check(ObjTest):
         self.file("a.obj", wall() + "f 1/1/1 1/1/1 2/2/1\n")
         result = self.run_tool("check", "a.obj")
         self.assertEqual((result.returncode, result.stderr), (1, b"error: a.obj: 1 finding, expected none\n"))
-        self.assertRegex(result.stdout.decode(), r"\Aa\.obj:54: 1 triangle without area: .*: triangle 25 \(.*\)\n1 finding in 25 triangles\n\Z")
+        self.assertRegex(result.stdout.decode(), r"\Aa\.obj:54: 1 triangle with zero area: .*: triangle 25 \(.*\)\n1 finding in 25 triangles\n\Z")
 
-    def test_a_flipped_quad_is_told_with_its_line(self):
+    def test_a_flipped_quad_is_reported_with_its_line(self):
         findings, _ = self.check_file(changed(wall(), L45="f 4/4/1 5/5/1 10/10/1 9/9/1"))
         self.assertEqual(list(findings), ["flipped-triangle"])
         self.assertEqual(self.places(findings["flipped-triangle"]), [(7, 45), (8, 45)])
@@ -82,19 +82,19 @@ class Check(ObjTest):
     def test_the_scale_and_the_unit_count(self):
         self.assertEqual(list(self.check_file(wall(), "--scale", "1000")[0]), ["implausible-size"])
         self.assertEqual(self.check_file(wall(), "--scale", "1000", "--unit", "mm")[0], {})
-        self.assertIn("--scale 1000", self.check_file(wall(), "--unit", "mm")[1][0])
+        self.assertIn("a scale of 1000", self.check_file(wall(), "--unit", "mm")[1][0])
 
     def test_a_map_that_is_mirrored_for_the_viewer(self):
         self.assertEqual(list(self.check_file(dome())[0]), ["mirrored-map"])
         # Seen from the other side it is right.
         self.assertEqual(list(self.check_file(wall(), "--forward", "-Y")[0]), ["mirrored-map"])
 
-    def test_what_had_to_be_mended_is_found_with_its_line(self):
+    def test_repairs_are_findings_with_their_lines(self):
         findings, lines = self.check_file(wall(corner="{0}/{0}")[:-1])
         self.assertEqual(list(findings), ["final-line-feed", "missing-normal"])
         self.assertTrue(lines[0].startswith("a.obj:53: "))
         self.assertTrue(lines[1].startswith("a.obj:42: "))
-        self.assertIn("quarnscreen check a.obj --fix -o mended.obj", lines[0])
+        self.assertIn("quarnscreen convert a.obj -o repaired.obj", lines[0])
 
     def test_fix_writes_a_text_that_loads_and_has_no_findings(self):
         self.file("a.obj", wall(corner="{0}/{0}")[:-1])
@@ -132,7 +132,7 @@ class Check(ObjTest):
         for command, *arguments in (["info"], ["map", "--to", "3d"]):
             self.assertRegex(self.error_line(command, "a.obj", *arguments),
                              r"a\.obj: found a mesh whose index by UV would take too long to build: (at least )?\d+ of 2000 triangles overlap "
-                             r"others in UV, expected a UV map without overlaps \(see: quarnscreen check a\.obj\)")
+                             r"others in UV, expected a UV map without overlaps; try: quarnscreen check a\.obj")
         self.assertIn("cannot be indexed", self.run_tool("check", "a.obj").stdout.decode())
         self.assertIn("index by UV", self.error_line("info", self.xml("mesh.xml", soup(SOUP_SIZE))))
 

@@ -22,10 +22,10 @@ class Compare(ObjTest):
         self.run_tool("make", *arguments, "-o", name)
         return name
 
-    def assert_distance(self, row, greatest, mean=None):
-        """The greatest distance is within the told accuracy, which is at most a 10,000th of the size or a thousandth of the distance."""
-        self.assertLess(row["accuracy"], max(20 * 1e-4, greatest * 2e-3))
-        self.assertAlmostEqual(row["greatest"], greatest, delta=row["accuracy"] + 1e-6)
+    def assert_distance(self, row, maximum, mean=None):
+        """The maximum distance is within the stated accuracy, which is at most a 10,000th of the size or a thousandth of the distance."""
+        self.assertLess(row["accuracy"], max(20 * 1e-4, maximum * 2e-3))
+        self.assertAlmostEqual(row["max"], maximum, delta=row["accuracy"] + 1e-6)
         if mean is not None:
             self.assertAlmostEqual(row["mean"], mean, delta=row["accuracy"] + 1e-6)
 
@@ -37,7 +37,7 @@ class Compare(ObjTest):
                 rows = self.compared(screen, screen, "--max", "1e-12", "--accuracy", "5mm")
                 self.assertEqual(rows["digest"]["status"], "same")
                 for name in ("a_to_b", "b_to_a", "equal_uv"):
-                    self.assertLess(rows[name]["greatest"], 1e-14)
+                    self.assertLess(rows[name]["max"], 1e-14)
 
     def test_parallel_planes(self):
         self.file("wall.obj", wall())
@@ -47,7 +47,7 @@ class Compare(ObjTest):
             self.assertEqual(rows["digest"]["status"], "different")
             for name in ("a_to_b", "b_to_a"):
                 self.assert_distance(rows[name], 0.25, 0.25)
-            self.assertAlmostEqual(rows["equal_uv"]["greatest"], 0.25, delta=1e-6)
+            self.assertAlmostEqual(rows["equal_uv"]["max"], 0.25, delta=1e-6)
             self.assertAlmostEqual(rows["equal_uv"]["mean"], 0.25, delta=1e-6)
 
     def test_a_wall_that_was_moved_along_itself_is_apart_at_its_side_and_in_uv(self):
@@ -59,14 +59,14 @@ class Compare(ObjTest):
         self.assertAlmostEqual(rows["a_to_b"]["x"], -2)
         self.assert_distance(rows["b_to_a"], 1, 0.125)
         self.assertAlmostEqual(rows["b_to_a"]["x"], 3)
-        self.assertAlmostEqual(rows["equal_uv"]["greatest"], 1, delta=1e-6)
+        self.assertAlmostEqual(rows["equal_uv"]["max"], 1, delta=1e-6)
 
     def test_a_wall_with_other_uv_is_apart_in_uv_alone(self):
         self.file("wall.obj", wall())
         self.text_of("transform", "wall.obj", "--flip-u", "-o", "flipped.obj")
         rows = self.compared("wall.obj", "flipped.obj")
-        self.assertLess(rows["a_to_b"]["greatest"], 1e-14)
-        self.assertAlmostEqual(rows["equal_uv"]["greatest"], 4 * 127 / 128, delta=1e-6)
+        self.assertLess(rows["a_to_b"]["max"], 1e-14)
+        self.assertAlmostEqual(rows["equal_uv"]["max"], 4 * 127 / 128, delta=1e-6)
         self.assertAlmostEqual(rows["equal_uv"]["mean"], 2, delta=1e-6)
         self.assertEqual(rows["equal_uv"]["samples"], 128 * 128)
 
@@ -79,7 +79,7 @@ class Compare(ObjTest):
             rows = self.compared(a, b)
             for name in ("a_to_b", "b_to_a"):
                 self.assert_distance(rows[name], 0.05, 0.05)
-            self.assertAlmostEqual(rows["equal_uv"]["greatest"], 0.05, delta=1e-9)
+            self.assertAlmostEqual(rows["equal_uv"]["max"], 0.05, delta=1e-9)
 
     def test_a_dome_that_was_raised(self):
         raised = self.make("raised.xml", "dome", "--radius", "6", "--angle", "180deg", "--center", "0,0,0.1")
@@ -102,7 +102,7 @@ class Compare(ObjTest):
         self.text_of("refine", "dome.obj", "--max-edge", "0.4", "-o", "fine.obj")
         rows = self.compared("dome.obj", "fine.obj")
         for name in ("a_to_b", "b_to_a", "equal_uv"):
-            self.assertLess(rows[name]["greatest"], 2e-6)
+            self.assertLess(rows[name]["max"], 2e-6)
         self.assertLess(rows["a_to_b"]["accuracy"], 3e-4)
 
     def test_max_decides_the_exit_code(self):
@@ -116,7 +116,7 @@ class Compare(ObjTest):
 
     def test_one_way_is_enough_for_max(self):
         small = self.make("small.xml", "flat", "--width", "2", "--height", "3")
-        self.assertLess(self.compared(small, WALL)["a_to_b"]["greatest"], 1e-14)
+        self.assertLess(self.compared(small, WALL)["a_to_b"]["max"], 1e-14)
         for files in ((small, WALL), (WALL, small)):
             self.assert_one_error_line(self.run_tool("compare", *files, "--max", "0.5"), 1)
 
@@ -125,13 +125,13 @@ class Compare(ObjTest):
         rows = self.compared("wall.obj", "wall.obj", "--scale-b", "0.5")
         self.assert_distance(rows["a_to_b"], math.hypot(1, 0.75))
         rows = self.compared("wall.obj", "wall.obj", "--forward=-Z", "--up", "Y", "--scale", "2", "--forward-b=-Z", "--up-b", "Y", "--scale-b", "2")
-        self.assertLess(rows["a_to_b"]["greatest"], 1e-14)
-        self.assertIn("for a screen that is no OBJ file", self.error_line("compare", "wall.obj", WALL, "--scale-b", "2"))
+        self.assertLess(rows["a_to_b"]["max"], 1e-14)
+        self.assertIn("for a screen that is not an OBJ file", self.error_line("compare", "wall.obj", WALL, "--scale-b", "2"))
 
     def test_without_uv_there_is_nothing_to_compare_at_equal_uv(self):
         self.file("bare.obj", wall(corner="{0}//1"))
         rows = self.compared(WALL, "bare.obj")
-        self.assertEqual((rows["equal_uv"]["status"], rows["equal_uv"]["greatest"]), ("none", ""))
+        self.assertEqual((rows["equal_uv"]["status"], rows["equal_uv"]["max"]), ("none", ""))
         self.assert_distance(rows["a_to_b"], 0, 0)
 
     def test_accuracy_is_what_is_asked_for(self):
@@ -140,7 +140,7 @@ class Compare(ObjTest):
         for accuracy in (1e-2, 1e-5):
             row = self.compared(a, b, "--accuracy", str(accuracy))["a_to_b"]
             self.assertLessEqual(row["accuracy"], accuracy)
-            self.assertAlmostEqual(row["greatest"], 0.001, delta=accuracy)
+            self.assertAlmostEqual(row["max"], 0.001, delta=accuracy)
 
     def test_answers_do_not_depend_on_the_threads(self):
         self.file("dome.obj", dome(40, 60))

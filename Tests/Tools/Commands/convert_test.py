@@ -127,7 +127,7 @@ class Convert(ConvertTest):
         asked, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
         for key in ("bounds", "eyePoint", "size"):
             self.assertEqual(baked[key], asked[key])
-        for key in ("triangles", "area", "status", "uvRange", "outlinePoints"):
+        for key in ("triangles", "area", "status", "uvRange", "boundaryPoints"):
             self.assertEqual(baked["mesh"][key], asked["mesh"][key])
 
     def test_axes_and_scale_are_kept_in_xml(self):

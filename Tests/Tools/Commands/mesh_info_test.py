@@ -17,14 +17,14 @@ class MeshInfo(ObjTest):
     def test_a_good_wall(self):
         mesh, lines = self.mesh(wall())
         self.assertEqual((mesh["status"], mesh["statusText"]), ("ok", "good; everything works"))
-        self.assertEqual((mesh["triangles"], mesh["outlinePoints"]), (24, 14))
+        self.assertEqual((mesh["triangles"], mesh["boundaryPoints"]), (24, 14))
         self.assertAlmostEqual(mesh["area"], 12)
         for coordinate in mesh["centroid"]:
             self.assertAlmostEqual(coordinate, 0)
         self.assertEqual(mesh["uvRange"], {"min": [0, 0], "max": [1, 1]})
         self.assertEqual(set(mesh["ignored"].values()), {0})
         self.assertEqual((lines["type"], lines["status"], lines["ignored"]), ("class OBJScreen", "good; everything works", "nothing"))
-        self.assertEqual((lines["triangles"], lines["UV range"], lines["outline points"]), ("24", "(0, 0) to (1, 1)", "14"))
+        self.assertEqual((lines["triangles"], lines["UV range"], lines["boundary points"]), ("24", "(0, 0) to (1, 1)", "14"))
         self.assertEqual((lines["is valid"], lines["has UV mapping"], lines["frame"]), ("yes", "yes", "forward Y, up Z, scale 1"))
 
     def test_a_fine_dome_has_nearly_the_measures_of_half_a_sphere(self):
@@ -32,7 +32,7 @@ class MeshInfo(ObjTest):
         self.assertEqual(mesh["status"], "ok")
         self.assertAlmostEqual(mesh["area"], 2 * math.pi * 36, delta=0.1)
         self.assertAlmostEqual(mesh["centroid"][2], 3, delta=0.01)
-        self.assertEqual(mesh["outlinePoints"], 120)
+        self.assertEqual(mesh["boundaryPoints"], 120)
 
     def test_a_screen_without_triangles_has_no_mesh(self):
         self.file("flat.xml", self.text_of("make", "flat", "--width", "4", "--height", "3"))
@@ -61,10 +61,10 @@ class MeshInfo(ObjTest):
         mesh, _ = self.mesh("vt 5 5\n" + wall().replace("/", "@").replace("@", "/"))
         self.assertEqual(mesh["status"], "uv_out_of_range")
 
-    def test_two_pieces_have_no_single_outline(self):
+    def test_two_components_have_no_single_boundary(self):
         faces = [line for line in wall().split("\n") if line.startswith("f")]
         mesh, lines = self.mesh(wall().replace(faces[1] + "\n", "").replace(faces[5] + "\n", "").replace(faces[9] + "\n", ""))
-        self.assertEqual(mesh["status"], "bad_outline")
+        self.assertEqual(mesh["status"], "bad_boundary")
         self.assertIn("has not one closed outline", lines["status"])
         self.assertEqual(lines["has UV mapping"], "no")
 

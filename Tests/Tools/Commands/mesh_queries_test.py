@@ -90,18 +90,18 @@ class MeshAnswers(ObjTest):
 
     def test_extrapolated_rays_are_marked(self):
         rays = b"0,-1,0,0,0,0\n3,-5,0,3,-0.01,0\n0,1,0,0,0,0\n"
-        for side, expected in (([], ["hit", "outline", "hit"]), (["--side", "0"], ["hit", "outline", "hit"]),
-                               (["--side", "-1"], ["hit", "outline", "outline"]), (["--side", "+1"], ["outline", "outline", "hit"])):
+        for side, expected in (([], ["hit", "boundary", "hit"]), (["--side", "0"], ["hit", "boundary", "hit"]),
+                               (["--side", "-1"], ["hit", "boundary", "boundary"]), (["--side", "+1"], ["boundary", "boundary", "hit"])):
             rows = self.rows("intersect", "wall.obj", "--extrapolate", *side, stdin=rays)
             self.assertEqual([row["status"] for row in rows], expected, side)
             for row in rows:
-                self.assertEqual(row["triangle"] == "", row["status"] == "outline")
+                self.assertEqual(row["triangle"] == "", row["status"] == "boundary")
         # The ray runs beside the right edge, x = 2 and y = 0, and passes nearest to it in its plane.
         row = self.rows("intersect", "wall.obj", "--extrapolate", stdin=rays)[1]
         self.assert_near(numbers(row, [*POSITION, "t"]), [3, 0, 0, 5 / 4.99])
         self.assertEqual([row[name] for name in ("u", "v", "side")], ["", "", ""])
 
-    def test_a_mesh_without_outline_has_no_fallback(self):
+    def test_a_mesh_without_boundary_has_no_fallback(self):
         corners = [(0, 0, 0), (1, 0, 0), (0, 1, 0), (0, 0, 1)]
         faces = ["1//1 3//1 2//1", "1//1 2//1 4//1", "1//1 4//1 3//1", "2//1 3//1 4//1"]
         self.file("closed.obj", "".join(f"v {x} {y} {z}\n" for x, y, z in corners) + "vn 0 0 1\n" + "".join(f"f {face}\n" for face in faces))
@@ -149,11 +149,11 @@ class MeshAnswers(ObjTest):
         self.assertEqual({(row["column"], row["row"]) for row in rows}, {("", "")})
         self.assertEqual(len(rows), 5)
 
-    def test_outline_and_grid(self):
-        outline = [tuple(numbers(row, POSITION)) for row in self.rows("boundary", "wall.obj")]
-        self.assertEqual(len(outline), 15)
-        self.assertEqual(outline[0], outline[-1])
-        self.assertTrue(all(abs(x) == 2 or abs(z) == 1.5 for x, _, z in outline))
+    def test_boundary_and_grid(self):
+        boundary = [tuple(numbers(row, POSITION)) for row in self.rows("boundary", "wall.obj")]
+        self.assertEqual(len(boundary), 15)
+        self.assertEqual(boundary[0], boundary[-1])
+        self.assertTrue(all(abs(x) == 2 or abs(z) == 1.5 for x, _, z in boundary))
         grid = self.rows("grid", "dome.obj", "--density", "5")
         self.assertGreater(len({row["polyline"] for row in grid}), 5)
         for row in grid:
@@ -184,7 +184,7 @@ class MeshAnswers(ObjTest):
         mesh = self.xml("mesh.xml", turned, "-Z", "Y", "0.001")
         self.assertEqual(self.rows("points", mesh), self.rows("points", "turned.obj", *options))
 
-    def test_plots_show_outline_and_grid(self):
+    def test_plots_show_boundary_and_grid(self):
         for name, count in (("wall.obj", 24), ("dome.obj", 360), ("bare.obj", 24)):
             svg = self.text_of("plot", name)
             subprocess.run(["xmllint", "--noout", "-"], input=svg.encode(), check=True)
@@ -192,7 +192,7 @@ class MeshAnswers(ObjTest):
             classes = {element.get("class") for element in root.iter()}
             texts = [element.text for element in root.iter() if element.text]
             self.assertIn(f"Mesh of {count} triangles", texts)
-            self.assertIn("outline", classes)
+            self.assertIn("boundary", classes)
             self.assertEqual("grid" in classes, name != "bare.obj")
             self.assertEqual("the mesh has no UV" in texts, name == "bare.obj")
             self.assertEqual(self.text_of("plot", name), svg)

@@ -1,4 +1,4 @@
-"""Pictures of meshes show their outline, UV grid, holes and faults, in few bytes, the same ones on every run."""
+"""Pictures of meshes show their boundary, UV grid, holes and defects, in few bytes, the same ones on every run."""
 import math
 import os
 import re
@@ -11,7 +11,7 @@ from tool_case import SAMPLES
 
 
 def sheet(columns, rows, uv=lambda u, v: (u, v), skip=lambda column, row: False, flip=(), depth=0.2):
-    """A wavy wall of 4 by 3 m whose faces of the numbers in flip are turned over."""
+    """A wavy wall of 4 by 3 m whose faces of the numbers in flip are flipped."""
     positions = [(4 * c / columns - 2, depth * math.sin(5 * c / columns), 1.5 - 3 * r / rows) for r in range(rows + 1) for c in range(columns + 1)]
     uvs = [uv(c / columns, r / rows) for r in range(rows + 1) for c in range(columns + 1)]
     faces = []
@@ -50,41 +50,41 @@ class PlotMesh(PlotTest):
             self.assertGreater(len(areas), 100)
             self.assertGreaterEqual(min(areas), 0)
 
-    def test_a_good_mesh_has_no_fault(self):
+    def test_a_good_mesh_has_no_defect(self):
         svg = self.plot_mesh(dome())
-        self.assertLessEqual({"turned over: none", "faulty UV: none", "overlap: none", "holes: none", "UV from (0, 0) to (1, 1)"}, set(self.texts(svg)))
-        for name in ("turned", "faulty", "overlap", "hole"):
+        self.assertLessEqual({"flipped: none", "bad UV: none", "overlap: none", "holes: none", "UV from (0, 0) to (1, 1)"}, set(self.texts(svg)))
+        for name in ("flipped", "bad-uv", "overlap", "hole"):
             self.assertLessEqual(self.points_of(svg, name), 4, "the legend alone")
-        for name in ("grid", "outline", "uv-fill", "border"):
+        for name in ("grid", "boundary", "uv-fill", "border"):
             self.assertGreater(self.points_of(svg, name), 50)
 
-    def test_faults_are_painted_and_counted(self):
+    def test_defects_are_painted_and_counted(self):
         svg = self.plot_mesh(wall_with_faults())
-        self.assertLessEqual({"turned over: 3", "faulty UV: 60", "60 mirrored to the others", "holes: 1", "seam of the UVs", "overlap: none"}, set(self.texts(svg)))
+        self.assertLessEqual({"flipped: 3", "bad UV: 60", "60 locally mirrored", "holes: 1", "seam of the UVs", "overlap: none"}, set(self.texts(svg)))
         # Three triangles in the perspective, the front and the UV layout. The plan sees a wall from its edge.
-        self.assertEqual(self.points_of(svg, "turned"), 4 + 3 * 3 * 3)
-        self.assertEqual(self.points_of(svg, "faulty"), 4 + 3 * 3 * 60)
+        self.assertEqual(self.points_of(svg, "flipped"), 4 + 3 * 3 * 3)
+        self.assertEqual(self.points_of(svg, "bad-uv"), 4 + 3 * 3 * 60)
         self.assertGreater(self.points_of(svg, "hole"), 10)
 
     def test_uvs_outside_and_twice_are_told(self):
         texts = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1.5 * u, v)))))
-        self.assertLessEqual({"24 outside of 0 to 1", "faulty UV: 24", "UV from (0, 0) to (1.5, 1)"}, texts)
+        self.assertLessEqual({"24 outside of 0 to 1", "bad UV: 24", "UV from (0, 0) to (1.5, 1)"}, texts)
         folded = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - abs(2 * u - 1), v)))))
-        self.assertLessEqual({"overlap: 64", "32 mirrored to the others"}, folded)
+        self.assertLessEqual({"overlap: 64", "32 locally mirrored"}, folded)
         mirrored = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - u, v)))))
-        self.assertLessEqual({"all mirrored, from the front", "faulty UV: none"}, mirrored)
+        self.assertLessEqual({"all mirrored, from the front", "bad UV: none"}, mirrored)
 
     def test_a_mesh_without_uv_has_a_surface_and_says_so(self):
         svg = self.plot_mesh(wall(corner="{0}//1"))
         self.assertIn("the mesh has no UV", self.texts(svg))
-        self.assertIn("outline", self.classes(svg))
+        self.assertIn("boundary", self.classes(svg))
         self.assertNotIn("grid", self.classes(svg))
-        self.assertTrue([name for name in self.classes(svg) if name and name.startswith("f")])
+        self.assertTrue([name for name in self.classes(svg) if name and re.fullmatch(r"f\d+", name)])
         self.assertIn("no UV", self.texts(self.plot_mesh(wall(corner="{0}//1"), "--color", "stretch")))
 
     def test_a_closed_mesh_is_drawn(self):
         texts = self.texts(self.plot_mesh(octahedron()))
-        self.assertIn("edge: none", texts)
+        self.assertIn("boundary: none", texts)
         self.assertIn("2 m", texts)
         self.assertFalse([text for text in texts if text.startswith("not drawable")])
 
@@ -111,7 +111,7 @@ class PlotMesh(PlotTest):
                     self.assertEqual(self.plot_mesh(text, *options, env=environment), svg)
                     self.parsed(svg)
                     self.assert_no_overlap(svg)
-        self.assertIn("turned-dot", self.classes(self.plot_mesh(text)))
+        self.assertIn("flipped-dot", self.classes(self.plot_mesh(text)))
 
     def test_unusual_meshes_fit_on_the_page(self):
         flat = "\n".join(["v 0 0 0", "v 1 0 0", "v 2 0 0", "vn 0 0 1", "f 1//1 2//1 3//1"]) + "\n"

@@ -62,7 +62,7 @@ class Plot(PlotTest):
     def test_a_stretch_has_a_scale_and_no_sides(self):
         for screen in SCREENS:
             texts = self.texts(self.plot(screen, "--color", "stretch"))
-            self.assertIn("area over area in UV, of the mean:", texts)
+            self.assertIn("area per UV area over the mean:", texts)
             self.assertIn("1", texts)
             self.assertFalse([text for text in texts if text.startswith(("front", "back"))])
             self.assertEqual(self.plot(screen, "--color", "side"), self.plot(screen))

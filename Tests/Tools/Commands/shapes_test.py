@@ -114,7 +114,7 @@ class Shapes(ToolTest):
         lines = dict(line.split(":", 1) for line in self.text_of("info", CYLINDER, "--unit", "ft").splitlines())
         values = {key: value.strip() for key, value in lines.items()}
         self.assertEqual(list(values), ["file", "type", "center", "height", "radius", "min theta", "max theta", "is valid", "has UV mapping",
-                                        "eye point", "heading", "greatest angle", "aspect ratio", "digest"])
+                                        "eye point", "heading", "max angle", "aspect ratio", "digest"])
         self.assertEqual((values["center"], values["height"], values["radius"]), ("(0, 0, 0) ft", "2.5 ft", "3 ft"))
         self.assertEqual(values["min theta"], "-100 degrees, -1.74532925199433 radians")
         self.assertAlmostEqual(float(values["aspect ratio"]), 3 * math.radians(200) / 2.5, places=5)
@@ -132,7 +132,7 @@ class Shapes(ToolTest):
         ruled = json.loads(self.text_of("info", RULED, "--json"))
         self.assertIsNone(ruled["bounds"])
         # The sum under the arc cosine is beyond 1 here, so there is no angle.
-        self.assertEqual(ruled["greatestAngle"], {"degrees": None, "radians": None})
+        self.assertEqual(ruled["maxAngle"], {"degrees": None, "radians": None})
 
     def test_an_aspect_ratio_that_cannot_be_estimated_is_warned_of(self):
         self.file("line.xml", self.run_tool("make", "flat", "--width", "1", "--height", "0").stdout)

@@ -131,7 +131,7 @@ class Stl(ToolTest):
 
     def test_check_has_one_note_for_the_uvs_that_no_stl_file_has(self):
         self.file("a.stl", binary())
-        self.assertRegex(self.text_of("check", "a.stl"), r"\Aa\.stl: note: an STL file holds no UV \(.*\)\nno findings in 2 triangles\n\Z")
+        self.assertRegex(self.text_of("check", "a.stl"), r"\Aa\.stl: note: STL files have no UV \(.*\)\nno findings in 2 triangles\n\Z")
 
     def test_check_finds_what_keeps_a_file_from_loading(self):
         names = {"a_line_feed_in_a_header_with_solid": "stl-header", "text": "stl-text-form", "a_normal_that_is_not_finite": "stl-normal"}
@@ -147,7 +147,7 @@ class Stl(ToolTest):
     def test_check_tells_triangles_of_either_form_by_their_number(self):
         self.assertEqual(self.findings(binary(records=[record(WALL[0]), record(WALL[1]), record(WALL[1])]))["duplicate-triangle"]["places"], [{"triangle": 3, "line": None}])
         flipped = text().replace(b"outer loop\n      vertex -1", b"outer loop\n      vertex 3", 1)
-        self.assertEqual(self.findings(flipped)["pieces"]["places"], [{"triangle": 2, "line": None}])
+        self.assertEqual(self.findings(flipped)["disconnected-components"]["places"], [{"triangle": 2, "line": None}])
         bad = record(((float("inf"), 0, 0), *WALL[0][1:]))
         findings = self.findings(binary(records=[record(WALL[0]), bad, bad]))
         self.assertEqual(list(findings), ["not-finite"])

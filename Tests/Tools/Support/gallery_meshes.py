@@ -36,14 +36,14 @@ def dome(rings=20, sectors=60, radius=6.0):
 
 
 def wall_with_faults(columns=32, rows=16, radius=4.0, angle=2.4, height=3.0):
-    """A curved wall with a hole, three triangles that are turned over, and a patch whose UVs run from right to left."""
+    """A curved wall with a hole, three flipped triangles, and a patch whose UVs run from right to left."""
     positions, uvs, faces = [], [], []
     for row in range(rows + 1):
         for column in range(columns + 1):
             theta = (column / columns - 0.5) * angle
             positions.append((radius * math.sin(theta), radius * math.cos(theta), height * (0.5 - row / rows)))
             uvs.append((column / columns, row / rows))
-    turned = {(5, 3), (20, 2), (14, 13)}
+    flipped = {(5, 3), (20, 2), (14, 13)}
     for row in range(rows):
         for column in range(columns):
             if 9 <= column < 15 and 5 <= row < 9:
@@ -55,7 +55,7 @@ def wall_with_faults(columns=32, rows=16, radius=4.0, angle=2.4, height=3.0):
                 corners = [(corner, len(uvs) + i) for i, (corner, _) in enumerate(corners)]
                 uvs += [(49 / columns - uvs[corner][0], uvs[corner][1]) for corner, _ in corners]
             first = [corners[0], corners[1], corners[2]]
-            faces.append(first[::-1] if (column, row) in turned else first)
+            faces.append(first[::-1] if (column, row) in flipped else first)
             faces.append([corners[0], corners[2], corners[3]])
     return text_of(positions, uvs, faces)
 

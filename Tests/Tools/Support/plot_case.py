@@ -13,7 +13,7 @@ class PlotTest(ToolTest):
         return self.text_of("plot", *arguments, **options)
 
     def plot_mesh(self, text, *options, name="mesh.obj", **more):
-        """The plot of such an OBJ text. The library warns where a mesh has several outlines."""
+        """The plot of such an OBJ text. The library warns if a mesh has several boundaries."""
         self.file(name, text)
         result = self.run_tool("plot", name, *options, **more)
         self.assertEqual(result.returncode, 0)

@@ -8,8 +8,8 @@ namespace quarn {
 
 namespace {
 
-// In cells of a raster.
-constexpr double kLookDistance = 1.5;
+// In cells of the raster.
+constexpr double kSampleDistance = 1.5;
 constexpr double kTolerance = 0.25;
 
 double distanceToSegment(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
@@ -25,7 +25,7 @@ std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double t
     if (line.size() < 3) return line;
     std::vector<bool> isKept(line.size());
     isKept.front() = isKept.back() = true;
-    // Parts between two kept points; each is cut at its farthest point.
+    // Ranges between two kept points; each is split at its farthest point (Ramer-Douglas-Peucker).
     std::vector<std::pair<std::size_t, std::size_t>> parts = {{0, line.size() - 1}};
     while (!parts.empty()) {
         const auto [from, to] = parts.back();
@@ -54,14 +54,14 @@ std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, co
     for (std::size_t i = 1; i < line.size(); ++i) {
         const Point<double, 3> step = line[i] - line[i - 1];
         const double seen = length(camera.project(line[i]) - camera.project(line[i - 1]));
-        const int looks =
-            std::max(static_cast<int>(std::ceil(seen / (raster.cellSize() * kLookDistance))), 1);
-        const auto at = [&](double look) { return line[i - 1] + step * (look / looks); };
-        for (int look = 0; look < looks; ++look) {
-            const bool isHidden = raster.hides(at(look + 0.5));
+        const int samples =
+            std::max(static_cast<int>(std::ceil(seen / (raster.cellSize() * kSampleDistance))), 1);
+        const auto at = [&](double sample) { return line[i - 1] + step * (sample / samples); };
+        for (int sample = 0; sample < samples; ++sample) {
+            const bool isHidden = raster.hides(at(sample + 0.5));
             if (parts.empty() || parts.back().isHidden != isHidden)
-                parts.push_back({.points = {camera.project(at(look))}, .isHidden = isHidden});
-            parts.back().points.push_back(camera.project(at(look + 1.0)));
+                parts.push_back({.points = {camera.project(at(sample))}, .isHidden = isHidden});
+            parts.back().points.push_back(camera.project(at(sample + 1.0)));
         }
     }
     for (LinePart& part : parts) part.points = simplifyLine(part.points, raster.cellSize() * kTolerance);

@@ -1,5 +1,5 @@
 /// \file
-/// Lines on a mesh as a view shows them.
+/// Visible and hidden parts of lines on a mesh.
 #pragma once
 
 #include <vector>
@@ -10,17 +10,17 @@
 
 namespace quarn {
 
-/// A part of a line of which all is seen, or nothing.
+/// A part of a line that is visible or hidden as a whole.
 struct LinePart {
     std::vector<ViewPoint> points;
     bool isHidden = false;
 };
 
-/// The parts of a line in their order, without points that make no difference on the page.
+/// Splits a line into visible and hidden parts, in order. Omits points without effect on the page.
 [[nodiscard]] std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line,
                                                  const Camera& camera, const PlotRaster& raster);
 
-/// The points of a line without those that lie nearer than \p tolerance to what the others draw.
+/// Simplifies a line: omits points whose distance from the simplified line is at most \p tolerance.
 [[nodiscard]] std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double tolerance);
 
 }  // namespace quarn

@@ -18,9 +18,9 @@ namespace quarn {
 
 namespace {
 
-// A corner of a triangle whose UV is nearer than this to a corner of the unit square is named for it.
+// Maximum distance of a UV from a corner of the unit square that gets a label.
 constexpr double kCornerTolerance = 1e-6;
-constexpr double kFirstEntry = 44.0;  // of the legend, below the upper edge of the panel
+constexpr double kFirstEntry = 44.0;  // first line of the legend, below the upper edge of the panel
 
 std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
     std::vector<SceneCorner> corners;
@@ -58,30 +58,30 @@ std::string countText(std::size_t count) {
     return count == 0 ? "none" : std::to_string(count);
 }
 
-void addFaults(Legend& legend, const PlotMeshData& mesh) {
+void addDefects(Legend& legend, const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    legend.addArea(kFlippedClass, "turned over: " + countText(counts.flipped));
+    legend.addArea(kFlippedClass, "flipped: " + countText(counts.flipped));
     if (!mesh.hasUV()) return;
-    const auto faulty = static_cast<std::size_t>(std::count_if(
-        mesh.marks.begin(), mesh.marks.end(), [](const TriangleMark& mark) { return mark.hasFaultyUV(); }));
-    legend.addArea(kFaultyClass, "faulty UV: " + countText(faulty));
+    const auto bad = static_cast<std::size_t>(std::count_if(
+        mesh.marks.begin(), mesh.marks.end(), [](const TriangleMark& mark) { return mark.hasBadUV(); }));
+    legend.addArea(kBadUvClass, "bad UV: " + countText(bad));
     if (mesh.isMapMirrored) legend.addText("all mirrored, from the front");
-    if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " mirrored to the others");
+    if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " locally mirrored");
     if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
     legend.addArea("overlap", "overlap: " + (mesh.overlaps.isComplete
                                                  ? countText(counts.overlapping)
                                                  : std::to_string(counts.overlapping) + " or more"));
 }
 
-void addEdge(Legend& legend, const PlotMeshData& mesh) {
+void addBoundary(Legend& legend, const PlotMeshData& mesh) {
     const std::size_t count = mesh.boundaries.size();
     if (count == 0)
-        legend.addLine(kBoundaryClass, "edge: none");
+        legend.addLine(kBoundaryClass, "boundary: none");
     else if (count <= kMaxThickBoundaries)
-        legend.addLine(kBoundaryClass, "edge; pale: hidden");
+        legend.addLine(kBoundaryClass, "boundary; pale: hidden");
     else
         legend.addLine(kThinClass,
-                       std::to_string(count) + " edges" + (count > kMaxBoundaries ? ": not drawn" : ""));
+                       std::to_string(count) + " boundaries" + (count > kMaxBoundaries ? ": not drawn" : ""));
 }
 
 void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotMeshData& mesh,
@@ -91,11 +91,11 @@ void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotM
         if (mesh.hasUV()) legend.addStretch(*stretch, mesh.size, unit);
         if (mesh.counts.withoutUV > 0) legend.addArea(kNoStretchClass, "no UV");
     } else {
-        legend.addSide(kFrontClass, "front: where normals point");
+        legend.addSide(kFrontClass, "front: side of the normals");
         legend.addSide(kBackClass, "back");
-        addFaults(legend, mesh);
+        addDefects(legend, mesh);
     }
-    addEdge(legend, mesh);
+    addBoundary(legend, mesh);
     legend.addLine(kHoleClass, "holes: " + countText(mesh.counts.holes));
     if (!mesh.seams.empty()) legend.addLine(kSeamClass, "seam of the UVs");
     if (mesh.hasUV()) legend.addLine(kGridClass, "u and v in steps of 1/8");
@@ -104,9 +104,10 @@ void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotM
 
 std::string factsText(const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    std::string text = counts.components == 1 ? "one piece" : std::to_string(counts.components) + " pieces";
-    text += mesh.boundaries.empty() ? ",  closed: no edge" : "";
-    text += ",  holes: " + countText(counts.holes) + ",  turned over: " + countText(counts.flipped);
+    std::string text =
+        counts.components == 1 ? "one component" : std::to_string(counts.components) + " components";
+    text += mesh.boundaries.empty() ? ",  closed: no boundary" : "";
+    text += ",  holes: " + countText(counts.holes) + ",  flipped: " + countText(counts.flipped);
     if (!mesh.hasUV()) return text + ",  no UV";
     if (counts.withoutUV > 0) text += ",  triangles without UV: " + std::to_string(counts.withoutUV);
     return text;
@@ -116,7 +117,7 @@ std::string factsText(const PlotMeshData& mesh) {
 
 std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& file, const std::string& unit,
                          PlotColor color) {
-    const PlotMeshData mesh = plotMeshData(geometry);
+    const PlotMeshData mesh = buildPlotMeshData(geometry);
     const StretchScale scale(mesh.patches());
     const StretchScale* stretch = color == PlotColor::Stretch ? &scale : nullptr;
     const std::size_t count = mesh.triangles.size() + mesh.counts.notFinite;
@@ -127,7 +128,7 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
         .digest = shortDigest(geometry),
         .facts = {}};
     if (mesh.isDrawable()) {
-        header.size = sizeText(mesh.min, mesh.max, unit);
+        header.size = sizeText(mesh.bounds.min, mesh.bounds.max, unit);
         header.facts = factsText(mesh);
     }
     const std::string styleSheet =
@@ -138,7 +139,7 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
         return svg.finish();
     }
     const PlotScene scene = sceneOf(geometry, mesh, stretch);
-    drawViews(svg, scene, mesh.max - mesh.min, unit);
+    drawViews(svg, scene, mesh.bounds.extent(), unit);
     drawMeshUv(svg, uvBox(), mesh, stretch);
     drawMeshLegend(svg, geometry, mesh, scene, unit, stretch);
     return svg.finish();

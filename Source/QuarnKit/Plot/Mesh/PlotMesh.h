@@ -9,8 +9,10 @@
 
 namespace quarn {
 
-/// An SVG document with a mesh in perspective, from above, from the viewer and in UV, which shows at a glance holes,
-/// triangles that are turned over, and UVs that are faulty.
+/// Returns an SVG document with a mesh in perspective, from above, from the viewer and in UV. It
+/// marks holes, flipped triangles and bad UVs.
+/// \param file name of the mesh's file, for the header
+/// \param unit unit of the mesh's lengths
 [[nodiscard]] std::string plotMeshPage(const IScreenGeometry& mesh, const std::string& file,
                                        const std::string& unit, PlotColor color = PlotColor::Side);
 

@@ -35,7 +35,7 @@ class DataBuilder {
 public:
     explicit DataBuilder(const IScreenGeometry& drawnMesh) : mesh(drawnMesh) {}
 
-    PlotMeshData make();
+    PlotMeshData build();
 
 private:
     void takeTriangles();
@@ -47,12 +47,12 @@ private:
     void moveToScene();
 
     const IScreenGeometry& mesh;
-    std::vector<Triangle> triangles;  // of finite positions; without UV where it is of no use
+    std::vector<Triangle> triangles;  // with finite positions; UVs are finite or kNoUV
     std::vector<std::uint32_t> uvEdges;
     PlotMeshData data;
 };
 
-PlotMeshData DataBuilder::make() {
+PlotMeshData DataBuilder::build() {
     takeTriangles();
     findBounds();
     if (!data.isDrawable()) return std::move(data);
@@ -87,18 +87,11 @@ void DataBuilder::takeTriangles() {
 }
 
 void DataBuilder::findBounds() {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    data.min = {kInfinity, kInfinity, kInfinity};
-    data.max = data.min * -1.0;
     for (const TriangleCorners& triangle : data.triangles)
-        for (const Point<double, 3>& corner : triangle)
-            for (std::size_t i = 0; i < 3; ++i) {
-                data.min[i] = std::min(data.min[i], corner[i]);
-                data.max[i] = std::max(data.max[i], corner[i]);
-            }
-    const Point<double, 3> extent = data.max - data.min;
+        for (const Point<double, 3>& corner : triangle) data.bounds.include(corner);
+    const Point<double, 3> extent = data.bounds.extent();
     const double longest = std::max({extent[0], extent[1], extent[2]});
-    // Below the least normal number positions could not be scaled to 1.
+    // Positions cannot be scaled to 1 if the size is below the smallest normal number.
     if (isFinite(extent) && longest >= std::numeric_limits<double>::min()) data.size = longest;
 }
 
@@ -115,7 +108,7 @@ void DataBuilder::markTriangles(const MeshTopology& surface) {
                                 .isMirrored = isMirrored[i],
                                 .isOutside = states[i] != UvState::Missing && isOutside(data.uvs[i]),
                                 .hasUV = states[i] != UvState::Missing};
-        // A turned triangle's corners run the other way round in UV too.
+        // Flipping a triangle reverses its orientation in UV too.
         if (isOriented[i] && (signedUvArea(data.uvs[i]) > 0.0) != mark.isFlipped) ++mirrored;
         oriented += isOriented[i] ? 1 : 0;
         data.counts.flipped += mark.isFlipped ? 1 : 0;
@@ -127,7 +120,8 @@ void DataBuilder::markTriangles(const MeshTopology& surface) {
     data.isMapMirrored = mirrored > oriented - mirrored;
 }
 
-// A rim runs along seams too, which are drawn as such, and to poles and back, which is not drawn. A hole is drawn whole.
+// A boundary loop may run along seams, which are drawn as seams, and to a pole and back, which is
+// not drawn. A hole is drawn as a whole.
 void DataBuilder::addLines(const MeshTopology& surface) {
     std::vector<bool> isBoundaryEdge(triangles.size() * 3);
     surface.edges.forEach([&](std::span<const HalfEdge> halfEdges) {
@@ -156,7 +150,7 @@ void DataBuilder::addLines(const MeshTopology& surface) {
     addSeams(surface, positions);
 }
 
-// At the pole of a dome the UV of one corner differs from triangle to triangle, which is no seam.
+// At the pole of a dome the UV of one vertex differs between triangles, which is no seam.
 void DataBuilder::addSeams(const MeshTopology& surface, const PlotMeshData::Line& positions) {
     const auto uvAt = [&](std::uint32_t corner) { return data.uvs[corner / 3].at(corner % 3); };
     std::vector<std::pair<std::uint32_t, std::uint32_t>> seams;
@@ -199,7 +193,7 @@ void DataBuilder::moveToScene() {
 }  // namespace
 
 Point<double, 3> PlotMeshData::toScene(const Point<double, 3>& point) const {
-    return (point - (min + (max - min) * 0.5)) / size;
+    return (point - (bounds.min + bounds.extent() * 0.5)) / size;
 }
 
 std::vector<StretchPatch> PlotMeshData::patches() const {
@@ -211,8 +205,8 @@ std::vector<StretchPatch> PlotMeshData::patches() const {
     return result;
 }
 
-PlotMeshData plotMeshData(const IScreenGeometry& mesh) {
-    return DataBuilder(mesh).make();
+PlotMeshData buildPlotMeshData(const IScreenGeometry& mesh) {
+    return DataBuilder(mesh).build();
 }
 
 }  // namespace quarn

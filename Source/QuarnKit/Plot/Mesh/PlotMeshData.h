@@ -1,11 +1,12 @@
 /// \file
-/// A mesh as a plot shows it.
+/// The triangles, lines and counts of a plot of a mesh.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Mesh/TriangleCorners.h>
 #include <QuarnKit/Mesh/UvOverlap.h>
 #include <QuarnKit/Plot/Views/PlotStretch.h>
@@ -13,58 +14,57 @@
 
 namespace quarn {
 
-/// What a plot says about a triangle.
+/// Marks of a triangle in a plot.
 struct TriangleMark {
-    bool isFlipped = false;  ///< It turns its other side than most around it.
-    bool isMirrored =
-        false;  ///< Its UV runs the other way round than most around it, as seen from their side.
-    bool isOutside = false;  ///< It has a UV outside of 0 to 1.
+    bool isFlipped = false;   ///< With the opposite winding of most of its patch.
+    bool isMirrored = false;  ///< With the opposite UV orientation of most of its patch.
+    bool isOutside = false;   ///< With a UV outside of 0 to 1.
     bool hasUV = false;
-    [[nodiscard]] bool hasFaultyUV() const { return isMirrored || isOutside; }
+    [[nodiscard]] bool hasBadUV() const { return isMirrored || isOutside; }
 };
 
-/// How many there are of what.
+/// Numbers of triangles with a defect, of holes and of components.
 struct MeshCounts {
     std::size_t flipped = 0;
     std::size_t mirrored = 0;
     std::size_t outside = 0;
-    std::size_t overlapping = 0;  ///< With another one in UV.
+    std::size_t overlapping = 0;  ///< With another triangle in UV.
     std::size_t withoutUV = 0;
-    std::size_t notFinite = 0;  ///< Triangles that are left out.
+    std::size_t notFinite = 0;  ///< Triangles that are omitted.
     std::size_t holes = 0;
     std::size_t components = 0;
 };
 
-/// The triangles and lines of a mesh. Positions are moved and scaled so that the bounds are centred on the origin and
-/// their longest side is 1.
+/// The triangles and lines of a mesh, translated and scaled so that the bounds are centered at the
+/// origin and their longest side is 1.
 struct PlotMeshData {
     using Line = std::vector<Point<double, 3>>;
 
-    Point<double, 3> min;  ///< Bounds in the mesh's unit and frame.
-    Point<double, 3> max;
-    double size = 0.0;  ///< Longest side of the bounds; 0 where there is nothing to draw.
+    Bounds<3> bounds;   ///< In the mesh's unit and frame.
+    double size = 0.0;  ///< Longest side of the bounds; 0 if there is nothing to draw.
 
     std::vector<TriangleCorners> triangles;
     std::vector<TriangleUVs> uvs;
-    std::vector<TriangleMark> marks;  ///< As many, but for a mesh that is not drawable.
+    std::vector<TriangleMark> marks;  ///< One for each triangle; none if the mesh is not drawable.
     MeshCounts counts;
     UvOverlaps overlaps;
-    bool isMapMirrored =
-        false;  ///< Whether most UVs run the other way round than on a picture seen from the front.
+    bool isMapMirrored = false;  ///< True if most UVs are mirrored, seen from the front.
 
-    std::vector<Line> boundaries;  ///< The longest one first, as in the next list.
+    std::vector<Line> boundaries;  ///< The longest one first, as in `holes`.
     std::vector<Line> holes;
     std::vector<Line> seams;
     std::vector<Line> grid;     ///< Lines of equal u and v.
-    std::vector<Line> uvEdges;  ///< Where the UV layout ends, as positions (u, v, 0).
+    std::vector<Line> uvEdges;  ///< Boundary of the UV layout, as positions (u, v, 0).
 
     [[nodiscard]] bool isDrawable() const { return size > 0.0; }
     [[nodiscard]] bool hasUV() const { return counts.withoutUV < triangles.size(); }
+    /// Translates and scales a position of the mesh.
     [[nodiscard]] Point<double, 3> toScene(const Point<double, 3>& point) const;
-    /// Areas of the moved and scaled triangles.
+    /// Returns the areas of the scaled triangles in space and in UV.
     [[nodiscard]] std::vector<StretchPatch> patches() const;
 };
 
-[[nodiscard]] PlotMeshData plotMeshData(const IScreenGeometry& mesh);
+/// Prepares a mesh for a plot. Omits triangles with positions that are not finite.
+[[nodiscard]] PlotMeshData buildPlotMeshData(const IScreenGeometry& mesh);
 
 }  // namespace quarn

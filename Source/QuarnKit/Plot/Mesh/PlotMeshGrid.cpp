@@ -17,8 +17,8 @@ using Ends = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 using Line = std::vector<Point<double, 3>>;
 using Lines = std::vector<Line>;
 
-// Ends of lines are rounded to this part of the mesh's size, far less than a pixel, so that the lines of triangles that
-// nearly share an edge meet.
+// Ends of lines are rounded to this fraction of the mesh's size, far less than a pixel, so that
+// lines across a narrow gap between two triangles are joined.
 constexpr double kPlaces = 8192.0;
 
 Point<double, 3> rounded(const Point<double, 3>& point) {
@@ -26,16 +26,15 @@ Point<double, 3> rounded(const Point<double, 3>& point) {
     return {nearest(point[0]), nearest(point[1]), nearest(point[2])};
 }
 
-// The lines of equal u, or of equal v.
+// Finds the lines of equal u, or of equal v.
 class GridFinder {
 public:
     GridFinder(std::size_t lineAxis, int lastGridLine) : axis(lineAxis), lastLine(lastGridLine) {}
 
     void add(const TriangleCorners& corners, const TriangleUVs& uvs) {
-        const auto [least, greatest] = std::minmax({uvs[0][axis], uvs[1][axis], uvs[2][axis]});
+        const auto [min, max] = std::minmax({uvs[0][axis], uvs[1][axis], uvs[2][axis]});
         for (int line = 0; line <= lastLine; ++line)
-            if (const double level = static_cast<double>(line) / kGridIntervals;
-                least < level && level <= greatest)
+            if (const double level = static_cast<double>(line) / kGridIntervals; min < level && level <= max)
                 cut(corners, uvs, line);
     }
     [[nodiscard]] Lines lines() const {
@@ -59,10 +58,10 @@ private:
             if ((uvs.at(below)[axis] < level) == (uvs.at(above)[axis] < level)) continue;
             if (!(uvs.at(below)[axis] < level)) std::swap(below, above);
             const double from = uvs.at(below)[axis];
-            const double part = (level - from) / (uvs.at(above)[axis] - from);
+            const double fraction = (level - from) / (uvs.at(above)[axis] - from);
             const Point<double, 3> at =
-                part < 1.0 ? corners.at(below) + (corners.at(above) - corners.at(below)) * part
-                           : corners.at(above);
+                fraction < 1.0 ? corners.at(below) + (corners.at(above) - corners.at(below)) * fraction
+                               : corners.at(above);
             ends.at(count++) = ids.idOf(rounded(at));
         }
         if (ends[0] != ends[1]) edgesOfLine.at(static_cast<std::size_t>(line)).emplace_back(ends[0], ends[1]);
@@ -100,7 +99,7 @@ Lines buildEdgeLines(const Line& positions, const Ends& edges) {
 Lines uvGridLines(const std::vector<TriangleCorners>& triangles, const std::vector<TriangleUVs>& uvs) {
     Lines result;
     for (const std::size_t axis : {std::size_t{0}, std::size_t{1}}) {
-        // Where the UVs end at 1 the outline is drawn.
+        // If the UVs end at 1, the boundary is drawn there.
         const bool extendsBeyond = std::any_of(uvs.begin(), uvs.end(), [&](const TriangleUVs& corners) {
             return std::any_of(corners.begin(), corners.end(),
                                [&](const auto& uv) { return uv[axis] > 1.0; });

@@ -14,15 +14,15 @@ namespace quarn {
 
 namespace {
 
-constexpr double kMargin = 62.0;  // room for labels around the square
+constexpr double kMargin = 62.0;  // for labels around the square
 // UVs farther than this from the unit square are drawn at this distance.
 constexpr double kMaxUvDistance = 1.0;
 constexpr double kTolerance = 0.25;  // of lines, in pixels
-// Of more triangles than this the edges would cover the square.
+// Maximum number of triangles whose edges are drawn; more would cover the square.
 constexpr std::size_t kMaxStrokedTriangles = 1600;
 
-// What lies higher is drawn later.
-constexpr double kFaultyHeight = 0.1;
+// Height of bad triangles: higher ones are drawn later.
+constexpr double kBadHeight = 0.1;
 
 class UvPainter {
 public:
@@ -42,7 +42,7 @@ private:
         return middle + (uv - frame.middle()) * scale;
     }
     [[nodiscard]] TriangleCorners cornersOf(std::size_t triangle) const;
-    // From the view's plane, where v runs upwards.
+    // From the view's plane, where v points upwards.
     [[nodiscard]] PagePoint fromView(const ViewPoint& point) const { return toPage({point[0], -point[1]}); }
 
     SvgWriter& svg;
@@ -75,12 +75,12 @@ UvPainter::UvPainter(SvgWriter& writer, const Box& panelBox, const PlotMeshData&
     scale = frame.scaleInto({.corner = box.corner, .width = side, .height = side});
 }
 
-// In the view's plane.
+// Corners in the view's plane.
 TriangleCorners UvPainter::cornersOf(std::size_t triangle) const {
     TriangleCorners corners;
     for (std::size_t i = 0; i < 3; ++i) {
         const Point<double, 2> uv = nearSquare(mesh.uvs[triangle].at(i));
-        corners.at(i) = {uv[0], -uv[1], mesh.marks[triangle].hasFaultyUV() ? kFaultyHeight : 0.0};
+        corners.at(i) = {uv[0], -uv[1], mesh.marks[triangle].hasBadUV() ? kBadHeight : 0.0};
     }
     return corners;
 }
@@ -94,8 +94,8 @@ void UvPainter::drawTriangles(const StretchScale* stretch) const {
     for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
         if (!mesh.marks[i].hasUV) continue;
         triangles.push_back(cornersOf(i));
-        const char* fault = faultClass(mesh.marks[i]);
-        classes.push_back(!stretches.empty() ? stretches[i] : fault != nullptr ? fault : plain);
+        const char* defect = defectClass(mesh.marks[i]);
+        classes.push_back(!stretches.empty() ? stretches[i] : defect != nullptr ? defect : plain);
     }
     const Camera camera = Camera::plan();
     const PlotRaster raster(triangles, camera, kPlotCells);
@@ -108,7 +108,7 @@ void UvPainter::drawTriangles(const StretchScale* stretch) const {
 }
 
 void UvPainter::drawDots() const {
-    for (const std::string styleClass : {kFaultyClass, kFlippedClass}) {
+    for (const std::string styleClass : {kBadUvClass, kFlippedClass}) {
         for (const std::uint32_t i : dottedTriangles(mesh, styleClass)) {
             if (!mesh.marks[i].hasUV) continue;
             std::vector<PagePoint> points;

@@ -8,8 +8,8 @@
 
 namespace quarn {
 
-/// Draws the triangles in the plane of UV around the unit square, or says that there are none.
-/// \param stretch paints the triangles by their stretch, where there is one
+/// Draws the triangles in the plane of UV and the unit square, or a note that the mesh has no UV.
+/// \param stretch colors the triangles by their stretch; nullptr for defects
 void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const StretchScale* stretch);
 
 }  // namespace quarn

@@ -11,13 +11,14 @@ namespace quarn {
 
 namespace {
 
-// Steps of nearness that count as equal, so that the last bits of a number never decide what covers what.
+// Differences of nearness that count as equal, so that rounding does not decide the painting order.
 constexpr double kNearnessStep = 1e-7;
-// Twice the area of a triangle that a view sees from its edge, in squares of the surface's size.
+// Maximum of twice the area of a triangle that is seen from its edge, in squared sizes of the
+// surface.
 constexpr double kMinArea = 1e-9;
-// As many areas as a view of a reasonable size in bytes holds.
+// Maximum number of areas of a view, for a reasonable size in bytes.
 constexpr std::size_t kMaxAreas = 6000;
-// As many marked triangles as are drawn one by one where all others are rounded to cells.
+// Maximum number of marked triangles that are drawn one by one if the others are rounded to cells.
 constexpr std::size_t kMaxDots = 500;
 
 Point<double, 3> middleOf(const TriangleCorners& triangle) {
@@ -59,12 +60,12 @@ private:
     [[nodiscard]] std::string classOf(std::uint32_t triangle) const;
     void addDots();
     void addLines(const std::vector<PlotMeshData::Line>& lines, const std::string& styleClass,
-                  bool isShownBehind);
+                  bool isShownIfHidden);
 
     const PlotMeshData& mesh;
     const Camera& camera;
     PlotRaster raster;
-    std::vector<std::string> classes;  // of the triangles by their stretch; empty where they show sides
+    std::vector<std::string> classes;  // by triangle, of the stretch; empty if colors show sides
     std::vector<Shape> painted;
 };
 
@@ -82,25 +83,25 @@ std::vector<Shape> MeshPainter::shapes() {
 
 std::string MeshPainter::classOf(std::uint32_t triangle) const {
     if (!classes.empty()) return classes[triangle];
-    if (const char* fault = faultClass(mesh.marks[triangle])) return fault;
+    if (const char* defect = defectClass(mesh.marks[triangle])) return defect;
     const TriangleCorners& corners = mesh.triangles[triangle];
     const Point<double, 3> normal = normalized(cross(corners[1] - corners[0], corners[2] - corners[0]));
     return shadeClass(camera, middleOf(corners), normal);
 }
 
 void MeshPainter::addDots() {
-    for (const std::string styleClass : {kFaultyClass, kFlippedClass})
+    for (const std::string styleClass : {kBadUvClass, kFlippedClass})
         for (const std::uint32_t i : dottedTriangles(mesh, styleClass))
             if (!raster.hides(middleOf(mesh.triangles[i])))
                 painted.push_back(areaOf(mesh.triangles[i], camera, styleClass + kDotSuffix));
 }
 
 void MeshPainter::addLines(const std::vector<PlotMeshData::Line>& lines, const std::string& styleClass,
-                           bool isShownBehind) {
+                           bool isShownIfHidden) {
     std::size_t count = 0;
     for (const PlotMeshData::Line& line : lines) {
         for (const LinePart& part : visibleParts(line, camera, raster)) {
-            if (part.isHidden && !isShownBehind) continue;
+            if (part.isHidden && !isShownIfHidden) continue;
             count += part.points.size();
             if (count > kMaxLinePoints) return;
             painted.push_back(
@@ -115,7 +116,7 @@ std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles, 
                                  const PlotRaster& raster,
                                  const std::function<std::string(std::uint32_t)>& classOf) {
     if (triangles.size() <= kMaxTriangles) return paintTriangles(triangles, camera, classOf);
-    // A surface whose shades change from cell to cell is drawn in larger ones.
+    // If the shades change from cell to cell, draw larger cells.
     for (int step = 1;; ++step) {
         const auto cellClass = [&](int column, int row) {
             const auto triangle = raster.triangleAt(column * step, row * step);
@@ -128,17 +129,17 @@ std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles, 
     }
 }
 
-const char* faultClass(const TriangleMark& mark) {
+const char* defectClass(const TriangleMark& mark) {
     if (mark.isFlipped) return kFlippedClass;
-    return mark.hasFaultyUV() ? kFaultyClass : nullptr;
+    return mark.hasBadUV() ? kBadUvClass : nullptr;
 }
 
 std::vector<std::uint32_t> dottedTriangles(const PlotMeshData& mesh, const std::string& styleClass) {
     std::vector<std::uint32_t> dotted;
     if (mesh.triangles.size() <= kMaxTriangles) return dotted;
     for (std::uint32_t i = 0; i < mesh.marks.size(); ++i) {
-        const char* fault = faultClass(mesh.marks[i]);
-        if (fault == nullptr || fault != styleClass) continue;
+        const char* defect = defectClass(mesh.marks[i]);
+        if (defect == nullptr || defect != styleClass) continue;
         if (dotted.size() == kMaxDots) return {};
         dotted.push_back(i);
     }

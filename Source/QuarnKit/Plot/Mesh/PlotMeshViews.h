@@ -1,5 +1,5 @@
 /// \file
-/// What each view of a plot shows of a mesh.
+/// The shapes of a mesh in the views of a plot.
 #pragma once
 
 #include <cstdint>
@@ -14,49 +14,51 @@
 
 namespace quarn {
 
-// Classes of what meshes have besides those of surfaceShapes().
-inline constexpr const char* kFlippedClass = "turned";
-inline constexpr const char* kFaultyClass = "faulty";
+// Classes of a mesh in addition to those of surfaceShapes().
+inline constexpr const char* kFlippedClass = "flipped";
+inline constexpr const char* kBadUvClass = "bad-uv";
 inline constexpr const char* kHoleClass = "hole";
-/// Class of outlines where there are many.
+/// Class of boundaries if there are many.
 inline constexpr const char* kThinClass = "thin";
 /// Follows the class of a line that the mesh hides.
 inline constexpr const char* kHiddenSuffix = "-hidden";
-/// Follows the class of a triangle that is too small to be seen.
+/// Follows the class of a triangle that is drawn as a dot because it may be too small.
 inline constexpr const char* kDotSuffix = "-dot";
 
-/// How many cells the longer side of a view has: about a pixel each.
+/// Number of cells along the longer side of a view; a cell is about a pixel.
 inline constexpr int kPlotCells = 380;
-/// Up to this many triangles are drawn as they are.
+/// Up to this many triangles are drawn one by one.
 inline constexpr std::size_t kMaxTriangles = 5000;
-/// As many points as all lines of one class have; what comes then is left out.
+/// Maximum number of points of all lines of one class; further lines are omitted.
 inline constexpr std::size_t kMaxLinePoints = 10000;
 
-/// With more outlines than this they are drawn thin, and with more than the second number not at all.
+/// More boundaries than this are drawn thin.
 inline constexpr std::size_t kMaxThickBoundaries = 50;
+/// More boundaries than this are not drawn.
 inline constexpr std::size_t kMaxBoundaries = 2500;
 
-/// Areas of triangles, to be painted in this order; those of very many triangles are rounded to cells of \p raster.
+/// Returns the areas of triangles in painting order. More than kMaxTriangles are rounded to cells
+/// of \p raster.
 [[nodiscard]] std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles,
                                                const Camera& camera, const PlotRaster& raster,
                                                const std::function<std::string(std::uint32_t)>& classOf);
 
-/// The mesh with its grid, seams, outline and holes, to be painted in this order.
+/// Returns a mesh with its grid, seams, boundaries and holes, in painting order.
 ///
-/// The front is the side from which the corners of most triangles of a piece run anticlockwise.
-/// \param stretch paints the triangles by their stretch, where there is one
+/// The front is the side from which the corners of a triangle are counterclockwise.
+/// \param stretch colors the triangles by their stretch; nullptr for sides and defects
 [[nodiscard]] std::vector<Shape> meshShapes(const PlotMeshData& mesh, const Camera& camera,
                                             const StretchScale* stretch = nullptr);
 
-/// kFlippedClass or kFaultyClass, or nothing for a triangle without fault.
-[[nodiscard]] const char* faultClass(const TriangleMark& mark);
+/// Returns kFlippedClass or kBadUvClass; nullptr for a triangle without a defect.
+[[nodiscard]] const char* defectClass(const TriangleMark& mark);
 
-/// The triangles of one class of faults, which could be too small to be seen, to be drawn once more as dots. Nothing
-/// where they are many, or where all triangles are drawn as they are.
+/// Returns the triangles of one class of defects, to be drawn again as dots because they may be too
+/// small to see. Empty if there are too many, or if all triangles are drawn one by one.
 [[nodiscard]] std::vector<std::uint32_t> dottedTriangles(const PlotMeshData& mesh,
                                                          const std::string& styleClass);
 
-/// The class of each triangle by its stretch.
+/// Returns the class of each triangle by its stretch.
 [[nodiscard]] std::vector<std::string> stretchClasses(const PlotMeshData& mesh, const StretchScale& stretch);
 
 }  // namespace quarn

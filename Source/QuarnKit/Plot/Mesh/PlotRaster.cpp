@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+#include <QuarnKit/Base/Bounds.h>
+
 #include "TriangleCells.h"
 
 namespace quarn {
@@ -14,12 +16,13 @@ namespace {
 
 constexpr std::uint32_t kNothing = std::numeric_limits<std::uint32_t>::max();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-// A surface nearer than this before a position, in sizes of the surface, is taken for the one that holds it.
+// A surface at most this far before a position, in sizes of the surface, counts as containing it.
 constexpr double kOnSurface = 0.006;
-// Part of a triangle's area by which a cell's middle may lie outside, so that no gap opens between neighbours.
+// Barycentric tolerance for the center of a cell outside of a triangle, so that adjacent triangles
+// leave no gap.
 constexpr double kEdgeSlack = 1e-9;
 
-// The cells of a row whose class is the same.
+// Cells of one row with the same class.
 struct Run {
     int from;
     int to;
@@ -31,17 +34,11 @@ struct Run {
 
 PlotRaster::PlotRaster(const std::vector<TriangleCorners>& triangles, const Camera& viewCamera, int cells)
     : camera(viewCamera) {
-    lowest = ViewPoint(kInfinity, kInfinity);
-    ViewPoint highest(-kInfinity, -kInfinity);
+    Bounds<2> bounds;
     for (const TriangleCorners& triangle : triangles)
-        for (const Point<double, 3>& corner : triangle) {
-            const ViewPoint seen = camera.project(corner);
-            for (std::size_t i = 0; i < 2; ++i) {
-                lowest[i] = std::min(lowest[i], seen[i]);
-                highest[i] = std::max(highest[i], seen[i]);
-            }
-        }
-    const ViewPoint extent = highest - lowest;
+        for (const Point<double, 3>& corner : triangle) bounds.include(camera.project(corner));
+    lowest = bounds.min;
+    const ViewPoint extent = bounds.extent();
     cell = std::max(extent[0], extent[1]) / cells;
     if (!(cell > 0.0)) return;
     columnCount = static_cast<int>(std::ceil(extent[0] / cell)) + 1;
@@ -80,7 +77,8 @@ bool PlotRaster::hides(const Point<double, 3>& position) const {
     const double limit = camera.depth(position) + kOnSurface;
     const int column = static_cast<int>(std::clamp(std::floor(at[0]), -9.0, columnCount + 9.0));
     const int row = static_cast<int>(std::clamp(std::floor(at[1]), -9.0, rowCount + 9.0));
-    // All cells around have to be nearer: a surface that a view sees steeply is nearer in some of them.
+    // All cells around have to be nearer. A surface at a steep angle is nearer in some of them
+    // only.
     for (int y = row - 1; y <= row + 1; ++y)
         for (int x = column - 1; x <= column + 1; ++x) {
             if (x < 0 || y < 0 || x >= columnCount || y >= rowCount) return false;

@@ -1,5 +1,5 @@
 /// \file
-/// Which triangle of a mesh a view shows where.
+/// A view of a mesh as a raster of triangle numbers.
 #pragma once
 
 #include <cstdint>
@@ -12,22 +12,25 @@
 
 namespace quarn {
 
-/// A view of triangles in small square cells, row by row from below, each with the nearest triangle at its middle.
+/// A view of triangles in square cells, row by row from the bottom. Each cell has the number and
+/// the depth of the nearest triangle at its center.
 class PlotRaster {
 public:
-    /// \param cells how many of them the longer side of the view has
+    /// \param cells number of cells along the longer side of the view
     PlotRaster(const std::vector<TriangleCorners>& triangles, const Camera& viewCamera, int cells);
 
     [[nodiscard]] int columns() const { return columnCount; }
     [[nodiscard]] int rows() const { return rowCount; }
     [[nodiscard]] double cellSize() const { return cell; }
+    /// Returns the nearest triangle at the center of a cell; nothing if there is none.
     [[nodiscard]] std::optional<std::uint32_t> triangleAt(int column, int row) const;
-    /// A corner of the cells.
+    /// Returns the lower left corner of a cell.
     [[nodiscard]] ViewPoint cornerAt(int column, int row) const {
         return lowest + ViewPoint(column * cell, row * cell);
     }
 
-    /// Whether triangles stand between the camera and a position, which may lie on one of them.
+    /// Returns true if triangles hide a position from the camera. The position may be on a
+    /// triangle.
     [[nodiscard]] bool hides(const Point<double, 3>& position) const;
 
 private:
@@ -46,9 +49,10 @@ private:
     std::vector<double> depths;
 };
 
-/// Areas that cover the cells of a raster: neighbours of one class are one rectangle. Areas of one class follow each
-/// other.
-/// \param classOf the class of a cell, empty where there is nothing
+/// Covers the cells of a raster with rectangles. Adjacent cells of one class share a rectangle, and
+/// the rectangles of one class are consecutive.
+/// \param classOf returns the class of a cell; empty for none
+/// \param cornerAt returns the lower left corner of a cell
 [[nodiscard]] std::vector<Shape> cellAreas(int columns, int rows,
                                            const std::function<std::string(int, int)>& classOf,
                                            const std::function<ViewPoint(int, int)>& cornerAt);

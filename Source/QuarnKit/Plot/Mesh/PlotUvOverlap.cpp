@@ -6,9 +6,9 @@ namespace quarn {
 
 namespace {
 
-// Where in its cell a point lies. Few edges of regular layouts go through such points.
+// Position of the sample in its cell. Few edges of regular layouts contain such points.
 const Point<double, 2> kPlace(0.5137, 0.4871);
-// Part of a triangle that counts as its edge, which neighbours share.
+// Barycentric width of a triangle's edge, which adjacent triangles share.
 constexpr double kEdge = 1e-6;
 
 }  // namespace

@@ -1,5 +1,5 @@
 /// \file
-/// Where triangles lie on each other in UV, for a picture.
+/// Areas in UV that several triangles cover, for a picture.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,8 @@
 
 namespace quarn {
 
-/// The parts of the unit square of UV that two or more triangles cover, found at one point of each of its cells.
+/// The parts of the unit square of UV that two or more triangles cover, sampled at one point of
+/// each cell.
 class PlotUvOverlap {
 public:
     static constexpr int kCells = 256;  ///< Along u and along v.

@@ -10,9 +10,9 @@
 
 namespace quarn {
 
-/// Calls \p visit with the column and the row of each cell whose middle may lie in a triangle, and with the shares of
-/// corners 0, 1 and 2 in it, which add up to 1; a share below 0 means outside.
-/// \param corners in cells; the middle of a cell has whole coordinates
+/// Calls \p visit with the column and the row of each cell whose center may be in a triangle, and
+/// with the barycentric coordinates of the center. A negative coordinate means outside.
+/// \param corners in cells; the center of a cell has integer coordinates
 template <class Visitor>
 void visitCells(const std::array<Point<double, 2>, 3>& corners, int columns, int rows, const Visitor& visit) {
     const auto& [p, q, r] = corners;
@@ -21,11 +21,11 @@ void visitCells(const std::array<Point<double, 2>, 3>& corners, int columns, int
     };
     const double area = product(q - p, r - p);
     if (area == 0.0) return;
-    const auto first = [](double least, int count) {
-        return static_cast<int>(std::clamp(std::ceil(least), 0.0, static_cast<double>(count)));
+    const auto first = [](double min, int count) {
+        return static_cast<int>(std::clamp(std::ceil(min), 0.0, static_cast<double>(count)));
     };
-    const auto last = [](double greatest, int count) {
-        return static_cast<int>(std::clamp(std::floor(greatest), -1.0, count - 1.0));
+    const auto last = [](double max, int count) {
+        return static_cast<int>(std::clamp(std::floor(max), -1.0, count - 1.0));
     };
     const auto [left, right] = std::minmax({p[0], q[0], r[0]});
     const auto [top, bottom] = std::minmax({p[1], q[1], r[1]});

@@ -13,18 +13,18 @@ namespace {
 constexpr double kCharacterWidth = 6.9;
 constexpr double kCapHeight = 9.0;
 constexpr double kGap = 8.0;         // above and below the point
-constexpr double kInset = 5.0;       // to its side
-constexpr double kLineSample = 4.0;  // between points of a line that is avoided
+constexpr double kInset = 5.0;       // left and right of it
+constexpr double kLineSample = 4.0;  // between samples of a line to avoid
 
-// What a label costs. One that covers part of the drawing is worse than one farther off, and another text or
-// the end of the panel is worse still.
+// Costs of a label. Covering part of the drawing is worse than a less preferred place. Covering
+// another text or exceeding the panel is worse still.
 constexpr int kAreaCost = 1;
 constexpr int kPointCost = 1;
 constexpr int kBoxCost = 30;
 constexpr int kOutsideCost = 100;
-// Points of a label that are looked at, across and upright.
-constexpr int kLooksAcross = 7;
-constexpr int kLooksUpright = 3;
+// Samples of a label, along its width and its height.
+constexpr int kSampleColumns = 7;
+constexpr int kSampleRows = 3;
 
 Box boxOf(const LabelPlace& place, double width) {
     double left = place.at[0];
@@ -60,7 +60,7 @@ LabelPlace LabelPlacer::place(const PagePoint& point, const std::string& text, c
     const bool isLeft = point[0] <= middle[0];
     const double above = point[1] - kGap;
     const double below = point[1] + kGap + kCapHeight;
-    const double beside = point[1] + kCapHeight / 2;
+    const double sideY = point[1] + kCapHeight / 2;
     const double nearY = isUpper ? above : below;
     const double farY = isUpper ? below : above;
     const LabelPlace rightOf{PagePoint(point[0] + kInset, nearY), TextAnchor::Start};
@@ -74,7 +74,7 @@ LabelPlace LabelPlacer::place(const PagePoint& point, const std::string& text, c
     const std::array<LabelPlace, 7> candidates = {inwards,
                                                   outwards,
                                                   {PagePoint(point[0], nearY), TextAnchor::Middle},
-                                                  {PagePoint(outX, beside), outwards.anchor},
+                                                  {PagePoint(outX, sideY), outwards.anchor},
                                                   at(outwards, farY),
                                                   at(inwards, farY),
                                                   {PagePoint(point[0], farY), TextAnchor::Middle}};
@@ -94,13 +94,13 @@ int LabelPlacer::cost(const Box& label) const {
         if (taken.overlaps(label)) sum += kBoxCost;
     for (const PagePoint& point : points)
         if (label.contains(point)) sum += kPointCost;
-    for (int i = 0; i < kLooksAcross; ++i) {
-        for (int j = 0; j < kLooksUpright; ++j) {
-            const PagePoint look = label.corner + PagePoint(label.width * i / (kLooksAcross - 1),
-                                                            label.height * j / (kLooksUpright - 1));
-            if (!box.contains(look)) sum += kOutsideCost;
+    for (int i = 0; i < kSampleColumns; ++i) {
+        for (int j = 0; j < kSampleRows; ++j) {
+            const PagePoint sample = label.corner + PagePoint(label.width * i / (kSampleColumns - 1),
+                                                              label.height * j / (kSampleRows - 1));
+            if (!box.contains(sample)) sum += kOutsideCost;
             const bool isCovering = std::any_of(areas.begin(), areas.end(),
-                                                [&](const auto& area) { return isInside(area, look); });
+                                                [&](const auto& area) { return isInside(area, sample); });
             if (isCovering) sum += kAreaCost;
         }
     }

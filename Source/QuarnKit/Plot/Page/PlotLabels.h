@@ -1,5 +1,5 @@
 /// \file
-/// Places for labels where they cover as little as possible.
+/// Placement of labels with little overlap.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace quarn {
 
-/// A part of the page.
+/// A rectangle on the page.
 struct Box {
     PagePoint corner;  ///< Upper left.
     double width = 0.0;
@@ -20,27 +20,28 @@ struct Box {
     [[nodiscard]] bool overlaps(const Box& other) const;
 };
 
-/// About how wide a label is. Fonts differ; this is one of the wide ones.
+/// Estimates the width of a label in pixels, for a wide font.
 [[nodiscard]] double labelWidth(const std::string& text);
 
-/// Where a label's text begins, ends or has its middle.
+/// The position where a label's text starts, ends or has its middle.
 struct LabelPlace {
     PagePoint at;
     TextAnchor anchor = TextAnchor::Start;
 };
 
-/// Finds a place for one label after the other.
+/// Finds a place for one label after the other. Not safe on several threads.
 class LabelPlacer {
 public:
     explicit LabelPlacer(const Box& labeledBox) : box(labeledBox) {}
 
-    /// Says what labels should not cover.
+    /// Add what labels should not cover.
     void avoidArea(std::vector<PagePoint> corners) { areas.push_back(std::move(corners)); }
     void avoidLine(const PagePoint& from, const PagePoint& to);
     void avoidBox(const Box& taken) { boxes.push_back(taken); }
 
-    /// The best place beside \p point, which later labels avoid. Among equal ones those are better that lie
-    /// above a point in the upper half of \p drawing, below one in the lower half, and inwards.
+    /// Returns the best place next to \p point; later labels avoid it. Among places of equal cost,
+    /// prefers above for a point in the upper half of \p drawing, below for one in the lower half,
+    /// and inwards.
     [[nodiscard]] LabelPlace place(const PagePoint& point, const std::string& text, const Box& drawing);
 
 private:

@@ -12,19 +12,19 @@ constexpr double kLineHeight = 20.0;
 constexpr double kSampleWidth = 26.0;
 constexpr double kSampleHeight = 12.0;
 constexpr double kTextColumn = 36.0;
-constexpr double kTextBase = 4.0;  // from a sample's middle down to the line that letters stand on
+constexpr double kTextBase = 4.0;  // from the middle of a sample down to the baseline
 constexpr double kStepWidth = 11.0;
-constexpr double kRounding = 1e-9;    // of numbers that are worked out
+constexpr double kRounding = 1e-9;    // of computed ratios
 constexpr double kFirstEntry = 66.0;  // below the upper edge of the panel
 
-// As in "1/4" or "1.414".
+// Formats a ratio such as "1/4" or "1.414".
 std::string ratioText(double ratio) {
     const double inverse = std::round(1.0 / ratio);
     const bool isFraction = inverse > 1.0 && std::abs(ratio * inverse - 1.0) < kRounding;
     return isFraction ? "1/" + shortNumber(inverse, 0.0) : shortNumber(ratio, 0.0);
 }
 
-// A direction is told to a thousandth.
+// Rounds a coordinate of a direction to a thousandth.
 double rounded(double coordinate) {
     return std::round(coordinate * 1e3) / 1e3;
 }
@@ -59,7 +59,7 @@ void Legend::addSide(const std::string& side, const std::string& text) {
 }
 
 void Legend::addStretch(const StretchScale& stretch, double longestSide, const std::string& unit) {
-    svg.text("note", at + PagePoint(0.0, kTextBase), "area over area in UV, of the mean:");
+    svg.text("note", at + PagePoint(0.0, kTextBase), "area per UV area over the mean:");
     at = at + PagePoint(0.0, kLineHeight);
     for (int i = 0; i < kStretchSteps; ++i)
         addSwatch(kStretchClass + std::to_string(i), kStepWidth * i, kStepWidth);
@@ -94,11 +94,11 @@ void drawLegend(SvgWriter& svg, const Box& box, const IScreenGeometry& geometry,
     if (stretch != nullptr) {
         legend.addStretch(*stretch, surface.longestSide(), unit);
     } else {
-        legend.addSide(kFrontClass, "front: u runs to the right,");
+        legend.addSide(kFrontClass, "front: u to the right,");
         legend.addText("v downwards");
         legend.addSide(kBackClass, "back: pictures are mirrored");
     }
-    legend.addLine(kBoundaryClass, "edge of the screen");
+    legend.addLine(kBoundaryClass, "boundary");
     if (surface.isDrawable() && surface.closesAlongU()) legend.addLine(kSeamClass, "seam: u=0 meets u=1");
     legend.addLine(kGridClass, "u and v in steps of 1/8");
     legend.addEye(scene, geometry, surface.longestSide(), unit);

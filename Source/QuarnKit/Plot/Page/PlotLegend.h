@@ -8,22 +8,23 @@
 
 namespace quarn {
 
-/// Draws one entry after the other, downwards.
+/// Draws entries from top to bottom. Not safe on several threads.
 class Legend {
 public:
-    /// \param first middle of the left end of the first entry
+    /// \param first middle of the left side of the first entry
     Legend(SvgWriter& writer, const PagePoint& first) : svg(writer), at(first) {}
 
     void addText(const std::string& text);
     void addArea(const std::string& styleClass, const std::string& text);
     void addLine(const std::string& styleClass, const std::string& text);
-    /// The shades of a side.
+    /// Adds the shades of a side.
     void addSide(const std::string& side, const std::string& text);
-    /// The scale of a stretch with its numbers.
-    /// \param longestSide of the surface, in \p unit; areas of the scale take it for 1
+    /// Adds the scale of a stretch with its numbers.
+    /// \param longestSide longest side of the surface, in \p unit; it is 1 for the areas of the
+    /// scale
     void addStretch(const StretchScale& stretch, double longestSide, const std::string& unit);
-    /// Eye point and heading.
-    /// \param longestSide as above
+    /// Adds the eye point and the heading.
+    /// \param longestSide longest side of the surface, in \p unit
     void addEye(const PlotScene& scene, const IScreenGeometry& geometry, double longestSide,
                 const std::string& unit);
 
@@ -34,8 +35,8 @@ private:
     PagePoint at;
 };
 
-/// Says what the strokes and colours of a plot mean, and where the eye point is.
-/// \param stretch what the colours tell, where it is not the sides
+/// Draws the meaning of lines and colors, the eye point and the heading.
+/// \param stretch meaning of the colors; nullptr for sides
 void drawLegend(SvgWriter& svg, const Box& box, const IScreenGeometry& geometry, const PlotScene& scene,
                 const PlotSurface& surface, const std::string& unit, const StretchScale* stretch = nullptr);
 

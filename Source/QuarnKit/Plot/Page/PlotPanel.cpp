@@ -8,14 +8,14 @@ namespace quarn {
 namespace {
 
 // Distances on the page, in pixels.
-constexpr double kSideMargin = 92.0;  // room for upright dimensions and labels beside the drawing
-constexpr double kTopMargin = 70.0;   // room for the panel's title, dimensions and labels
+constexpr double kSideMargin = 92.0;  // for height dimensions and labels next to the drawing
+constexpr double kTopMargin = 70.0;   // for the panel's title, dimensions and labels
 constexpr double kBottomMargin = 58.0;
-constexpr double kPlainSideMargin = 70.0;  // room for labels alone
+constexpr double kPlainSideMargin = 70.0;  // for labels alone
 constexpr double kPlainTopMargin = 44.0;
 constexpr double kPlainBottomMargin = 36.0;
 constexpr double kDimensionGap = 30.0;
-constexpr double kUprightDimensionGap = 58.0;
+constexpr double kHeightDimensionGap = 58.0;
 constexpr double kTick = 4.0;
 constexpr double kSameLabelPlace = 14.0;
 constexpr double kLabelGap = 8.0;
@@ -24,12 +24,12 @@ constexpr double kBoldWidth = 1.25;  // of a dimension's text, in widths of a la
 constexpr double kArrowHead = 8.0;
 constexpr double kEyeRadius = 4.5;
 constexpr double kAxisLength = 26.0;
-constexpr double kTitleWidth = 200.0;  // of the panel's
+constexpr double kTitleWidth = 200.0;  // of the panel's title
 constexpr double kTitleHeight = 28.0;
 
 constexpr double kHeadingLength = 0.3;  // in sizes of the surface
 
-// The name of corners that a view shows at one place, as in "u=0|1 v=1".
+// Returns the label of corners that coincide in a view, as in "u=0|1 v=1".
 std::string cornerText(const std::vector<SceneCorner>& corners) {
     const auto values = [&](auto coordinate) {
         bool hasZero = false;
@@ -43,17 +43,11 @@ std::string cornerText(const std::vector<SceneCorner>& corners) {
 
 }  // namespace
 
-void Frame::include(const ViewPoint& point) {
-    for (std::size_t i = 0; i < 2; ++i) {
-        lowest[i] = std::min(lowest[i], point[i]);
-        highest[i] = std::max(highest[i], point[i]);
-    }
-}
-
 double Frame::scaleInto(const Box& box) const {
-    const ViewPoint extent = highest - lowest;
-    const double least = 1e-3;  // of a view from which the surface is a point
-    return std::min(box.width / std::max(extent[0], least), box.height / std::max(extent[1], least));
+    const ViewPoint extent = bounds.extent();
+    constexpr double kMinExtent = 1e-3;  // for a view in which the surface is a point
+    return std::min(box.width / std::max(extent[0], kMinExtent),
+                    box.height / std::max(extent[1], kMinExtent));
 }
 
 void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to) {
@@ -67,7 +61,7 @@ void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& f
              {to, neck + across * (kArrowHead * 0.45), neck - across * (kArrowHead * 0.45)});
 }
 
-// One panel while it is drawn.
+// Draws one panel.
 class PlotPanel::Drawing {
 public:
     Drawing(const PlotPanel& drawnPanel, SvgWriter& writer, const Box& panelBox, double pixelsPerSize,
@@ -88,8 +82,8 @@ public:
     void drawEye();
     void drawCorners();
     void drawAxes();
-    void drawAcross(const std::string& text, bool isOnTop);
-    void drawUpright(const std::string& text);
+    void drawWidth(const std::string& text, WidthLine place);
+    void drawHeight(const std::string& text);
 
 private:
     [[nodiscard]] PagePoint toPage(const ViewPoint& point) const {
@@ -187,8 +181,9 @@ void PlotPanel::Drawing::drawDimensionLine(const PagePoint& from, const PagePoin
     labels.avoidLine(from, to);
 }
 
-void PlotPanel::Drawing::drawAcross(const std::string& text, bool isOnTop) {
+void PlotPanel::Drawing::drawWidth(const std::string& text, WidthLine place) {
     if (text.empty()) return;
+    const bool isOnTop = place == WidthLine::Above;
     const double left = surfaceBox.corner[0];
     const double right = left + surfaceBox.width;
     const double edge = surfaceBox.corner[1] + (isOnTop ? 0.0 : surfaceBox.height);
@@ -207,10 +202,10 @@ void PlotPanel::Drawing::drawAcross(const std::string& text, bool isOnTop) {
                      .height = kTextHeight});
 }
 
-void PlotPanel::Drawing::drawUpright(const std::string& text) {
+void PlotPanel::Drawing::drawHeight(const std::string& text) {
     if (text.empty()) return;
     const double edge = surfaceBox.corner[0] + surfaceBox.width;
-    const double x = edge + kUprightDimensionGap;
+    const double x = edge + kHeightDimensionGap;
     const double top = surfaceBox.corner[1];
     const double bottom = top + surfaceBox.height;
     for (const double y : {top, bottom}) {
@@ -224,7 +219,7 @@ void PlotPanel::Drawing::drawUpright(const std::string& text) {
         svg.text("size", {base, (top + bottom) * 0.5}, text, TextAnchor::Middle, -90.0);
         return;
     }
-    // Along so short a line the text would reach past its ends; it stands below instead.
+    // The text is longer than the line; place it below.
     const double textX = std::min(x, box.corner[0] + box.width - width / 2 - kLabelGap);
     const double base = bottom + kTick + kTextHeight + kLabelGap;
     svg.text("size", {textX, base}, text, TextAnchor::Middle);
@@ -236,13 +231,16 @@ PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera)
     : scene(shownScene), camera(viewCamera), shapes(scene.shapes(camera)) {
     for (const Shape& shape : shapes)
         for (const ViewPoint& point : shape.points) surfaceFrame.include(point);
+    // A closed plane without a UV grid is not visible from its edge; it is a point then.
+    if (shapes.empty()) surfaceFrame.include({0.0, 0.0});
     wholeFrame = surfaceFrame;
     if (!scene.eye) return;
     wholeFrame.include(camera.project(*scene.eye));
     if (scene.heading) wholeFrame.include(camera.project(*scene.eye + *scene.heading * kHeadingLength));
 }
 
-Box PlotPanel::drawingBox(const Box& box, bool hasDimensions) {
+Box PlotPanel::drawingBox(const Box& box, DimensionSpace space) {
+    const bool hasDimensions = space == DimensionSpace::Reserved;
     const double side = hasDimensions ? kSideMargin : kPlainSideMargin;
     const double top = hasDimensions ? kTopMargin : kPlainTopMargin;
     const double bottom = hasDimensions ? kBottomMargin : kPlainBottomMargin;
@@ -253,11 +251,12 @@ Box PlotPanel::drawingBox(const Box& box, bool hasDimensions) {
 
 void PlotPanel::draw(SvgWriter& svg, const Box& box, double scale,
                      const std::optional<Dimensions>& dimensions) const {
-    Drawing drawing(*this, svg, box, scale, drawingBox(box, dimensions.has_value()).middle());
+    const auto space = dimensions ? DimensionSpace::Reserved : DimensionSpace::None;
+    Drawing drawing(*this, svg, box, scale, drawingBox(box, space).middle());
     drawing.drawSurface();
     if (dimensions) {
-        drawing.drawAcross(dimensions->across, dimensions->isAcrossOnTop);
-        drawing.drawUpright(dimensions->upright);
+        drawing.drawWidth(dimensions->width, dimensions->widthLine);
+        drawing.drawHeight(dimensions->height);
     }
     drawing.drawAxes();
     drawing.drawEye();

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Plot/Views/PlotViews.h>
 
 #include "PlotLabels.h"
@@ -21,49 +22,56 @@ struct SceneCorner {
     Point<double, 3> position;
 };
 
-/// What the views of a plot show, in sizes of the surface.
+/// The objects in the views of a plot, in sizes of the surface.
 struct PlotScene {
     std::function<std::vector<Shape>(const Camera&)> shapes;  ///< The surface in painting order.
-    /// Whether the surface stands between the camera and a position.
+    /// Returns true if the surface hides a position from the camera.
     std::function<bool(const Camera&, const Point<double, 3>&)> hides;
-    std::vector<SceneCorner> corners = {};
-    std::optional<Point<double, 3>> eye = {};      ///< Nothing where it is too far away to be drawn.
-    std::optional<Point<double, 3>> heading = {};  ///< Of length 1.
+    std::vector<SceneCorner> corners = {};         ///< Corners with a label.
+    std::optional<Point<double, 3>> eye = {};      ///< Nothing if it is too far away.
+    std::optional<Point<double, 3>> heading = {};  ///< Unit vector.
 };
 
-/// The part of a view's plane that is drawn.
+/// The drawn part of a view's plane.
 class Frame {
 public:
-    void include(const ViewPoint& point);
-    [[nodiscard]] ViewPoint middle() const { return (lowest + highest) * 0.5; }
-    [[nodiscard]] const ViewPoint& min() const { return lowest; }
-    [[nodiscard]] const ViewPoint& max() const { return highest; }
-    /// Pixels for a length of 1 so that all of the frame fits into \p box.
+    void include(const ViewPoint& point) { bounds.include(point); }
+    [[nodiscard]] ViewPoint middle() const { return (bounds.min + bounds.max) * 0.5; }
+    [[nodiscard]] const ViewPoint& min() const { return bounds.min; }
+    [[nodiscard]] const ViewPoint& max() const { return bounds.max; }
+    /// Returns the pixels for a length of 1 with which the frame fits into \p box.
     [[nodiscard]] double scaleInto(const Box& box) const;
 
 private:
-    ViewPoint lowest{1e9, 1e9};
-    ViewPoint highest{-1e9, -1e9};
+    Bounds<2> bounds;
 };
 
-/// Dimensions that a view names; empty where it does not.
+/// Side of the drawing on which the dimension line of its width is drawn.
+enum class WidthLine { Below, Above };
+
+/// Texts of the dimension lines of a view; an empty text has no line.
 struct Dimensions {
-    std::string across = {};
-    std::string upright = {};
-    bool isAcrossOnTop = false;
+    std::string width = {};
+    std::string height = {};
+    WidthLine widthLine = WidthLine::Below;
 };
 
-/// A view of a scene.
+/// Whether a panel has space for dimension lines.
+enum class DimensionSpace { None, Reserved };
+
+/// A view of a scene. The scene has to outlive the panel.
 class PlotPanel {
 public:
     PlotPanel(const PlotScene& shownScene, const Camera& viewCamera);
 
-    /// Where the drawing itself stands within the panel's box; dimensions need room beside it.
-    [[nodiscard]] static Box drawingBox(const Box& box, bool hasDimensions);
+    /// Returns the part of the panel's box for the drawing itself, without margins for labels and
+    /// dimension lines.
+    [[nodiscard]] static Box drawingBox(const Box& box, DimensionSpace space);
     [[nodiscard]] const Frame& frame() const { return wholeFrame; }
 
+    /// Draws the view into a box of the page.
     /// \param scale pixels for a length of 1
-    /// \param dimensions nothing for a view without dimensions
+    /// \param dimensions nothing for a view without dimension lines
     void draw(SvgWriter& svg, const Box& box, double scale,
               const std::optional<Dimensions>& dimensions) const;
 
@@ -77,7 +85,7 @@ private:
     Frame wholeFrame;  // with the eye point and the heading
 };
 
-/// Draws an arrow with its head at \p to; nothing where it would be too short to have a direction.
+/// Draws an arrow with its head at \p to; nothing if it would be shorter than its head.
 void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to);
 
 }  // namespace quarn

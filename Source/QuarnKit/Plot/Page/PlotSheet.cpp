@@ -20,7 +20,8 @@ constexpr double kPanelWidth = (kPageWidth - 3 * kPageMargin) / 2;
 constexpr double kPanelHeight = (kPageHeight - kHeaderHeight - 2 * kPageMargin) / 2;
 constexpr double kUvWidth = kPanelWidth * 0.62;
 
-// An eye point farther from the middle than this, in sizes of the surface, would make the surface too small.
+// Maximum distance of the eye point from the origin, in sizes of the surface. A larger one would
+// make the surface too small.
 constexpr double kMaxEyeDistance = 2.0;
 
 Box panelBox(int column, int row) {
@@ -64,27 +65,29 @@ SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet) {
 void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& extent,
                const std::string& unit) {
     const double longest = std::max({extent[0], extent[1], extent[2]});
-    // A dimension that is nothing beside the others has no room for its line.
+    // A dimension that is negligible relative to the others has no line.
     const auto dimension = [&](std::size_t axis) {
         return extent[axis] < longest * 1e-3 ? std::string() : lengthText(extent[axis], unit);
     };
 
     const Box perspectiveBox = panelBox(0, 0);
     const PlotPanel perspective(scene, Camera::perspective(scene.eye ? length(*scene.eye) : 0.0));
-    perspective.draw(svg, perspectiveBox,
-                     perspective.frame().scaleInto(PlotPanel::drawingBox(perspectiveBox, false)),
-                     std::nullopt);
+    perspective.draw(
+        svg, perspectiveBox,
+        perspective.frame().scaleInto(PlotPanel::drawingBox(perspectiveBox, DimensionSpace::None)),
+        std::nullopt);
 
-    // The plan stands above the front at the same scale, so that the same x is below itself.
+    // The plan is above the front view at the same scale, so that equal x are aligned.
     const Box planBox = panelBox(1, 0);
     const Box frontBox = panelBox(1, 1);
     const PlotPanel plan(scene, Camera::plan());
     const PlotPanel front(scene, Camera::front());
-    const double scale = std::min(plan.frame().scaleInto(PlotPanel::drawingBox(planBox, true)),
-                                  front.frame().scaleInto(PlotPanel::drawingBox(frontBox, true)));
+    const double scale =
+        std::min(plan.frame().scaleInto(PlotPanel::drawingBox(planBox, DimensionSpace::Reserved)),
+                 front.frame().scaleInto(PlotPanel::drawingBox(frontBox, DimensionSpace::Reserved)));
     plan.draw(svg, planBox, scale,
-              Dimensions{.across = dimension(0), .upright = dimension(1), .isAcrossOnTop = true});
-    front.draw(svg, frontBox, scale, Dimensions{.across = dimension(0), .upright = dimension(2)});
+              Dimensions{.width = dimension(0), .height = dimension(1), .widthLine = WidthLine::Above});
+    front.draw(svg, frontBox, scale, Dimensions{.width = dimension(0), .height = dimension(2)});
 }
 
 void drawNoViews(SvgWriter& svg, const std::string& reason) {

@@ -10,7 +10,7 @@
 
 namespace quarn {
 
-/// What stands above the panels.
+/// The texts above the panels.
 struct SheetHeader {
     std::string file;
     std::string shape;
@@ -19,21 +19,21 @@ struct SheetHeader {
     std::string facts;
 };
 
-/// A page with its header and the frames of its panels.
+/// Creates a page with its header and the frames of its panels.
 [[nodiscard]] SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet);
 
-/// Adds what is near enough to be drawn.
+/// Adds the eye point, unless it is too far away, and the heading, if it has a direction.
 /// \param eye the eye point in the scene
 void addEye(PlotScene& scene, const IScreenGeometry& geometry, const Point<double, 3>& eye);
 
-/// Draws perspective, plan and front.
-/// \param extent of the surface, in \p unit
+/// Draws perspective, plan and front view.
+/// \param extent extent of the surface, in \p unit
 void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& extent,
                const std::string& unit);
-/// Says in place of the views why there are none.
+/// Draws the reason why there are no views.
 void drawNoViews(SvgWriter& svg, const std::string& reason);
 
-/// The parts of the fourth panel.
+/// Return the two parts of the fourth panel.
 [[nodiscard]] Box uvBox();
 [[nodiscard]] Box legendBox();
 

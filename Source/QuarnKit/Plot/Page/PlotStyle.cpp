@@ -17,7 +17,7 @@ struct Range {
     Color light;
 };
 
-// The front is light and cool, the back darker and warm.
+// The front is light and cold, the back is darker and warm.
 constexpr Range kFront = {{96, 146, 196}, {226, 239, 252}};
 constexpr Range kBack = {{140, 104, 60}, {226, 196, 150}};
 
@@ -30,11 +30,11 @@ constexpr std::string_view kFixedRules =
 .view{font-size:14px;font-weight:bold}
 .label,.size{paint-order:stroke;stroke:#fff;stroke-width:3px;stroke-linejoin:round}
 .size{font-size:13px;font-weight:bold;fill:#174a7c}
-path{fill:none;stroke-linejoin:round}
+path{fill:none;stroke-linejoin:round;stroke-width:.7px}
 .page{fill:#fff}
 .panel{fill:none;stroke:#bbb}
 .grid{stroke:#3a4a5a;stroke-width:.6px;stroke-opacity:.75}
-.outline{stroke:#111;stroke-width:2.2px}
+.boundary{stroke:#111;stroke-width:2.2px}
 .seam{stroke:#111;stroke-width:1.4px;stroke-dasharray:5 4}
 .dimension{stroke:#174a7c;stroke-width:.9px}
 .axis{stroke:#555;stroke-width:1.2px}
@@ -52,18 +52,18 @@ constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;strok
 .uv-fill{fill:#e2effc;stroke:#e2effc;stroke-width:.7px}
 .space{fill:#f6f6f6;stroke:#999;stroke-width:.8px}
 .border{stroke:#111;stroke-width:1.3px}
-.outline-hidden{stroke:#111;stroke-width:1.2px;stroke-opacity:.3}
+.boundary-hidden{stroke:#111;stroke-width:1.2px;stroke-opacity:.3}
 .thin{stroke:#111;stroke-width:.5px}
 .hole{stroke:#f57c00;stroke-width:3px}
 .hole-hidden{stroke:#f57c00;stroke-width:1.6px;stroke-opacity:.45}
-.turned{fill:#e02020;stroke:#e02020;stroke-width:.7px}
-.turned-dot{fill:#e02020;stroke:#e02020;stroke-width:3.6px;stroke-linecap:round}
-.faulty{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:.7px}
-.faulty-dot{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:3.6px;stroke-linecap:round}
+.flipped{fill:#e02020;stroke:#e02020;stroke-width:.7px}
+.flipped-dot{fill:#e02020;stroke:#e02020;stroke-width:3.6px;stroke-linecap:round}
+.bad-uv{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:.7px}
+.bad-uv-dot{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:3.6px;stroke-linecap:round}
 .overlap{fill:#5e1a8f}
 )";
 
-// Ever lighter, also for those who do not see red or green.
+// Increasing lightness, so that the scale does not depend on color vision.
 constexpr std::array<Color, 5> kStretchColors = {
     {{52, 20, 96}, {52, 86, 148}, {28, 142, 140}, {110, 196, 94}, {250, 230, 60}}};
 
@@ -76,10 +76,10 @@ std::string colorText(const Color& color) {
     return text;
 }
 
-Color mixColors(const Color& from, const Color& to, int part, int whole) {
+Color mixColors(const Color& from, const Color& to, int step, int stepCount) {
     Color color{};
     for (std::size_t i = 0; i < color.size(); ++i)
-        color.at(i) = from.at(i) + (to.at(i) - from.at(i)) * part / whole;
+        color.at(i) = from.at(i) + (to.at(i) - from.at(i)) * step / stepCount;
     return color;
 }
 
@@ -88,7 +88,7 @@ std::string areaRule(const std::string& styleClass, const Color& color) {
     return "." + styleClass + "{fill:" + value + ";stroke:" + value + "}\n";
 }
 
-// Strokes of the same color cover the hairlines that would show between two cells.
+// Strokes of the same color cover hairlines between adjacent cells.
 std::string shadeRules(const std::string& side, const Range& range) {
     std::string text;
     for (int shade = 0; shade < kShades; ++shade)
@@ -100,8 +100,7 @@ std::string shadeRules(const std::string& side, const Range& range) {
 }  // namespace
 
 std::string plotStyleSheet() {
-    return std::string(kFixedRules) + "path[class^=f],path[class^=b]{stroke-width:.7px}\n" +
-           shadeRules(kFrontClass, kFront) + shadeRules(kBackClass, kBack);
+    return std::string(kFixedRules) + shadeRules(kFrontClass, kFront) + shadeRules(kBackClass, kBack);
 }
 
 std::string meshStyleRules() {
@@ -109,8 +108,7 @@ std::string meshStyleRules() {
 }
 
 std::string stretchStyleRules() {
-    std::string text = "path[class^=k],.none{stroke-width:.7px}\n";
-    text += areaRule(kNoStretchClass, {190, 190, 190});
+    std::string text = areaRule(kNoStretchClass, {190, 190, 190});
     constexpr int kParts = static_cast<int>(kStretchColors.size()) - 1;
     for (int step = 0; step < kStretchSteps; ++step) {
         const int place = step * kParts;

@@ -1,16 +1,16 @@
 /// \file
-/// Colours, strokes and letters of plots.
+/// Colors, strokes and fonts of plots.
 #pragma once
 
 #include <string>
 
 namespace quarn {
 
-/// The style sheet of every plot. Its shades stay apart where they are printed without colour.
+/// Returns the style sheet of every plot. Its shades are distinguishable in grayscale.
 [[nodiscard]] std::string plotStyleSheet();
-/// What plots of meshes have besides.
+/// Returns the additional rules of plots of meshes.
 [[nodiscard]] std::string meshStyleRules();
-/// The colours of a stretch, from dark to light.
+/// Returns the colors of the stretch, from dark to light.
 [[nodiscard]] std::string stretchStyleRules();
 
 }  // namespace quarn

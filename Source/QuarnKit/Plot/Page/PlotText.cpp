@@ -18,12 +18,12 @@ namespace quarn {
 namespace {
 
 constexpr int kDigits = 4;
-// From here to there numbers are written without an exponent.
+// Range of numbers without an exponent.
 constexpr double kMinFixedNotation = 1e-3;
 constexpr double kMaxFixedNotation = 1e7;
-// Rounding away from a tie, so that last bits do not decide; far below what the digits show.
+// Rounds away from a tie, so that the last bits do not decide; far below the last digit shown.
 constexpr double kTieNudge = 1.0 + 1e-9;
-constexpr double kNothing = 1e-9;  // of the scale
+constexpr double kNegligibleRatio = 1e-9;  // relative to the scale
 
 constexpr std::size_t kMaxNameLength = 48;
 constexpr std::size_t kNameEndLength = 16;
@@ -63,7 +63,7 @@ std::string parameterText(const Parameter& parameter, const std::string& unit) {
 std::string shortNumber(double value, double scale) {
     if (!std::isfinite(value)) return numberText(value);
     const double magnitude = std::abs(value) * kTieNudge;
-    if (magnitude == 0.0 || magnitude < kNothing * scale) return "0";
+    if (magnitude == 0.0 || magnitude < kNegligibleRatio * scale) return "0";
     const std::string sign = value < 0.0 ? "-" : "";
     if (magnitude < kMinFixedNotation || magnitude >= kMaxFixedNotation)
         return sign + formatted(magnitude, std::chars_format::general, kDigits);
@@ -82,7 +82,7 @@ std::string positionText(const Point<double, 3>& position, double scale) {
 }
 
 std::string shortFileName(const std::string& path) {
-    // In characters and not in bytes, so that none is cut.
+    // Count characters, not bytes, so that no character is cut.
     const std::wstring name = fromUtf8(printable(std::filesystem::path(path).filename().string()));
     if (name.size() <= kMaxNameLength) return toUtf8(name);
     return toUtf8(name.substr(0, kMaxNameLength - kNameEndLength)) + "…" +

@@ -1,5 +1,5 @@
 /// \file
-/// The words and rounded numbers of a plot.
+/// Texts and rounded numbers of a plot.
 #pragma once
 
 #include <string>
@@ -9,30 +9,30 @@
 
 namespace quarn {
 
-/// A number for people: four digits, and all digits before the point up to seven.
-/// \param scale what the number is compared with; what is nothing beside it is 0
+/// Formats a number with four significant digits, and up to seven digits before the point.
+/// \param scale numbers that are negligible relative to it become 0
 [[nodiscard]] std::string shortNumber(double value, double scale);
 
-/// As in "4.25 m".
+/// Formats a length, as in "4.25 m".
 [[nodiscard]] std::string lengthText(double value, const std::string& unit);
 
-/// As in "(0, -2, 0)", its numbers as by shortNumber().
+/// Formats a position, as in "(0, -2, 0)", with the numbers of shortNumber().
 [[nodiscard]] std::string positionText(const Point<double, 3>& position, double scale);
 
-/// The file's own name, cut in its middle where it is long.
+/// Returns the file's name without folders. Replaces the middle of a long name with an ellipsis.
 [[nodiscard]] std::string shortFileName(const std::string& path);
 
-/// What the screen is, as in "Dome".
+/// Describes the shape of a screen, as in "Full cylinder".
 [[nodiscard]] std::string shapeText(const IScreenGeometry& geometry, const PlotSurface& surface);
 
-/// Every number that defines the screen, with angles in degrees.
+/// Lists the parameters of a screen, with angles in degrees.
 [[nodiscard]] std::string parametersText(const Screen& screen, const std::string& unit);
 
-/// Size and place of a surface's bounds.
+/// Describes the size and the position of a surface's bounds.
 [[nodiscard]] std::string sizeText(const Point<double, 3>& min, const Point<double, 3>& max,
                                    const std::string& unit);
 
-/// The beginning of the screen's digest.
+/// Returns the beginning of a screen's digest.
 [[nodiscard]] std::string shortDigest(const IScreenGeometry& geometry);
 
 }  // namespace quarn

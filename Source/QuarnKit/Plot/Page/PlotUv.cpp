@@ -8,7 +8,7 @@ namespace quarn {
 
 namespace {
 
-constexpr double kMargin = 62.0;  // room for labels around the square
+constexpr double kMargin = 62.0;  // for labels around the square
 constexpr double kLabelGap = 8.0;
 constexpr double kTextHeight = 9.0;
 constexpr double kArrowLength = 40.0;
@@ -49,14 +49,14 @@ void drawCornerNames(SvgWriter& svg, const PagePoint& corner, double side) {
 void drawEdgeLengths(SvgWriter& svg, const PagePoint& corner, double side, const PlotSurface& surface,
                      const std::string& unit) {
     const double middle = side / 2;
-    const double beside = kLabelGap + kTextHeight + 3.0;
+    const double offset = kLabelGap + kTextHeight + 3.0;
     svg.text("size", corner + PagePoint(middle, -kLabelGap), edgeText(surface, PlotSurface::Top, unit),
              TextAnchor::Middle);
     svg.text("size", corner + PagePoint(middle, side + kLabelGap + kTextHeight),
              edgeText(surface, PlotSurface::Bottom, unit), TextAnchor::Middle);
     svg.text("size", corner + PagePoint(-kLabelGap, middle), edgeText(surface, PlotSurface::Left, unit),
              TextAnchor::Middle, -90.0);
-    svg.text("size", corner + PagePoint(side + beside, middle), edgeText(surface, PlotSurface::Right, unit),
+    svg.text("size", corner + PagePoint(side + offset, middle), edgeText(surface, PlotSurface::Right, unit),
              TextAnchor::Middle, -90.0);
 }
 

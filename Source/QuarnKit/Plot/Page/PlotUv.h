@@ -8,14 +8,14 @@
 
 namespace quarn {
 
-/// Draws the unit square with its grid, its corners and how long its edges are on the surface.
-/// \param stretch paints the square by the surface's stretch, where there is one
+/// Draws the unit square with its grid, its corners and the lengths of its edges on the surface.
+/// \param stretch colors the square by the surface's stretch; nullptr for a plain square
 void drawUvLayout(SvgWriter& svg, const Box& box, const PlotSurface& surface, const std::string& unit,
                   const StretchScale* stretch = nullptr);
 
 /// Draws the lines of the UV grid within the unit square.
 void drawUvGrid(SvgWriter& svg, const PagePoint& corner, double side);
-/// Names the corners of the unit square, and where u and v run.
+/// Draws the names of the corners of the unit square, and the directions of u and v.
 void drawUvNames(SvgWriter& svg, const PagePoint& corner, double side);
 
 }  // namespace quarn

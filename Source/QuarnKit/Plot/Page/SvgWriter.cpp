@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t kMillionthsPerTenth = 100000;
 
-// A reader of XML refuses these two, which are no characters.
+// XML parsers reject these two code points, which are no characters.
 bool isNoncharacter(wchar_t character) {
     return character == 0xFFFE || character == 0xFFFF;
 }
@@ -26,7 +26,7 @@ std::string numberAttribute(std::string_view name, double value) {
     return attribute(name, svgNumber(value));
 }
 
-// With the sign of the way round.
+// Returns twice the signed area of a polygon.
 double twiceAreaOf(const std::vector<PagePoint>& points) {
     double sum = 0.0;
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -51,10 +51,11 @@ std::string_view anchorName(TextAnchor anchor) {
 }  // namespace
 
 std::string svgNumber(double value) {
-    // A tie such as 0.25 may arrive as 0.2499999999. Millionths make it a tie again, which rounds up.
+    // A tie such as 0.25 may have become 0.2499999999. Rounding to millionths restores it; ties
+    // round up.
     const std::int64_t shifted = std::llround(value * 1e6) + kMillionthsPerTenth / 2;
     std::int64_t tenths = shifted / kMillionthsPerTenth;
-    if (shifted % kMillionthsPerTenth < 0) --tenths;  // division cuts towards zero
+    if (shifted % kMillionthsPerTenth < 0) --tenths;  // division truncates towards zero
 
     const std::int64_t magnitude = std::abs(tenths);
     std::string text = tenths < 0 ? "-" : "";
@@ -101,7 +102,7 @@ void SvgWriter::line(std::string_view styleClass, const std::vector<PagePoint>& 
 }
 
 void SvgWriter::area(std::string_view styleClass, const std::vector<PagePoint>& points) {
-    // Two areas of one path that run opposite ways would cancel where they overlap.
+    // Two areas of one path with opposite orientations would cancel in their overlap.
     if (twiceAreaOf(points) < 0.0)
         extendPath(styleClass, {points.rbegin(), points.rend()}, "z");
     else
@@ -113,7 +114,7 @@ void SvgWriter::extendPath(std::string_view styleClass, const std::vector<PagePo
     if (points.empty()) return;
     if (pathClass != styleClass) endPath();
     pathClass = styleClass;
-    char separator = 'M';  // positions after the first one are lines without a letter of their own
+    char separator = 'M';  // positions after the first one are lines without a command letter
     for (const PagePoint& point : points) {
         pathData += separator;
         pathData += svgNumber(point[0]) + " " + svgNumber(point[1]);

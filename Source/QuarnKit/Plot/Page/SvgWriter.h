@@ -15,34 +15,36 @@ using PagePoint = Point<double, 2>;
 
 enum class TextAnchor { Start, Middle, End };
 
-/// A coordinate with at most one decimal, the same whatever the locale.
+/// Formats a coordinate with at most one decimal, independent of the locale.
 ///
-/// A number that a computation gave with other last bits has the same text, so that pictures keep their bytes
-/// from compiler to compiler.
-/// \pre finite and below 1e9 in magnitude
+/// Numbers that differ in their last bits have the same text, so that the bytes of a picture do not
+/// depend on the compiler.
+/// \pre \p value is finite and below 1e9 in magnitude
 [[nodiscard]] std::string svgNumber(double value);
 
-/// Text for the inside of an element or attribute. Whatever the bytes are, the result is well-formed:
-/// characters that a reader could not see are told as escapes like \x1b, bytes that are not UTF-8 as U+FFFD.
+/// Escapes text for the content of an element or attribute. The result is well-formed for any
+/// bytes: invisible characters become escapes like \x1b, and bytes that are not UTF-8 become
+/// U+FFFD.
 [[nodiscard]] std::string svgText(std::string_view text);
 
-/// Builds one document. Shapes that follow each other with the same class share one element.
+/// Builds one document. Consecutive shapes of the same class share one element.
 ///
-/// Classes are names of the style sheet; every other text is escaped here. Not safe on several threads.
+/// Classes are names of the style sheet. All other texts are escaped. Not safe on several threads.
 class SvgWriter {
 public:
-    /// \param styleSheet CSS without references to anything outside of the document
+    /// \param styleSheet CSS without external references
     SvgWriter(double width, double height, std::string_view title, std::string_view styleSheet);
 
     void line(std::string_view styleClass, const std::vector<PagePoint>& points);
     void area(std::string_view styleClass, const std::vector<PagePoint>& points);
     void circle(std::string_view styleClass, const PagePoint& center, double radius);
     void rectangle(std::string_view styleClass, const PagePoint& corner, double width, double height);
+    /// Adds a text.
     /// \param rotation angle in degrees, clockwise
     void text(std::string_view styleClass, const PagePoint& at, std::string_view text,
               TextAnchor anchor = TextAnchor::Start, double rotation = 0.0);
 
-    /// The whole document; nothing may follow.
+    /// Returns the whole document. Nothing may be added afterwards.
     [[nodiscard]] std::string finish();
 
 private:
@@ -52,7 +54,7 @@ private:
 
     std::string document;
     std::string pathClass;
-    std::string pathData;  // empty where no path is open
+    std::string pathData;  // empty if no path is open
 };
 
 }  // namespace quarn

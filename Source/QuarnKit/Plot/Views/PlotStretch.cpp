@@ -9,9 +9,9 @@ namespace quarn {
 namespace {
 
 constexpr std::array<double, 4> kLimits = {2.0, 4.0, 16.0, 64.0};
-// The part of the area that may lie beyond the ends of the scale.
+// The fraction of the area that may be beyond the ends of the scale.
 constexpr double kMaxBeyondRatio = 0.05;
-// Rounding away from a tie, in steps of the scale, so that last bits of a number do not decide.
+// Rounds away from a tie, in steps of the scale, so that the last bits of a number do not decide.
 constexpr double kTieNudge = 1e-7;
 constexpr int kMiddle = kStretchSteps / 2;
 
@@ -32,19 +32,19 @@ StretchScale::StretchScale(const std::vector<StretchPatch>& patches) {
             const double stretch = patch.area / patch.uvArea / meanStretch;
             if (stretch > limit || stretch < 1.0 / limit) beyond += patch.area;
         }
-        greatest = limit;
+        maxStretch = limit;
         if (beyond <= kMaxBeyondRatio * sum.area) return;
     }
 }
 
 double StretchScale::valueOf(int step) const {
-    return std::pow(greatest, static_cast<double>(step - kMiddle) / kMiddle);
+    return std::pow(maxStretch, static_cast<double>(step - kMiddle) / kMiddle);
 }
 
 std::string StretchScale::classOf(const StretchPatch& patch) const {
     if (!(meanStretch > 0.0) || !(patch.uvArea > 0.0 || patch.area > 0.0)) return kNoStretchClass;
     // A patch without area in UV is beyond the upper end.
-    const double place = std::log2(patch.area / patch.uvArea / meanStretch) / std::log2(greatest);
+    const double place = std::log2(patch.area / patch.uvArea / meanStretch) / std::log2(maxStretch);
     if (std::isnan(place)) return kNoStretchClass;
     const double step = std::clamp(kMiddle * (1.0 + place) + kTieNudge, 0.0, kStretchSteps - 1.0);
     return kStretchClass + std::to_string(std::llround(step));

@@ -1,5 +1,5 @@
 /// \file
-/// How much more surface some UVs cover than others.
+/// Stretch: area on the surface over area in UV.
 #pragma once
 
 #include <string>
@@ -7,35 +7,37 @@
 
 namespace quarn {
 
-/// What a plot's colours tell.
+/// Meaning of the colors of a plot: front and back, or the stretch.
 enum class PlotColor { Side, Stretch };
 
-/// A part of a surface; areas are not negative.
+/// Areas of a part of a surface, not negative.
 struct StretchPatch {
     double area = 0.0;
     double uvArea = 0.0;
 };
 
-/// Classes of stretch are this, followed by a number from 0 for the least.
+/// Prefix of the classes of stretch; a number from 0 for the smallest follows.
 inline constexpr const char* kStretchClass = "k";
-/// Class of what has no UV.
+/// Class of areas without UV.
 inline constexpr const char* kNoStretchClass = "none";
-inline constexpr int kStretchSteps = 17;  ///< The one in the middle is the mean.
+/// Number of steps of the scale; the one in the middle is the mean.
+inline constexpr int kStretchSteps = 17;
 
-/// A scale for the stretch of patches: area over area in UV, relative to that of all of them.
+/// A logarithmic scale for the stretch of patches, relative to their mean stretch.
 class StretchScale {
 public:
     explicit StretchScale(const std::vector<StretchPatch>& patches);
 
-    /// Area of all patches over their area in UV; 0 where they have none.
+    /// Returns the area of all patches over their area in UV; 0 if they have none.
     [[nodiscard]] double mean() const { return meanStretch; }
-    /// The stretch at the middle of a step, relative to the mean.
+    /// Returns the stretch at the middle of a step, relative to the mean.
     [[nodiscard]] double valueOf(int step) const;
+    /// Returns the class of a patch.
     [[nodiscard]] std::string classOf(const StretchPatch& patch) const;
 
 private:
     double meanStretch = 0.0;
-    double greatest = 0.0;  // at the upper end; the lower end is one over it
+    double maxStretch = 0.0;  // at the upper end; the lower end is the reciprocal
 };
 
 }  // namespace quarn

@@ -10,16 +10,16 @@ namespace quarn {
 
 namespace {
 
-// Fine enough that a full circle looks round, and multiples of kGridIntervals.
+// Enough for a full circle to look round, and multiples of kGridIntervals.
 constexpr int kColumns = 48;
 constexpr int kRows = 16;
-// Steps that a length along an edge is added up from: an arc of a full circle comes out short by 2e-5 of it.
+// Chords that approximate the length of an edge. A full circle is too short by 2e-5.
 constexpr int kLengthSteps = 288;
-// Two positions nearer than this, in sizes of the surface, are drawn as one.
+// Positions closer than this, in sizes of the surface, are drawn as one.
 constexpr double kSamePlace = 1e-6;
 
-// How often the search for a furthest position halves its step, down to a millionth of the unit square.
-// Positions there differ by its square.
+// Number of times that the search for an extreme position halves its step, down to a millionth of
+// the unit square. The error of the position is of the order of the step's square.
 constexpr int kHalvings = 14;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -30,7 +30,7 @@ Point<double, 3> positionAt(const IScreenGeometry& screen, double u, double v) {
     return point;
 }
 
-// The way from one UV to another in steps; a step that is not finite counts nothing.
+// Returns the length of the line from one UV to another. Chords that are not finite count as 0.
 double lengthBetween(const IScreenGeometry& screen, const Point<double, 2>& from,
                      const Point<double, 2>& to) {
     double sum = 0.0;
@@ -67,23 +67,23 @@ void PlotSurface::takeSamples(const IScreenGeometry& screen) {
 
 void PlotSurface::findBounds(const IScreenGeometry& screen) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        const auto lowestAlong = furthest(screen, axis, -1.0);
-        const auto highestAlong = furthest(screen, axis, 1.0);
+        const auto lowestAlong = findExtreme(screen, axis, -1.0);
+        const auto highestAlong = findExtreme(screen, axis, 1.0);
         if (!lowestAlong || !highestAlong) return;
         lowest[axis] = *lowestAlong;
         highest[axis] = *highestAlong;
     }
     const Point<double, 3> extent = highest - lowest;
     const double longest = std::max({extent[0], extent[1], extent[2]});
-    // Below the least normal number positions could not be scaled to 1.
+    // Positions cannot be scaled to 1 if the size is below the smallest normal number.
     if (!isFinite(extent) || longest < std::numeric_limits<double>::min()) return;
     size = longest;
     center = lowest + extent * 0.5;
 }
 
-// The furthest coordinate on one axis: the furthest sample, and from there uphill in ever smaller steps.
-std::optional<double> PlotSurface::furthest(const IScreenGeometry& screen, std::size_t axis,
-                                            double direction) const {
+// Finds the extreme coordinate along one axis by hill climbing from the extreme sample.
+std::optional<double> PlotSurface::findExtreme(const IScreenGeometry& screen, std::size_t axis,
+                                               double direction) const {
     Point<double, 2> best;
     double reached = -std::numeric_limits<double>::infinity();
     const auto visit = [&](double u, double v) {
@@ -125,7 +125,7 @@ void PlotSurface::findEdges() {
     }
 }
 
-// A straight direction needs no more cells than the grid has lines.
+// A straight direction needs only as many cells as the grid has intervals.
 void PlotSurface::dropStraightSamples() {
     bool isStraightAlongU = true;
     bool isStraightAlongV = true;

@@ -13,24 +13,24 @@ namespace quarn {
 
 namespace {
 
-// All of a surface lies within this distance of the middle, in sizes of the surface.
+// Every surface is within this distance of the origin, in sizes of the surface.
 constexpr double kSurfaceRadius = 0.87;
-// Distance of the camera, in distances of the farthest thing that it shows.
+// Distance of the camera, as a multiple of the distance of the farthest object in the view.
 constexpr double kCameraDistance = 3.5;
-// Steps of nearness that count as equal, so that the last bits of a number never decide what covers what.
+// Differences of nearness that count as equal, so that rounding does not decide the painting order.
 constexpr double kNearnessStep = 1e-7;
-// How much nearer lines are taken, so that the cells around do not cover half of their width.
+// Offset of lines towards the camera, so that adjacent cells do not cover half of their width.
 constexpr double kLineLift = 0.05;
-// What lies nearer than this behind a surface counts as on it.
+// A position at most this far beyond a surface counts as on it.
 constexpr double kOnSurface = 0.02;
-// Beside a position, where no edge of a cell decides on which side the position lies.
+// Offset from a position, so that no edge of a cell contains the tested point.
 const ViewPoint kBeside(3e-4, 7e-4);
-// A cell that a view sees from its edge, as an area in squares of the surface's size.
+// Maximum area of a cell that is seen from its edge, in squared sizes of the surface.
 constexpr double kMinArea = 1e-9;
 
 const Point<double, 3> kTowardsLight = normalized(Point<double, 3>(-0.55, -0.65, 0.8));
 
-// A shape with what decides when it is painted.
+// A shape and its place in the painting order.
 struct Painted {
     Shape shape;
     std::int64_t nearness = 0;
@@ -40,7 +40,7 @@ std::int64_t rounded(double nearness) {
     return std::llround(nearness / kNearnessStep);
 }
 
-// From the diagonals of the four corners.
+// Computes the area of a quadrilateral from its diagonals.
 double areaOf(const std::vector<ViewPoint>& corners) {
     const ViewPoint a = corners[2] - corners[0];
     const ViewPoint b = corners[3] - corners[1];
@@ -99,7 +99,7 @@ void SurfacePainter::addCells() {
         for (int column = 0; column < surface.columns(); ++column) addCell(column, row);
 }
 
-// Nothing where the cell lies beyond the lattice, or has a corner without a position.
+// Returns nothing if the cell is outside of the lattice or has a corner without a position.
 std::optional<std::int64_t> SurfacePainter::nearnessOf(int column, int row) const {
     if (column < 0 || row < 0 || column >= surface.columns() || row >= surface.rows()) return std::nullopt;
     double sum = 0.0;
@@ -128,11 +128,11 @@ std::string SurfacePainter::classOf(int column, int row, const std::array<Positi
                                     const Position& middle) const {
     if (stretch != nullptr)
         if (const auto patch = surface.patch(column, row)) return stretch->classOf(*patch);
-    // The product of the diagonals is a normal also where two corners are one.
+    // The cross product of the diagonals is a normal even if two corners coincide.
     return shadeClass(camera, middle, normalized(cross(corners[3] - corners[1], corners[2] - corners[0])));
 }
 
-// A line is painted right after the nearer one of the cells beside it.
+// Paints a line directly after the nearer one of its two cells.
 void SurfacePainter::addLine(const char* styleClass, int column, int row, int toColumn, int toRow) {
     const auto from = surface.at(column, row);
     const auto to = surface.at(toColumn, toRow);
@@ -151,8 +151,9 @@ void SurfacePainter::addLine(const char* styleClass, int column, int row, int to
          .nearness = nearness + rounded(kLineLift)});
 }
 
-// The outline is made of the edges of the unit square, and not of IScreenGeometry::sampleBoundary(): that may
-// have too few positions for a picture, such as five on the whole of a narrow ring, and draws seams as edges.
+// The boundary consists of the edges of the unit square. IScreenGeometry::sampleBoundary() may have
+// too few positions for a picture, such as five for a narrow ring, and it does not distinguish
+// seams.
 void SurfacePainter::addLinesAlongU() {
     const int step = surface.rows() / kGridIntervals;
     for (int row = 0; row <= surface.rows(); row += step) {
@@ -181,7 +182,7 @@ void SurfacePainter::addLinesAlongV() {
 
 Camera::Camera(const Point<double, 3>& towardsCamera, double cameraDistance)
     : backward(normalized(towardsCamera)), distance(cameraDistance) {
-    // What is upwards in the world is upwards in the view; seen from above, what lies ahead of the viewer is.
+    // +Z points upwards in the view. Seen from above, the viewer's forward direction +Y does.
     const Point<double, 3> upwards =
         std::abs(backward[2]) < 1.0 ? Point<double, 3>(0.0, 0.0, 1.0) : Point<double, 3>(0.0, 1.0, 0.0);
     right = normalized(cross(upwards, backward));
@@ -233,7 +234,7 @@ bool hides(const PlotSurface& surface, const Camera& camera, const Point<double,
 }
 
 bool isInside(const std::vector<Point<double, 2>>& polygon, const Point<double, 2>& point) {
-    // Counts the sides to the right of the point.
+    // Count the sides to the right of the point.
     bool isOdd = false;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
         const Point<double, 2>& a = polygon[i];

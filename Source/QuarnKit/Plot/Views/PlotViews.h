@@ -1,5 +1,5 @@
 /// \file
-/// What each view of a plot shows, before it has a place on the page.
+/// Cameras of the views of a plot, and the shapes that they show.
 #pragma once
 
 #include <string>
@@ -13,29 +13,31 @@ namespace quarn {
 /// A position in a view's plane: x to the right, y upwards, in sizes of the surface.
 using ViewPoint = Point<double, 2>;
 
-/// How a view looks at a surface.
+/// The projection of a view.
 class Camera {
 public:
-    /// From the right in front and above, on the viewer's side.
-    /// \param farthest distance from the middle of the farthest thing that the view shows besides the surface
+    /// Perspective from the viewer's side, from the right and above.
+    /// \param farthest distance of the farthest object in addition to the surface from the origin
     [[nodiscard]] static Camera perspective(double farthest);
-    /// From above, with the viewer's right to the right.
+    /// Parallel projection from above, with +X to the right and +Y upwards.
     [[nodiscard]] static Camera plan();
-    /// From the viewer.
+    /// Parallel projection from the viewer, with +X to the right and +Z upwards.
     [[nodiscard]] static Camera front();
 
+    /// Projects a position to the view's plane.
     [[nodiscard]] ViewPoint project(const Point<double, 3>& position) const;
-    /// As project(), seen from infinitely far away.
+    /// Projects a direction in parallel, without perspective.
     [[nodiscard]] ViewPoint projectDirection(const Point<double, 3>& direction) const {
         return {dot(direction, right), dot(direction, up)};
     }
-    /// Grows towards the camera.
+    /// Returns the coordinate along the view axis, which increases towards the camera.
     [[nodiscard]] double nearness(const Point<double, 3>& position) const { return dot(position, backward); }
-    /// Grows towards the camera too, and along a straight line of space evenly as the line does in the view.
+    /// Returns a depth that increases towards the camera and is linear along straight lines in the
+    /// view.
     [[nodiscard]] double depth(const Point<double, 3>& position) const {
         return nearness(position) * enlargement(position);
     }
-    /// Whether a plane through \p position with the normal \p normal shows the camera the normal's side.
+    /// Returns true if the camera is on the side of a plane that its normal points to.
     [[nodiscard]] bool sees(const Point<double, 3>& position, const Point<double, 3>& normal) const;
 
 private:
@@ -49,38 +51,39 @@ private:
     double distance;            // of the camera from the middle; 0 for a camera at infinity
 };
 
-/// A stroke or an area of a view.
+/// A polyline or a polygon in a view, with its class in the style sheet.
 struct Shape {
     std::string styleClass;
     std::vector<ViewPoint> points = {};
-    bool isArea = false;
+    bool isArea = false;  ///< True for a polygon.
 };
 
-/// Classes of what surfaceShapes() draws. A side's name is followed by its shade, from 0 in the dark.
+/// Classes of the shapes of surfaceShapes(). The shade follows the class of a side, from 0 for
+/// dark.
 inline constexpr const char* kFrontClass = "f";
 inline constexpr const char* kBackClass = "b";
 inline constexpr const char* kGridClass = "grid";
-inline constexpr const char* kBoundaryClass = "outline";
+inline constexpr const char* kBoundaryClass = "boundary";
 inline constexpr const char* kSeamClass = "seam";
 inline constexpr int kShades = 18;
 
-/// Class of a side with its shade.
-/// \param normal of length 1, on the front
+/// Returns the class of a side with its shade.
+/// \param normal unit normal of the front
 [[nodiscard]] std::string shadeClass(const Camera& camera, const Point<double, 3>& position,
                                      const Point<double, 3>& normal);
 
-/// The surface with its grid and outline, to be painted in this order.
+/// Returns a surface with its grid and boundary, in painting order.
 ///
-/// The front is the side from which u runs from left to right and v from top to bottom; the other one shows
-/// pictures mirrored.
-/// \param stretch paints the cells by their stretch, where there is one
+/// The front is the side from which u increases to the right and v downwards. Pictures are mirrored
+/// on the back.
+/// \param stretch colors the cells by their stretch; nullptr for sides
 [[nodiscard]] std::vector<Shape> surfaceShapes(const PlotSurface& surface, const Camera& camera,
                                                const StretchScale* stretch = nullptr);
 
-/// Whether the surface stands between the camera and a position.
+/// Returns true if a surface hides a position from the camera.
 [[nodiscard]] bool hides(const PlotSurface& surface, const Camera& camera, const Point<double, 3>& position);
 
-/// Whether a polygon has a point of its plane inside.
+/// Returns true if a polygon contains a point.
 [[nodiscard]] bool isInside(const std::vector<Point<double, 2>>& polygon, const Point<double, 2>& point);
 
 }  // namespace quarn
