@@ -3,8 +3,9 @@
 #include <optional>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
-#include <QuarnKit/Formats/Obj/ObjValidation.h>
+#include <QuarnKit/Formats/Obj/MeshMemory.h>
+#include <QuarnKit/Formats/Obj/ObjSourceText.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Formats/Stl/StlDefect.h>
 #include <QuarnKit/Formats/Stl/StlMeshReader.h>
@@ -26,6 +27,11 @@ std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& fi
     return findings;
 }
 
+// Returns the data that the library reads from a text.
+detail::ObjData parseAsLoaded(std::string text) {
+    return detail::parseObj(joinObjLines({}, text).text);
+}
+
 CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
     RepairedObj repaired = repairObj(source.name, source.text);
     CheckInput input{.repairedText = std::move(repaired.text),
@@ -33,11 +39,10 @@ CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
                      .objData = {},
                      .triangles = {},
                      .lines = std::move(repaired.triangleLines)};
-    std::string joined = input.repairedText;
-    const ObjText text = joinObjLines(source.name, joined);
-    refuseMeshAbove(maxMemory, text.name, text.text.size(), input.lines.size());
-    input.objData = detail::parseObj(text.text, input.triangles, [] {});
-    // What has been mended has no bad reference.
+    refuseMeshAbove(maxMemory, source.name,
+                    {.textBytes = input.repairedText.size(), .triangles = input.lines.size()});
+    input.objData = repaired.objData ? std::move(*repaired.objData) : parseAsLoaded(input.repairedText);
+    // A repaired text has no bad reference.
     (void)detail::buildObjTriangles(input.objData, source.frame.matrix(), input.triangles);
     return input;
 }
@@ -87,7 +92,8 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
                      .canHaveUV = false};
     const Matrix<float, 4> transform = source.frame.matrix();
     const auto refuseTooMany = [&] {
-        refuseMeshAbove(maxMemory, source.name, source.text.size(), input.triangles.size());
+        refuseMeshAbove(maxMemory, source.name,
+                        {.textBytes = source.text.size(), .triangles = input.triangles.size()});
     };
     const auto warning = forEachStlTriangle(source.name, source.text, [&](const StlCorners& corners) {
         input.triangles.push_back(triangleOf(corners, transform));

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "UniqueRecords.h"
+#include <QuarnKit/Base/UniqueRecords.h>
 
 namespace quarn {
 

@@ -2,9 +2,8 @@
 /// Meshes of screens that have a shape.
 #pragma once
 
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 #include <QuarnScreen/IScreenGeometry.h>
-
-#include "MeshDocument.h"
 
 namespace quarn {
 

@@ -14,7 +14,7 @@ std::string atLine(std::uint64_t line) {
 
 std::string missingUVText(const MeshSource& source) {
     if (source.counts.uvs == 0) return "the file holds no vt line";
-    return "a face has a corner without UV" + atLine(lineWithoutUV(source.text, source.counts));
+    return "a face has a corner without UV" + atLine(findLineWithoutUV(source.text, source.counts));
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source)
                                        kNoUVWorks};
         case OBJScreen::StatusUvOutOfRange:
             return {"uv_out_of_range", "a face has a UV outside of 0 to 1" +
-                                           atLine(lineWithUVOutside(source.text, source.counts)) +
+                                           atLine(findLineWithUVOutside(source.text, source.counts)) +
                                            "; everything works"};
         default:
             return {"ok", "good; everything works"};

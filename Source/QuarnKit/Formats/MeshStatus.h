@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include <QuarnKit/Formats/Obj/ObjLoader.h>
+#include "ObjLoader.h"
 
 namespace quarn {
 

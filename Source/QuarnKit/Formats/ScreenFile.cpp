@@ -9,7 +9,7 @@
 #include <QuarnKit/Base/InputStream.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Base/NumberText.h>
-#include <QuarnKit/Formats/Obj/ObjValidation.h>
+#include <QuarnKit/Formats/Obj/MeshMemory.h>
 #include <QuarnKit/Formats/Stl/StlLayout.h>
 #include <QuarnKit/Formats/Xml/XmlDocument.h>
 

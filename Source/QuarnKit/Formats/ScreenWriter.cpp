@@ -6,6 +6,7 @@
 
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Formats/Obj/MeshMemory.h>
 
 #include "MeshStatus.h"
 
@@ -64,7 +65,7 @@ std::string xmlTextOf(IScreenGeometry& screen) {
 std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
     if (!screen.mesh) {
         const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
-        refuseMeshAbove(maxMemory, screen.file, 0, 2 * cells);
+        refuseMeshAbove(maxMemory, screen.file, {.triangles = 2 * cells});
         const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
         refuseInfinite(mesh, screen.file);
         return objTextOf(mesh, gridDescription(screen, grid));

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Formats/UniqueRecords.h>
+#include <QuarnKit/Base/UniqueRecords.h>
 
 #include "StlLayout.h"
 

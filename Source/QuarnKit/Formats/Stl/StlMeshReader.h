@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include <QuarnKit/Base/Observer.h>
-#include <QuarnKit/Formats/MeshDocument.h>
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 
 #include "StlTextReader.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <QuarnKit/Formats/UniqueRecords.h>
+#include <QuarnKit/Base/UniqueRecords.h>
 
 namespace quarn {
 

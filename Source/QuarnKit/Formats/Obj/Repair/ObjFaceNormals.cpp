@@ -2,9 +2,8 @@
 
 #include <cmath>
 
+#include <QuarnKit/Formats/Obj/ObjNumberText.h>
 #include <QuarnScreen/Point.h>
-
-#include "ObjNumberText.h"
 
 namespace quarn {
 

@@ -2,16 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string_view>
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
+#include <QuarnScreen/OBJScreen.h>
 
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjLogicalLines.h"
 #include "ObjPrescan.h"
-#include "ObjSameMesh.h"
 
 namespace quarn {
 
@@ -206,7 +208,7 @@ void refuseUTF16(const std::string& name, const std::string& text) {
         throw Error({.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name});
 }
 
-// Whether the library does not load a text with such a fault at all.
+// Returns true if the library does not load a text that needs one of the repairs.
 bool isRefused(const ObjRepairs& repairs) {
     constexpr std::array kRefused = {ObjRepair::FinalLineFeed, ObjRepair::ShortFace,
                                      ObjRepair::BadNormalReference, ObjRepair::MissingNormal};
@@ -214,6 +216,60 @@ bool isRefused(const ObjRepairs& repairs) {
     return std::any_of(tallies.begin(), tallies.end(), [&](const ObjRepairs::Tally& tally) {
         return std::find(kRefused.begin(), kRefused.end(), tally.repair) != kRefused.end();
     });
+}
+
+bool hasValidReferences(const detail::ObjFace& face, const detail::ObjVertexData& data) {
+    return std::all_of(face.begin(), face.end(), [&](const detail::ObjCorner& corner) {
+        return detail::isObjIndexInRange(corner.vertex, data.vertices.size()) &&
+               detail::isObjIndexInRange(corner.normal, data.normalCount);
+    });
+}
+
+// Returns the data that the library reads from a text; nothing if it does not load the text.
+std::optional<detail::ObjData> parseAsLibrary(std::string text) {
+    OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
+    try {
+        detail::ObjData objData = detail::parseObj(text);
+        const bool isLoadable = std::all_of(
+            objData.faces.begin(), objData.faces.end(),
+            [&](const detail::ObjFace& face) { return hasValidReferences(face, objData.vertexData); });
+        if (isLoadable) return objData;
+    } catch (const std::bad_alloc&) {
+        // A NUL ends a face line.
+    }
+    return {};
+}
+
+std::optional<std::array<float, 2>> uvOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    const auto& uvs = objData.vertexData.textureCoordinates;
+    if (!detail::isObjIndexInRange(corner.textureCoordinate, uvs.size())) return {};
+    return uvs[static_cast<std::size_t>(corner.textureCoordinate)];
+}
+
+const std::array<float, 3>& positionOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    return objData.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
+}
+
+// Returns true if the triangles have the same positions and UVs in the same order.
+bool areSameMesh(const detail::ObjData& a, const detail::ObjData& b) {
+    const auto isSameCorner = [&](const detail::ObjCorner& ofA, const detail::ObjCorner& ofB) {
+        return positionOf(a, ofA) == positionOf(b, ofB) && uvOf(a, ofA) == uvOf(b, ofB);
+    };
+    return std::equal(a.faces.begin(), a.faces.end(), b.faces.begin(), b.faces.end(),
+                      [&](const detail::ObjFace& ofA, const detail::ObjFace& ofB) {
+                          return std::equal(ofA.begin(), ofA.end(), ofB.begin(), isSameCorner);
+                      });
+}
+
+// Undoes the repairs if the library reads the original text as the same mesh.
+void restoreIfSame(const std::string& original, RepairedObj& repaired) {
+    auto originalData = parseAsLibrary(original);
+    if (!originalData) return;
+    repaired.objData = parseAsLibrary(repaired.text);
+    if (!repaired.objData || !areSameMesh(*originalData, *repaired.objData)) return;
+    repaired.objData = std::move(originalData);
+    repaired.text = original;
+    repaired.repairs = {};
 }
 
 }  // namespace
@@ -225,10 +281,7 @@ RepairedObj repairObj(const std::string& name, const std::string& text) {
     if (hasMark) objText.remove_prefix(kUtf8Mark.size());
     RepairedObj result = Repairer(name, objText).finish();
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
-    if (result.text != text && !isRefused(result.repairs) && areSameMesh(text, result.text)) {
-        result.text = text;
-        result.repairs = {};
-    }
+    if (result.text != text && !isRefused(result.repairs)) restoreIfSame(text, result);
     return result;
 }
 
