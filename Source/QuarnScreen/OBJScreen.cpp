@@ -45,7 +45,8 @@ Point<float, 3> axisOf(const std::wstring& name) {
     }
 }
 
-// Returns the number at the start of a text as the C library reads it in the C locale; 0 if there is none.
+// Returns the number at the start of a text as the C library reads it in the C locale; 0 if there
+// is none.
 float scaleFrom(const std::wstring& text) {
     static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     return static_cast<float>(wcstod_l(text.c_str(), nullptr, cLocale));
@@ -162,7 +163,8 @@ void OBJScreen::load() {
                 pages.prefault();
             },
         .afterVertexData = [&] { pages.prefault(); }};
-    // The parsed data is destroyed before the indexes are built, since a large mesh needs the memory.
+    // The parsed data is destroyed before the indexes are built, since a large mesh needs the
+    // memory.
     const quarn::detail::ObjOutcome outcome =
         quarn::detail::buildObjTriangles(quarn::detail::parseObj(loadedFileContents, tasks),
                                          getTransformMatrix(axisForward, axisUpward, scale), triangles);

@@ -62,27 +62,27 @@ Triangle triangleOf(const StlCorners& corners, const Matrix<float, 4>& transform
 void addStlFindings(const ObjSource& source, const std::optional<StlWarning>& warning, CheckInput& input) {
     const Remedy remedy{.kind = RemedyKind::RepairFile, .file = source.file};
     const auto defect = findStlDefect(source.text);
-    // Numbers that are not finite are looked for in all triangles.
+    // Numbers that are not finite are searched in all triangles elsewhere.
     if (defect && defect->isRepairable)
         input.textFindings.push_back({.name = defect->name,
                                       .count = 1,
                                       .places = defect->triangle == 0
                                                     ? std::vector<Place>()
                                                     : std::vector{Place{.triangle = defect->triangle}},
-                                      .text = defect->found + ", which the other commands do not load",
+                                      .text = defect->found + ", which the other commands reject",
                                       .remedy = remedy});
     if (warning && !(defect && defect->name == warning->name))
         input.textFindings.push_back({.name = warning->name,
                                       .count = 1,
                                       .places = {{.line = warning->line}},
                                       .text = warning->text,
-                                      .hint = "export it again, or keep the triangles that are there",
+                                      .hint = "export it again, or keep the triangles that are present",
                                       .remedy = remedy});
 }
 
 CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, RepairedText repairedText,
                       Observer& observer) {
-    // How many triangles more before the memory that they need is looked at again.
+    // Number of triangles after which the memory is checked again.
     constexpr std::size_t kStep = std::size_t{1} << 16U;
     CheckInput input{.repairedText = {},
                      .textFindings = {},

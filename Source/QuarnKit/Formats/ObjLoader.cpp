@@ -35,8 +35,8 @@ auto withRemedy(const std::string& file, const ObjSourceText& text, Step step) {
     }
 }
 
-// Returns the counts of a text that the library can load. The parsed data is destroyed before the screen is built, since
-// a large mesh needs the memory.
+// Returns the counts of a text that the library can load. The parsed data is destroyed before the
+// screen is built, since a large mesh needs the memory.
 ObjCounts validate(const std::string& file, const MeshSource& source, std::uint64_t maxMemory,
                    Observer& observer) {
     const ObjSourceText& text = source.text;

@@ -1,5 +1,5 @@
 /// \file
-/// Screens from files.
+/// Reads screens from files.
 #pragma once
 
 #include <cstdint>
@@ -26,19 +26,19 @@ struct Screen {
     std::optional<MeshSource> mesh = {};
 };
 
-/// Reads the text of an OBJ or STL file, or that of the first screen of an XML file. Returns nothing for
-/// screens of other types.
+/// Reads the text of an OBJ or STL file, or that of the first screen of an XML file. Returns
+/// nothing for screens of other types.
 /// \param objOptions an error if the file is XML
 [[nodiscard]] std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
                                                    const ObjOptions& objOptions, Observer& observer);
 
 /// Reads the screen of an OBJ or STL file, or the first screen of an XML file.
 ///
-/// All values are checked before the screen gets them, since a screen reads text that is no number as 0,
-/// and some values keep its queries from terminating.
+/// All values are checked before the screen gets them, since a screen reads text that is no number
+/// as 0, and some values keep its queries from terminating.
 /// \param objOptions an error if the file is no OBJ file
-/// \param prepare may change the text of an OBJ screen before it is loaded. If it is specified, the mesh
-///        of an STL file becomes an OBJ screen, in any form of the file
+/// \param prepare may change the text of an OBJ screen before it is loaded. If it is specified, the
+///         mesh of an STL file becomes an OBJ screen, in any form of the file
 [[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
                                 const ObjOptions& objOptions, Observer& observer,
                                 const std::function<void(ObjSource&)>& prepare = {});

@@ -42,7 +42,7 @@ void addFace(std::string& text, const detail::ObjFace& face) {
     text += '\n';
 }
 
-// A triangle without area has no normal of its own, and any will do.
+// A triangle with zero area has no normal of its own, and any is valid.
 std::array<float, 3> normalOf(const MeshDocument& mesh, const detail::ObjFace& face) {
     const auto corner = [&](std::size_t i) {
         return toDoubles(mesh.positions.at(static_cast<std::size_t>(face.at(i).vertex)));

@@ -7,7 +7,8 @@ namespace quarn {
 
 namespace {
 
-// A triangle needs 750 to 1000 bytes, measured with shared and unshared vertices and with fans; the rest is reserve.
+// A triangle needs 750 to 1000 bytes, measured with shared and unshared vertices and with fans; the
+// rest is reserve.
 constexpr std::uint64_t kMemoryPerTriangle = 1400;
 
 }  // namespace

@@ -15,8 +15,8 @@ struct ObjIgnoredLines {
     std::uint64_t groups = 0;             ///< Lines "g".
     std::uint64_t objects = 0;            ///< Lines "o".
     std::uint64_t smoothing = 0;          ///< Lines "s".
-    std::uint64_t colors = 0;             ///< Lines "v" with three or more values after the position.
-    std::uint64_t weights = 0;            ///< Lines "v" with one or two values after the position.
+    std::uint64_t colors = 0;             ///< Lines "v" with three or more further values.
+    std::uint64_t weights = 0;            ///< Lines "v" with one or two further values.
     std::uint64_t thirdUVs = 0;           ///< Lines "vt" with more than two values.
     std::uint64_t otherLines = 0;         ///< All other lines, except comments and blank ones.
 };

@@ -25,8 +25,8 @@ bool isBad(const detail::ObjCorner& corner, const ObjCounts& counts) {
            !isObjIndexInRange(corner.normal, counts.normals);
 }
 
-// Returns the first corner that \p isWanted accepts; null if there is none. Each face has at least three corners, as
-// in the library.
+// Returns the first corner that \p isWanted accepts; null if there is none. Each face has at least
+// three corners, as in the library.
 template <class IsWanted>
 const char* findCorner(const ObjSourceText& text, IsWanted isWanted) {
     const char* wanted = nullptr;

@@ -18,7 +18,8 @@ void requireValidReferences(const ObjSourceText& text, const detail::ObjData& ob
 /// Returns the line of the first face with a corner without UV; 0 if there is none.
 [[nodiscard]] std::uint64_t findLineWithoutUV(const ObjSourceText& text, const ObjCounts& counts);
 
-/// Returns the line of the first face with a corner whose UV is outside of 0 to 1; 0 if there is none.
+/// Returns the line of the first face with a corner whose UV is outside of 0 to 1; 0 if there is
+/// none.
 [[nodiscard]] std::uint64_t findLineWithUVOutside(const ObjSourceText& text, const ObjCounts& counts);
 
 }  // namespace quarn

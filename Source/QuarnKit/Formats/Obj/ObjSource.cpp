@@ -42,7 +42,7 @@ float objScaleFrom(const std::string& name, const std::string& text) {
     const auto scale = static_cast<float>(number.value_or(0.0));
     if (scale == 0.0F || !std::isfinite(scale))
         throw Error({.found = "found " + name + " " + quotedExcerpt(text),
-                     .expected = "a number other than 0 that a float holds, such as 0.001"});
+                     .expected = "a nonzero number within the range of a float, such as 0.001"});
     return scale;
 }
 

@@ -36,15 +36,16 @@ struct ObjSource {
     ObjFrame frame;
 };
 
-/// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are parallel or
-/// unknown.
+/// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are
+/// parallel or unknown.
 [[nodiscard]] ObjSource objSourceOf(const std::string& file, std::string text, const ObjOptions& options);
 
 /// Throws an Error if the axes of a frame are parallel or unknown.
 /// \param file, line place in the error
 void checkObjAxes(const ObjFrame& frame, const std::string& file, std::uint64_t line);
 
-/// Returns the factor of positions in a text. Throws an Error if it is zero or not finite as a float.
+/// Returns the factor of positions in a text. Throws an Error if it is zero or not finite as a
+/// float.
 /// \param name name of the factor in the error
 [[nodiscard]] float objScaleFrom(const std::string& name, const std::string& text);
 

@@ -15,7 +15,7 @@ namespace quarn {
 struct ObjSourceText {
     std::string name;                           ///< Name in error messages.
     std::string_view text;                      ///< Followed by a NUL.
-    std::vector<std::size_t> joinedLines = {};  ///< Ascending offsets of the line feeds that were removed.
+    std::vector<std::size_t> joinedLines = {};  ///< Ascending offsets of removed line feeds.
 
     /// Returns the number of the line of the file that contains a place.
     [[nodiscard]] std::uint64_t lineOf(const char* place) const;

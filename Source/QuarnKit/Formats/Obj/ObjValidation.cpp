@@ -82,8 +82,8 @@ void LineValidator::validateNumbers(const char* line, int count, double maxValue
     }
 }
 
-// Walks over the corners as the library does: at least three, and then up to a line feed, or to a carriage return
-// after a blank. A NUL before that would never end the face.
+// Walks over the corners as the library does: at least three, and then up to a line feed, or to a
+// carriage return after a blank. A NUL before that would never end the face.
 void LineValidator::validateFace(const char* line) {
     const char* p = line;
     for (int i = 0; i < 3; ++i) p = detail::nextArgument(p);
@@ -91,7 +91,7 @@ void LineValidator::validateFace(const char* line) {
     for (p = detail::nextArgument(p); *p != '\n' && *p != '\r'; p = detail::nextArgument(p)) {
         if (*p == '\0' && p == text.text.data() + text.text.size())
             throw Error({.found = "found a face line that ends with the file",
-                         .expected = "a line feed behind it: add an empty line at the end of the file",
+                         .expected = "a line feed after it: add an empty line at the end of the file",
                          .file = text.name,
                          .line = text.lineOf(line)});
         if (*p == '\0')

@@ -26,10 +26,10 @@ inline constexpr double kMaxObjNumber = 1e37;
 
 /// Parses a text and returns its data, of which only the references may be invalid.
 ///
-/// Throws an Error, with the line if there is one, for a text that the library could not load: a face
-/// line without line feed, numbers that are not finite as floats or would not be after the transform,
-/// no vertex, no normal or no face. Throws an Error if the mesh could need more than \p maxMemory
-/// bytes, see refuseMeshAbove().
+/// Throws an Error, with the line if there is one, for a text that the library could not load: a
+/// face line without line feed, numbers that are not finite as floats or would not be after the
+/// transform, no vertex, no normal or no face. Throws an Error if the mesh could need more than \p
+/// maxMemory bytes, see refuseMeshAbove().
 /// \param scale factor of all positions
 [[nodiscard]] detail::ObjData parseValidObj(const ObjSourceText& text, float scale, std::uint64_t maxMemory);
 

@@ -53,7 +53,7 @@ void refuseLargeUvIndex(const std::string& file, const ObjSourceText& text, cons
     const std::string problem = estimate.isWhole ? "would need " + memorySizeText(need) +
                                                        " of memory and not " + memorySizeText(maxMemory)
                                                  : "would take too long to build";
-    throw Error({.found = "found a mesh whose index by UV " + problem + ": " + overlapText(uvs),
+    throw Error({.found = "found a mesh whose UV index " + problem + ": " + overlapText(uvs),
                  .expected = "a UV map without overlaps",
                  .file = text.name,
                  .remedy = {.kind = RemedyKind::CheckMesh, .file = file}});

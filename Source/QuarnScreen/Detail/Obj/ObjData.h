@@ -40,8 +40,8 @@ struct ObjData {
 }
 
 /// Returns a number of lines of one kind that a text of \p size bytes rarely exceeds, so that its
-/// lists rarely grow. A mesh of a million triangles has about 105 bytes for each face if vertices are
-/// shared, and for each vertex if they are not.
+/// lists rarely grow. A mesh of a million triangles has about 105 bytes for each face if vertices
+/// are shared, and for each vertex if they are not.
 [[nodiscard]] constexpr std::size_t expectedLineCount(std::size_t size) {
     return size / 96;
 }

@@ -32,7 +32,8 @@ struct DigitRun {
 [[nodiscard]] inline DigitRun readDigitRun(const char* eightBytes) {
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, eightBytes, sizeof bytes);
-    // Digits become 0 to 9. Only these stay below 0x80 with 0x76 added. A carry changes later bytes only.
+    // Digits become 0 to 9. Only these stay below 0x80 with 0x76 added. A carry changes later bytes
+    // only.
     bytes ^= 0x3030303030303030U;
     const std::uint64_t others = ((bytes + 0x7676767676767676U) | bytes) & 0x8080808080808080U;
     const auto count = static_cast<unsigned>(std::countr_zero(others)) / 8;
@@ -54,12 +55,12 @@ struct ScannedFloat {
     const char* stop;
 };
 
-/// Scans a float byte by byte. Does not depend on the locale and never fails: text that is no number
-/// gives 0.
+/// Scans a float byte by byte. Does not depend on the locale and never fails: text that is no
+/// number gives 0.
 ///
 /// Intended: results differ from those of any library's conversion. A minus sign counts anywhere in
-/// the number, and a plus sign ends it. Digits that would raise the mantissa above kMantissaLimit are
-/// dropped. Powers of ten are multiplied one after another. Zero is always positive.
+/// the number, and a plus sign ends it. Digits that would raise the mantissa above kMantissaLimit
+/// are dropped. Powers of ten are multiplied one after another. Zero is always positive.
 ///
 /// \pre a NUL ends the text; it also ends the scan, and nothing after it is read
 [[nodiscard]] ScannedFloat scanFloatReference(const char* text);
@@ -76,10 +77,10 @@ inline constexpr unsigned kMaxTenths = 8;
 
 /// Returns the value of scaledFloat(), by a single product if that gives the same float.
 ///
-/// In units of 2^-53 of the value, each product with 0.1 has an error of at most 1.5 (rounding 1, the
-/// constant 0.5), eight of them of less than 13, and the single product of 2. A unit in the last place
-/// of a double is at least one such unit. So both ways round to the same float unless a midpoint of
-/// two floats is within 16 units in the last place of the product.
+/// In units of 2^-53 of the value, each product with 0.1 has an error of at most 1.5 (rounding 1,
+/// the constant 0.5), eight of them of less than 13, and the single product of 2. A unit in the
+/// last place of a double is at least one such unit. So both ways round to the same float unless a
+/// midpoint of two floats is within 16 units in the last place of the product.
 ///
 /// \pre mantissa < 10 * kMantissaLimit, scale <= kMaxTenths
 [[nodiscard]] inline float scaledDown(std::uint32_t mantissa, unsigned scale) {
@@ -97,8 +98,8 @@ inline constexpr unsigned kMaxTenths = 8;
     return static_cast<float>(value);
 }
 
-/// Returns the value of scanFloatReference(), faster for short numbers: a sign, up to eight digits, a
-/// point and one to eight digits.
+/// Returns the value of scanFloatReference(), faster for short numbers: a sign, up to eight digits,
+/// a point and one to eight digits.
 ///
 /// \pre *end is NUL, and text <= end
 [[nodiscard]] inline ScannedFloat scanFloat(const char* text, const char* end) {

@@ -39,7 +39,8 @@ const char* scanFace(const char* keyword, std::vector<ObjFace>& faces, std::size
     return p;
 }
 
-// Appends a line of N floats. Returns a place on the line from which the caller searches for its end.
+// Appends a line of N floats. Returns a place on the line from which the caller searches for its
+// end.
 template <std::size_t N>
 const char* scanValues(const char* keyword, const char* end, std::vector<std::array<float, N>>& list) {
     std::array<float, N> values{};

@@ -24,21 +24,22 @@ inline constexpr std::size_t kAnyFaceCount = std::numeric_limits<std::size_t>::m
 /// \return a place up to which the corner has no blank, line feed or NUL
 const char* scanCorner(const char* text, ObjCorner& corner);
 
-/// Appends the triangles of all lines that begin with an "f", each polygon as a fan around its first
-/// corner.
+/// Appends the triangles of all lines that begin with an "f", each polygon as a fan around its
+/// first corner.
 ///
-/// Intended: any word that begins with the letter is accepted, and a comment after the corners counts
-/// as one more corner.
+/// Intended: any word that begins with the letter is accepted, and a comment after the corners
+/// counts as one more corner.
 ///
 /// \param text followed by a NUL
-/// \throws std::bad_alloc also for a face line that a NUL ends instead of a line feed, since such a fan
-///         never ends, and for more than \p maxCount faces
+/// \throws std::bad_alloc also for a face line that a NUL ends instead of a line feed, since such a
+///         fan never ends, and for more than \p maxCount faces
 void scanFaces(std::string_view text, std::vector<ObjFace>& faces, std::size_t maxCount = kAnyFaceCount);
 
-/// Appends the values of all lines that begin with "v" and a blank, or with "vt", and counts those that
-/// begin with "vn".
+/// Appends the values of all lines that begin with "v" and a blank, or with "vt", and counts those
+/// that begin with "vn".
 ///
-/// A missing value is 0, and further values are ignored. Intended: a tab after the "v" loses the vertex.
+/// A missing value is 0, and further values are ignored. Intended: a tab after the "v" loses the
+/// vertex.
 ///
 /// \param text followed by a NUL
 void scanVertexData(std::string_view text, ObjVertexData& data);
@@ -54,8 +55,8 @@ struct ObjParseTasks {
     std::function<void()> afterVertexData = {};
 };
 
-/// Parses a text: scans it for faces on one thread and for vertex data on another. Both threads have
-/// ended in any case.
+/// Parses a text: scans it for faces on one thread and for vertex data on another. Both threads
+/// have ended in any case.
 ///
 /// \param text followed by a NUL; must not change during the call
 /// \throws std::bad_alloc as scanFaces(), and any exception of \p tasks. If several fail, that of

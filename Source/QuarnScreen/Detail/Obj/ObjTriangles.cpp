@@ -20,7 +20,8 @@ ObjOutcome normalFailure(const std::wstring& message) {
     return {ObjStatus::BadNormals, ObjLoadException(kNormalError, message)};
 }
 
-// Returns the failure of the first bad reference of a face, the vertex of a corner before its normal.
+// Returns the failure of the first bad reference of a face, the vertex of a corner before its
+// normal.
 std::optional<ObjOutcome> failureOf(const ObjFace& face, const ObjVertexData& data) {
     for (const ObjCorner& corner : face) {
         if (!isObjIndexInRange(corner.vertex, data.vertices.size()))

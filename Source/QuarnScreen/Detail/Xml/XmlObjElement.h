@@ -23,8 +23,8 @@ enum class ObjElementValue {
 /// Calls \p visit with each value of an element and the node that contains it, in document order. A
 /// value may occur several times.
 ///
-/// An element with fewer than four child nodes has the older form: it contains only the text, itself.
-/// White space between tags counts as a child node.
+/// An element with fewer than four child nodes has the older form: it contains only the text,
+/// itself. White space between tags counts as a child node.
 void forEachObjElementValue(xercesc::DOMNode& element,
                             const std::function<void(ObjElementValue, xercesc::DOMNode&)>& visit);
 

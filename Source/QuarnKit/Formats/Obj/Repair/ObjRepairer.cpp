@@ -65,11 +65,12 @@ Repairer::Repairer(const std::string& name, std::string_view objText)
     for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) add(logicalLine);
     if (result.triangleLines.empty())
         throw Error({.found = "found no face of three corners in the OBJ text",
-                     .expected = "one at least",
+                     .expected = "at least one",
                      .file = name});
 }
 
-// Normals go before the faces where the text has none behind its first face, as they may not change the numbers of others.
+// If the text has no normal after its first face, the new normals precede the faces. They must not
+// change the numbers of others.
 RepairedObj Repairer::finish() {
     const std::string lines = normals.lines();
     if (!lines.empty()) {
@@ -95,16 +96,16 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
     if (logicalLine.line <= lastLineBeforeNormals) normalsPlace = result.text.size();
 }
 
-// Whether the library sees the words of a line of data as they are.
+// Returns true if the library splits a line of data into the same words.
 bool Repairer::isLayoutPlain(const ObjLogicalLine& logicalLine) {
-    // It joins lines too, where a line feed alone ends them.
+    // The library also joins lines, if a line feed alone ends them.
     const bool isJoinedHere =
         logicalLine.isContinued &&
         (logicalLine.lineEnd.empty() || logicalLine.text.find('\r') != std::string_view::npos);
     if (isJoinedHere) result.repairs.note(ObjRepair::JoinedLine, logicalLine.line);
-    const bool isOdd = hasUnusualSpace(logicalLine.text);
-    if (isOdd) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
-    return !isJoinedHere && !isOdd;
+    const bool isUnusual = hasUnusualSpace(logicalLine.text);
+    if (isUnusual) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
+    return !isJoinedHere && !isUnusual;
 }
 
 void Repairer::addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind) {
@@ -121,7 +122,7 @@ void Repairer::addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind
     addWords();
 }
 
-// Reads the corners of a face and tells whether they can stay as they are.
+// Reads the corners of a face and returns true if they can stay unchanged.
 bool Repairer::readCorners(const ObjLogicalLine& logicalLine) {
     corners.clear();
     vertices.clear();
@@ -172,7 +173,8 @@ void Repairer::addAsComment(const ObjLogicalLine& logicalLine) {
     addWords();
 }
 
-// A backslash at the end of a name or comment would join the next line to it, and a NUL would end it.
+// A backslash at the end of a name or comment would join the next line to it, and a NUL would end
+// it.
 void Repairer::addOther(const ObjLogicalLine& logicalLine) {
     const bool hasNul = logicalLine.text.find('\0') != std::string_view::npos;
     const bool joins =
@@ -183,7 +185,7 @@ void Repairer::addOther(const ObjLogicalLine& logicalLine) {
     addWithoutNul(logicalLine.text) += logicalLine.text.ends_with('\\') ? " \n" : "\n";
 }
 
-// The library takes what follows a NUL for a line of its own.
+// The library reads a new line after a NUL.
 std::string& Repairer::addWithoutNul(std::string_view text) {
     for (const char byte : text) result.text += byte == '\0' ? ' ' : byte;
     return result.text;

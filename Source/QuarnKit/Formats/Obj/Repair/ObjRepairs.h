@@ -1,5 +1,5 @@
 /// \file
-/// What keeps an OBJ text from being loaded as it is, and can be mended.
+/// The repairs of OBJ texts.
 #pragma once
 
 #include <array>
@@ -11,26 +11,26 @@
 namespace quarn {
 
 enum class ObjRepair : std::size_t {
-    ByteOrderMark,      ///< The mark in front of the text is left out.
-    OddSeparator,       ///< Tabs and the like become blanks.
-    LineEnd,            ///< A carriage return alone becomes a line feed.
-    FinalLineFeed,      ///< Added.
-    JoinedLine,         ///< A line of data that others continue becomes one line.
-    TrailingComment,    ///< A comment behind a face gets a line of its own.
-    PlusSign,           ///< Left out in front of a number.
-    RelativeReference,  ///< Becomes the number that it means.
-    CornerForm,         ///< Slashes behind which nothing follows are left out.
-    ShortFace,          ///< A face of fewer than three corners becomes a comment.
-    UnknownLine,        ///< A line that would be read as something else becomes a comment.
-    FinalBackslash,  ///< A backslash that would join the next line to a name or comment gets a blank behind it.
-    UnreadableUV,    ///< A UV that is no number is not referred to any more.
-    BadUVReference,      ///< A reference to a UV that is not there is left out.
+    ByteOrderMark,       ///< The mark before the text is removed.
+    OddSeparator,        ///< Tabs and other white space become blanks.
+    LineEnd,             ///< A carriage return alone becomes a line feed.
+    FinalLineFeed,       ///< Added.
+    JoinedLine,          ///< A continued line of data becomes one line.
+    TrailingComment,     ///< A comment after a face gets a line of its own.
+    PlusSign,            ///< The sign before a number is removed.
+    RelativeReference,   ///< Becomes the absolute number.
+    CornerForm,          ///< Trailing slashes are removed.
+    ShortFace,           ///< A face of fewer than three corners becomes a comment.
+    UnknownLine,         ///< A line that would be misread becomes a comment.
+    FinalBackslash,      ///< A blank follows a backslash that would extend a name or comment.
+    UnreadableUV,        ///< References to a UV that is no number are removed.
+    BadUVReference,      ///< A reference to a UV that does not exist is removed.
     BadNormalReference,  ///< Becomes a reference to the normal of the face.
     MissingNormal,       ///< As BadNormalReference.
-    Count                ///< How many there are.
+    Count                ///< Number of repairs.
 };
 
-/// What was mended, and where.
+/// Counts and first lines of repairs.
 class ObjRepairs {
 public:
     struct Tally {
@@ -41,7 +41,7 @@ public:
 
     void note(ObjRepair repair, std::uint64_t line);
     [[nodiscard]] bool any() const { return !tallies().empty(); }
-    /// All that happened, in the order of ObjRepair.
+    /// Returns the repairs that occurred, in the order of ObjRepair.
     [[nodiscard]] std::vector<Tally> tallies() const;
 
 private:
@@ -52,10 +52,10 @@ private:
     std::array<Entry, static_cast<std::size_t>(ObjRepair::Count)> entries;
 };
 
-/// A word for programs, as in "relative-reference".
+/// Returns a word for programs, such as "relative-reference".
 [[nodiscard]] std::string repairName(ObjRepair repair);
 
-/// What was found, as in "12 references relative to their line".
+/// Returns the defects in words, such as "12 numbers with a plus sign".
 [[nodiscard]] std::string repairText(const ObjRepairs::Tally& tally);
 
 }  // namespace quarn
