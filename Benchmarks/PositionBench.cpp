@@ -95,10 +95,12 @@ Point3 normalOf(const Triangle* triangle) {
     return triangle == nullptr ? Point3() : triangle->normal;
 }
 auto normalPlainly(const MeshCase& mesh) {
-    return [&plain = plainOf(mesh)](const Point3& position) { return normalOf(plain.findContaining(position)); };
+    return
+        [&plain = plainOf(mesh)](const Point3& position) { return normalOf(plain.findContaining(position)); };
 }
 auto normalByEmbree(const MeshCase& mesh) {
-    return [&scene = sceneOf(mesh)](const Point3& position) { return normalOf(scene.findContaining(position)); };
+    return
+        [&scene = sceneOf(mesh)](const Point3& position) { return normalOf(scene.findContaining(position)); };
 }
 
 // Equal distances may be told in favour of either triangle, and a plain search off the surface takes too long to be

@@ -7,17 +7,14 @@
 #include <thread>
 #include <vector>
 
-#include "Inputs/BenchMeshes.h"
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
+#include "Inputs/BenchMeshes.h"
 #include "Rows/MapRows.h"
 #include "Support/Rng.h"
 
 namespace {
 
-using quarn::tool::ResultFormat;
-using quarn::tool::ResultRows;
-using quarn::tool::Column;
 using quarn::OutputFile;
 using quarn::bench::add;
 using quarn::bench::BenchScreen;
@@ -25,6 +22,9 @@ using quarn::bench::forEachMesh;
 using quarn::bench::MeshCase;
 using quarn::bench::Order;
 using quarn::bench::screenOf;
+using quarn::tool::Column;
+using quarn::tool::ResultFormat;
+using quarn::tool::ResultRows;
 
 using Point2 = Point<double, 2>;
 using Point3 = Point<double, 3>;
@@ -37,13 +37,13 @@ std::size_t threadCount() {
 
 const std::vector<Point2>& manyUVs() {
     static const std::vector<Point2> uvs = [] {
-        std::vector<Point2> made;
+        std::vector<Point2> randomUVs;
         quarn::test::Rng rng(8);
-        while (made.size() < kRows) {
+        while (randomUVs.size() < kRows) {
             const double u = rng.uniform(0.0, 1.0);
-            made.emplace_back(u, rng.uniform(0.0, 1.0));
+            randomUVs.emplace_back(u, rng.uniform(0.0, 1.0));
         }
-        return made;
+        return randomUVs;
     }();
     return uvs;
 }
@@ -102,9 +102,10 @@ private:
     std::uint64_t count = 0;
 };
 
-void askTool(benchmark::State& state, const MeshCase& mesh) {
+void queryTool(benchmark::State& state, const MeshCase& mesh) {
     static const Files files;
-    const quarn::tool::RowQuery answer = quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position, false);
+    const quarn::tool::RowQuery answer =
+        quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position, false);
     for ([[maybe_unused]] auto _ : state) {
         FileSink sink(files.output);
         quarn::tool::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
@@ -113,7 +114,7 @@ void askTool(benchmark::State& state, const MeshCase& mesh) {
     }
 }
 
-void askLibrary(benchmark::State& state, const MeshCase& mesh) {
+void queryLibrary(benchmark::State& state, const MeshCase& mesh) {
     const BenchScreen& screen = screenOf(mesh);
     const std::vector<Point2>& uvs = manyUVs();
     std::vector<Point3> points(uvs.size());
@@ -132,8 +133,8 @@ void askLibrary(benchmark::State& state, const MeshCase& mesh) {
 }
 
 void addAll(const MeshCase& mesh) {
-    add("map-rows", mesh, "tool", askTool)->UseRealTime();
-    add("map-rows", mesh, "library", askLibrary)->UseRealTime();
+    add("map-rows", mesh, "tool", queryTool)->UseRealTime();
+    add("map-rows", mesh, "library", queryLibrary)->UseRealTime();
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

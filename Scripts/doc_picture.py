@@ -31,7 +31,7 @@ path{fill:none;stroke-linejoin:round;stroke-linecap:round}
 .normal-head{fill:#1b7f3b}
 .thin{stroke:#777;stroke-width:1px;stroke-dasharray:4 4}
 .dot{fill:#111}
-.asked{fill:#fff;stroke:#c2185b;stroke-width:2px}
+.query{fill:#fff;stroke:#c2185b;stroke-width:2px}
 """
 
 

@@ -18,7 +18,7 @@ if(PROJECT_IS_TOP_LEVEL)
     endif()
 endif()
 
-# Warnings, and sanitizers where a preset asks for them.
+# Warnings, and sanitizers if a preset requires them.
 function(quarn_target_settings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
     # g++ 12 sees overlaps in the concatenation of strings where there are none (GCC bug 105651).

@@ -5,12 +5,11 @@ include(CMakePackageConfigHelpers)
 set(quarn_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/QuarnScreen")
 set(quarn_generated_dir "${PROJECT_BINARY_DIR}/install")
 
-# Headers. What lies in Detail, the text of DOM nodes and the questions of termination are the library's own.
+# Headers. The folders called Detail are private.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Source/QuarnScreen" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE PATTERN MeshTermination.h EXCLUDE
-        PATTERN RegionMapGrowth.h EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/Framework/CXX/Common" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-        FILES_MATCHING PATTERN "*.h" PATTERN NodeText.h EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN Detail EXCLUDE)
 
 # What no header names is a caller's business only where the library is static.
 set(QUARN_PRIVATE_PACKAGES "")
@@ -37,7 +36,7 @@ install(FILES "${quarn_generated_dir}/QuarnScreenConfig.cmake"
               "${quarn_generated_dir}/QuarnScreenConfigVersion.cmake"
         DESTINATION "${quarn_package_dir}")
 
-# pkg-config. The prefix is told relative to the file, so that an installed tree can be moved.
+# pkg-config. The prefix is relative to the file, so that an installed tree can be moved.
 file(RELATIVE_PATH QUARN_PREFIX_FROM_PKGCONFIG
      "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/quarnscreen.pc.in" "${quarn_generated_dir}/quarnscreen.pc" @ONLY)

@@ -20,14 +20,14 @@ std::vector<int> runsOf(ThreadPool& pool, std::size_t count) {
     return {runs.begin(), runs.end()};
 }
 
-TEST(ThreadPool, EachPartRunsOnce) {
+TEST(ThreadPool, EachTaskRunsOnce) {
     for (const std::size_t threads : {1U, 2U, 7U}) {
         ThreadPool pool(threads);
         for (const std::size_t count : {0U, 1U, 2U, 3U, 1000U, 5U}) EXPECT_THAT(runsOf(pool, count), Each(1));
     }
 }
 
-TEST(ThreadPool, PartsRunAtTheSameTime) {
+TEST(ThreadPool, TasksRunAtTheSameTime) {
     constexpr std::size_t kThreads = 3;
     ThreadPool pool(kThreads);
     std::barrier<> together(kThreads);
@@ -36,7 +36,7 @@ TEST(ThreadPool, PartsRunAtTheSameTime) {
     EXPECT_EQ(pool.threadCount(), kThreads);
 }
 
-TEST(ThreadPool, ASinglePartStartsNoThread) {
+TEST(ThreadPool, SingleTaskStartsNoThread) {
     ThreadPool pool(4);
     const auto caller = std::this_thread::get_id();
     pool.parallelFor(1, [&](std::size_t /*part*/) { EXPECT_EQ(std::this_thread::get_id(), caller); });
@@ -59,7 +59,7 @@ TEST(ThreadPool, ThreadsThatCannotStartAreDoneWithout) {
     }
 }
 
-TEST(ThreadPool, OfAllExceptionsThatOfTheFirstPartIsThrown) {
+TEST(ThreadPool, RethrowsTheExceptionOfTheFirstTask) {
     for (const std::size_t threads : {1U, 2U, 7U}) {
         ThreadPool pool(threads);
         std::atomic<int> ended = 0;

@@ -20,7 +20,7 @@ inline std::uint64_t lineOfTriangle(std::uint64_t triangle) {
 inline std::vector<Finding> check(const Mesh& mesh, const std::string& unit = "m") {
     std::vector<std::uint64_t> lines;
     for (std::uint64_t i = 1; i <= mesh.size(); ++i) lines.push_back(lineOfTriangle(i));
-    return checkMesh({.lists = {}, .triangles = mesh, .lines = lines}, unit);
+    return checkMesh({.objData = {}, .triangles = mesh, .lines = lines}, unit);
 }
 
 inline std::vector<std::string> namesOf(const std::vector<Finding>& findings) {

@@ -106,11 +106,12 @@ TEST(MeshCheck, OnlyTheFirstFewPlacesAreTold) {
 
 TEST(MeshCheck, VerticesThatNoFaceHasAreANote) {
     const Mesh mesh = {wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, -1.0}, {1.0, 0.0, 0.0})};
-    detail::ObjData lists;
-    lists.vertexData.vertices.resize(6);
-    lists.faces.push_back({detail::ObjCorner{0, -1, 0}, detail::ObjCorner{1, -1, 0}, detail::ObjCorner{3, -1, 0}});
+    detail::ObjData objData;
+    objData.vertexData.vertices.resize(6);
+    objData.faces.push_back(
+        {detail::ObjCorner{0, -1, 0}, detail::ObjCorner{1, -1, 0}, detail::ObjCorner{3, -1, 0}});
     const Finding finding =
-        findingNamed("unused-vertex", checkMesh({.lists = lists, .triangles = mesh, .lines = {}}, "m"));
+        findingNamed("unused-vertex", checkMesh({.objData = objData, .triangles = mesh, .lines = {}}, "m"));
     EXPECT_EQ(finding.severity, Severity::Note);
     EXPECT_EQ(finding.count, 3U);
     EXPECT_THAT(finding.text, ::testing::HasSubstr("vertex 3"));

@@ -126,7 +126,7 @@ TEST(UvCheck, LayersOverEachOtherOverlap) {
     foldUV(mesh);
     const Finding finding = findingNamed("overlapping-uv", check(mesh));
     EXPECT_EQ(finding.count, 60U);
-    EXPECT_TRUE(finding.isCountWhole);
+    EXPECT_TRUE(finding.isCountExact);
 }
 
 TEST(UvCheck, VeryManyOverlapsAreCountedUpToALimit) {
@@ -136,7 +136,7 @@ TEST(UvCheck, VeryManyOverlapsAreCountedUpToALimit) {
     EXPECT_THAT(namesOf(findings), Contains("uv-index-too-large"));
     const Finding overlapping = findingNamed("overlapping-uv", findings);
     EXPECT_GT(overlapping.count, 10000U);
-    if (!overlapping.isCountWhole) {
+    if (!overlapping.isCountExact) {
         EXPECT_THAT(overlapping.text, HasSubstr("at least"));
     }
 }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Formats/Obj/ObjRepairer.h>
 
 namespace quarn::test {
 namespace {
@@ -24,7 +24,7 @@ void expectError(const std::string& text, std::uint64_t line, const std::string&
     EXPECT_EQ(error.file, "a.obj");
     EXPECT_EQ(error.line, line) << text;
     EXPECT_EQ(error.found, found);
-    EXPECT_EQ(error.code, tool::ExitCode::BadInput);
+    EXPECT_EQ(error.kind, ErrorKind::BadInput);
 }
 
 void expectCoordinateError(const std::string& word) {
@@ -47,7 +47,8 @@ TEST(ObjRepairerErrors, CoordinatesAreNumbers) {
 TEST(ObjRepairerErrors, NumbersOfEveryUsualFormAreTaken) {
     for (const char* word :
          {"1", "-1", "+1", "1.", ".5", "-.5", "1e5", "1.5E-005", "2e+10", "00012", "1.23456789012345678"})
-        EXPECT_NO_THROW(static_cast<void>(repairObj("a.obj", kHead + "v 0 " + word + " 0\n" + kFace))) << word;
+        EXPECT_NO_THROW(static_cast<void>(repairObj("a.obj", kHead + "v 0 " + word + " 0\n" + kFace)))
+            << word;
 }
 
 TEST(ObjRepairerErrors, CornersHaveAVertex) {

@@ -59,7 +59,8 @@ TEST(ObjRepairerNormals, BadReferencesGetTheNormalOfTheFace) {
 
 TEST(ObjRepairerNormals, AFaceWithoutAreaGetsAny) {
     EXPECT_THAT(repairedText(kVertices + "f 1 1 1\n"), ::testing::HasSubstr("vn 0 0 1\n"));
-    EXPECT_THAT(repairedText("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n"), ::testing::HasSubstr("vn 0 0 1\n"));
+    EXPECT_THAT(repairedText("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n"),
+                ::testing::HasSubstr("vn 0 0 1\n"));
 }
 
 TEST(ObjRepairerNormals, HollowPolygonsGetThatOfTheirWholeArea) {

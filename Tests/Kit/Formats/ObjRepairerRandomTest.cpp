@@ -5,10 +5,10 @@
 #include <initializer_list>
 #include <string_view>
 
+#include <QuarnKit/Base/Error.h>
 #include "Kit/Formats/ObjRepairCases.h"
 #include "Reference/Formats/ReferenceAnyObjReader.h"
 #include "Support/Rng.h"
-#include <QuarnKit/Base/Error.h>
 
 namespace quarn::test {
 namespace {

@@ -8,22 +8,24 @@
 #include <QuarnScreen/RuledSurfaceScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 #include "Support/Bits.h"
 #include "Support/Rng.h"
 #include "Support/ScreenXml.h"
 #include "Support/TemporaryFile.h"
-#include <QuarnKit/Base/Error.h>
 
 namespace quarn::test {
 namespace {
+
+Observer ignored;  // of notices
 
 constexpr std::uint64_t kEnoughMemory = 100U << 20U;
 
 Screen readBack(const std::string& document) {
     const TemporaryFile file(document, "screen.xml");
-    return readScreen(file.path(), kEnoughMemory);
+    return readScreen(file.path(), kEnoughMemory, {}, ignored);
 }
 
 ScreenValues randomValues(Rng& rng) {
@@ -42,7 +44,7 @@ TEST(ScreenBuilder, WhatIsMadeReadsBackAndIsWrittenAgainAlike) {
         SCOPED_TRACE(i);
         const ScreenValues values = randomValues(rng);
         for (const ScreenType& type : screenTypes()) {
-            const std::string document = xmlTextOf(*makeScreen(type.name, values));
+            const std::string document = xmlTextOf(*buildScreen(type.name, values, ignored));
             const Screen screen = readBack(document);
             ASSERT_EQ(screen.geometry->getType(), type.name);
             ASSERT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + toUtf8(xmlOf(*screen.geometry, 0)),
@@ -59,7 +61,7 @@ TEST(ScreenBuilder, NumbersOfFewDigitsKeepTheDigest) {
     values.setCenter({1.5, -2.0, 0.1});
     const Point<double, 3> center(1.5, -2.0, 0.1);
     const auto digestOf = [&](const std::string& type) {
-        return readBack(xmlTextOf(*makeScreen(type, values))).geometry->getUniqueDataHash();
+        return readBack(xmlTextOf(*buildScreen(type, values, ignored))).geometry->getUniqueDataHash();
     };
     EXPECT_EQ(digestOf(FlatScreen::type()), FlatScreen(2.5, 2.5).getUniqueDataHash());
     EXPECT_EQ(digestOf(CylinderScreen::type()),
@@ -75,9 +77,9 @@ TEST(ScreenBuilder, TheNumbersAreCheckedAsTheFileHoldsThem) {
     values.set("radius", 1.0);
     // The digits behind the 16th make it larger than the largest angle.
     values.set("maxTheta", std::nextafter(1000.0, 2000.0));
-    EXPECT_NO_THROW(static_cast<void>(makeScreen(CylinderScreen::type(), values)));
+    EXPECT_NO_THROW(static_cast<void>(buildScreen(CylinderScreen::type(), values, ignored)));
     values.set("maxTheta", 1000.000000000001);
-    EXPECT_THROW(static_cast<void>(makeScreen(CylinderScreen::type(), values)), Error);
+    EXPECT_THROW(static_cast<void>(buildScreen(CylinderScreen::type(), values, ignored)), Error);
 }
 
 }  // namespace

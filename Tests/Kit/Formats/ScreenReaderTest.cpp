@@ -19,7 +19,8 @@ constexpr std::uint64_t kEnoughMemory = 100U << 20U;
 
 Screen read(const std::string& xml) {
     const TemporaryFile file(xml, "screen.xml");
-    return readScreen(file.path(), kEnoughMemory);
+    Observer ignored;
+    return readScreen(file.path(), kEnoughMemory, {}, ignored);
 }
 
 std::wstring xmlOf(IScreenGeometry& screen) {

@@ -18,7 +18,7 @@ std::string binary(const std::string& header, std::int32_t count, std::size_t re
     return text.append(records * StlLayout::kRecordSize, '\0');
 }
 
-TEST(StlForm, AFileCountsTheRecordsThatItTellsOfAndHolds) {
+TEST(StlLayout, AFileCountsTheRecordsThatItTellsOfAndHolds) {
     EXPECT_FALSE(stlLayoutOf(std::string(83, 'x')));
     EXPECT_EQ(stlLayoutOf(binary("", 3, 5))->count(), 3U);
     EXPECT_EQ(stlLayoutOf(binary("", 5, 3))->count(), 3U);
@@ -26,7 +26,7 @@ TEST(StlForm, AFileCountsTheRecordsThatItTellsOfAndHolds) {
     EXPECT_EQ(stlLayoutOf(binary("", 3, 3) + std::string(49, 'x'))->recordCount, 3U);
 }
 
-TEST(StlForm, FilesAreKnownByTheirBeginning) {
+TEST(StlLayout, FilesAreKnownByTheirBeginning) {
     EXPECT_TRUE(beginsLikeStl("solid wall\nfacet"));
     EXPECT_TRUE(beginsLikeStl(" SOLID\n"));
     EXPECT_TRUE(beginsLikeStl(binary("made by a program", 1, 1)));
@@ -39,7 +39,7 @@ TEST(StlForm, FilesAreKnownByTheirBeginning) {
     EXPECT_FALSE(beginsLikeStl("\xFF\xFE" + binary("", 1, 1)));
 }
 
-TEST(StlForm, ABinaryFileMayBeginWithSolid) {
+TEST(StlLayout, ABinaryFileMayBeginWithSolid) {
     EXPECT_TRUE(isBinaryStl(binary("solid", 1, 1)));
     EXPECT_TRUE(isBinaryStl(binary("solid wall\n", 10, 10)));
     EXPECT_TRUE(isBinaryStl(binary("solid", 10, 3)));
@@ -48,7 +48,7 @@ TEST(StlForm, ABinaryFileMayBeginWithSolid) {
 
 // The text form without a facet loads, and a binary file that is empty: what differs is the word that is needed behind
 // the first line.
-TEST(StlForm, TheLibraryTakesTheSameFilesForText) {
+TEST(StlLayout, TheLibraryTakesTheSameFilesForText) {
     for (int i = 0; i < 3000; ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);

@@ -7,6 +7,11 @@
 namespace quarn::test {
 namespace {
 
+MeshDocument meshOf(const std::string& text) {
+    Observer ignored;
+    return readStlMesh("a.stl", text, ignored);
+}
+
 constexpr const char* kTriangle =
     "facet normal 0 0 1\n outer loop\n  vertex 0 0 0\n  vertex 1 0 0\n  vertex 0 1.5e0 0\n "
     "endloop\nendfacet\n";
@@ -17,13 +22,13 @@ std::string solid(const std::string& facets) {
 
 std::string notesOf(const std::string& text, std::size_t expectedFaces) {
     testing::internal::CaptureStderr();
-    EXPECT_EQ(readStlMesh("a.stl", text).faces.size(), expectedFaces);
+    EXPECT_EQ(meshOf(text).faces.size(), expectedFaces);
     return testing::internal::GetCapturedStderr();
 }
 
 ErrorDetails errorOf(const std::string& text) {
     try {
-        static_cast<void>(readStlMesh("a.stl", text));
+        static_cast<void>(meshOf(text));
     } catch (const Error& error) {
         return error.details();
     }
@@ -31,19 +36,19 @@ ErrorDetails errorOf(const std::string& text) {
     return {};
 }
 
-TEST(AnyStl, TextGivesTriangles) {
-    const MeshDocument mesh = readStlMesh("a.stl", solid(kTriangle));
+TEST(StlMeshReader, TextGivesTriangles) {
+    const MeshDocument mesh = meshOf(solid(kTriangle));
     ASSERT_EQ(mesh.faces.size(), 1U);
     EXPECT_EQ(mesh.positions, (std::vector<std::array<float, 3>>{{0, 0, 0}, {1, 0, 0}, {0, 1.5, 0}}));
     EXPECT_EQ(mesh.faces[0][2].vertex, 2);
     EXPECT_EQ(mesh.faces[0][2].textureCoordinate, -1);
 }
 
-TEST(AnyStl, EqualPositionsAreOneVertex) {
-    EXPECT_EQ(readStlMesh("a.stl", solid(std::string(kTriangle) + kTriangle)).positions.size(), 3U);
+TEST(StlMeshReader, EqualPositionsAreOneVertex) {
+    EXPECT_EQ(meshOf(solid(std::string(kTriangle) + kTriangle)).positions.size(), 3U);
 }
 
-TEST(AnyStl, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
+TEST(StlMeshReader, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
     std::string text = solid(kTriangle) + "\n" + solid(kTriangle);
     EXPECT_EQ(notesOf(text, 2), "");
     for (char& byte : text)
@@ -54,7 +59,7 @@ TEST(AnyStl, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
     EXPECT_EQ(notesOf(windows, 2), "");
 }
 
-TEST(AnyStl, ALoopOfFourCornersIsAFan) {
+TEST(StlMeshReader, ALoopOfFourCornersIsAFan) {
     EXPECT_EQ(notesOf("solid\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 1 1 0 vertex 0 "
                       "1 0 endloop "
                       "endfacet endsolid",
@@ -62,13 +67,13 @@ TEST(AnyStl, ALoopOfFourCornersIsAFan) {
               "");
 }
 
-TEST(AnyStl, ACutTextGivesWhatStandsBeforeTheCut) {
+TEST(StlMeshReader, ACutTextGivesWhatStandsBeforeTheCut) {
     const std::string text = solid(std::string(kTriangle) + kTriangle);
     EXPECT_EQ(notesOf(text.substr(0, text.size() - 30), 1),
               "note: a.stl:14: the file ends within a solid; the triangles before its end are used\n");
 }
 
-TEST(AnyStl, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {
+TEST(StlMeshReader, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {
     std::string text = solid(kTriangle);
     text.replace(text.find("endloop"), 7, "endlopp");
     const ErrorDetails error = errorOf(text);
@@ -77,7 +82,7 @@ TEST(AnyStl, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {
     EXPECT_EQ(error.expected, R"("vertex" or "endloop")");
 }
 
-TEST(AnyStl, NumbersThatAreNotFiniteAreErrors) {
+TEST(StlMeshReader, NumbersThatAreNotFiniteAreErrors) {
     for (const char* number : {"nan", "inf", "1e39", "-1e400"}) {
         std::string text = solid(kTriangle);
         text.replace(text.find("1.5e0"), 5, number);
@@ -85,13 +90,13 @@ TEST(AnyStl, NumbersThatAreNotFiniteAreErrors) {
     }
 }
 
-TEST(AnyStl, ANumberBelowTheLeastFloatIsZero) {
+TEST(StlMeshReader, ANumberBelowTheLeastFloatIsZero) {
     std::string text = solid(kTriangle);
     text.replace(text.find("1.5e0"), 5, "1e-90");
-    EXPECT_EQ(readStlMesh("a.stl", text).positions.size(), 2U);
+    EXPECT_EQ(meshOf(text).positions.size(), 2U);
 }
 
-TEST(AnyStl, NoTriangleIsAnError) {
+TEST(StlMeshReader, NoTriangleIsAnError) {
     EXPECT_EQ(errorOf(solid("")).found, "found no triangle in the STL file");
     EXPECT_EQ(errorOf(std::string(84, '\0')).found, "found no triangle in the STL file");
     EXPECT_EQ(errorOf("not STL").found, "found \"not\"");

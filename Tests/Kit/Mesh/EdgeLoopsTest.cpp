@@ -19,30 +19,30 @@ using ::testing::SizeIs;
 using Edges = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 
 TEST(EdgeLoops, EdgesInAnyOrderAndDirectionAreOneWalk) {
-    const auto chains = buildEdgeLoops({{3, 2}, {5, 4}, {2, 5}});
-    ASSERT_THAT(chains, SizeIs(1));
-    EXPECT_THAT(chains[0].points, ElementsAre(3, 2, 5, 4));
-    EXPECT_THAT(chains[0].edges, ElementsAre(0, 2, 1));
+    const auto loops = buildEdgeLoops({{3, 2}, {5, 4}, {2, 5}});
+    ASSERT_THAT(loops, SizeIs(1));
+    EXPECT_THAT(loops[0].points, ElementsAre(3, 2, 5, 4));
+    EXPECT_THAT(loops[0].edges, ElementsAre(0, 2, 1));
 }
 
 TEST(EdgeLoops, ALoopRepeatsItsFirstPoint) {
-    const auto chains = buildEdgeLoops({{1, 2}, {3, 1}, {2, 3}});
-    ASSERT_THAT(chains, SizeIs(1));
-    EXPECT_THAT(chains[0].points, ElementsAre(1, 2, 3, 1));
+    const auto loops = buildEdgeLoops({{1, 2}, {3, 1}, {2, 3}});
+    ASSERT_THAT(loops, SizeIs(1));
+    EXPECT_THAT(loops[0].points, ElementsAre(1, 2, 3, 1));
 }
 
 TEST(EdgeLoops, LoopsThatTouchStayApart) {
-    const auto chains = buildEdgeLoops({{0, 1}, {1, 2}, {2, 0}, {0, 3}, {3, 4}, {4, 0}});
-    ASSERT_THAT(chains, SizeIs(2));
-    EXPECT_THAT(chains[0].points, ElementsAre(0, 1, 2, 0));
-    EXPECT_THAT(chains[1].points, ElementsAre(0, 3, 4, 0));
+    const auto loops = buildEdgeLoops({{0, 1}, {1, 2}, {2, 0}, {0, 3}, {3, 4}, {4, 0}});
+    ASSERT_THAT(loops, SizeIs(2));
+    EXPECT_THAT(loops[0].points, ElementsAre(0, 1, 2, 0));
+    EXPECT_THAT(loops[1].points, ElementsAre(0, 3, 4, 0));
 }
 
 TEST(EdgeLoops, ALoopThatAWalkPassesIsAnotherWalk) {
-    const auto chains = buildEdgeLoops({{0, 1}, {1, 2}, {2, 3}, {3, 1}, {1, 4}});
-    ASSERT_THAT(chains, SizeIs(2));
-    EXPECT_THAT(chains[0].points, ElementsAre(1, 2, 3, 1));
-    EXPECT_THAT(chains[1].points, ElementsAre(0, 1, 4));
+    const auto loops = buildEdgeLoops({{0, 1}, {1, 2}, {2, 3}, {3, 1}, {1, 4}});
+    ASSERT_THAT(loops, SizeIs(2));
+    EXPECT_THAT(loops[0].points, ElementsAre(1, 2, 3, 1));
+    EXPECT_THAT(loops[1].points, ElementsAre(0, 1, 4));
 }
 
 TEST(EdgeLoops, NoEdgesAreNoWalks) {
@@ -60,16 +60,16 @@ TEST(EdgeLoops, RandomEdgesAreEachWalkedOnceAndWalksHangTogether) {
             edges.emplace_back(from, (from + static_cast<std::uint32_t>(rng.integer(1, 20))) % 21);
         }
         std::vector<std::uint32_t> walked;
-        for (const EdgeLoop& chain : buildEdgeLoops(edges)) {
-            ASSERT_EQ(chain.points.size(), chain.edges.size() + 1);
-            const std::set<std::uint32_t> visited(chain.points.begin(), chain.points.end());
+        for (const EdgeLoop& loop : buildEdgeLoops(edges)) {
+            ASSERT_EQ(loop.points.size(), loop.edges.size() + 1);
+            const std::set<std::uint32_t> visited(loop.points.begin(), loop.points.end());
             ASSERT_EQ(visited.size(),
-                      chain.points.size() - (chain.points.front() == chain.points.back() ? 1 : 0));
-            for (std::size_t k = 0; k < chain.edges.size(); ++k) {
-                const auto step = std::minmax({chain.points[k], chain.points[k + 1]});
-                const auto& [from, to] = edges[chain.edges[k]];
+                      loop.points.size() - (loop.points.front() == loop.points.back() ? 1 : 0));
+            for (std::size_t k = 0; k < loop.edges.size(); ++k) {
+                const auto step = std::minmax({loop.points[k], loop.points[k + 1]});
+                const auto& [from, to] = edges[loop.edges[k]];
                 ASSERT_EQ(step, std::minmax({from, to}));
-                walked.push_back(chain.edges[k]);
+                walked.push_back(loop.edges[k]);
             }
         }
         std::sort(walked.begin(), walked.end());

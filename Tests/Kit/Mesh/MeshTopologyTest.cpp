@@ -19,9 +19,9 @@ void flipWinding(Triangle& triangle) {
 }
 
 TEST(MeshTopology, PiecesBeginWithTheirFirstTriangle) {
-    EXPECT_THAT(buildMeshTopology(flatGrid({6, 4})).pieces, ElementsAre(0));
-    EXPECT_THAT(buildMeshTopology(separatePieces(3, {2, 2})).pieces, ElementsAre(0, 8, 16));
-    EXPECT_THAT(buildMeshTopology(gridWithSeam({4, 5})).pieces, ElementsAre(0)) << "UV does not count";
+    EXPECT_THAT(buildMeshTopology(flatGrid({6, 4})).components, ElementsAre(0));
+    EXPECT_THAT(buildMeshTopology(separatePieces(3, {2, 2})).components, ElementsAre(0, 8, 16));
+    EXPECT_THAT(buildMeshTopology(gridWithSeam({4, 5})).components, ElementsAre(0)) << "UV does not count";
 }
 
 TEST(MeshTopology, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
@@ -31,10 +31,10 @@ TEST(MeshTopology, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
         Mesh mesh = separatePieces(2, {6, 5});
         std::vector<bool> expected(mesh.size());
         for (int k = 0; k < 12; ++k) {
-            const auto turned = static_cast<std::size_t>(rng.integer(0, static_cast<int>(mesh.size()) - 1));
-            if (expected[turned]) continue;
-            expected[turned] = true;
-            flipWinding(mesh[turned]);
+            const auto flipped = static_cast<std::size_t>(rng.integer(0, static_cast<int>(mesh.size()) - 1));
+            if (expected[flipped]) continue;
+            expected[flipped] = true;
+            flipWinding(mesh[flipped]);
         }
         ASSERT_EQ(buildMeshTopology(mesh).isFlipped, expected);
     }
@@ -43,18 +43,19 @@ TEST(MeshTopology, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
 TEST(MeshTopology, WhereMostOfAPieceIsTurnedTheOthersAre) {
     Mesh mesh = flatGrid({4, 4});
     for (std::size_t i = 1; i < mesh.size(); ++i) flipWinding(mesh[i]);
-    const std::vector<bool> turned = buildMeshTopology(mesh).isFlipped;
-    EXPECT_TRUE(turned[0]);
-    EXPECT_EQ(std::count(turned.begin(), turned.end(), true), 1);
+    const std::vector<bool> flipped = buildMeshTopology(mesh).isFlipped;
+    EXPECT_TRUE(flipped[0]);
+    EXPECT_EQ(std::count(flipped.begin(), flipped.end(), true), 1);
 }
 
 TEST(MeshTopology, ATriangleWithTwoEqualCornersIsNoPiece) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
-    const MeshTopology surface = buildMeshTopology({wholeTriangle(a, a, b), wholeTriangle(a, b, {0.0, 1.0, 0.0})});
-    EXPECT_THAT(surface.pieces, ElementsAre(1));
-    EXPECT_THAT(surface.isUsed, ElementsAre(false, true));
-    EXPECT_THAT(surface.isDegenerate, ElementsAre(true, false));
+    const MeshTopology topology =
+        buildMeshTopology({wholeTriangle(a, a, b), wholeTriangle(a, b, {0.0, 1.0, 0.0})});
+    EXPECT_THAT(topology.components, ElementsAre(1));
+    EXPECT_THAT(topology.isUsed, ElementsAre(false, true));
+    EXPECT_THAT(topology.isDegenerate, ElementsAre(true, false));
 }
 
 TEST(MeshTopology, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
@@ -64,28 +65,28 @@ TEST(MeshTopology, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
     mesh.push_back(copy);
     flipWinding(copy);
     mesh.push_back(copy);
-    const MeshTopology surface = buildMeshTopology(mesh);
+    const MeshTopology topology = buildMeshTopology(mesh);
     std::vector<bool> expected(mesh.size());
     expected[18] = expected[19] = true;
-    EXPECT_EQ(surface.isDuplicate, expected);
-    EXPECT_THAT(surface.crowded, IsEmpty()) << "it has no edges";
-    EXPECT_THAT(surface.isFlipped, Each(false));
+    EXPECT_EQ(topology.isDuplicate, expected);
+    EXPECT_THAT(topology.nonManifold, IsEmpty()) << "it has no edges";
+    EXPECT_THAT(topology.isFlipped, Each(false));
 }
 
 TEST(MeshTopology, AnEdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
-    const MeshTopology surface =
+    const MeshTopology topology =
         buildMeshTopology({wholeTriangle(a, b, {0.0, 1.0, 0.0}), wholeTriangle(a, b, {0.0, 0.0, 1.0}),
-                       wholeTriangle(a, b, {0.0, -1.0, 0.0})});
-    EXPECT_THAT(surface.pieces, ElementsAre(0));
-    EXPECT_THAT(surface.crowded, ElementsAre(2));
-    EXPECT_THAT(surface.sheets, ElementsAre(0, 1, 2));
-    EXPECT_THAT(surface.isFlipped, Each(false));
+                           wholeTriangle(a, b, {0.0, -1.0, 0.0})});
+    EXPECT_THAT(topology.components, ElementsAre(0));
+    EXPECT_THAT(topology.nonManifold, ElementsAre(2));
+    EXPECT_THAT(topology.patches, ElementsAre(0, 1, 2));
+    EXPECT_THAT(topology.isFlipped, Each(false));
 }
 
 TEST(MeshTopology, NoTrianglesAreNothing) {
-    EXPECT_THAT(buildMeshTopology({}).pieces, IsEmpty());
+    EXPECT_THAT(buildMeshTopology({}).components, IsEmpty());
 }
 
 }  // namespace

@@ -51,11 +51,11 @@ double commonArea(const TriangleUVs& a, TriangleUVs b) {
 
 std::vector<std::uint32_t> overlapsByEachPair(const std::vector<TriangleUVs>& triangles) {
     // Corners on eighths give either no common area or far more than this.
-    constexpr double kLeastArea = 1e-9;
+    constexpr double kMinArea = 1e-9;
     std::vector<bool> doesOverlap(triangles.size());
     for (std::size_t a = 0; a < triangles.size(); ++a)
         for (std::size_t b = 0; b < a; ++b)
-            if (commonArea(triangles[a], triangles[b]) > kLeastArea) doesOverlap[a] = doesOverlap[b] = true;
+            if (commonArea(triangles[a], triangles[b]) > kMinArea) doesOverlap[a] = doesOverlap[b] = true;
     std::vector<std::uint32_t> found;
     for (std::uint32_t i = 0; i < doesOverlap.size(); ++i)
         if (doesOverlap[i]) found.push_back(i);
@@ -89,7 +89,7 @@ TEST(UvOverlap, IsFoundLikeByLookingAtEachPair) {
         SCOPED_TRACE(i);
         const auto triangles = trianglesOnEighths(rng, rng.integer(0, 60), rng.integer(1, 60));
         const UvOverlaps overlaps = findUvOverlaps(triangles);
-        EXPECT_TRUE(overlaps.isWhole);
+        EXPECT_TRUE(overlaps.isComplete);
         EXPECT_EQ(overlaps.triangles, overlapsByEachPair(triangles));
         found += overlaps.triangles.size();
         count += triangles.size();
@@ -127,5 +127,5 @@ TEST(UvOverlap, WhatCannotBeFoundInTimeIsNotWhole) {
     }
     const UvOverlaps overlaps = findUvOverlaps(triangles);
     EXPECT_TRUE(overlaps.triangles.empty());
-    EXPECT_FALSE(overlaps.isWhole);
+    EXPECT_FALSE(overlaps.isComplete);
 }

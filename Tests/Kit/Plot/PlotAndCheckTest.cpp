@@ -25,11 +25,11 @@ std::uint64_t countOf(const std::string& name, const std::vector<Finding>& findi
 
 MeshCounts expectAgreement(const Mesh& mesh, const std::string& name) {
     SCOPED_TRACE(name);
-    const std::vector<Finding> findings = checkMesh({.lists = {}, .triangles = mesh, .lines = {}}, "m");
+    const std::vector<Finding> findings = checkMesh({.objData = {}, .triangles = mesh, .lines = {}}, "m");
     const MeshCounts counts = plotMeshData(TriangleScreen(mesh)).counts;
     EXPECT_EQ(counts.holes, countOf("hole", findings));
-    EXPECT_EQ(counts.pieces > 1 ? counts.pieces : 0, countOf("pieces", findings));
-    EXPECT_EQ(counts.turned, countOf("flipped-triangle", findings));
+    EXPECT_EQ(counts.components > 1 ? counts.components : 0, countOf("pieces", findings));
+    EXPECT_EQ(counts.flipped, countOf("flipped-triangle", findings));
     EXPECT_EQ(counts.mirrored, countOf("mirrored-uv", findings));
     EXPECT_EQ(counts.overlapping, countOf("overlapping-uv", findings));
     EXPECT_EQ(counts.outside, countOf("uv-outside", findings));
@@ -94,12 +94,12 @@ TEST(PlotAndCheck, CountTheSameFaultsOfDamagedMeshes) {
         }
         const MeshCounts counts = expectAgreement(mesh, std::to_string(i));
         sums.holes += counts.holes;
-        sums.turned += counts.turned;
+        sums.flipped += counts.flipped;
         sums.mirrored += counts.mirrored;
         sums.overlapping += counts.overlapping;
     }
     EXPECT_GT(sums.holes, 100U);
-    EXPECT_GT(sums.turned, 100U);
+    EXPECT_GT(sums.flipped, 100U);
     EXPECT_GT(sums.mirrored, 100U);
     EXPECT_GT(sums.overlapping, 100U);
 }

@@ -19,15 +19,15 @@ const std::vector<TriangleCorners> kSquare = {
 TEST(PlotLines, AStraightLineNeedsItsEndsAlone) {
     std::vector<ViewPoint> line;
     for (int i = 0; i <= 100; ++i) line.emplace_back(i * 0.01, i * 0.02);
-    EXPECT_THAT(simplified(line, 1e-6), ElementsAre(line.front(), line.back()));
-    EXPECT_THAT(simplified({}, 1e-6), IsEmpty());
+    EXPECT_THAT(simplifyLine(line, 1e-6), ElementsAre(line.front(), line.back()));
+    EXPECT_THAT(simplifyLine({}, 1e-6), IsEmpty());
 }
 
 TEST(PlotLines, NoPointLiesFartherFromASimplifiedLineThanTold) {
     std::vector<ViewPoint> circle;
     for (int i = 0; i <= 720; ++i) circle.emplace_back(std::cos(i * 0.00872665), std::sin(i * 0.00872665));
     const double tolerance = 0.01;
-    const std::vector<ViewPoint> few = simplified(circle, tolerance);
+    const std::vector<ViewPoint> few = simplifyLine(circle, tolerance);
     EXPECT_LT(few.size(), 60U);
     // A chord that keeps the tolerance has its middle at least at 1 - tolerance.
     for (std::size_t i = 1; i < few.size(); ++i)

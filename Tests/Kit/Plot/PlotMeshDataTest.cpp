@@ -30,20 +30,20 @@ TEST(PlotMeshData, PositionsAreCentredAndOfSizeOne) {
     for (const TriangleCorners& triangle : data.triangles)
         for (const Point<double, 3>& corner : triangle) highest = std::max(highest, corner[0]);
     EXPECT_EQ(highest, 0.5);
-    EXPECT_EQ(data.placed({20.0, 0.0, 15.0}), (Point<double, 3>(0.5, 0.0, 0.375)));
+    EXPECT_EQ(data.toScene({20.0, 0.0, 15.0}), (Point<double, 3>(0.5, 0.0, 0.375)));
 }
 
 TEST(PlotMeshData, TheOutlineIsNoHoleAndAHoleNoOutline) {
     const PlotMeshData data = dataOf(gridWithHoles({9, 3}, 2));
-    EXPECT_THAT(data.outlines, SizeIs(1));
+    EXPECT_THAT(data.boundaries, SizeIs(1));
     EXPECT_THAT(data.holes, SizeIs(2));
     EXPECT_EQ(data.counts.holes, 2U);
 }
 
 TEST(PlotMeshData, EachPieceHasAnOutline) {
     const PlotMeshData data = dataOf(separatePieces(3, {2, 2}));
-    EXPECT_THAT(data.outlines, SizeIs(3));
-    EXPECT_EQ(data.counts.pieces, 3U);
+    EXPECT_THAT(data.boundaries, SizeIs(3));
+    EXPECT_EQ(data.counts.components, 3U);
     EXPECT_EQ(data.counts.holes, 0U);
 }
 
@@ -65,7 +65,7 @@ TEST(PlotMeshData, UvLinesRunOnWhereTrianglesNearlyMeet) {
         for (TriangleVertex& corner : mesh[i].vertices)
             corner.position[0] += 1e-9 * static_cast<double>(i % 5);
     const PlotMeshData data = dataOf(mesh);
-    EXPECT_EQ(data.counts.pieces, mesh.size());
+    EXPECT_EQ(data.counts.components, mesh.size());
     EXPECT_THAT(data.grid, SizeIs(14));
 }
 
@@ -81,7 +81,7 @@ TEST(PlotMeshData, AMirroredPatchIsMarkedAndATurnedTriangleIsAnotherThing) {
         EXPECT_FALSE(data.marks[i].isOutside);
     }
     EXPECT_FALSE(data.isMapMirrored);
-    EXPECT_EQ(data.counts.turned, 1U);
+    EXPECT_EQ(data.counts.flipped, 1U);
     EXPECT_EQ(data.counts.mirrored, 1U);
 }
 

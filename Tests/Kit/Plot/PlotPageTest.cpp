@@ -108,12 +108,12 @@ TEST(PlotViews, WhereTwoEdgesMeetTheyAreASeam) {
 
 TEST(PlotViews, ADomeHidesItsCentreAndAWallNotItsViewer) {
     const PlotSurface dome(kDome);
-    EXPECT_TRUE(hides(dome, Camera::plan(), dome.placed(kOrigin)));
-    EXPECT_TRUE(hides(dome, Camera::perspective(0.0), dome.placed(kOrigin)));
-    EXPECT_FALSE(hides(dome, Camera::plan(), dome.placed({0.0, 0.0, 9.0})));
+    EXPECT_TRUE(hides(dome, Camera::plan(), dome.toScene(kOrigin)));
+    EXPECT_TRUE(hides(dome, Camera::perspective(0.0), dome.toScene(kOrigin)));
+    EXPECT_FALSE(hides(dome, Camera::plan(), dome.toScene({0.0, 0.0, 9.0})));
     const PlotSurface wall(FlatScreen(4.0, 3.0));
-    EXPECT_FALSE(hides(wall, Camera::front(), wall.placed({0.0, -2.0, 0.0})));
-    EXPECT_TRUE(hides(wall, Camera::front(), wall.placed({0.0, 2.0, 0.0})));
+    EXPECT_FALSE(hides(wall, Camera::front(), wall.toScene({0.0, -2.0, 0.0})));
+    EXPECT_TRUE(hides(wall, Camera::front(), wall.toScene({0.0, 2.0, 0.0})));
 }
 
 TEST(PlotViews, CellsWithoutAPositionAreLeftOut) {

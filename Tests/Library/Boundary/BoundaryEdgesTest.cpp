@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-#include "Library/Boundary/BoundaryCases.h"
 #include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
+#include "Library/Boundary/BoundaryCases.h"
 #include "Reference/Mesh/ReferenceBoundary.h"
 
 using namespace quarn::test;
@@ -76,7 +76,7 @@ std::vector<TriangleVertex> collidingCorners(std::size_t count) {
 }  // namespace
 
 TEST(OddEdges, OfNoTriangleAreNone) {
-    EXPECT_THAT(detail::findBoundaryEdges({}), Optional(IsEmpty()));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges({}), Optional(IsEmpty()));
 }
 
 TEST(OddEdges, AreNumberedByTriangleAndCorner) {
@@ -84,11 +84,14 @@ TEST(OddEdges, AreNumberedByTriangleAndCorner) {
     const TriangleVertex b = cornerOnPlane(1, 0);
     const TriangleVertex c = cornerOnPlane(1, 1);
     const TriangleVertex d = cornerOnPlane(0, 1);
-    EXPECT_THAT(detail::findBoundaryEdges({triangleOf(a, b, c)}), Optional(ElementsAre(0, 1, 2)));
-    EXPECT_THAT(detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(d, a, c)}), Optional(ElementsAre(0, 1, 3, 5)));
-    EXPECT_THAT(detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(c, b, a)}), Optional(IsEmpty()));
-    EXPECT_THAT(detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(b, c, a), triangleOf(a, c, b)}),
-                Optional(ElementsAre(6, 7, 8)));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges({triangleOf(a, b, c)}), Optional(ElementsAre(0, 1, 2)));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(d, a, c)}),
+                Optional(ElementsAre(0, 1, 3, 5)));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(c, b, a)}),
+                Optional(IsEmpty()));
+    EXPECT_THAT(
+        quarn::detail::findBoundaryEdges({triangleOf(a, b, c), triangleOf(b, c, a), triangleOf(a, c, b)}),
+        Optional(ElementsAre(6, 7, 8)));
 }
 
 TEST(OddEdges, TellCornersApartByEachOfTheFiveNumbers) {
@@ -100,7 +103,7 @@ TEST(OddEdges, TellCornersApartByEachOfTheFiveNumbers) {
         double& number = i < 3 ? corner.position[i] : corner.uv[i - 3];
         number = std::nextafter(number, 2.0);
         // All but the edge opposite to the changed corner.
-        EXPECT_THAT(detail::findBoundaryEdges({triangle, other}), Optional(ElementsAre(0, 2, 3, 5)));
+        EXPECT_THAT(quarn::detail::findBoundaryEdges({triangle, other}), Optional(ElementsAre(0, 2, 3, 5)));
     }
 }
 
@@ -108,7 +111,7 @@ TEST(OddEdges, TakeBothZerosForOneNumber) {
     const Triangle triangle = triangleOf(cornerOnPlane(0.0, 0.0), cornerOnPlane(1, 0.0), cornerOnPlane(1, 1));
     const Triangle other = triangleOf(cornerAt({-0.0, 0.0, -0.0}, {0.0, -0.0}),
                                       cornerAt({1, -0.0, 0.0}, {1, -0.0}), cornerOnPlane(1, 1));
-    EXPECT_THAT(detail::findBoundaryEdges({triangle, other}), Optional(IsEmpty()));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges({triangle, other}), Optional(IsEmpty()));
 }
 
 TEST(OddEdges, AreThoseOfAPlainCount) {
@@ -117,7 +120,7 @@ TEST(OddEdges, AreThoseOfAPlainCount) {
         SCOPED_TRACE(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
         const std::vector<Triangle> triangles = outlineCase(kind, rng);
-        ASSERT_THAT(detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
     }
 }
 
@@ -132,7 +135,7 @@ TEST(OddEdges, AreThoseOfAPlainCountWhereTheTableGrowsAndShrinks) {
         shuffle(again, rng);
         again.resize(again.size() / static_cast<std::size_t>(rng.integer(1, 2)));
         triangles.insert(triangles.end(), again.begin(), again.end());
-        ASSERT_THAT(detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
     }
 }
 
@@ -143,7 +146,7 @@ TEST(OddEdges, AreNotFoundThisWayWhereANumberIsNone) {
         Triangle triangle = triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1));
         TriangleVertex& corner = triangle.vertices[i / 5];
         (i % 5 < 3 ? corner.position[i % 5] : corner.uv[i % 5 - 3]) = kNaN;
-        EXPECT_EQ(detail::findBoundaryEdges({triangle}), std::nullopt);
+        EXPECT_EQ(quarn::detail::findBoundaryEdges({triangle}), std::nullopt);
     }
 }
 
@@ -152,7 +155,7 @@ TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
     std::vector<Triangle> triangles;
     for (std::size_t i = 0; i < corners.size(); i += 3)
         triangles.push_back(triangleOf(corners[i], corners[i + 1], corners[i + 2]));
-    EXPECT_EQ(detail::findBoundaryEdges(triangles), std::nullopt);
+    EXPECT_EQ(quarn::detail::findBoundaryEdges(triangles), std::nullopt);
 
     // The outline is found nevertheless.
     Boundary boundary;
@@ -162,7 +165,7 @@ TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
 
     // A few that collide do no harm.
     triangles.resize(30);
-    EXPECT_THAT(detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
 }
 
 TEST(OddEdges, OfRegularMeshesDoNotCollideByChance) {
@@ -176,6 +179,6 @@ TEST(OddEdges, OfRegularMeshesDoNotCollideByChance) {
             triangles.push_back(triangleOf(cornerAt({x, y, 0}, {0, 0}), cornerAt({x, y, step}, {0, 0}),
                                            cornerAt({y, x, 0}, {0, y})));
         }
-        EXPECT_THAT(detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
     }
 }

@@ -4,14 +4,14 @@
 #include <cstddef>
 #include <vector>
 
-#include "Library/Boundary/BoundaryCases.h"
 #include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
+#include "Library/Boundary/BoundaryCases.h"
 #include "Reference/Mesh/ReferenceBoundary.h"
 #include "Support/Bits.h"
 
 using namespace quarn::test;
-using quarn::detail::findBoundary;
 using quarn::detail::BoundarySearchResult;
+using quarn::detail::findBoundary;
 
 namespace {
 
@@ -20,7 +20,7 @@ void expectSameOutline(const std::vector<Triangle>& triangles, const PlainOutlin
     boundary.points.resize(2);
     boundary.uvPoints.resize(2);
     boundary.triangles.resize(2);
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_EQ(result.isSingleWithUV, expected.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, expected.edgesLeft);
     EXPECT_EQ(boundary.triangles, expected.boundary.triangles);

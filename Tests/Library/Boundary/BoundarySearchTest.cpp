@@ -9,8 +9,8 @@
 #include "Library/Boundary/BoundaryCases.h"
 
 using namespace quarn::test;
-using quarn::detail::findBoundary;
 using quarn::detail::BoundarySearchResult;
+using quarn::detail::findBoundary;
 using ::testing::ElementsAre;
 
 namespace {
@@ -51,7 +51,7 @@ TEST(Outline, OfOneTriangleIsItsThreeEdgesAndRepeatsTheFirstPoint) {
     const std::vector<Triangle> triangles = {
         triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1))};
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_TRUE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, std::nullopt);
     EXPECT_THAT(boundary.points,
@@ -63,7 +63,7 @@ TEST(Outline, OfOneTriangleIsItsThreeEdgesAndRepeatsTheFirstPoint) {
 TEST(Outline, OfTwoTrianglesLeavesOutTheEdgeThatTheyShare) {
     const std::vector<Triangle> triangles = square(0);
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_TRUE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, std::nullopt);
     // Of the two edges at the least corner the one that was seen first leads on.
@@ -77,7 +77,7 @@ TEST(Outline, HasASeamInUVTwiceAndEndsAtTheFirstClosing) {
     std::vector<Triangle> triangles = square(0);
     for (TriangleVertex& corner : triangles[1].vertices) corner.uv = corner.uv + UV(2, 2);
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_FALSE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, 3U);
     EXPECT_THAT(boundary.uvPoints, ElementsAre(UV(0, 0), UV(1, 0), UV(1, 1), UV(0, 0)));
@@ -85,8 +85,8 @@ TEST(Outline, HasASeamInUVTwiceAndEndsAtTheFirstClosing) {
 
 TEST(Outline, OfAClosedCubeIsEmpty) {
     Boundary boundary;
-    EXPECT_TRUE(detail::findBoundary(square(0), boundary).isSingleWithUV);
-    const detail::BoundarySearchResult result = detail::findBoundary(cube(), boundary);
+    EXPECT_TRUE(quarn::detail::findBoundary(square(0), boundary).isSingleWithUV);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(cube(), boundary);
     EXPECT_FALSE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, std::nullopt);
     EXPECT_TRUE(boundary.points.empty());
@@ -96,7 +96,7 @@ TEST(Outline, OfAClosedCubeIsEmpty) {
 
 TEST(Outline, OfNoTriangleIsEmpty) {
     Boundary boundary;
-    EXPECT_FALSE(detail::findBoundary({}, boundary).isSingleWithUV);
+    EXPECT_FALSE(quarn::detail::findBoundary({}, boundary).isSingleWithUV);
     EXPECT_TRUE(boundary.points.empty());
 }
 
@@ -105,7 +105,7 @@ TEST(Outline, OfTwoSquaresIsThatOfTheFirstAndLeavesFourEdges) {
     const std::vector<Triangle> other = square(0);
     triangles.insert(triangles.end(), other.begin(), other.end());
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_FALSE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, 4U);
     EXPECT_THAT(boundary.points, ElementsAre(Position(0, 0, 0), Position(1, 0, 0), Position(1, 1, 0),
@@ -114,7 +114,8 @@ TEST(Outline, OfTwoSquaresIsThatOfTheFirstAndLeavesFourEdges) {
 
 TEST(Outline, WithoutUVsIsFullYetNotGood) {
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(withoutUV(square(0)), boundary);
+    const quarn::detail::BoundarySearchResult result =
+        quarn::detail::findBoundary(withoutUV(square(0)), boundary);
     EXPECT_FALSE(result.isSingleWithUV);
     EXPECT_EQ(result.edgesLeft, std::nullopt);
     EXPECT_EQ(boundary.points.size(), 5U);
@@ -129,10 +130,10 @@ TEST(Outline, NeedsAUVAtEachPointAndTakesOneCoordinateOfDifferenceForOne) {
         Boundary boundary;
         for (const UV uv : {UV(-999.0, 0.5), UV(0.5, -999.0)}) {
             triangles[0].vertices[i].uv = uv;
-            EXPECT_TRUE(detail::findBoundary(triangles, boundary).isSingleWithUV);
+            EXPECT_TRUE(quarn::detail::findBoundary(triangles, boundary).isSingleWithUV);
         }
         triangles[0].vertices[i].uv = kNoUV;
-        EXPECT_FALSE(detail::findBoundary(triangles, boundary).isSingleWithUV);
+        EXPECT_FALSE(quarn::detail::findBoundary(triangles, boundary).isSingleWithUV);
     }
 }
 
@@ -141,20 +142,20 @@ TEST(Outline, HasAnEdgeOfThreeTrianglesForTheLastOfThem) {
     // A fin on the diagonal, which the two triangles of the square had cancelled.
     triangles.push_back(triangleOf(cornerOnPlane(1, 1), cornerOnPlane(0, 0), cornerAt({0, 0, 9}, {7, 7})));
     Boundary boundary;
-    EXPECT_EQ(detail::findBoundary(triangles, boundary).edgesLeft, 3U);
+    EXPECT_EQ(quarn::detail::findBoundary(triangles, boundary).edgesLeft, 3U);
     EXPECT_THAT(boundary.points, ElementsAre(Position(0, 0, 0), Position(1, 0, 0), Position(1, 1, 0),
                                              Position(0, 1, 0), Position(0, 0, 0)));
 
     // A second fin cancels the diagonal again, and now the edge with two triangles is that of the fins.
     triangles.push_back(triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 1), cornerAt({0, 0, 9}, {7, 7})));
-    EXPECT_TRUE(detail::findBoundary(triangles, boundary).isSingleWithUV);
+    EXPECT_TRUE(quarn::detail::findBoundary(triangles, boundary).isSingleWithUV);
 }
 
 TEST(Outline, OfTheSameTriangleThreeTimesIsThatOfTheThird) {
     const Triangle one = triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1));
     const std::vector<Triangle> triangles = {one, one, one};
     Boundary boundary;
-    EXPECT_TRUE(detail::findBoundary(triangles, boundary).isSingleWithUV);
+    EXPECT_TRUE(quarn::detail::findBoundary(triangles, boundary).isSingleWithUV);
     EXPECT_THAT(boundary.triangles, ElementsAre(&triangles[2], &triangles[2], &triangles[2], &triangles[2]));
 }
 
@@ -162,7 +163,7 @@ TEST(Outline, OfATriangleWithEqualCornersIsAnEdgeFromACornerToItself) {
     const std::vector<Triangle> triangles = {
         triangleOf(cornerOnPlane(0, 0), cornerOnPlane(0, 0), cornerOnPlane(1, 1))};
     Boundary boundary;
-    const detail::BoundarySearchResult result = detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
     EXPECT_TRUE(result.isSingleWithUV);
     EXPECT_THAT(boundary.points, ElementsAre(Position(0, 0, 0), Position(0, 0, 0)));
 }
@@ -174,20 +175,21 @@ TEST(Outline, EndsWhereItTurnsRoundAtThePositionOfItsStartWhateverTheUV) {
     const TriangleVertex c = cornerAt({0, 0, 0}, {1, 1});
     const TriangleVertex d = cornerAt({1, 1, 0}, {0, 1});
     Boundary boundary;
-    EXPECT_EQ(detail::findBoundary({triangleOf(a, b, c), triangleOf(a, c, d)}, boundary).edgesLeft, 2U);
+    EXPECT_EQ(quarn::detail::findBoundary({triangleOf(a, b, c), triangleOf(a, c, d)}, boundary).edgesLeft,
+              2U);
     EXPECT_THAT(boundary.uvPoints, ElementsAre(a.uv, b.uv, c.uv));
 
     // It passes through that place where it need not turn round.
-    EXPECT_TRUE(detail::findBoundary({triangleOf(a, b, c)}, boundary).isSingleWithUV);
+    EXPECT_TRUE(quarn::detail::findBoundary({triangleOf(a, b, c)}, boundary).isSingleWithUV);
     EXPECT_THAT(boundary.uvPoints, ElementsAre(a.uv, b.uv, c.uv, a.uv));
 }
 
 TEST(Outline, IsWrittenIntoTheMemoryOfTheOneBefore) {
     Boundary boundary;
-    EXPECT_TRUE(detail::findBoundary(gridAt(0.0, 10, 10), boundary).isSingleWithUV);
+    EXPECT_TRUE(quarn::detail::findBoundary(gridAt(0.0, 10, 10), boundary).isSingleWithUV);
     const Point<double, 3>* const memory = boundary.points.data();
     EXPECT_EQ(boundary.points.size(), 41U);
-    EXPECT_TRUE(detail::findBoundary(gridAt(0.0, 9, 9), boundary).isSingleWithUV);
+    EXPECT_TRUE(quarn::detail::findBoundary(gridAt(0.0, 9, 9), boundary).isSingleWithUV);
     EXPECT_EQ(boundary.points.data(), memory);
     EXPECT_EQ(boundary.points.size(), 37U);
 }

@@ -11,23 +11,23 @@
 #include "Support/WildNumbers.h"
 
 using namespace quarn::test;
-using quarn::detail::PolygonBands;
 using quarn::detail::pointWithinPolygon;
+using quarn::detail::PolygonBands;
 
 namespace {
 
 using UV = Point<double, 2>;
 using Polygon = std::vector<UV>;
 
-void expectSameAnswer(const detail::PolygonBands& bands, const Polygon& polygon, const UV& point) {
-    EXPECT_EQ(bands.contains(point), detail::pointWithinPolygon(polygon, point))
+void expectSameAnswer(const quarn::detail::PolygonBands& bands, const Polygon& polygon, const UV& point) {
+    EXPECT_EQ(bands.contains(point), quarn::detail::pointWithinPolygon(polygon, point))
         << std::hexfloat << point[0] << " " << point[1];
 }
 
 // Points that are near to corners in height, where bands and segments begin and end.
 void expectSameAnswersNear(const Polygon& polygon, Rng& rng, int count) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    const detail::PolygonBands bands(polygon);
+    const quarn::detail::PolygonBands bands(polygon);
     for (int i = 0; i < count; ++i) {
         const UV& a = polygon[static_cast<std::size_t>(rng.integer(0, static_cast<int>(polygon.size()) - 1))];
         const UV& b = polygon[static_cast<std::size_t>(rng.integer(0, static_cast<int>(polygon.size()) - 1))];
@@ -66,8 +66,8 @@ Polygon randomPolygon(Rng& rng, double scale) {
 
 }  // namespace
 
-TEST(detail::PolygonBands, AnswerForACircleAsGeometryDoes) {
-    const detail::PolygonBands bands(circle(3000));
+TEST(PolygonBands, AnswerForACircleAsGeometryDoes) {
+    const quarn::detail::PolygonBands bands(circle(3000));
     for (int i = 0; i < 20'000; ++i) {
         Rng rng(i);
         const UV point(rng.uniform(-1.2, 1.2), rng.uniform(-1.2, 1.2));
@@ -81,7 +81,7 @@ TEST(detail::PolygonBands, AnswerForACircleAsGeometryDoes) {
     }
 }
 
-TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutline) {
+TEST(PolygonBands, GiveTheAnswersOfTheWholeOutline) {
     for (int i = 0; i < 2000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -90,7 +90,7 @@ TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutline) {
     }
 }
 
-TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineAtEveryScale) {
+TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineAtEveryScale) {
     for (int i = 0; i < 2000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -99,7 +99,7 @@ TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineAtEveryScale) {
     }
 }
 
-TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineWhereItIsLong) {
+TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineWhereItIsLong) {
     for (int i = 0; i < 10; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -113,13 +113,13 @@ TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineWhereItIsLong) {
     }
 }
 
-TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineForNumbersOfEveryKind) {
+TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineForNumbersOfEveryKind) {
     for (int i = 0; i < 20'000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon = rng.coin() ? randomPolygon(rng, 1.0) : Polygon{};
         for (int n = rng.integer(0, 4); n > 0; --n) polygon.push_back(wildPoint<2>(rng));
-        const detail::PolygonBands bands(polygon);
+        const quarn::detail::PolygonBands bands(polygon);
         for (int n = 0; n < 10; ++n) {
             expectSameAnswer(bands, polygon, wildPoint<2>(rng));
             if (!polygon.empty()) expectSameAnswer(bands, polygon, polygon.back());
@@ -128,7 +128,7 @@ TEST(detail::PolygonBands, GiveTheAnswersOfTheWholeOutlineForNumbersOfEveryKind)
     }
 }
 
-TEST(detail::PolygonBands, GiveTheAnswersOfAnOutlineOfOneHeight) {
+TEST(PolygonBands, GiveTheAnswersOfAnOutlineOfOneHeight) {
     for (const double v : {0.0, 1e-320, 1.0, 1e12, -1e300}) {
         SCOPED_TRACE(v);
         Rng rng(0);
@@ -137,9 +137,9 @@ TEST(detail::PolygonBands, GiveTheAnswersOfAnOutlineOfOneHeight) {
     }
 }
 
-TEST(detail::PolygonBands, KeepTheirOwnCopyOfTheOutline) {
+TEST(PolygonBands, KeepTheirOwnCopyOfTheOutline) {
     Polygon polygon = circle(50);
-    const detail::PolygonBands bands(polygon);
+    const quarn::detail::PolygonBands bands(polygon);
     polygon.assign(polygon.size(), UV(9, 9));
     EXPECT_TRUE(bands.contains({0, 0}));
     EXPECT_FALSE(bands.contains({9, 9}));

@@ -43,18 +43,18 @@ bool holdsExactly(const Polygon& polygon, int u, int v) {
 }  // namespace
 
 TEST(PointInOutline, IsOutsideOfAnEmptyOutline) {
-    EXPECT_FALSE(detail::pointWithinPolygon({}, {0, 0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon({}, {0, 0}));
     EXPECT_FALSE(quarn::detail::PolygonBands().contains({0, 0}));
 }
 
 TEST(PointInOutline, LiesWithinAUnitSquareOrBesideIt) {
-    EXPECT_TRUE(detail::pointWithinPolygon(kUnitSquare, {0.5, 0.5}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {-0.5, 0.5}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {1.5, 0.5}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {0.5, -0.5}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {0.5, 1.5}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {-0.5, 0.0}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {-0.5, 1.0}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon(kUnitSquare, {0.5, 0.5}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.5, 0.5}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {1.5, 0.5}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {0.5, -0.5}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {0.5, 1.5}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.5, 0.0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.5, 1.0}));
 }
 
 TEST(PointInOutline, IsInsideAtEachCornerAndOnEachEdge) {
@@ -62,41 +62,41 @@ TEST(PointInOutline, IsInsideAtEachCornerAndOnEachEdge) {
         for (std::size_t i = 0; i < polygon.size(); ++i) {
             const UV& a = polygon[i];
             const UV& b = polygon[(i + 1) % polygon.size()];
-            EXPECT_TRUE(detail::pointWithinPolygon(polygon, a)) << i;
-            EXPECT_TRUE(detail::pointWithinPolygon(polygon, (a + b) * 0.5)) << i;
+            EXPECT_TRUE(quarn::detail::pointWithinPolygon(polygon, a)) << i;
+            EXPECT_TRUE(quarn::detail::pointWithinPolygon(polygon, (a + b) * 0.5)) << i;
         }
     }
 }
 
 TEST(PointInOutline, CrossesACornerAtItsOwnHeightOnce) {
-    EXPECT_TRUE(detail::pointWithinPolygon(kDiamond, {0, 0}));
-    EXPECT_TRUE(detail::pointWithinPolygon(kDiamond, {-0.5, 0}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kDiamond, {-2, 0}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kDiamond, {-2, 1}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kDiamond, {-2, -1}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon(kDiamond, {0, 0}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon(kDiamond, {-0.5, 0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {-2, 0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {-2, 1}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {-2, -1}));
 }
 
 TEST(PointInOutline, CountsAsOnAnEdgeUpToTheTolerance) {
     for (const UV outwards : {UV(1, 0), UV(-1, 0), UV(0, 1), UV(0, -1)}) {
         const UV onEdge = UV(0.5, 0.5) + outwards * 0.5;
-        EXPECT_TRUE(detail::pointWithinPolygon(kUnitSquare, onEdge + outwards * 0.99e-9));
-        EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, onEdge + outwards * 1.01e-9));
+        EXPECT_TRUE(quarn::detail::pointWithinPolygon(kUnitSquare, onEdge + outwards * 0.99e-9));
+        EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, onEdge + outwards * 1.01e-9));
     }
     // Past a corner: the corner of the widened box is farther away than the tolerance.
-    EXPECT_TRUE(detail::pointWithinPolygon(kUnitSquare, {-0.7e-9, -0.7e-9}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kUnitSquare, {-0.72e-9, -0.72e-9}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.7e-9, -0.7e-9}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.72e-9, -0.72e-9}));
     // Beside a slanted edge, which is measured at right angles to it.
-    EXPECT_TRUE(detail::pointWithinPolygon(kDiamond, {0.5 + 0.7e-9, 0.5 + 0.7e-9}));
-    EXPECT_FALSE(detail::pointWithinPolygon(kDiamond, {0.5 + 0.72e-9, 0.5 + 0.72e-9}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon(kDiamond, {0.5 + 0.7e-9, 0.5 + 0.7e-9}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {0.5 + 0.72e-9, 0.5 + 0.72e-9}));
 }
 
 TEST(PointInOutline, OfOnePointIsThatPoint) {
-    EXPECT_TRUE(detail::pointWithinPolygon({{3, 4}}, {3, 4}));
-    EXPECT_TRUE(detail::pointWithinPolygon({{3, 4}}, {3, 4 + 0.9e-9}));
-    EXPECT_TRUE(detail::pointWithinPolygon({{0, 0}}, {1e-9, 0}));
-    EXPECT_FALSE(detail::pointWithinPolygon({{3, 4}}, {3, 4 + 1.1e-9}));
-    EXPECT_FALSE(detail::pointWithinPolygon({{0, 0}}, {std::nextafter(1e-9, 1.0), 0}));
-    EXPECT_FALSE(detail::pointWithinPolygon({{3, 4}, {3, 4}}, {2, 4}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon({{3, 4}}, {3, 4}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon({{3, 4}}, {3, 4 + 0.9e-9}));
+    EXPECT_TRUE(quarn::detail::pointWithinPolygon({{0, 0}}, {1e-9, 0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon({{3, 4}}, {3, 4 + 1.1e-9}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon({{0, 0}}, {std::nextafter(1e-9, 1.0), 0}));
+    EXPECT_FALSE(quarn::detail::pointWithinPolygon({{3, 4}, {3, 4}}, {2, 4}));
 }
 
 TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
@@ -110,7 +110,7 @@ TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
         }
         for (int u = -1; u <= 9; ++u)
             for (int v = -1; v <= 9; ++v)
-                EXPECT_EQ(detail::pointWithinPolygon(polygon, UV(u, v)), holdsExactly(polygon, u, v))
+                EXPECT_EQ(quarn::detail::pointWithinPolygon(polygon, UV(u, v)), holdsExactly(polygon, u, v))
                     << u << " " << v;
     }
 }
@@ -132,7 +132,7 @@ TEST(PointInOutline, RoundsEachOperationAsThePlainWayDoes) {
             const UV& b = polygon[static_cast<std::size_t>(n + 1) % polygon.size()];
             const UV on = a + (b - a) * rng.uniform(0.0, 1.0);
             const UV point(on[0] * (1.0 + rng.integer(-4, 4) * 0x1p-52), on[1]);
-            EXPECT_EQ(detail::pointWithinPolygon(polygon, point),
+            EXPECT_EQ(quarn::detail::pointWithinPolygon(polygon, point),
                       plainPointWithinOutline(polygon, point[0], point[1]));
         }
     }
@@ -145,6 +145,7 @@ TEST(PointInOutline, GivesThePlainAnswerForNumbersOfEveryKind) {
         Polygon polygon;
         for (int n = rng.integer(1, 6); n > 0; --n) polygon.push_back(wildPoint<2>(rng));
         const UV point = rng.coin() ? wildPoint<2>(rng) : polygon.front();
-        EXPECT_EQ(detail::pointWithinPolygon(polygon, point), plainPointWithinOutline(polygon, point[0], point[1]));
+        EXPECT_EQ(quarn::detail::pointWithinPolygon(polygon, point),
+                  plainPointWithinOutline(polygon, point[0], point[1]));
     }
 }

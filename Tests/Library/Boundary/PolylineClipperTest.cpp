@@ -50,7 +50,7 @@ UVLine anyLine(const UVLine& outline, Rng& rng) {
 
 }  // namespace
 
-TEST(detail::PolylineClipper, GivesOneEmptyPieceForAnEmptyLineAndKeepsEarlierPieces) {
+TEST(PolylineClipper, GivesOneEmptyPieceForAnEmptyLineAndKeepsEarlierPieces) {
     EXPECT_EQ(clipped(rectangleUV({0.0, 0.0}, {1.0, 1.0}), {}), std::vector<UVLine>(1));
     EXPECT_EQ(clipped({}, {{0.5, 0.5}, {0.6, 0.5}}), std::vector<UVLine>(1));
 
@@ -59,7 +59,7 @@ TEST(detail::PolylineClipper, GivesOneEmptyPieceForAnEmptyLineAndKeepsEarlierPie
     EXPECT_EQ(pieces, (std::vector<UVLine>{{{7.0, 7.0}}, {{0.5, 0.5}}}));
 }
 
-TEST(detail::PolylineClipper, TakesTheFirstSegmentThatIsCrossedNotTheNearest) {
+TEST(PolylineClipper, TakesTheFirstSegmentThatIsCrossedNotTheNearest) {
     // Three walls are crossed on the way out; the first in the list is the farthest.
     const UVLine folded = {{0.7, 0.0}, {0.7, 1.0}, {0.65, 1.0}, {0.65, 0.0},
                            {0.6, 0.0}, {0.6, 1.0}, {0.0, 1.0},  {0.0, 0.0}};
@@ -68,7 +68,7 @@ TEST(detail::PolylineClipper, TakesTheFirstSegmentThatIsCrossedNotTheNearest) {
     EXPECT_NEAR(pieces[0].back()[0], 0.7, 1e-15);
 }
 
-TEST(detail::PolylineClipper, CutsAnyLineAsThePlainWayDoes) {
+TEST(PolylineClipper, CutsAnyLineAsThePlainWayDoes) {
     std::size_t cuts = 0;
     for (int i = 0; i < 30000; ++i) {
         Rng rng(i);
@@ -82,7 +82,7 @@ TEST(detail::PolylineClipper, CutsAnyLineAsThePlainWayDoes) {
     EXPECT_GT(cuts, 10000U);
 }
 
-TEST(detail::PolylineClipper, CutsLinesOfSpecialNumbersAsThePlainWayDoes) {
+TEST(PolylineClipper, CutsLinesOfSpecialNumbersAsThePlainWayDoes) {
     for (int i = 0; i < 20000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

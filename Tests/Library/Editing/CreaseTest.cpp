@@ -20,7 +20,7 @@ Mesh roof() {
     });
 }
 
-quarn::Crease creaseOf(const Mesh& mesh) {
+quarn::detail::Crease creaseOf(const Mesh& mesh) {
     std::vector<const Triangle*> pointers;
     for (const Triangle& triangle : mesh) pointers.push_back(&triangle);
     return quarn::detail::sharpestCrease(pointers);
@@ -29,7 +29,7 @@ quarn::Crease creaseOf(const Mesh& mesh) {
 ::testing::AssertionResult hasPlainCrease(const Mesh& mesh) {
     std::vector<const Triangle*> pointers;
     for (const Triangle& triangle : mesh) pointers.push_back(&triangle);
-    const quarn::Crease crease = quarn::detail::sharpestCrease(pointers);
+    const quarn::detail::Crease crease = quarn::detail::sharpestCrease(pointers);
     const auto [first, second] = plainCrease(pointers);
     return sameBits(std::vector<Point3>{crease.first, crease.second}, std::vector<Point3>{first, second});
 }
@@ -53,14 +53,14 @@ TEST(Crease, IsTheEdgeWithTheGreatestAngleBetweenNormals) {
     const Triangle middle = wholeTriangle(a, b, c);
     const Triangle shallow = wholeTriangle(b, a, {0.0, 0.1, 0.5});
     const Triangle steep = wholeTriangle(c, b, {2.0, 5.0, 2.0});
-    const quarn::Crease crease = creaseOf({middle, shallow, steep});
+    const quarn::detail::Crease crease = creaseOf({middle, shallow, steep});
     EXPECT_EQ(crease.first, b);
     EXPECT_EQ(crease.second, c);
 }
 
 TEST(Crease, OfEqualAnglesIsThatOfTheEarliestPairInItsFirstTrianglesOrder) {
     const Mesh mesh = flatGrid({2, 1});
-    const quarn::Crease crease = creaseOf(mesh);
+    const quarn::detail::Crease crease = creaseOf(mesh);
     // Triangles 0 and 1 share corners 0 and 2 of the first.
     EXPECT_EQ(crease.first, mesh[0].vertices[0].position);
     EXPECT_EQ(crease.second, mesh[0].vertices[2].position);
@@ -81,16 +81,16 @@ TEST(Crease, ACornerHeldTwiceCountsTwice) {
     const Point3 p(1.0, 0.0, 0.0);
     const Triangle twice = wholeTriangle(p, p, {3.0, 0.0, 0.0});
     const Triangle other = wholeTriangle({0.0, 0.0, 4.0}, p, {0.0, 0.0, 5.0});
-    const quarn::Crease crease = creaseOf({twice, other});
+    const quarn::detail::Crease crease = creaseOf({twice, other});
     EXPECT_EQ(crease.first, p);
     EXPECT_EQ(crease.second, p);
-    EXPECT_EQ(quarn::closestOn(crease, {0.0, 0.0, 0.0}), p);
+    EXPECT_EQ(quarn::detail::closestOn(crease, {0.0, 0.0, 0.0}), p);
 }
 
 TEST(Crease, ATriangleWithOneCornerThatIsNoNumberSharesAnEdgeWithItself) {
     const Point3 a(1.0, 0.0, 0.0);
     const Point3 b(2.0, 0.0, 0.0);
-    const quarn::Crease crease = creaseOf({wholeTriangle(a, {std::nan(""), 0.0, 0.0}, b)});
+    const quarn::detail::Crease crease = creaseOf({wholeTriangle(a, {std::nan(""), 0.0, 0.0}, b)});
     EXPECT_EQ(crease.first, a);
     EXPECT_EQ(crease.second, b);
 }
@@ -110,11 +110,11 @@ TEST(Crease, IsThatOfThePlainWay) {
 }
 
 TEST(Crease, ClosestPositionIsClampedToItsEnds) {
-    const quarn::Crease crease = {{1.0, 0.0, 0.0}, {3.0, 0.0, 0.0}};
-    EXPECT_EQ(quarn::closestOn(crease, {2.5, 7.0, 0.0}), Point3(2.5, 0.0, 0.0));
-    EXPECT_EQ(quarn::closestOn(crease, {0.5, 7.0, 0.0}), crease.first);
-    EXPECT_EQ(quarn::closestOn(crease, {3.5, 7.0, 0.0}), crease.second);
-    EXPECT_EQ(quarn::closestOn(crease, {std::nan(""), 0.0, 0.0}), crease.first);
+    const quarn::detail::Crease crease = {{1.0, 0.0, 0.0}, {3.0, 0.0, 0.0}};
+    EXPECT_EQ(quarn::detail::closestOn(crease, {2.5, 7.0, 0.0}), Point3(2.5, 0.0, 0.0));
+    EXPECT_EQ(quarn::detail::closestOn(crease, {0.5, 7.0, 0.0}), crease.first);
+    EXPECT_EQ(quarn::detail::closestOn(crease, {3.5, 7.0, 0.0}), crease.second);
+    EXPECT_EQ(quarn::detail::closestOn(crease, {std::nan(""), 0.0, 0.0}), crease.first);
 }
 
 TEST(MeshSnapping, PullsAPositionNearTheRidgeOntoIt) {

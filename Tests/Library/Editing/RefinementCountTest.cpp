@@ -24,17 +24,17 @@ TEST(RefinementCount, IsThatOfThePlainPieces) {
         const Mesh mesh = soup(rng, 5);
         const double bound = rng.uniform(0.02, 0.5);
         const std::uint64_t count = plainRefine(mesh, bound).pieces.size();
-        ASSERT_EQ(detail::countRefinedTriangles(mesh, bound, kAny), count);
+        ASSERT_EQ(quarn::detail::countRefinedTriangles(mesh, bound, kAny), count);
         const auto most = static_cast<std::uint64_t>(rng.integer(0, 40));
-        ASSERT_EQ(detail::countRefinedTriangles(mesh, bound, most), std::min(most, count));
+        ASSERT_EQ(quarn::detail::countRefinedTriangles(mesh, bound, most), std::min(most, count));
     }
 }
 
 TEST(RefinementCount, EndsAtOnceWhereThereWouldBeTooMany) {
-    EXPECT_EQ(detail::countRefinedTriangles(flatGrid({2, 2}), 1e-12, 1000), 1000U);
+    EXPECT_EQ(quarn::detail::countRefinedTriangles(flatGrid({2, 2}), 1e-12, 1000), 1000U);
 }
 
 TEST(RefinementCount, OfNothingIsNothing) {
-    EXPECT_EQ(detail::countRefinedTriangles({}, 1.0, kAny), 0U);
-    EXPECT_EQ(detail::countRefinedTriangles(flatGrid({2, 2}), 100.0, kAny), 8U);
+    EXPECT_EQ(quarn::detail::countRefinedTriangles({}, 1.0, kAny), 0U);
+    EXPECT_EQ(quarn::detail::countRefinedTriangles(flatGrid({2, 2}), 100.0, kAny), 8U);
 }

@@ -74,31 +74,31 @@ Triangle flatTriangle(double scale, double x) {
 }  // namespace
 
 TEST(RefinementTermination, IsSureForOrdinaryMeshesAndBounds) {
-    EXPECT_TRUE(detail::refinementTerminates({}, 0.0));
-    EXPECT_TRUE(detail::refinementTerminates({}, -1.0));
+    EXPECT_TRUE(quarn::detail::refinementTerminates({}, 0.0));
+    EXPECT_TRUE(quarn::detail::refinementTerminates({}, -1.0));
     for (const double bound : {1e-9, 0.01, 1.0, 1e9, kInfinity, std::nan("")})
-        EXPECT_TRUE(detail::refinementTerminates(wave({4, 4}), bound)) << bound;
+        EXPECT_TRUE(quarn::detail::refinementTerminates(wave({4, 4}), bound)) << bound;
 }
 
 TEST(RefinementTermination, IsNotSureForABoundOfZeroOrBelow) {
     for (const double bound : {0.0, -0.0, -1.0, -kInfinity})
-        EXPECT_FALSE(detail::refinementTerminates(wave({4, 4}), bound)) << bound;
+        EXPECT_FALSE(quarn::detail::refinementTerminates(wave({4, 4}), bound)) << bound;
 }
 
 TEST(RefinementTermination, OfOneTriangleThatDoesNotEndIsNotSureForAll) {
     Mesh mesh = flatGrid({2, 2});
-    EXPECT_TRUE(detail::refinementTerminates(mesh, 0.5));
+    EXPECT_TRUE(quarn::detail::refinementTerminates(mesh, 0.5));
     mesh[3].vertices[1].position[0] = kInfinity;
-    EXPECT_FALSE(detail::refinementTerminates(mesh, 0.5));
-    EXPECT_TRUE(detail::refinementTerminates(mesh, kInfinity));
+    EXPECT_FALSE(quarn::detail::refinementTerminates(mesh, 0.5));
+    EXPECT_TRUE(quarn::detail::refinementTerminates(mesh, kInfinity));
 }
 
 TEST(RefinementTermination, IsNotSureWhereHalvingReachesNeighbouringNumbers) {
     // Neighbours of 1e15 are an eighth apart.
     const Triangle triangle = flatTriangle(1.0, 1e15);
-    EXPECT_FALSE(detail::refinementTerminates({triangle}, 0.1));
+    EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 0.1));
     EXPECT_FALSE(plainRefine({triangle}, 0.1, 100'000).hasEnded);
-    EXPECT_TRUE(detail::refinementTerminates({flatTriangle(10.0, 1e15)}, 5.0));
+    EXPECT_TRUE(quarn::detail::refinementTerminates({flatTriangle(10.0, 1e15)}, 5.0));
     EXPECT_TRUE(plainRefine({flatTriangle(10.0, 1e15)}, 5.0, 100'000).hasEnded);
 }
 
@@ -108,8 +108,8 @@ TEST(RefinementTermination, IsNotSureWhicheverEdgeIsTheLongOne) {
     const Point3 c(1e15 + 0.5, 0.0, 0.0);
     for (const Triangle& triangle :
          {wholeTriangle(a, b, c), wholeTriangle(c, a, b), wholeTriangle(b, c, a)}) {
-        EXPECT_FALSE(detail::refinementTerminates({triangle}, 0.6));
-        EXPECT_TRUE(detail::refinementTerminates({triangle}, 1.0));
+        EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 0.6));
+        EXPECT_TRUE(quarn::detail::refinementTerminates({triangle}, 1.0));
     }
 }
 
@@ -117,25 +117,25 @@ TEST(RefinementTermination, IsNotSureWhereLengthsOverflow) {
     // The squares of edges above 1.4e154 are infinite, and so longer than any bound, however far they are halved; at
     // 1e200 neighbouring numbers are 1e184 apart.
     const Triangle triangle = flatTriangle(1e198, 1e200);
-    EXPECT_FALSE(detail::refinementTerminates({triangle}, 1e197));
+    EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 1e197));
     EXPECT_FALSE(plainRefine({triangle}, 1e197, 100'000).hasEnded);
-    EXPECT_FALSE(detail::refinementTerminates({flatTriangle(1e301, 1e307)}, 1e300));
-    EXPECT_TRUE(detail::refinementTerminates({triangle}, kInfinity));
+    EXPECT_FALSE(quarn::detail::refinementTerminates({flatTriangle(1e301, 1e307)}, 1e300));
+    EXPECT_TRUE(quarn::detail::refinementTerminates({triangle}, kInfinity));
 }
 
 TEST(RefinementTermination, IsNotSureWhereTheSearchForTheOutlineIsNot) {
     Mesh mesh = flatGrid({2, 2});
     mesh[5].vertices[2].uv[0] = std::nan("");
-    EXPECT_FALSE(detail::refinementTerminates(mesh, 0.5));
-    EXPECT_FALSE(detail::refinementTerminates(mesh, 100.0));
+    EXPECT_FALSE(quarn::detail::refinementTerminates(mesh, 0.5));
+    EXPECT_FALSE(quarn::detail::refinementTerminates(mesh, 100.0));
 }
 
 TEST(RefinementTermination, IsNotSureWhereMiddlesOfUVsAreNoNumbers) {
     Triangle triangle = flatTriangle(1.0, 0.0);
     for (const double uv : {kInfinity, std::numeric_limits<double>::max()}) {
         triangle.vertices[0].uv[1] = uv;
-        EXPECT_FALSE(detail::refinementTerminates({triangle}, 0.5)) << uv;
-        EXPECT_TRUE(detail::refinementTerminates({triangle}, 2.0)) << uv;
+        EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 0.5)) << uv;
+        EXPECT_TRUE(quarn::detail::refinementTerminates({triangle}, 2.0)) << uv;
     }
 }
 
@@ -151,7 +151,7 @@ TEST(RefinementTermination, HoldsForTheSearchForTheOutlineOfThePieces) {
                     if (rng.integer(0, 3) == 0) corner.uv[k] = rng.coin() ? large : -large;
         // Half of the meshes are cut.
         const double bound = rng.coin() ? 1.0 : 3.0;
-        if (!detail::refinementTerminates(mesh, bound)) continue;
+        if (!quarn::detail::refinementTerminates(mesh, bound)) continue;
         ASSERT_TRUE(PlainOutline(plainRefine(mesh, bound).pieces, 10'000).hasEnded);
     }
 }
@@ -166,7 +166,7 @@ TEST(RefinementTermination, HoldsForThePlainWayOverSmallPieces) {
         const double distance = bound * std::abs(rng.spread(-3, 52));
         const Triangle triangle =
             sliverAt(rng.point(-distance, distance), bound * rng.uniform(0.5, 8.0), rng);
-        if (!detail::refinementTerminates({triangle}, bound)) continue;
+        if (!quarn::detail::refinementTerminates({triangle}, bound)) continue;
         ++ended;
         ASSERT_TRUE(plainRefine({triangle}, bound, 20'000).hasEnded) << bound;
     }
@@ -185,10 +185,10 @@ TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
         double refused = 0.0;
         for (int step = 0; step < 100; ++step) {
             const double middle = refused + (allowed - refused) * 0.5;
-            (detail::refinementTerminates({triangle}, middle) ? allowed : refused) = middle;
+            (quarn::detail::refinementTerminates({triangle}, middle) ? allowed : refused) = middle;
         }
         if (!(allowed > 0.0)) continue;
-        ASSERT_TRUE(detail::refinementTerminates({triangle}, allowed));
+        ASSERT_TRUE(quarn::detail::refinementTerminates({triangle}, allowed));
         ASSERT_TRUE(endsAlongPaths(triangle, allowed, rng)) << allowed;
     }
 }
@@ -206,7 +206,7 @@ TEST(RefinementTermination, HoldsAlongPathsOverAnyTriangleAndBound) {
                 isWild ? wildPoint<3>(rng) : rng.spreadPoint(std::max(exponent - 60, -1074), exponent);
         const double bound =
             std::abs(rng.coin() ? rng.spread(std::max(exponent - 60, -1074), exponent) : wildNumber(rng));
-        if (!detail::refinementTerminates({triangle}, bound)) continue;
+        if (!quarn::detail::refinementTerminates({triangle}, bound)) continue;
         cut += longEdges(triangle, bound) != 0 ? 1 : 0;
         ASSERT_TRUE(endsAlongPaths(triangle, bound, rng)) << bound;
     }
@@ -221,7 +221,7 @@ TEST(RefinementTermination, HoldsWhereSquaresOfLengthsFallShortOfTheLeastNumber)
         const Triangle triangle = sliverAt(rng.point(-size, size), size, rng);
         const double bound =
             rng.coin() ? std::ldexp(1.0, rng.integer(-1074, -530)) : size * rng.uniform(0.1, 1.0);
-        if (!detail::refinementTerminates({triangle}, bound)) continue;
+        if (!quarn::detail::refinementTerminates({triangle}, bound)) continue;
         ASSERT_TRUE(endsAlongPaths(triangle, bound, rng)) << bound;
     }
 }

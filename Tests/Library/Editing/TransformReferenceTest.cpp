@@ -70,7 +70,7 @@ TEST(MeshTransformReference, MovesInARowAddUp) {
     }
 }
 
-TEST(detail::RigidTransform, MovesPositionsOfAnyNumbersAsThePlainWayDoes) {
+TEST(RigidTransform, MovesPositionsOfAnyNumbersAsThePlainWayDoes) {
     for (int i = 0; i < 50000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -83,7 +83,7 @@ TEST(detail::RigidTransform, MovesPositionsOfAnyNumbersAsThePlainWayDoes) {
     }
 }
 
-TEST(detail::RigidTransform, AnAngleThatIsNotFiniteMakesEveryCoordinateNaN) {
+TEST(RigidTransform, AnAngleThatIsNotFiniteMakesEveryCoordinateNaN) {
     for (const double angle : {std::nan(""), std::numeric_limits<double>::infinity()}) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             Point3 rotation;

@@ -20,11 +20,11 @@ Point2 keyOf(int i) {
     return {static_cast<double>(i), 0.5};
 }
 
-void add(detail::MappingCache& cache, int i) {
+void add(quarn::detail::MappingCache& cache, int i) {
     cache.add({keyOf(i), Point3(i, 0.0, 0.0), State::OnScreen});
 }
 
-void fill(detail::MappingCache& cache, int count) {
+void fill(quarn::detail::MappingCache& cache, int count) {
     for (int i = 0; i < count; ++i) add(cache, i);
 }
 
@@ -33,7 +33,7 @@ template <class Make>
 std::vector<int> keysHeld(Make make, int bound) {
     std::vector<int> held;
     for (int i = 0; i < bound; ++i) {
-        detail::MappingCache cache;
+        quarn::detail::MappingCache cache;
         make(cache);
         if (cache.find(keyOf(i))) held.push_back(i);
     }
@@ -71,13 +71,13 @@ Point2 anyKey(Rng& rng, int variety) {
 
 }  // namespace
 
-TEST(detail::MappingCache, EmptyCacheFindsNothing) {
-    detail::MappingCache cache;
+TEST(MappingCache, EmptyCacheFindsNothing) {
+    quarn::detail::MappingCache cache;
     EXPECT_FALSE(cache.find({0.0, 0.0}));
 }
 
-TEST(detail::MappingCache, GivesBackACopyOfTheWholeEntry) {
-    detail::MappingCache cache;
+TEST(MappingCache, GivesBackACopyOfTheWholeEntry) {
+    quarn::detail::MappingCache cache;
     cache.add({{0.25, 0.5}, {1.0, 2.0, 3.0}, State::Extrapolated});
     const auto found = cache.find({0.25, 0.5});
     ASSERT_TRUE(found);
@@ -86,8 +86,8 @@ TEST(detail::MappingCache, GivesBackACopyOfTheWholeEntry) {
     EXPECT_EQ(found->state, State::Extrapolated);
 }
 
-TEST(detail::MappingCache, KeysAreExactInBothCoordinates) {
-    detail::MappingCache cache;
+TEST(MappingCache, KeysAreExactInBothCoordinates) {
+    quarn::detail::MappingCache cache;
     cache.add({{0.25, 0.5}, {}, State::OnScreen});
     EXPECT_FALSE(cache.find({std::nextafter(0.25, 1.0), 0.5}));
     EXPECT_FALSE(cache.find({0.25, std::nextafter(0.5, 0.0)}));
@@ -97,8 +97,8 @@ TEST(detail::MappingCache, KeysAreExactInBothCoordinates) {
     EXPECT_TRUE(sameBits(cache.find({std::nextafter(0.25, 1.0), 0.5})->point, Point3(1.0, 0.0, 0.0)));
 }
 
-TEST(detail::MappingCache, ZerosOfBothSignsAreOneKeyAndNaNIsNone) {
-    detail::MappingCache cache;
+TEST(MappingCache, ZerosOfBothSignsAreOneKeyAndNaNIsNone) {
+    quarn::detail::MappingCache cache;
     cache.add({{0.0, -0.0}, {}, State::OnScreen});
     EXPECT_TRUE(cache.find({-0.0, 0.0}));
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -108,18 +108,20 @@ TEST(detail::MappingCache, ZerosOfBothSignsAreOneKeyAndNaNIsNone) {
     }
 }
 
-TEST(detail::MappingCache, HoldsTwentyEntries) {
-    EXPECT_EQ(keysHeld([](detail::MappingCache& cache) { fill(cache, kCapacity); }, 30), rangeWithout(0, 20, -1));
+TEST(MappingCache, HoldsTwentyEntries) {
+    EXPECT_EQ(keysHeld([](quarn::detail::MappingCache& cache) { fill(cache, kCapacity); }, 30),
+              rangeWithout(0, 20, -1));
 }
 
-TEST(detail::MappingCache, TwentyFirstEntryReplacesTheFirst) {
-    EXPECT_EQ(keysHeld([](detail::MappingCache& cache) { fill(cache, kCapacity + 1); }, 30), rangeWithout(1, 21, -1));
+TEST(MappingCache, TwentyFirstEntryReplacesTheFirst) {
+    EXPECT_EQ(keysHeld([](quarn::detail::MappingCache& cache) { fill(cache, kCapacity + 1); }, 30),
+              rangeWithout(1, 21, -1));
 }
 
-TEST(detail::MappingCache, EntryBehindTheLastHitIsReplaced) {
+TEST(MappingCache, EntryBehindTheLastHitIsReplaced) {
     for (int hit = 0; hit < kCapacity; ++hit) {
         SCOPED_TRACE(hit);
-        const auto make = [hit](detail::MappingCache& cache) {
+        const auto make = [hit](quarn::detail::MappingCache& cache) {
             fill(cache, kCapacity);
             EXPECT_TRUE(cache.find(keyOf(hit)));
             EXPECT_FALSE(cache.find(keyOf(99))) << "a miss does not move the cursor";
@@ -129,8 +131,8 @@ TEST(detail::MappingCache, EntryBehindTheLastHitIsReplaced) {
     }
 }
 
-TEST(detail::MappingCache, HitInACacheThatIsNotFullReplacesNothing) {
-    const auto make = [](detail::MappingCache& cache) {
+TEST(MappingCache, HitInACacheThatIsNotFullReplacesNothing) {
+    const auto make = [](quarn::detail::MappingCache& cache) {
         fill(cache, 5);
         EXPECT_TRUE(cache.find(keyOf(1)));
         add(cache, 5);
@@ -140,9 +142,9 @@ TEST(detail::MappingCache, HitInACacheThatIsNotFullReplacesNothing) {
 }
 
 // The search goes from the cursor to the end, then from the beginning on.
-TEST(detail::MappingCache, OfEqualKeysTheFirstFromTheCursorOnIsFound) {
+TEST(MappingCache, OfEqualKeysTheFirstFromTheCursorOnIsFound) {
     const auto foundAfterHitOf = [](int hit) {
-        detail::MappingCache cache;
+        quarn::detail::MappingCache cache;
         for (int i = 0; i < 10; ++i)
             cache.add(
                 {i == 2 || i == 6 ? Point2(-1.0, -1.0) : keyOf(i), Point3(i, 0.0, 0.0), State::OnScreen});
@@ -157,21 +159,21 @@ TEST(detail::MappingCache, OfEqualKeysTheFirstFromTheCursorOnIsFound) {
     EXPECT_EQ(foundAfterHitOf(9), 2.0);
 }
 
-TEST(detail::MappingCache, EntryJustWrittenIsFoundBeforeOlderOnesOfItsKey) {
-    detail::MappingCache cache;
+TEST(MappingCache, EntryJustWrittenIsFoundBeforeOlderOnesOfItsKey) {
+    quarn::detail::MappingCache cache;
     for (int i = 0; i < 45; ++i) {
         cache.add({{0.0, 0.0}, Point3(i, 0.0, 0.0), State::OutOfBounds});
         EXPECT_EQ(cache.find({0.0, 0.0})->point[0], i);
     }
 }
 
-TEST(detail::MappingCache, AnswersOfTheLiteralRingOverLongSequences) {
+TEST(MappingCache, AnswersOfTheLiteralRingOverLongSequences) {
     int hits = 0;
     int misses = 0;
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        detail::MappingCache cache;
+        quarn::detail::MappingCache cache;
         PlainMappingCache plain;
         const int variety = rng.integer(2, 40);
         for (int step = 0; step < 2000; ++step) {

@@ -24,7 +24,7 @@ void compareWithPlainWay(int keep, const Points& points) {
     SCOPED_TRACE(::testing::Message() << points.size() << " positions, " << keep << " kept");
     Points kept = points;
     Points expected = points;
-    const Point3 mean = detail::filterOutliersAndAverage(keep, kept);
+    const Point3 mean = quarn::detail::filterOutliersAndAverage(keep, kept);
     EXPECT_TRUE(sameBits(mean, plainFilterOutliers(keep, expected)));
     EXPECT_TRUE(sameBits(kept, expected));
 }
@@ -55,11 +55,11 @@ Points alongX(const std::vector<double>& xs) {
 TEST(OutlierFilter, MeanOfNothingIsNaN) {
     Points points;
     for (const int keep : {0, 1, 15}) {
-        const Point3 mean = detail::filterOutliersAndAverage(keep, points);
+        const Point3 mean = quarn::detail::filterOutliersAndAverage(keep, points);
         for (std::size_t i = 0; i < 3; ++i) EXPECT_TRUE(std::isnan(mean[i]));
     }
     points = alongX({1.0, 2.0});
-    EXPECT_TRUE(std::isnan(detail::filterOutliersAndAverage(0, points)[0]));
+    EXPECT_TRUE(std::isnan(quarn::detail::filterOutliersAndAverage(0, points)[0]));
     EXPECT_TRUE(points.empty());
 }
 
@@ -67,7 +67,7 @@ TEST(OutlierFilter, WhereNoneHasToGoTheOrderStays) {
     const Points given = alongX({8.0, 1.0, 3.0});
     for (const int keep : {3, 4, 100}) {
         Points points = given;
-        EXPECT_TRUE(sameBits(detail::filterOutliersAndAverage(keep, points), Point3(4.0, 0.0, 0.0)));
+        EXPECT_TRUE(sameBits(quarn::detail::filterOutliersAndAverage(keep, points), Point3(4.0, 0.0, 0.0)));
         EXPECT_TRUE(sameBits(points, given));
     }
 }
@@ -75,20 +75,20 @@ TEST(OutlierFilter, WhereNoneHasToGoTheOrderStays) {
 // About 6.5 the 16 is the farthest, then about 10/3 the 9, which was the nearest at first.
 TEST(OutlierFilter, MeanIsTakenAnewForEachThatGoes) {
     Points points = alongX({16.0, 0.0, 9.0, 1.0});
-    EXPECT_TRUE(sameBits(detail::filterOutliersAndAverage(2, points), Point3(0.5, 0.0, 0.0)));
+    EXPECT_TRUE(sameBits(quarn::detail::filterOutliersAndAverage(2, points), Point3(0.5, 0.0, 0.0)));
     EXPECT_TRUE(sameBits(points, alongX({1.0, 0.0})));
 }
 
 TEST(OutlierFilter, OfTwoPositionsTheLaterOneGoes) {
     Points points = alongX({8.0, 2.0});
-    EXPECT_TRUE(sameBits(detail::filterOutliersAndAverage(1, points), Point3(8.0, 0.0, 0.0)));
+    EXPECT_TRUE(sameBits(quarn::detail::filterOutliersAndAverage(1, points), Point3(8.0, 0.0, 0.0)));
     points = alongX({2.0, 8.0});
-    EXPECT_TRUE(sameBits(detail::filterOutliersAndAverage(1, points), Point3(2.0, 0.0, 0.0)));
+    EXPECT_TRUE(sameBits(quarn::detail::filterOutliersAndAverage(1, points), Point3(2.0, 0.0, 0.0)));
 }
 
 TEST(OutlierFilter, PositionsGoHoweverCloseTheyAre) {
     Points points(20, Point3(0.5, -0.25, 2.0));
-    EXPECT_TRUE(sameBits(detail::filterOutliersAndAverage(8, points), Point3(0.5, -0.25, 2.0)));
+    EXPECT_TRUE(sameBits(quarn::detail::filterOutliersAndAverage(8, points), Point3(0.5, -0.25, 2.0)));
     EXPECT_EQ(points.size(), 8U);
 }
 
@@ -127,8 +127,8 @@ TEST(OutlierFilter, PositionsThatAreNotFinite) {
 
 TEST(OutlierFilter, PositionThatIsNoNumberGoesOnlyWhenItComesLast) {
     Points points = alongX({1.0, std::nan(""), 3.0, 5.0});
-    const Point3 mean = detail::filterOutliersAndAverage(1, points);
+    const Point3 mean = quarn::detail::filterOutliersAndAverage(1, points);
     EXPECT_EQ(mean[0], 1.0);
     points = alongX({std::nan(""), 1.0, 3.0, 5.0});
-    EXPECT_TRUE(std::isnan(detail::filterOutliersAndAverage(1, points)[0]));
+    EXPECT_TRUE(std::isnan(quarn::detail::filterOutliersAndAverage(1, points)[0]));
 }

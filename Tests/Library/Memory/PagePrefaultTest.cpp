@@ -15,32 +15,32 @@ namespace {
 constexpr std::size_t kMegabyte = std::size_t{1} << 20U;
 }
 
-TEST(detail::PagePrefault, ContentsStay) {
+TEST(PagePrefault, ContentsStay) {
     std::vector<unsigned char> memory(25 * kMegabyte, 7);
     detail::PagePrefault pages;
-    pages.offer(memory.data() + 3, memory.size() - 3);
-    runTogether(4, [&](int) { pages.populate(); });
+    pages.setRange(memory.data() + 3, memory.size() - 3);
+    runTogether(4, [&](int) { pages.prefault(); });
     EXPECT_EQ(std::count(memory.begin(), memory.end(), 7), static_cast<std::ptrdiff_t>(memory.size()));
 }
 
-TEST(detail::PagePrefault, ThreadsMayComeBeforeTheRangeAndAfterIt) {
+TEST(PagePrefault, ThreadsMayComeBeforeTheRangeAndAfterIt) {
     std::vector<unsigned char> memory(25 * kMegabyte, 7);
     detail::PagePrefault pages;
-    pages.populate();
+    pages.prefault();
     runTogether(4, [&](int i) {
-        if (i == 0) pages.offer(memory.data(), memory.size());
-        pages.populate();
+        if (i == 0) pages.setRange(memory.data(), memory.size());
+        pages.prefault();
     });
-    pages.populate();
+    pages.prefault();
     EXPECT_EQ(memory.back(), 7);
 }
 
-TEST(detail::PagePrefault, SmallRangesAreLeftAlone) {
+TEST(PagePrefault, SmallRangesAreLeftAlone) {
     std::vector<unsigned char> memory(10, 7);
     for (std::size_t size = 0; size <= memory.size(); ++size) {
         detail::PagePrefault pages;
-        pages.offer(memory.data(), size);
-        pages.populate();
+        pages.setRange(memory.data(), size);
+        pages.prefault();
     }
     EXPECT_EQ(memory, std::vector<unsigned char>(10, 7));
 }

@@ -14,22 +14,23 @@ using quarn::detail::RayScene;
 
 namespace {
 
-constexpr detail::RayScene::Vector kOrigin = {0.3F, -1.0F, 0.1F};
-constexpr detail::RayScene::Vector kAlongY = {0.0F, 2.0F, 0.0F};
+constexpr quarn::detail::RayScene::Vector kOrigin = {0.3F, -1.0F, 0.1F};
+constexpr quarn::detail::RayScene::Vector kAlongY = {0.0F, 2.0F, 0.0F};
 
-std::optional<RayScene::Hit> firstHit(const detail::RayScene& scene, float nearest = 0.0F) {
+std::optional<quarn::detail::RayScene::Hit> firstHit(const quarn::detail::RayScene& scene,
+                                                     float nearest = 0.0F) {
     return scene.cast(kOrigin, kAlongY, nearest);
 }
 
 }  // namespace
 
-TEST(detail::RayScene, NewOneIsHitByNothing) {
-    const detail::RayScene scene;
+TEST(RayScene, NewOneIsHitByNothing) {
+    const quarn::detail::RayScene scene;
     EXPECT_FALSE(firstHit(scene));
 }
 
-TEST(detail::RayScene, HitHasTriangleDistanceAndParameters) {
-    detail::RayScene scene;
+TEST(RayScene, HitHasTriangleDistanceAndParameters) {
+    quarn::detail::RayScene scene;
     const Mesh mesh = sheetsAt({3.0, 1.0});
     scene.upload(mesh);
     const auto hit = firstHit(scene);
@@ -41,24 +42,25 @@ TEST(detail::RayScene, HitHasTriangleDistanceAndParameters) {
     EXPECT_LT(length(mesh[3].pointAt(hit->a, hit->b) - onRay(1.0)), 1e-6);
 }
 
-TEST(detail::RayScene, SearchBeginsAtTheGivenDistance) {
-    detail::RayScene scene;
+TEST(RayScene, SearchBeginsAtTheGivenDistance) {
+    quarn::detail::RayScene scene;
     scene.upload(sheetsAt({1.0, 3.0}));
     EXPECT_FLOAT_EQ(firstHit(scene, 0.999F)->distance, 1.0F);
     EXPECT_FLOAT_EQ(firstHit(scene, 1.001F)->distance, 2.0F);
     EXPECT_FALSE(firstHit(scene, 2.001F));
 }
 
-TEST(detail::RayScene, PositionIsWithinSinglePrecisionOfTheTriangle) {
+TEST(RayScene, PositionIsWithinSinglePrecisionOfTheTriangle) {
     for (int i = 0; i < 100; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = dome({20, 20});
-        detail::RayScene scene;
+        quarn::detail::RayScene scene;
         scene.upload(mesh);
         for (int ray = 0; ray < 20; ++ray) {
             const auto hit =
-                scene.cast({0.0F, 0.0F, 0.0F}, detail::RayScene::narrowed(anyOf(mesh, rng).pointAt(0.3, 0.4)), 0.0F);
+                scene.cast({0.0F, 0.0F, 0.0F},
+                           quarn::detail::RayScene::narrowed(anyOf(mesh, rng).pointAt(0.3, 0.4)), 0.0F);
             ASSERT_TRUE(hit);
             EXPECT_LT(length(mesh[hit->triangle].pointAt(hit->a, hit->b) - hit->position), 2e-6);
             EXPECT_NEAR(hit->distance, 1.0, 1e-5);
@@ -66,8 +68,8 @@ TEST(detail::RayScene, PositionIsWithinSinglePrecisionOfTheTriangle) {
     }
 }
 
-TEST(detail::RayScene, UploadOfNothingKeepsTheTriangles) {
-    detail::RayScene scene;
+TEST(RayScene, UploadOfNothingKeepsTheTriangles) {
+    quarn::detail::RayScene scene;
     scene.upload(Mesh());
     EXPECT_FALSE(firstHit(scene));
     scene.upload(sheetsAt({1.0}));
@@ -75,8 +77,8 @@ TEST(detail::RayScene, UploadOfNothingKeepsTheTriangles) {
     EXPECT_TRUE(firstHit(scene));
 }
 
-TEST(detail::RayScene, UploadReplacesTheTriangles) {
-    detail::RayScene scene;
+TEST(RayScene, UploadReplacesTheTriangles) {
+    quarn::detail::RayScene scene;
     scene.upload(sheetsAt({1.0, 2.0}));
     scene.upload(sheetsAt({3.0}));
     const auto hit = firstHit(scene);
@@ -85,11 +87,11 @@ TEST(detail::RayScene, UploadReplacesTheTriangles) {
     EXPECT_FLOAT_EQ(hit->distance, 2.0F);
 }
 
-TEST(detail::RayScene, TrianglesThatTheTracerCannotHoldAreNotHit) {
+TEST(RayScene, TrianglesThatTheTracerCannotHoldAreNotHit) {
     Mesh mesh = sheetsAt({1.0, 3.0});
     for (const double number : {1e39, std::nan(""), 1e300, -1e30}) {
         for (std::size_t i = 0; i < 2; ++i) mesh[i].vertices[0].position[1] = number;
-        detail::RayScene scene;
+        quarn::detail::RayScene scene;
         scene.upload(mesh);
         const auto hit = firstHit(scene);
         ASSERT_TRUE(hit) << number;
@@ -97,10 +99,10 @@ TEST(detail::RayScene, TrianglesThatTheTracerCannotHoldAreNotHit) {
     }
 }
 
-TEST(detail::RayScene, ScenesKnowNothingOfOneAnother) {
-    detail::RayScene first;
+TEST(RayScene, ScenesKnowNothingOfOneAnother) {
+    quarn::detail::RayScene first;
     first.upload(sheetsAt({1.0}));
-    detail::RayScene second;
+    quarn::detail::RayScene second;
     EXPECT_FALSE(firstHit(second));
     second.upload(sheetsAt({3.0}));
     EXPECT_FLOAT_EQ(firstHit(first)->distance, 1.0F);
@@ -108,16 +110,16 @@ TEST(detail::RayScene, ScenesKnowNothingOfOneAnother) {
 }
 
 // The first scene opens the tracer and the last one closes it, whichever they are.
-TEST(detail::RayScene, ScenesEndInAnyOrder) {
+TEST(RayScene, ScenesEndInAnyOrder) {
     for (int i = 0; i < 200; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        std::vector<std::unique_ptr<RayScene>> scenes;
+        std::vector<std::unique_ptr<quarn::detail::RayScene>> scenes;
         for (int step = 0; step < 12; ++step) {
             if (!scenes.empty() && rng.integer(0, 2) == 0) {
                 scenes.erase(scenes.begin() + rng.integer(0, static_cast<int>(scenes.size()) - 1));
             } else {
-                scenes.push_back(std::make_unique<RayScene>());
+                scenes.push_back(std::make_unique<quarn::detail::RayScene>());
                 if (rng.coin()) scenes.back()->upload(sheetsAt({1.0}));
             }
         }

@@ -21,13 +21,13 @@ std::vector<Triangle> trianglesWithUV(const Point<double, 2>& uv) {
 }  // namespace
 
 TEST(VaryingUV, IsNotThatOfAnEmptyList) {
-    EXPECT_FALSE(detail::hasVaryingUV({}));
+    EXPECT_FALSE(quarn::detail::hasVaryingUV({}));
 }
 
 TEST(VaryingUV, IsNotThatOfEqualUVs) {
-    EXPECT_FALSE(detail::hasVaryingUV(trianglesWithUV(kNoUV)));
-    EXPECT_FALSE(detail::hasVaryingUV(trianglesWithUV({0.25, 0.75})));
-    EXPECT_FALSE(detail::hasVaryingUV(trianglesWithUV({0.0, 0.0})));
+    EXPECT_FALSE(quarn::detail::hasVaryingUV(trianglesWithUV(kNoUV)));
+    EXPECT_FALSE(quarn::detail::hasVaryingUV(trianglesWithUV({0.25, 0.75})));
+    EXPECT_FALSE(quarn::detail::hasVaryingUV(trianglesWithUV({0.0, 0.0})));
 }
 
 TEST(VaryingUV, IsThatOfOneCornerThatDiffersInOneCoordinate) {
@@ -38,7 +38,7 @@ TEST(VaryingUV, IsThatOfOneCornerThatDiffersInOneCoordinate) {
                 SCOPED_TRACE(corner);
                 std::vector<Triangle> triangles = trianglesWithUV({0.25, 0.75});
                 triangles[triangle].vertices[corner].uv[i] = 0.5;
-                EXPECT_TRUE(detail::hasVaryingUV(triangles));
+                EXPECT_TRUE(quarn::detail::hasVaryingUV(triangles));
             }
         }
     }
@@ -47,6 +47,7 @@ TEST(VaryingUV, IsThatOfOneCornerThatDiffersInOneCoordinate) {
 TEST(VaryingUV, TakesBothZerosForOneNumberAndNaNForNone) {
     std::vector<Triangle> triangles = trianglesWithUV({0.0, 0.0});
     triangles[1].vertices[1].uv = {-0.0, -0.0};
-    EXPECT_FALSE(detail::hasVaryingUV(triangles));
-    EXPECT_TRUE(detail::hasVaryingUV(trianglesWithUV({std::numeric_limits<double>::quiet_NaN(), 0.0})));
+    EXPECT_FALSE(quarn::detail::hasVaryingUV(triangles));
+    EXPECT_TRUE(
+        quarn::detail::hasVaryingUV(trianglesWithUV({std::numeric_limits<double>::quiet_NaN(), 0.0})));
 }

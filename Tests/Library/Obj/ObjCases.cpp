@@ -26,7 +26,7 @@ template <std::size_t N>
     return ::testing::AssertionSuccess();
 }
 
-::testing::AssertionResult sameFaces(const std::vector<ObjFace>& a,
+::testing::AssertionResult sameFaces(const std::vector<detail::ObjFace>& a,
                                      const std::vector<std::array<PlainCorner, 3>>& b) {
     if (a.size() != b.size())
         return ::testing::AssertionFailure() << a.size() << " and " << b.size() << " faces";

@@ -71,7 +71,7 @@ TEST(ObjContinuations, LargeTextOfNothingButPairsIsBlanked) {
 
 TEST(ObjContinuations, ShortTextIsOneRangeWithoutItsLastByte) {
     for (const std::size_t size : {std::size_t{1}, std::size_t{2}, std::size_t{1000}, kMillion - 1}) {
-        const std::vector<ObjRange> ranges = detail::continuationRanges(size);
+        const std::vector<detail::ObjRange> ranges = detail::continuationRanges(size);
         ASSERT_EQ(ranges.size(), 1U);
         EXPECT_EQ(ranges[0].first, 0U);
         EXPECT_EQ(ranges[0].last, size - 1);
@@ -79,7 +79,7 @@ TEST(ObjContinuations, ShortTextIsOneRangeWithoutItsLastByte) {
 }
 
 TEST(ObjContinuations, EmptyTextIsOneEmptyRange) {
-    const std::vector<ObjRange> ranges = detail::continuationRanges(0);
+    const std::vector<detail::ObjRange> ranges = detail::continuationRanges(0);
     ASSERT_EQ(ranges.size(), 1U);
     EXPECT_EQ(ranges[0].first, ranges[0].last);
 }
@@ -88,7 +88,7 @@ TEST(ObjContinuations, RangesJoinWithoutGapUpToTheLastByte) {
     for (const std::size_t size :
          {kMillion, kMillion + 1, 105 * kMillion, 320 * kMillion + 7, std::size_t{2147483647}}) {
         SCOPED_TRACE(size);
-        const std::vector<ObjRange> ranges = detail::continuationRanges(size);
+        const std::vector<detail::ObjRange> ranges = detail::continuationRanges(size);
         std::size_t next = 0;
         for (const detail::ObjRange& range : ranges) {
             EXPECT_EQ(range.first, next);

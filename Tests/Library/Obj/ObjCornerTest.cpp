@@ -34,12 +34,12 @@ static void PrintTo(const PlainCorner& corner, std::ostream* out) {
 }
 }  // namespace quarn::test
 
-TEST(detail::ObjCorner, IndicesCountFromZero) {
+TEST(ObjCorner, IndicesCountFromZero) {
     EXPECT_EQ(scanned("1/2/3"), (PlainCorner{0, 1, 2}));
     EXPECT_EQ(scanned("100/20/7 5/5/5"), (PlainCorner{99, 19, 6}));
 }
 
-TEST(detail::ObjCorner, WhatIsNotGivenIsMinusOne) {
+TEST(ObjCorner, WhatIsNotGivenIsMinusOne) {
     EXPECT_EQ(scanned("4"), (PlainCorner{3, -1, -1}));
     EXPECT_EQ(scanned("4/5"), (PlainCorner{3, 4, -1}));
     EXPECT_EQ(scanned("4//5"), (PlainCorner{3, -1, 4}));
@@ -51,37 +51,37 @@ TEST(detail::ObjCorner, WhatIsNotGivenIsMinusOne) {
     EXPECT_EQ(scanned(""), (PlainCorner{-1, -1, -1}));
 }
 
-TEST(detail::ObjCorner, NegativeIndexReadsAsNoDigits) {
+TEST(ObjCorner, NegativeIndexReadsAsNoDigits) {
     EXPECT_EQ(scanned("-1/-1/-1"), (PlainCorner{-1, -1, -1}));
     EXPECT_EQ(scanned("1/-1/1"), (PlainCorner{0, -1, -1}));
     EXPECT_EQ(scanned("+1"), (PlainCorner{-1, -1, -1}));
 }
 
-TEST(detail::ObjCorner, BlanksAreSkippedBeforeEachNumber) {
+TEST(ObjCorner, BlanksAreSkippedBeforeEachNumber) {
     EXPECT_EQ(scanned("  7//8"), (PlainCorner{6, -1, 7}));
     EXPECT_EQ(scanned("7//  8"), (PlainCorner{6, -1, 7}));
     EXPECT_EQ(scanned("7/5/ 8"), (PlainCorner{6, 4, 7}));
     EXPECT_EQ(scanned("7 /5/8"), (PlainCorner{6, -1, -1}));
 }
 
-TEST(detail::ObjCorner, BlankBehindTheFirstSlashLosesTheNormal) {
+TEST(ObjCorner, BlankBehindTheFirstSlashLosesTheNormal) {
     EXPECT_EQ(scanned("7/ 5/8"), (PlainCorner{6, 4, -1}));
     EXPECT_EQ(scanned("7/ /8"), (PlainCorner{6, -1, -1}));
 }
 
-TEST(detail::ObjCorner, LineFeedIsNotPassed) {
+TEST(ObjCorner, LineFeedIsNotPassed) {
     EXPECT_EQ(scanned("7/\n5/8"), (PlainCorner{6, -1, -1}));
     EXPECT_EQ(scanned("7// \n5"), (PlainCorner{6, -1, -1}));
 }
 
-TEST(detail::ObjCorner, DigitsWrapAt32Bits) {
+TEST(ObjCorner, DigitsWrapAt32Bits) {
     EXPECT_EQ(scanned("2147483648"), (PlainCorner{INT_MAX, -1, -1}));
     EXPECT_EQ(scanned("2147483649"), (PlainCorner{INT_MIN, -1, -1}));
     EXPECT_EQ(scanned("4294967297/4294967298/9223372036854775808"), (PlainCorner{0, 1, -1}));
     EXPECT_EQ(scanned("0"), (PlainCorner{-1, -1, -1}));
 }
 
-TEST(detail::ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
+TEST(ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
     constexpr std::string_view kLetters = "0123456789///  --\n\rx.";
     for (int i = 0; i < 300000; ++i) {
         Rng rng(i);
@@ -92,7 +92,7 @@ TEST(detail::ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
     }
 }
 
-TEST(detail::ObjCorner, NextCornerIsLookedForFromTheFirstByteOfThisOne) {
+TEST(ObjCorner, NextCornerIsLookedForFromTheFirstByteOfThisOne) {
     constexpr std::string_view kLetters = "12///  \n";
     for (int i = 0; i < 100000; ++i) {
         Rng rng(i);

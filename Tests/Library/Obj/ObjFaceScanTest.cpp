@@ -12,7 +12,7 @@ namespace {
 
 // The vertex numbers of each triangle as the text counts them, for instance "1 2 3, 1 3 4".
 std::string fansOf(const std::string& text) {
-    std::vector<ObjFace> faces;
+    std::vector<detail::ObjFace> faces;
     detail::scanFaces(text, faces);
     std::string fans;
     for (const detail::ObjFace& face : faces) {
@@ -25,7 +25,7 @@ std::string fansOf(const std::string& text) {
 
 // Whether the scan ends as if it had filled the memory.
 bool isEndless(const std::string& text) {
-    std::vector<ObjFace> faces;
+    std::vector<detail::ObjFace> faces;
     try {
         detail::scanFaces(text, faces);
     } catch (const std::bad_alloc&) {
@@ -47,7 +47,7 @@ TEST(ObjFaceScan, EveryPolygonIsAFanAroundItsFirstCorner) {
 }
 
 TEST(ObjFaceScan, FansCopyAllThreeIndices) {
-    std::vector<ObjFace> faces;
+    std::vector<detail::ObjFace> faces;
     detail::scanFaces("f 1/2/3 4/5/6 7/8/9 10/11/12\n", faces);
     ASSERT_EQ(faces.size(), 2U);
     EXPECT_EQ(faces[1][0].textureCoordinate, 1);
@@ -61,7 +61,7 @@ TEST(ObjFaceScan, FansCopyAllThreeIndices) {
 TEST(ObjFaceScan, PolygonMayHaveAMillionCorners) {
     std::string text = "f";
     for (int i = 1; i <= 1000000; ++i) text += " " + std::to_string(i);
-    std::vector<ObjFace> faces;
+    std::vector<detail::ObjFace> faces;
     detail::scanFaces(text + "\n", faces);
     ASSERT_EQ(faces.size(), 999998U);
     EXPECT_EQ(faces.back()[0].vertex, 0);

@@ -27,7 +27,8 @@ void expectScanned(const NumberCase& number) {
         const std::string text = number.text + rest;
         SCOPED_TRACE("\"" + text + "\"");
         EXPECT_TRUE(sameBits(detail::scanFloatReference(text.c_str()).value, number.value)) << "byte by byte";
-        EXPECT_TRUE(sameBits(detail::scanFloat(text.c_str(), text.c_str() + text.size()).value, number.value));
+        EXPECT_TRUE(
+            sameBits(detail::scanFloat(text.c_str(), text.c_str() + text.size()).value, number.value));
     }
 }
 

@@ -19,7 +19,8 @@ using Matrix4 = Matrix<float, 4>;
 
 std::vector<Triangle> trianglesOf(const std::string& text, const Matrix4& transform = Matrix4::identity()) {
     std::vector<Triangle> triangles;
-    EXPECT_FALSE(detail::buildObjTriangles(scannedText(text).lists, transform, triangles).failure.has_value());
+    EXPECT_FALSE(
+        detail::buildObjTriangles(scannedText(text).lists, transform, triangles).failure.has_value());
     return triangles;
 }
 

@@ -21,7 +21,8 @@ detail::ObjVertexData dataOf(const std::string& text) {
 }  // namespace
 
 TEST(ObjVertexScan, LinesGoToTheListOfTheirKeyword) {
-    const detail::ObjVertexData data = dataOf("v 1 2 3\nvt 0.25 0.5\nvn 0 0 1\nv 4 5 6\nvn 1 0 0\nvn 0 1 0\n");
+    const detail::ObjVertexData data =
+        dataOf("v 1 2 3\nvt 0.25 0.5\nvn 0 0 1\nv 4 5 6\nvn 1 0 0\nvn 0 1 0\n");
     EXPECT_EQ(data.vertices, (std::vector<Vertex>{{1, 2, 3}, {4, 5, 6}}));
     EXPECT_EQ(data.textureCoordinates, (std::vector<TextureCoordinate>{{0.25F, 0.5F}}));
     EXPECT_EQ(data.normalCount, 3U);

@@ -47,7 +47,7 @@ void compareAround(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
 
 }  // namespace
 
-TEST(detail::CentroidSearch, EmptyMeshHoldsNothing) {
+TEST(CentroidSearch, EmptyMeshHoldsNothing) {
     quarn::detail::CentroidSearch search;
     EXPECT_EQ(search.findContaining({}), nullptr);
     EXPECT_FALSE(search.firstRejectedUV({}));
@@ -57,7 +57,7 @@ TEST(detail::CentroidSearch, EmptyMeshHoldsNothing) {
     EXPECT_THROW((void)search.tree().findNearest({}), ZelmoreException);
 }
 
-TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkOnMeshesOfAnyShape) {
+TEST(CentroidSearch, FindsTheTrianglesOfThePlainWalkOnMeshesOfAnyShape) {
     Tally tally;
     for (int i = 0; i < 600; ++i) {
         Rng rng(i);
@@ -70,7 +70,7 @@ TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkOnMeshesOfAnyShape) 
     EXPECT_GT(tally.rejectedNone, 100);
 }
 
-TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkOnSpoiledMeshes) {
+TEST(CentroidSearch, FindsTheTrianglesOfThePlainWalkOnSpoiledMeshes) {
     Tally tally;
     for (int i = 0; i < 1500; ++i) {
         Rng rng(i);
@@ -83,7 +83,7 @@ TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkOnSpoiledMeshes) {
 }
 
 // An order is no order where a number is NaN, and the walk then depends on every step.
-TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkWhereFieldsAreNotFinite) {
+TEST(CentroidSearch, FindsTheTrianglesOfThePlainWalkWhereFieldsAreNotFinite) {
     Tally tally;
     for (int i = 0; i < 1500; ++i) {
         Rng rng(i);
@@ -104,7 +104,7 @@ TEST(detail::CentroidSearch, FindsTheTrianglesOfThePlainWalkWhereFieldsAreNotFin
 }
 
 // A corner that is not a number, in a triangle whose centroid still is one: it holds nothing itself, and hides nothing.
-TEST(detail::CentroidSearch, OneCornerThatIsNoNumberHidesNoOtherTriangle) {
+TEST(CentroidSearch, OneCornerThatIsNoNumberHidesNoOtherTriangle) {
     for (std::size_t spoiled = 0; spoiled < 32; ++spoiled) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             SCOPED_TRACE(::testing::Message() << "triangle " << spoiled << ", axis " << axis);
@@ -118,7 +118,7 @@ TEST(detail::CentroidSearch, OneCornerThatIsNoNumberHidesNoOtherTriangle) {
     }
 }
 
-TEST(detail::CentroidSearch, OfTrianglesThatShareACentroidTheWalkDecides) {
+TEST(CentroidSearch, OfTrianglesThatShareACentroidTheWalkDecides) {
     Tally tally;
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
@@ -133,7 +133,7 @@ TEST(detail::CentroidSearch, OfTrianglesThatShareACentroidTheWalkDecides) {
 }
 
 // Corners of a grid cell are equally far from the centroids of all cells around.
-TEST(detail::CentroidSearch, OfEquallyNearTrianglesTheWalkDecides) {
+TEST(CentroidSearch, OfEquallyNearTrianglesTheWalkDecides) {
     const Mesh mesh = flatGrid({8, 8}, {8.0, 8.0});
     quarn::detail::CentroidSearch search;
     search.build(mesh);
@@ -144,7 +144,7 @@ TEST(detail::CentroidSearch, OfEquallyNearTrianglesTheWalkDecides) {
     EXPECT_GT(tally.held, 1000);
 }
 
-TEST(detail::CentroidSearch, SecondBuildForgetsTheFirst) {
+TEST(CentroidSearch, SecondBuildForgetsTheFirst) {
     const Mesh large = flatGrid({6, 6});
     Mesh small = flatGrid({2, 1});
     scale(small, 0.1);

@@ -61,7 +61,7 @@ Triangle extremeTriangle(Rng& rng) {
     return triangle;
 }
 
-// The triangle that holds a position and has the nearest centroid, from a scan over all.
+// The triangle that contains a position and has the nearest centroid, from a scan over all.
 const Triangle* scan(const Mesh& mesh, const Point3& point, bool& isTied) {
     const Triangle* best = nullptr;
     double bestSquared = std::numeric_limits<double>::max();
@@ -69,7 +69,7 @@ const Triangle* scan(const Mesh& mesh, const Point3& point, bool& isTied) {
     for (const Triangle& triangle : mesh) {
         const Point3 apart = point - triangle.centroid;
         const double squared = dot(apart, apart);
-        if (!quarn::detail::testContainment(triangle, point).holds) continue;
+        if (!quarn::detail::testContainment(triangle, point).contains) continue;
         if (squared == bestSquared) isTied = true;
         if (!(squared < bestSquared)) continue;
         isTied = false;
@@ -79,23 +79,23 @@ const Triangle* scan(const Mesh& mesh, const Point3& point, bool& isTied) {
     return best;
 }
 
-// From a position that a triangle holds, as far as it goes on holding in a random direction.
+// From a position that a triangle contains, as far as it goes on holding in a random direction.
 Point3 pushedOut(const Triangle& triangle, Point3 point, Rng& rng) {
     Point3 direction = anyUnitVector(rng);
     if (rng.coin()) direction = direction - dot(direction, triangle.normal) * triangle.normal;
     double step = rng.coin() ? 1e-6 : 1e-6 * length(triangle.edge1);
     for (int i = 0; i < 60; ++i) {
         const Point3 next = point + step * direction;
-        const bool holds = quarn::detail::testContainment(triangle, next).holds;
-        if (holds) point = next;
-        step *= holds ? 2.0 : 0.4;
+        const bool contains = quarn::detail::testContainment(triangle, next).contains;
+        if (contains) point = next;
+        step *= contains ? 2.0 : 0.4;
     }
     return point;
 }
 
 }  // namespace
 
-TEST(detail::ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
+TEST(ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
     int held = 0;
     for (int i = 0; i < 100'000; ++i) {
         Rng rng(i);
@@ -105,16 +105,17 @@ TEST(detail::ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
         search.build(mesh);
         for (int question = 0; question < 6; ++question) {
             Point3 point = questionAround(mesh[0], rng);
-            if (quarn::detail::testContainment(mesh[0], point).holds) point = pushedOut(mesh[0], point, rng);
-            const bool holds = quarn::detail::testContainment(mesh[0], point).holds;
-            held += holds ? 1 : 0;
-            ASSERT_EQ(search.findContaining(point), holds ? mesh.data() : nullptr);
+            if (quarn::detail::testContainment(mesh[0], point).contains)
+                point = pushedOut(mesh[0], point, rng);
+            const bool contains = quarn::detail::testContainment(mesh[0], point).contains;
+            held += contains ? 1 : 0;
+            ASSERT_EQ(search.findContaining(point), contains ? mesh.data() : nullptr);
         }
     }
     EXPECT_GT(held, 100'000);
 }
 
-TEST(detail::ContainmentBounds, LoseNoTriangleAmongManyAtTheirLimits) {
+TEST(ContainmentBounds, LoseNoTriangleAmongManyAtTheirLimits) {
     int held = 0;
     for (int i = 0; i < 2000; ++i) {
         Rng rng(i);
@@ -138,7 +139,7 @@ TEST(detail::ContainmentBounds, LoseNoTriangleAmongManyAtTheirLimits) {
 }
 
 // The same flat grid at every scale and place that a double can hold.
-TEST(detail::ContainmentBounds, LoseNoTriangleAtAnyScaleAndPlace) {
+TEST(ContainmentBounds, LoseNoTriangleAtAnyScaleAndPlace) {
     for (int exponent = -1000; exponent <= 1000; exponent += 25) {
         for (const double offset : {0.0, 1.0, 1e6, 1e15}) {
             SCOPED_TRACE(::testing::Message() << "2^" << exponent << " with offset " << offset);

@@ -27,7 +27,7 @@ std::vector<Spot<2>> row(std::size_t count) {
     return spots;
 }
 
-void detail::buildOver(Tree& tree, const std::vector<Spot<2>>& spots, std::size_t count) {
+void buildOver(Tree& tree, const std::vector<Spot<2>>& spots, std::size_t count) {
     std::vector<const Spot<2>*> values;
     for (std::size_t i = 0; i < count; ++i) values.push_back(&spots[i]);
     tree.build(values.begin(), values.end());
@@ -58,8 +58,8 @@ TEST(KDTree, NearestOfNoValuesIsAnError) {
 TEST(KDTree, BuildOverNothingEmptiesIt) {
     const auto spots = row(3);
     Tree tree;
-    detail::buildOver(tree, spots, 3);
-    detail::buildOver(tree, spots, 0);
+    buildOver(tree, spots, 3);
+    buildOver(tree, spots, 0);
     EXPECT_EQ(tree.size(), 0U);
     EXPECT_THROW((void)tree.findNearest({0.0, 0.0}), ZelmoreException);
 }
@@ -78,7 +78,7 @@ TEST(KDTree, DepthIsTheFloorOfTheBinaryLogarithm) {
     const auto spots = row(expected.size());
     for (std::size_t count = 0; count < expected.size(); ++count) {
         Tree tree;
-        detail::buildOver(tree, spots, count);
+        buildOver(tree, spots, count);
         EXPECT_EQ(tree.depth(), expected[count]) << count;
     }
 }
@@ -86,13 +86,13 @@ TEST(KDTree, DepthIsTheFloorOfTheBinaryLogarithm) {
 TEST(KDTree, DepthDoesNotFallWhenRebuiltOverFewerValues) {
     const auto spots = row(9);
     Tree tree;
-    detail::buildOver(tree, spots, 5);
+    buildOver(tree, spots, 5);
     EXPECT_EQ(tree.depth(), 2);
-    detail::buildOver(tree, spots, 1);
+    buildOver(tree, spots, 1);
     EXPECT_EQ(tree.depth(), 2);
-    detail::buildOver(tree, spots, 0);
+    buildOver(tree, spots, 0);
     EXPECT_EQ(tree.depth(), 2);
-    detail::buildOver(tree, spots, 9);
+    buildOver(tree, spots, 9);
     EXPECT_EQ(tree.depth(), 3);
 }
 
@@ -156,7 +156,7 @@ TEST(KDTree, HugeKReservesNoMoreThanThereIs) {
 TEST(KDTree, SkippedSubtreeIsNotAskedAbout) {
     const auto spots = row(7);
     Tree tree;
-    detail::buildOver(tree, spots, 7);
+    buildOver(tree, spots, 7);
     // In preorder the right half of seven begins at slot 4.
     const auto skip = [](std::size_t slot) { return slot == 4; };
     const Spot<2>* const nearest = tree.findNearestIf({6.0, 0.0}, kTakeAll, skip);
@@ -183,7 +183,7 @@ TEST(KDTree, CopyHoldsTheSameValues) {
     static_assert(std::is_default_constructible_v<Tree>);
     const auto spots = row(5);
     Tree tree;
-    detail::buildOver(tree, spots, 5);
+    buildOver(tree, spots, 5);
     const Tree copy = tree;
     tree.build(static_cast<const Spot<2>**>(nullptr), static_cast<const Spot<2>**>(nullptr));
     EXPECT_EQ(copy.findNearest({3.2, 1.0}), &spots[3]);

@@ -17,7 +17,8 @@ constexpr std::uint64_t kNoLimit = 1'000'000'000;
 void expectCountOfBuild(const std::vector<Triangle>& triangles) {
     RegionMap map;
     rebuildOver(map, triangles);
-    const detail::RegionMapEstimate growth = detail::countRegionMap(uvBoxesOf(triangles), kNoLimit);
+    const detail::RegionMapEstimate growth =
+        detail::countRegionMap(quarn::detail::uvBoxesOf(triangles), kNoLimit);
     EXPECT_TRUE(growth.isWhole);
     EXPECT_EQ(growth.nodes, map.nodes().size());
     EXPECT_EQ(growth.leafEntries, static_cast<std::uint64_t>(map.leafTriangleTotal()));
@@ -52,26 +53,26 @@ INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapGrowthOf,
                                            Soup::OnOneLine, Soup::OneRegion, Soup::AroundOnePoint,
                                            Soup::Special));
 
-TEST(detail::RegionMapEstimate, OfUsualMeshesIsWhatABuildMakes) {
+TEST(RegionMapEstimate, OfUsualMeshesIsWhatABuildMakes) {
     for (const Mesh& mesh : {Mesh(), flatGrid({64, 64}), flatGrid({100, 37}), dome({90, 40}, kHalfSphere),
                              gridWithSeam({50, 20}), separatePieces(5, {12, 9})})
         expectCountOfBuild(mesh);
 }
 
-TEST(detail::RegionMapEstimate, DroppedNodesAreInThePeakAlone) {
+TEST(RegionMapEstimate, DroppedNodesAreInThePeakAlone) {
     int withDropped = 0;
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
         const detail::RegionMapEstimate growth =
-            detail::countRegionMap(uvBoxesOf(trianglesOf(Soup::Overlapping, rng)), kNoLimit);
+            detail::countRegionMap(quarn::detail::uvBoxesOf(trianglesOf(Soup::Overlapping, rng)), kNoLimit);
         if (growth.peakNodes > growth.nodes) ++withDropped;
     }
     EXPECT_GT(withDropped, 0);
 }
 
-TEST(detail::RegionMapEstimate, CountEndsSoonAfterItsLimit) {
+TEST(RegionMapEstimate, CountEndsSoonAfterItsLimit) {
     Rng rng(0);
-    const std::vector<RegionRect> boxes = uvBoxesOf(overlappingTriangles(rng, 2000));
+    const std::vector<RegionRect> boxes = quarn::detail::uvBoxesOf(overlappingTriangles(rng, 2000));
     constexpr std::uint64_t kLimit = 1'000'000;
     const detail::RegionMapEstimate growth = detail::countRegionMap(boxes, kLimit);
     EXPECT_FALSE(growth.isWhole);
@@ -80,14 +81,14 @@ TEST(detail::RegionMapEstimate, CountEndsSoonAfterItsLimit) {
     EXPECT_LE(growth.steps, kLimit + 4 * 18 * boxes.size());
 }
 
-TEST(detail::RegionMapEstimate, UsualMeshesAreSurelySmall) {
+TEST(RegionMapEstimate, UsualMeshesAreSurelySmall) {
     for (const Mesh& mesh :
          {Mesh(), flatGrid({1, 1}), flatGrid({64, 64}), flatGrid({100, 37}), dome({90, 40}, kHalfSphere),
           gridWithSeam({50, 20}), separatePieces(5, {12, 9}), wave({333, 200})})
-        EXPECT_TRUE(detail::isRegionMapSizeBounded(uvBoxesOf(mesh))) << mesh.size();
+        EXPECT_TRUE(detail::isRegionMapSizeBounded(quarn::detail::uvBoxesOf(mesh))) << mesh.size();
 }
 
-TEST(detail::RegionMapEstimate, UVsAloneHaveTheBoxesOfTheirTriangles) {
+TEST(RegionMapEstimate, UVsAloneHaveTheBoxesOfTheirTriangles) {
     for (int i = 0; i < 300; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -97,12 +98,12 @@ TEST(detail::RegionMapEstimate, UVsAloneHaveTheBoxesOfTheirTriangles) {
             const auto& [a, b, c] = triangle.vertices;
             uvs.push_back({a.uv, b.uv, c.uv});
         }
-        EXPECT_TRUE(uvBoxesOf(uvs) == uvBoxesOf(triangles));
+        EXPECT_TRUE(quarn::detail::uvBoxesOf(uvs) == quarn::detail::uvBoxesOf(triangles));
     }
 }
 
 // A disk of UVs, as a dome has them, meets in its middle with very many triangles.
-TEST(detail::RegionMapEstimate, FanAroundOnePointIsSurelySmallAmongManyTriangles) {
+TEST(RegionMapEstimate, FanAroundOnePointIsSurelySmallAmongManyTriangles) {
     Mesh mesh = dome({300, 200}, kHalfSphere);
     for (Triangle& triangle : mesh)
         for (TriangleVertex& vertex : triangle.vertices) {
@@ -110,15 +111,15 @@ TEST(detail::RegionMapEstimate, FanAroundOnePointIsSurelySmallAmongManyTriangles
             vertex.uv = {0.5 + 0.5 * vertex.uv[1] * std::sin(angle),
                          0.5 + 0.5 * vertex.uv[1] * std::cos(angle)};
         }
-    EXPECT_TRUE(detail::isRegionMapSizeBounded(uvBoxesOf(mesh)));
+    EXPECT_TRUE(detail::isRegionMapSizeBounded(quarn::detail::uvBoxesOf(mesh)));
 }
 
-TEST(detail::RegionMapEstimate, WhatIsSurelySmallTakesReasonableSteps) {
+TEST(RegionMapEstimate, WhatIsSurelySmallTakesReasonableSteps) {
     int small = 0;
     for (int i = 0; i < 600; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const std::vector<RegionRect> boxes = uvBoxesOf(trianglesOf(anySoup(rng), rng, 400));
+        const std::vector<RegionRect> boxes = quarn::detail::uvBoxesOf(trianglesOf(anySoup(rng), rng, 400));
         if (!detail::isRegionMapSizeBounded(boxes)) continue;
         ++small;
         // Twelve levels at most, each with as many boxes as cells are touched, and what crowded cells may take.
@@ -128,12 +129,13 @@ TEST(detail::RegionMapEstimate, WhatIsSurelySmallTakesReasonableSteps) {
     EXPECT_GT(small, 100);
 }
 
-TEST(detail::RegionMapEstimate, ThousandsOfOverlappingTrianglesAreBeyondReasonAndStripsAreNot) {
+TEST(RegionMapEstimate, ThousandsOfOverlappingTrianglesAreBeyondReasonAndStripsAreNot) {
     Rng rng(1);
-    const std::vector<RegionRect> overlapping = uvBoxesOf(overlappingTriangles(rng, 2000));
+    const std::vector<RegionRect> overlapping = quarn::detail::uvBoxesOf(overlappingTriangles(rng, 2000));
     EXPECT_FALSE(detail::isRegionMapSizeBounded(overlapping));
-    EXPECT_FALSE(detail::countRegionMap(overlapping, detail::reasonableRegionMapSteps(overlapping.size())).isWhole);
-    const std::vector<RegionRect> strips = uvBoxesOf(flatGrid({1, 3000}));
+    EXPECT_FALSE(
+        detail::countRegionMap(overlapping, detail::reasonableRegionMapSteps(overlapping.size())).isWhole);
+    const std::vector<RegionRect> strips = quarn::detail::uvBoxesOf(flatGrid({1, 3000}));
     EXPECT_FALSE(detail::isRegionMapSizeBounded(strips));
     EXPECT_TRUE(detail::countRegionMap(strips, detail::reasonableRegionMapSteps(strips.size())).isWhole);
 }

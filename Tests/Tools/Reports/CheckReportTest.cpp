@@ -18,27 +18,30 @@ Finding finding() {
 
 }  // namespace
 
-TEST(tool::CheckReport, TellsThatNothingWasFound) {
-    EXPECT_EQ(tool::reportText({.file = "wall.obj", .unit = "m", .triangles = 1}), "no findings in 1 triangle\n");
+TEST(CheckReport, TellsThatNothingWasFound) {
+    EXPECT_EQ(tool::reportText({.file = "wall.obj", .unit = "m", .triangles = 1}),
+              "no findings in 1 triangle\n");
 }
 
-TEST(tool::CheckReport, HasALineForEachFinding) {
+TEST(CheckReport, HasALineForEachFinding) {
     EXPECT_EQ(tool::reportText(reportWith(finding())),
               "wall.obj:12: 2 holes: triangles 7, 9 (fill them)\n1 finding in 24 triangles\n");
 }
 
-TEST(tool::CheckReport, SaysWhereThereAreMoreTriangles) {
+TEST(CheckReport, SaysWhereThereAreMoreTriangles) {
     Finding more = finding();
     more.count = 3;
-    EXPECT_EQ(
-        tool::reportText(reportWith(more)).find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"), 0U);
+    EXPECT_EQ(tool::reportText(reportWith(more))
+                  .find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"),
+              0U);
     more = finding();
-    more.isCountWhole = false;
-    EXPECT_EQ(
-        tool::reportText(reportWith(more)).find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"), 0U);
+    more.isCountExact = false;
+    EXPECT_EQ(tool::reportText(reportWith(more))
+                  .find("wall.obj:12: 2 holes: triangles 7, 9 and more (fill them)\n"),
+              0U);
 }
 
-TEST(tool::CheckReport, LeavesOutWhatIsNotKnown) {
+TEST(CheckReport, LeavesOutWhatIsNotKnown) {
     Finding bare = finding();
     bare.places.clear();
     EXPECT_EQ(tool::reportText(reportWith(bare)).find("wall.obj: 2 holes (fill them)\n"), 0U);
@@ -49,7 +52,7 @@ TEST(tool::CheckReport, LeavesOutWhatIsNotKnown) {
               R"([{"triangle":5,"line":null}])");
 }
 
-TEST(tool::CheckReport, NotesAreNoProblems) {
+TEST(CheckReport, NotesAreNoProblems) {
     Finding note = finding();
     note.severity = Severity::Note;
     EXPECT_EQ(reportWith(note).problemCount(), 0U);

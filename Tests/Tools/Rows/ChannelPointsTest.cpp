@@ -47,21 +47,21 @@ std::vector<Point<double, 3>> pointsOneByOne(const IScreenGeometry& screen, cons
     return points;
 }
 
-TEST(tool::ChannelPoints, WithoutASideNoRayHasAPoint) {
+TEST(ChannelPoints, WithoutASideNoRayHasAPoint) {
     const FlatScreen wall(1.0, 1.0);
     tool::ChannelPoints channel(wall);
     EXPECT_FALSE(channel.hasSide());
     EXPECT_FALSE(channel.pointOf({{0, -1, 0}, {0, 0, 0}}));
 }
 
-TEST(tool::ChannelPoints, ARayBeyondTheScreenGetsThePointOfTheContinuation) {
+TEST(ChannelPoints, ARayBeyondTheScreenGetsThePointOfTheContinuation) {
     const FlatScreen wall(1.0, 1.0);
     tool::ChannelPoints channel(wall);
     channel.useSideOf({{0, -1, 0}, {0, 0, 0}});
     EXPECT_EQ(channel.pointOf({{0, -1, 0}, {5, 0, 0}}), (Point<double, 3>(5, 0, 0)));
 }
 
-TEST(tool::ChannelPoints, AreTogetherTheAnswerToTheWholeChannel) {
+TEST(ChannelPoints, AreTogetherTheAnswerToTheWholeChannel) {
     int withSide = 0;
     int fromExtra = 0;
     for (int i = 0; i < 5000; ++i) {

@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include "Support/Rng.h"
 #include "Support/TemporaryFile.h"
-#include <QuarnKit/Base/Error.h>
 
 namespace quarn::test {
 namespace {

@@ -35,35 +35,35 @@ std::string lineOf(std::size_t length) {
     return std::string(length - 1, 'x') + "\n";
 }
 
-TEST(tool::LineBlockReader, AnEmptyInputHasNoBlock) {
+TEST(LineBlockReader, AnEmptyInputHasNoBlock) {
     EXPECT_THAT(blocksOf(""), ElementsAre());
 }
 
-TEST(tool::LineBlockReader, ASmallInputIsOneBlock) {
+TEST(LineBlockReader, ASmallInputIsOneBlock) {
     EXPECT_THAT(blocksOf("\n"), ElementsAre("\n"));
     EXPECT_THAT(blocksOf("a\nb\n"), ElementsAre("a\nb\n"));
 }
 
-TEST(tool::LineBlockReader, TheLastLineNeedsNoLineFeed) {
+TEST(LineBlockReader, TheLastLineNeedsNoLineFeed) {
     const Blocks blocks = blocksOf("a\nb");
     std::string joined;
     for (const std::string& block : blocks) joined += block;
     EXPECT_EQ(joined, "a\nb");
 }
 
-TEST(tool::LineBlockReader, ABlockEndsBetweenLines) {
+TEST(LineBlockReader, ABlockEndsBetweenLines) {
     const std::string line = lineOf(40000);
     EXPECT_THAT(sizesOf(blocksOf(line + line + line)), ElementsAre(40000, 40000, 40000));
 }
 
-TEST(tool::LineBlockReader, LinesThatFillABlockExactlyAreOne) {
+TEST(LineBlockReader, LinesThatFillABlockExactlyAreOne) {
     const std::string block = lineOf(kBlockSize / 2) + lineOf(kBlockSize / 2);
     EXPECT_THAT(sizesOf(blocksOf(block)), ElementsAre(kBlockSize));
     EXPECT_THAT(sizesOf(blocksOf(block + "a\n")), ElementsAre(kBlockSize, 2));
     EXPECT_THAT(sizesOf(blocksOf(block + block)), ElementsAre(kBlockSize, kBlockSize));
 }
 
-TEST(tool::LineBlockReader, ALongerLineMakesItsBlockLonger) {
+TEST(LineBlockReader, ALongerLineMakesItsBlockLonger) {
     const std::string line = lineOf(3 * kBlockSize);
     const Blocks blocks = blocksOf("a\n" + line + "b\n");
     ASSERT_GE(blocks.size(), 2U);
@@ -71,14 +71,14 @@ TEST(tool::LineBlockReader, ALongerLineMakesItsBlockLonger) {
     EXPECT_TRUE(blocks[1].starts_with(line));
 }
 
-TEST(tool::LineBlockReader, AnEndlessLineIsCut) {
+TEST(LineBlockReader, AnEndlessLineIsCut) {
     const Blocks blocks = blocksOf(std::string(3 * tool::kMaxLineBytes, 'x'));
     ASSERT_GT(blocks.size(), 1U);
     EXPECT_GT(blocks.front().size(), tool::kMaxLineBytes);
     EXPECT_LT(blocks.front().size(), 2 * tool::kMaxLineBytes);
 }
 
-TEST(tool::LineBlockReader, AnyLinesComeWholeAndInTheirOrder) {
+TEST(LineBlockReader, AnyLinesComeWholeAndInTheirOrder) {
     for (int i = 0; i < 50; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -94,7 +94,7 @@ TEST(tool::LineBlockReader, AnyLinesComeWholeAndInTheirOrder) {
     }
 }
 
-TEST(tool::LineBlockReader, WholeLinesAreNotKeptBackWhileTheInputWaits) {
+TEST(LineBlockReader, WholeLinesAreNotKeptBackWhileTheInputWaits) {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe(ends.data()), 0);
     const FileHandle reader(ends[0]);

@@ -13,7 +13,7 @@
 namespace quarn::test {
 namespace {
 
-const std::vector<Column> kColumns = {{"number"}, {"sum"}};
+const std::vector<tool::Column> kColumns = {{"number"}, {"sum"}};
 constexpr std::size_t kBlockBytes = 262144;  // of one thread
 
 class TextSink : public tool::RowSink {
@@ -36,7 +36,7 @@ public:
 void addSum(std::int64_t number, std::span<const double> numbers, tool::ResultRows& rows) {
     const double sum = numbers[0] + numbers[1];
     if (std::isinf(sum)) throw std::runtime_error("row " + std::to_string(number));
-    const std::array<Cell, 2> cells = {number, sum};
+    const std::array<tool::Cell, 2> cells = {number, sum};
     rows.add(cells, sum < 0.0 ? tool::HasResult::No : tool::HasResult::Yes);
 }
 
@@ -51,32 +51,32 @@ void runOn(const std::string& text, std::size_t threads, Outcome& outcome) {
     try {
         pipeline.run(addSum, outcome.sink);
     } catch (const Error& error) {
-        outcome.error = error.found + ", line " + std::to_string(error.line);
+        outcome.error = error.details().found + ", line " + std::to_string(error.details().line);
     } catch (const std::runtime_error& error) {
         outcome.error = error.what();
     }
 }
 
-void expectOutcome(const std::string& text, const std::string& answers, const std::string& error = "") {
+void expectOutcome(const std::string& text, const std::string& results, const std::string& error = "") {
     for (const std::size_t threads : {1U, 2U, 7U}) {
         SCOPED_TRACE(threads);
         Outcome outcome;
         runOn(text, threads, outcome);
         EXPECT_EQ(outcome.error, error);
-        ASSERT_TRUE(outcome.sink.text == answers);  // too long to be shown
+        ASSERT_TRUE(outcome.sink.text == results);  // too long to be shown
     }
 }
 
 struct Rows {
     std::string input;
-    std::string answers;
+    std::string results;
     std::uint64_t count = 0;
     std::uint64_t missingResults = 0;
     std::uint64_t lines = 0;
 
     void add(double a, double b) {
         input += numberText(a) + "," + numberText(b) + "\n";
-        answers += std::to_string(++count) + "," + numberText(a + b) + "\n";
+        results += std::to_string(++count) + "," + numberText(a + b) + "\n";
         if (a + b < 0.0) ++missingResults;
         ++lines;
     }
@@ -96,19 +96,19 @@ Rows someRows(int seed, int count) {
     return rows;
 }
 
-TEST(tool::RowPipeline, AnEmptyInputHasNoAnswers) {
+TEST(RowPipeline, AnEmptyInputHasNoAnswers) {
     for (const char* text : {"", "\n", "a,b\n", "# a remark", "\xEF\xBB\xBF"}) expectOutcome(text, "");
 }
 
-TEST(tool::RowPipeline, AnswersComeInTheOrderOfTheRows) {
+TEST(RowPipeline, AnswersComeInTheOrderOfTheRows) {
     for (int i = 0; i < 5; ++i) {
         SCOPED_TRACE(i);
         const Rows rows = someRows(i, 30000 * i + 10);
-        expectOutcome("a,b\n" + rows.input, rows.answers);
+        expectOutcome("a,b\n" + rows.input, rows.results);
     }
 }
 
-TEST(tool::RowPipeline, AnswersAreCounted) {
+TEST(RowPipeline, AnswersAreCounted) {
     const Rows rows = someRows(1, 40000);
     Outcome outcome;
     runOn(rows.input, 3, outcome);
@@ -117,7 +117,7 @@ TEST(tool::RowPipeline, AnswersAreCounted) {
     EXPECT_GT(outcome.sink.flushes, 0);
 }
 
-TEST(tool::RowPipeline, RowsMayEndWhereABlockEnds) {
+TEST(RowPipeline, RowsMayEndWhereABlockEnds) {
     constexpr std::size_t kRowBytes = 16;
     for (const std::size_t blocks : {1U, 2U, 3U, 8U}) {
         for (const int extraRows : {-1, 0, 1}) {
@@ -126,48 +126,49 @@ TEST(tool::RowPipeline, RowsMayEndWhereABlockEnds) {
             ASSERT_EQ(rows.input.size() % kRowBytes, 0U);
             if (extraRows < 0) rows.input.pop_back();
             if (extraRows > 0) rows.add(3, 4);
-            expectOutcome(rows.input, rows.answers);
+            expectOutcome(rows.input, rows.results);
         }
     }
 }
 
-TEST(tool::RowPipeline, ABadRowStopsBehindTheAnswersBeforeIt) {
+TEST(RowPipeline, ABadRowStopsBehindTheAnswersBeforeIt) {
     for (int i = 0; i < 20; ++i) {
         SCOPED_TRACE(i);
         Rows rows = someRows(i, Rng(i).integer(0, 60000));
         const std::string error = "found 3 numbers, line " + std::to_string(rows.lines + 1);
-        expectOutcome(rows.input + "1,2,3\n" + someRows(i, 5000).input + "4,x\n", rows.answers, error);
+        expectOutcome(rows.input + "1,2,3\n" + someRows(i, 5000).input + "4,x\n", rows.results, error);
     }
 }
 
-TEST(tool::RowPipeline, AnAnswerThatFailsStopsBehindTheAnswersBeforeIt) {
+TEST(RowPipeline, AnAnswerThatFailsStopsBehindTheAnswersBeforeIt) {
     for (int i = 0; i < 20; ++i) {
         SCOPED_TRACE(i);
         Rows rows = someRows(i, Rng(i).integer(0, 60000));
         const std::string error = "row " + std::to_string(rows.count + 1);
         const std::string rest = someRows(i, 5000).input;
-        expectOutcome(rows.input + "inf,0\n" + rest + "inf,0\n" + rest + "1,2,3\n", rows.answers, error);
+        expectOutcome(rows.input + "inf,0\n" + rest + "inf,0\n" + rest + "1,2,3\n", rows.results, error);
     }
 }
 
-TEST(tool::RowPipeline, ABadRowBeforeAnAnswerThatFailsIsTold) {
+TEST(RowPipeline, ABadRowBeforeAnAnswerThatFailsIsTold) {
     const Rows rows = someRows(1, 1000);
-    expectOutcome(rows.input + "1\ninf,0\n", rows.answers,
+    expectOutcome(rows.input + "1\ninf,0\n", rows.results,
                   "found 1 number, line " + std::to_string(rows.lines + 1));
 }
 
-TEST(tool::RowPipeline, RemarksBeforeTheHeaderMayFillBlocks) {
+TEST(RowPipeline, RemarksBeforeTheHeaderMayFillBlocks) {
     Rows rows;
     while (rows.input.size() < 5 * kBlockBytes) rows.addLine("# a remark");
     rows.addLine("a,b");
     for (int i = 0; i < 10; ++i) rows.add(i, i);
-    expectOutcome(rows.input + "a,b\n", rows.answers, "found \"a\", line " + std::to_string(rows.lines + 1));
+    expectOutcome(rows.input + "a,b\n", rows.results, "found \"a\", line " + std::to_string(rows.lines + 1));
 }
 
-TEST(tool::RowPipeline, WarningsComeInTheOrderOfTheRowsAndOnceInARow) {
+TEST(RowPipeline, WarningsComeInTheOrderOfTheRowsAndOnceInARow) {
     Rows rows;
     for (int i = 0; i < 20000; ++i) rows.add(i, 0);
-    const auto warn = [](std::int64_t number, std::span<const double> /*numbers*/, tool::ResultRows& /*answers*/) {
+    const auto warn = [](std::int64_t number, std::span<const double> /*numbers*/,
+                         tool::ResultRows& /*results*/) {
         tool::addLogWarning("thousand " + std::to_string(number / 1000));
     };
     std::string expected;
@@ -182,9 +183,9 @@ TEST(tool::RowPipeline, WarningsComeInTheOrderOfTheRowsAndOnceInARow) {
     }
 }
 
-TEST(tool::RowPipeline, AnEndlessLineIsRefused) {
+TEST(RowPipeline, AnEndlessLineIsRefused) {
     const Rows rows = someRows(1, 100);
-    expectOutcome(rows.input + std::string(3000000, '1'), rows.answers,
+    expectOutcome(rows.input + std::string(3000000, '1'), rows.results,
                   "found a line of more than 1000000 bytes, line " + std::to_string(rows.lines + 1));
 }
 
