@@ -4,7 +4,7 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
-#include <QuarnKit/Formats/MeshDocument.h>
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/ScreenInput.h"

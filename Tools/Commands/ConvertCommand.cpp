@@ -4,7 +4,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/Diagnostics.h"

@@ -7,6 +7,7 @@
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
+#include <QuarnKit/Formats/Obj/ObjIgnoredLines.h>
 #include <QuarnScreen/MeshScreen.h>
 
 #include "Base/Diagnostics.h"
@@ -72,8 +73,8 @@ struct Ignored {
     std::uint64_t count;
 };
 
-std::vector<Ignored> ignoredIn(const ObjCounts& counts) {
-    const ObjCounts::Ignored& ignored = counts.ignored;
+std::vector<Ignored> ignoredIn(const ObjSourceText& text) {
+    const ObjIgnoredLines ignored = countIgnoredLines(text);
     return {{"materials", "materials (usemtl)", ignored.materials},
             {"materialLibraries", "material libraries (mtllib)", ignored.materialLibraries},
             {"groups", "groups (g)", ignored.groups},
@@ -85,9 +86,9 @@ std::vector<Ignored> ignoredIn(const ObjCounts& counts) {
             {"otherLines", "other lines", ignored.otherLines}};
 }
 
-std::string ignoredText(const ObjCounts& counts) {
+std::string ignoredText(const ObjSourceText& objText) {
     std::string text;
-    for (const Ignored& ignored : ignoredIn(counts))
+    for (const Ignored& ignored : ignoredIn(objText))
         if (ignored.count > 0)
             text += (text.empty() ? "" : ", ") + std::to_string(ignored.count) + " " + ignored.words;
     return text.empty() ? "nothing" : text;
@@ -114,7 +115,7 @@ nlohmann::ordered_json jsonMesh(const Screen& screen) {
     if (const auto& range = facts.uvRange)
         mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
     mesh["boundaryPoints"] = facts.boundaryPointCount;
-    for (const Ignored& ignored : ignoredIn(source.counts)) mesh["ignored"][ignored.name] = ignored.count;
+    for (const Ignored& ignored : ignoredIn(source.text)) mesh["ignored"][ignored.name] = ignored.count;
     return mesh;
 }
 
@@ -135,7 +136,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
         "UV range",
         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
     lines.emplace_back("boundary points", std::to_string(facts.boundaryPointCount));
-    if (isObj) lines.emplace_back("ignored", ignoredText(source.counts));
+    if (isObj) lines.emplace_back("ignored", ignoredText(source.text));
     return lines;
 }
 

@@ -32,7 +32,7 @@ Precise difference(const Precise& to, const Precise& from) {
 
 // The least distance to the corners, to the feet on the edges, and to the foot in the plane by least squares. Each of
 // them lies in the triangle, so that the result is never too small.
-double plainDistance(const Point3& point, const TriangleCorners& triangle) {
+double referenceDistance(const Point3& point, const TriangleCorners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;
     const auto take = [&](long double a, long double b) {

@@ -65,7 +65,7 @@ TEST(StlMeshReader, ALoopOfFourCornersIsAFan) {
 TEST(StlMeshReader, ACutTextGivesWhatStandsBeforeTheCut) {
     const std::string text = solid(kTriangle + kTriangle);
     EXPECT_EQ(notesOf(text.substr(0, text.size() - 30), 1),
-              "note: a.stl:14: the file ends within a solid; the triangles before are taken\n");
+              "note: a.stl:14: the file ends within a solid; the triangles before its end are used\n");
 }
 
 TEST(StlMeshReader, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {

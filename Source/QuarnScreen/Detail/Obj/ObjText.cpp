@@ -1,18 +1,31 @@
-#include "ObjContinuations.h"
+#include "ObjText.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <thread>
 
 namespace quarn::detail {
 
 namespace {
 
-constexpr std::int32_t kMaxPieces = 256;
-constexpr std::int32_t kMinPieceSize = 1000000;
+// A block is still in the cache when the stream overwrites the zeros of a resize.
+constexpr std::size_t kReadBlockBytes = 256 * std::size_t{1024};
 
-// Blanks the pairs that lie wholly in the range.
+constexpr std::int32_t kMaxRanges = 256;
+constexpr std::int32_t kMinRangeBytes = 1000000;
+
+void readBytes(std::istream& in, std::size_t size, std::string& text) {
+    text.reserve(size);
+    while (text.size() < size && in) {
+        const std::size_t start = text.size();
+        const std::size_t count = std::min(kReadBlockBytes, size - start);
+        text.resize(start + count);
+        in.read(text.data() + start, static_cast<std::streamsize>(count));
+    }
+    text.resize(size);
+}
+
+// Blanks the pairs of which both bytes lie in the range.
 void blankRange(char* text, ObjRange range) {
     if (range.first == range.last) return;
     char* p = text + range.first;
@@ -36,18 +49,30 @@ void blankAcross(std::string& text, ObjRange range) {
 
 }  // namespace
 
+void readWholeStream(std::istream& in, std::string& text) {
+    text.clear();
+    if (!in.good()) return;
+    const std::istream::pos_type entry = in.tellg();
+    if (entry == std::istream::pos_type(-1)) return;
+    in.seekg(0, std::ios::end);
+    const std::streamoff size = in.tellg();
+    in.seekg(0, std::ios::beg);
+    if (in && size > 0) readBytes(in, static_cast<std::size_t>(size), text);
+    in.seekg(entry);
+}
+
 std::vector<ObjRange> continuationRanges(std::size_t size) {
     const auto signedSize = static_cast<std::int32_t>(static_cast<std::uint32_t>(size));
-    const std::int32_t piece = std::max(signedSize / kMaxPieces, kMinPieceSize);
-    const std::int32_t wholePieces = signedSize / piece;
+    const std::int32_t length = std::max(signedSize / kMaxRanges, kMinRangeBytes);
+    const std::int32_t wholeRanges = signedSize / length;
 
     std::vector<ObjRange> ranges;
     const auto append = [&](std::int32_t first, std::int32_t last) {
         const auto start = static_cast<std::size_t>(first);
         ranges.push_back({start, last > first ? static_cast<std::size_t>(last) : start});
     };
-    for (std::int32_t k = 0; k < wholePieces; ++k) append(k * piece, (k + 1) * piece);
-    if (wholePieces >= 0) append(wholePieces * piece, signedSize - 1);
+    for (std::int32_t k = 0; k < wholeRanges; ++k) append(k * length, (k + 1) * length);
+    if (wholeRanges >= 0) append(wholeRanges * length, signedSize - 1);
     return ranges;
 }
 
@@ -58,7 +83,7 @@ void blankContinuations(std::string& text) {
         threads.reserve(ranges.size());
         for (const ObjRange& range : ranges) threads.emplace_back(blankRange, text.data(), range);
     }
-    // Two threads must not touch one byte, so these pairs wait until all have ended.
+    // These pairs wait until all threads have ended, since two threads must not access one byte.
     for (const ObjRange& range : ranges) blankAcross(text, range);
 }
 

@@ -2,16 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string_view>
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
+#include <QuarnScreen/OBJScreen.h>
 
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjLogicalLines.h"
 #include "ObjPrescan.h"
-#include "ObjSameMesh.h"
 
 namespace quarn {
 
@@ -63,11 +65,12 @@ Repairer::Repairer(const std::string& name, std::string_view objText)
     for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) add(logicalLine);
     if (result.triangleLines.empty())
         throw Error({.found = "found no face of three corners in the OBJ text",
-                     .expected = "one at least",
+                     .expected = "at least one",
                      .file = name});
 }
 
-// Normals go before the faces where the text has none behind its first face, as they may not change the numbers of others.
+// If the text has no normal after its first face, the new normals precede the faces. They must not
+// change the numbers of others.
 RepairedObj Repairer::finish() {
     const std::string lines = normals.lines();
     if (!lines.empty()) {
@@ -93,16 +96,16 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
     if (logicalLine.line <= lastLineBeforeNormals) normalsPlace = result.text.size();
 }
 
-// Whether the library sees the words of a line of data as they are.
+// Returns true if the library splits a line of data into the same words.
 bool Repairer::isLayoutPlain(const ObjLogicalLine& logicalLine) {
-    // It joins lines too, where a line feed alone ends them.
+    // The library also joins lines, if a line feed alone ends them.
     const bool isJoinedHere =
         logicalLine.isContinued &&
         (logicalLine.lineEnd.empty() || logicalLine.text.find('\r') != std::string_view::npos);
     if (isJoinedHere) result.repairs.note(ObjRepair::JoinedLine, logicalLine.line);
-    const bool isOdd = hasUnusualSpace(logicalLine.text);
-    if (isOdd) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
-    return !isJoinedHere && !isOdd;
+    const bool isUnusual = hasUnusualSpace(logicalLine.text);
+    if (isUnusual) result.repairs.note(ObjRepair::OddSeparator, logicalLine.line);
+    return !isJoinedHere && !isUnusual;
 }
 
 void Repairer::addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind) {
@@ -119,7 +122,7 @@ void Repairer::addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind
     addWords();
 }
 
-// Reads the corners of a face and tells whether they can stay as they are.
+// Reads the corners of a face and returns true if they can stay unchanged.
 bool Repairer::readCorners(const ObjLogicalLine& logicalLine) {
     corners.clear();
     vertices.clear();
@@ -170,7 +173,8 @@ void Repairer::addAsComment(const ObjLogicalLine& logicalLine) {
     addWords();
 }
 
-// A backslash at the end of a name or comment would join the next line to it, and a NUL would end it.
+// A backslash at the end of a name or comment would join the next line to it, and a NUL would end
+// it.
 void Repairer::addOther(const ObjLogicalLine& logicalLine) {
     const bool hasNul = logicalLine.text.find('\0') != std::string_view::npos;
     const bool joins =
@@ -181,7 +185,7 @@ void Repairer::addOther(const ObjLogicalLine& logicalLine) {
     addWithoutNul(logicalLine.text) += logicalLine.text.ends_with('\\') ? " \n" : "\n";
 }
 
-// The library takes what follows a NUL for a line of its own.
+// The library reads a new line after a NUL.
 std::string& Repairer::addWithoutNul(std::string_view text) {
     for (const char byte : text) result.text += byte == '\0' ? ' ' : byte;
     return result.text;
@@ -206,7 +210,7 @@ void refuseUTF16(const std::string& name, const std::string& text) {
         throw Error({.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name});
 }
 
-// Whether the library does not load a text with such a fault at all.
+// Returns true if the library does not load a text that needs one of the repairs.
 bool isRefused(const ObjRepairs& repairs) {
     constexpr std::array kRefused = {ObjRepair::FinalLineFeed, ObjRepair::ShortFace,
                                      ObjRepair::BadNormalReference, ObjRepair::MissingNormal};
@@ -214,6 +218,60 @@ bool isRefused(const ObjRepairs& repairs) {
     return std::any_of(tallies.begin(), tallies.end(), [&](const ObjRepairs::Tally& tally) {
         return std::find(kRefused.begin(), kRefused.end(), tally.repair) != kRefused.end();
     });
+}
+
+bool hasValidReferences(const detail::ObjFace& face, const detail::ObjVertexData& data) {
+    return std::all_of(face.begin(), face.end(), [&](const detail::ObjCorner& corner) {
+        return detail::isObjIndexInRange(corner.vertex, data.vertices.size()) &&
+               detail::isObjIndexInRange(corner.normal, data.normalCount);
+    });
+}
+
+// Returns the data that the library reads from a text; nothing if it does not load the text.
+std::optional<detail::ObjData> parseAsLibrary(std::string text) {
+    OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
+    try {
+        detail::ObjData objData = detail::parseObj(text);
+        const bool isLoadable = std::all_of(
+            objData.faces.begin(), objData.faces.end(),
+            [&](const detail::ObjFace& face) { return hasValidReferences(face, objData.vertexData); });
+        if (isLoadable) return objData;
+    } catch (const std::bad_alloc&) {
+        // A NUL ends a face line.
+    }
+    return {};
+}
+
+std::optional<std::array<float, 2>> uvOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    const auto& uvs = objData.vertexData.textureCoordinates;
+    if (!detail::isObjIndexInRange(corner.textureCoordinate, uvs.size())) return {};
+    return uvs[static_cast<std::size_t>(corner.textureCoordinate)];
+}
+
+const std::array<float, 3>& positionOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+    return objData.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
+}
+
+// Returns true if the triangles have the same positions and UVs in the same order.
+bool areSameMesh(const detail::ObjData& a, const detail::ObjData& b) {
+    const auto isSameCorner = [&](const detail::ObjCorner& ofA, const detail::ObjCorner& ofB) {
+        return positionOf(a, ofA) == positionOf(b, ofB) && uvOf(a, ofA) == uvOf(b, ofB);
+    };
+    return std::equal(a.faces.begin(), a.faces.end(), b.faces.begin(), b.faces.end(),
+                      [&](const detail::ObjFace& ofA, const detail::ObjFace& ofB) {
+                          return std::equal(ofA.begin(), ofA.end(), ofB.begin(), isSameCorner);
+                      });
+}
+
+// Undoes the repairs if the library reads the original text as the same mesh.
+void restoreIfSame(const std::string& original, RepairedObj& repaired) {
+    auto originalData = parseAsLibrary(original);
+    if (!originalData) return;
+    repaired.objData = parseAsLibrary(repaired.text);
+    if (!repaired.objData || !areSameMesh(*originalData, *repaired.objData)) return;
+    repaired.objData = std::move(originalData);
+    repaired.text = original;
+    repaired.repairs = {};
 }
 
 }  // namespace
@@ -225,10 +283,7 @@ RepairedObj repairObj(const std::string& name, const std::string& text) {
     if (hasMark) objText.remove_prefix(kUtf8Mark.size());
     RepairedObj result = Repairer(name, objText).finish();
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
-    if (result.text != text && !isRefused(result.repairs) && areSameMesh(text, result.text)) {
-        result.text = text;
-        result.repairs = {};
-    }
+    if (result.text != text && !isRefused(result.repairs)) restoreIfSame(text, result);
     return result;
 }
 

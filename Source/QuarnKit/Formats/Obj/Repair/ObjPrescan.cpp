@@ -10,7 +10,7 @@ namespace quarn {
 
 namespace {
 
-// Moves behind a run of digits and tells whether there was one.
+// Removes a run of digits and returns true if there was one.
 bool skipDigits(std::string_view& word) {
     const std::size_t length = std::min(word.find_first_not_of("0123456789"), word.size());
     word.remove_prefix(length);
@@ -21,9 +21,9 @@ void skipSign(std::string_view& word) {
     if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
 }
 
-// The number of a word that numberFormOf() knows.
+// Returns the number of a word with a known form.
 float numberOf(std::string_view word) {
-    // The scan needs a byte behind the number.
+    // The scan needs a byte after the number.
     return detail::scanFloatReference(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
 }
 
@@ -42,7 +42,7 @@ std::array<float, 3> coordinatesOf(const ObjLogicalLine& logicalLine, const std:
                      .expected = R"("v" and three numbers)",
                      .file = name,
                      .line = logicalLine.line});
-    // The library reads missing coordinates as 0, as do others.
+    // The library reads missing coordinates as 0, as other programs do.
     std::array<float, 3> position{};
     for (std::size_t i = 0; i < position.size() && i + 1 < logicalLine.words.size(); ++i)
         position.at(i) = coordinateOf(logicalLine.words[i + 1], logicalLine, name);

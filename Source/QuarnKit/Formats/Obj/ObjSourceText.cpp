@@ -1,4 +1,4 @@
-#include "ObjText.h"
+#include "ObjSourceText.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 
 namespace quarn {
 
-std::uint64_t ObjText::lineOf(const char* place) const {
+std::uint64_t ObjSourceText::lineOf(const char* place) const {
     const auto offset = static_cast<std::size_t>(place - text.data());
     const auto joined =
         std::lower_bound(joinedLines.begin(), joinedLines.end(), offset) - joinedLines.begin();
@@ -14,11 +14,11 @@ std::uint64_t ObjText::lineOf(const char* place) const {
     return static_cast<std::uint64_t>(joined + feeds) + 1;
 }
 
-ObjText joinObjLines(std::string name, std::string& text) {
+ObjSourceText joinObjLines(std::string name, std::string& text) {
     std::vector<std::size_t> joined;
     for (std::size_t at = text.find("\\\n"); at != std::string::npos; at = text.find("\\\n", at + 2))
         joined.push_back(at + 1);
-    OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
+    if (!joined.empty()) OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
     return {.name = std::move(name), .text = text, .joinedLines = std::move(joined)};
 }
 

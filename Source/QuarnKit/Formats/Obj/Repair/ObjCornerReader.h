@@ -1,5 +1,5 @@
 /// \file
-/// The corners of faces in an OBJ text from whatever program.
+/// Reads the corners of faces in the OBJ text of any program.
 #pragma once
 
 #include <cstdint>
@@ -11,19 +11,19 @@
 
 namespace quarn {
 
-/// Numbers from 1 of what a corner refers to; 0 for what it does not.
+/// Numbers from 1 to which a corner refers; 0 for no reference.
 struct ObjCornerIndices {
     std::uint64_t vertex = 0;
     std::uint64_t uv = 0;
     std::uint64_t normal = 0;
-    bool isPlain = true;  ///< Whether the library reads the text of the corner as this.
+    bool isPlain = true;  ///< True if the library reads these numbers from the text of the corner.
 };
 
-/// Reads corners in the order of their text, as relative numbers count from the line that holds them.
+/// Reads corners in the order of their text, since relative numbers count from their line.
 class ObjCornerReader {
 public:
-    /// \param objName what error lines call the text
-    /// \param textPrescan of the text; it has to outlive the object, as have the \p textRepairs
+    /// \param objName name of the text in error messages
+    /// \param textPrescan, textRepairs have to outlive the object
     ObjCornerReader(std::string objName, const ObjPrescan& textPrescan, ObjRepairs& textRepairs)
         : name(std::move(objName)), prescan(textPrescan), repairs(textRepairs) {}
 
@@ -32,7 +32,8 @@ public:
 
     /// Reads a corner such as 1/2/3, 1//3, 1 or -1/-1/-1.
     ///
-    /// Notes what is to be mended. Stops with a Error where the corner has no form that is known, or refers to a vertex that is not there.
+    /// Adds to the repairs. Throws an Error if the form of the corner is unknown, or if it refers
+    /// to a vertex that does not exist.
     [[nodiscard]] ObjCornerIndices read(std::string_view corner, std::uint64_t line);
 
 private:

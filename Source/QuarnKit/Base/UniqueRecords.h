@@ -1,5 +1,5 @@
 /// \file
-/// Lists in which equal records stand once.
+/// Lists without equal records.
 #pragma once
 
 #include <array>
@@ -11,16 +11,16 @@
 
 namespace quarn {
 
-/// Appends records of numbers to a list, each value once. 0 and -0 are one.
+/// Appends records of numbers to a list, each value once. 0 and -0 are equal.
 template <std::size_t N>
 class UniqueRecords {
 public:
     using Record = std::array<float, N>;
 
-    /// \param recordList it has to outlive the object
+    /// \param recordList has to outlive the object
     explicit UniqueRecords(std::vector<Record>& recordList) : list(recordList) {}
 
-    /// Index of the record in the list, where it now stands.
+    /// Returns the index of the record in the list, to which a new record is appended.
     [[nodiscard]] std::int32_t indexOf(const Record& record) {
         const auto [entry, isNew] = indexes.try_emplace(record, static_cast<std::int32_t>(list.size()));
         if (isNew) list.push_back(record);

@@ -1,5 +1,5 @@
 /// \file
-/// Normals for faces of an OBJ text that have none.
+/// Computes normals for faces of an OBJ text that have none.
 #pragma once
 
 #include <array>
@@ -7,23 +7,24 @@
 #include <string>
 #include <vector>
 
-#include <QuarnKit/Formats/UniqueRecords.h>
+#include <QuarnKit/Base/UniqueRecords.h>
 
 namespace quarn {
 
-/// The normals that are addedNormals to a text, each of them once.
+/// The normals that are added to a text, each of them once.
 class ObjFaceNormals {
 public:
-    /// \param objPositions of the text's vertices; they have to outlive the object
-    /// \param countBefore how many normals the text holds itself
+    /// \param objPositions positions of the text's vertices; have to outlive the object
+    /// \param countBefore number of normals that the text contains
     ObjFaceNormals(const std::vector<std::array<float, 3>>& objPositions, std::uint64_t countBefore)
         : positions(objPositions), count(countBefore), numbers(addedNormals) {}
 
-    /// Number from 1 of the normal of a polygon, on the side from which its corners run anticlockwise.
+    /// Returns the number from 1 of the normal of a polygon, on the side from which its corners are
+    /// counterclockwise.
     /// \param vertices numbers from 1
     [[nodiscard]] std::uint64_t numberFor(const std::vector<std::uint64_t>& vertices);
 
-    /// The lines of all normals that numberFor() told of.
+    /// Returns the lines of all normals that numberFor() added.
     [[nodiscard]] std::string lines() const;
 
 private:

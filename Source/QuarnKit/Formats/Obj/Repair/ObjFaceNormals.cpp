@@ -2,9 +2,8 @@
 
 #include <cmath>
 
+#include <QuarnKit/Formats/Obj/ObjNumberText.h>
 #include <QuarnScreen/Point.h>
-
-#include "ObjNumberText.h"
 
 namespace quarn {
 
@@ -14,7 +13,7 @@ Point<double, 3> at(const std::array<float, 3>& position) {
     return {position[0], position[1], position[2]};
 }
 
-// The sum of the areas of the triangles that make up the polygon.
+// Returns the direction of the sum of the area vectors of the triangles that form the polygon.
 Point<double, 3> normalOf(const std::vector<std::array<float, 3>>& positions,
                           const std::vector<std::uint64_t>& vertices) {
     const auto corner = [&](std::size_t i) { return at(positions.at(vertices.at(i) - 1)); };
@@ -22,7 +21,8 @@ Point<double, 3> normalOf(const std::vector<std::array<float, 3>>& positions,
     for (std::size_t i = 1; i + 1 < vertices.size(); ++i)
         sum = sum + cross(corner(i) - corner(0), corner(i + 1) - corner(0));
     const double size = length(sum);
-    // A face without area has no normal of its own, nor has one that reaches beyond floats, and any will do.
+    // A face with zero area, or beyond the range of floats, has no normal of its own, and any is
+    // valid.
     return size > 0.0 && std::isfinite(size) ? sum / size : Point<double, 3>(0.0, 0.0, 1.0);
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 using Parts = std::array<std::string_view, 3>;
 
-// The texts between the slashes of a corner; nothing where there are too many.
+// Returns the texts between the slashes of a corner; nothing if there are too many slashes.
 std::optional<Parts> splitAtSlashes(std::string_view corner) {
     Parts parts;
     for (std::string_view& part : parts) {
@@ -33,7 +33,8 @@ std::optional<std::int64_t> integerOf(std::string_view text) {
     return number;
 }
 
-// The integers of a corner, 0 for a part that is empty; nothing where there is no vertex, or another part is no integer.
+// Returns the integers of a corner, 0 for an empty part; nothing if the vertex is empty or a part
+// is no integer.
 std::optional<std::array<std::int64_t, 3>> referencesOf(const Parts& parts) {
     std::array<std::int64_t, 3> references{};
     for (std::size_t i = 0; i < parts.size(); ++i) {
@@ -45,7 +46,8 @@ std::optional<std::array<std::int64_t, 3>> referencesOf(const Parts& parts) {
     return references;
 }
 
-// The number from 1 that a reference means where \p count records stand above its line; 0 for one below 1.
+// Returns the number from 1 of a reference with \p count lines of its kind before it; 0 for a
+// number below 1.
 std::uint64_t absoluteNumber(std::int64_t reference, std::uint64_t count) {
     if (reference >= 0) return static_cast<std::uint64_t>(reference);
     const std::uint64_t back = std::uint64_t{0} - static_cast<std::uint64_t>(reference);

@@ -12,7 +12,7 @@ std::string_view withoutLeadingSpace(std::string_view text) {
     return text.substr(begin);
 }
 
-// Names and comments may end with a backslash that joins nothing, as in the path of a folder.
+// A backslash at the end of a name or comment joins nothing, as in the path of a folder.
 bool isContinuedLine(std::string_view line) {
     if (!line.ends_with('\\')) return false;
     const std::string_view text = withoutLeadingSpace(line);
@@ -33,7 +33,7 @@ void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {
             logicalLine.comment = text;
             return;
         }
-        // Some programs write a comment without a blank in front of it.
+        // Some programs write no blank before a comment.
         const bool isKeyword = logicalLine.words.empty();
         std::size_t length = 1;
         while (length < text.size() && !isObjSpace(text[length]) && (isKeyword || text[length] != '#'))
@@ -54,7 +54,7 @@ std::string_view ObjLogicalLines::takeLine(std::string_view& lineEnd) {
     return line;
 }
 
-// Backslashes and line ends become blanks in the copy that the words are cut from.
+// Backslashes and line ends become blanks in the copy that is split into words.
 void ObjLogicalLines::joinLines(ObjLogicalLine& logicalLine) {
     joined = logicalLine.text;
     const char* const begin = logicalLine.text.data();

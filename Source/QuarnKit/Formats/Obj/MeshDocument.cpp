@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include <QuarnKit/Formats/Obj/ObjNumberText.h>
+#include <QuarnKit/Base/UniqueRecords.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
-#include "UniqueRecords.h"
+#include "ObjNumberText.h"
 
 namespace quarn {
 
@@ -42,7 +42,7 @@ void addFace(std::string& text, const detail::ObjFace& face) {
     text += '\n';
 }
 
-// A triangle without area has no normal of its own, and any will do.
+// A triangle with zero area has no normal of its own, and any is valid.
 std::array<float, 3> normalOf(const MeshDocument& mesh, const detail::ObjFace& face) {
     const auto corner = [&](std::size_t i) {
         return toDoubles(mesh.positions.at(static_cast<std::size_t>(face.at(i).vertex)));
@@ -90,8 +90,7 @@ MeshDocument meshDocumentOf(std::span<const Triangle> triangles) {
 }
 
 MeshDocument meshDocumentOf(const std::string& objText, const Matrix<float, 4>& transform) {
-    std::vector<Triangle> unused;
-    detail::ObjData objData = detail::parseObj(objText, unused, [] {});
+    detail::ObjData objData = detail::parseObj(objText);
     MeshDocument mesh;
     mesh.positions = std::move(objData.vertexData.vertices);
     mesh.uvs = std::move(objData.vertexData.textureCoordinates);
