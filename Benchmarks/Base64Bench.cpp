@@ -6,12 +6,12 @@
 #include <random>
 #include <string>
 
-#include "Reference/Timed/ReferenceBase64Bytes.h"
+#include "Reference/Formats/ReferenceBase64.h"
 
 namespace {
 
-using quarn::bench::decodePlainly;
-using quarn::bench::encodePlainly;
+using quarn::test::referenceDecodeBase64;
+using quarn::test::referenceEncodeBase64;
 
 // Not a multiple of three.
 constexpr std::size_t kSize = 3'000'001;
@@ -32,7 +32,7 @@ bool keepFreedMemory() {
 const bool kIsMemoryKept = keepFreedMemory();
 
 const std::string kBytes = randomBytes();
-const std::string kText = encodePlainly(kBytes);
+const std::string kText = referenceEncodeBase64(kBytes);
 // The text that its UTF-8 form is; all bytes are ASCII.
 const std::wstring kWideBytes(kBytes.begin(), kBytes.end());
 const std::wstring kWideText(kText.begin(), kText.end());
@@ -46,7 +46,7 @@ std::wstring encodeWide(const std::wstring& text) {
     return encodeBase64Wide(text.data(), static_cast<unsigned int>(text.size()));
 }
 
-std::string narrowPlainly(const std::wstring& text) {
+std::string narrowByReference(const std::wstring& text) {
     std::string bytes;
     bytes.reserve(text.size());
     for (const wchar_t character : text) {
@@ -56,19 +56,19 @@ std::string narrowPlainly(const std::wstring& text) {
     return bytes;
 }
 
-std::wstring widenPlainly(const std::string& bytes) {
+std::wstring widenByReference(const std::string& bytes) {
     std::wstring text;
     text.reserve(bytes.size());
     for (const char byte : bytes) text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
     return text;
 }
 
-std::wstring encodeWidePlainly(const std::wstring& text) {
-    return widenPlainly(encodePlainly(narrowPlainly(text)));
+std::wstring encodeWideByReference(const std::wstring& text) {
+    return widenByReference(referenceEncodeBase64(narrowByReference(text)));
 }
 
-std::wstring decodeWidePlainly(const std::wstring& text) {
-    return widenPlainly(decodePlainly(narrowPlainly(text)));
+std::wstring decodeWideByReference(const std::wstring& text) {
+    return widenByReference(referenceDecodeBase64(narrowByReference(text)));
 }
 
 template <class Text>
@@ -78,15 +78,15 @@ void measure(benchmark::State& state, Text (*convert)(const Text&), const Text& 
 }
 
 BENCHMARK_CAPTURE(measure, base64, encode, kBytes, kText)->Name("base64/encode/library");
-BENCHMARK_CAPTURE(measure, base64, encodePlainly, kBytes, kText)->Name("base64/encode/plain");
+BENCHMARK_CAPTURE(measure, base64, referenceEncodeBase64, kBytes, kText)->Name("base64/encode/plain");
 BENCHMARK_CAPTURE(measure, base64, decodeBase64, kText, kBytes)->Name("base64/decode/library");
-BENCHMARK_CAPTURE(measure, base64, decodePlainly, kText, kBytes)->Name("base64/decode/plain");
+BENCHMARK_CAPTURE(measure, base64, referenceDecodeBase64, kText, kBytes)->Name("base64/decode/plain");
 BENCHMARK_CAPTURE(measure, base64, encodeWide, kWideBytes, kWideText)->Name("base64/encode-wide/library");
-BENCHMARK_CAPTURE(measure, base64, encodeWidePlainly, kWideBytes, kWideText)
+BENCHMARK_CAPTURE(measure, base64, encodeWideByReference, kWideBytes, kWideText)
     ->Name("base64/encode-wide/plain");
 BENCHMARK_CAPTURE(measure, base64, decodeBase64Wide, kWideText, kWideBytes)
     ->Name("base64/decode-wide/library");
-BENCHMARK_CAPTURE(measure, base64, decodeWidePlainly, kWideText, kWideBytes)
+BENCHMARK_CAPTURE(measure, base64, decodeWideByReference, kWideText, kWideBytes)
     ->Name("base64/decode-wide/plain");
 
 }  // namespace

@@ -19,8 +19,8 @@ void findByLibrary(const std::vector<Triangle>& triangles) {
     benchmark::DoNotOptimize(MeshScreen::findBoundaryNew(triangles, boundary));
 }
 
-void findPlainly(const std::vector<Triangle>& triangles) {
-    const quarn::test::PlainOutline outline(triangles);
+void findByReference(const std::vector<Triangle>& triangles) {
+    const quarn::test::ReferenceBoundary outline(triangles);
     benchmark::DoNotOptimize(outline.isSingleWithUV);
 }
 
@@ -48,7 +48,7 @@ void addWay(const MeshCase& mesh, const char* way, FindOutline find) {
 
 void addWays(const MeshCase& mesh) {
     addWay(mesh, "library", findByLibrary);
-    addWay(mesh, "plain", findPlainly);
+    addWay(mesh, "plain", findByReference);
 }
 
 [[maybe_unused]] const int kRegistered =

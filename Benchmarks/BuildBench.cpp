@@ -14,9 +14,9 @@ using quarn::bench::keepTracerOpen;
 using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
-using quarn::bench::PlainIndexes;
-using quarn::bench::PlainScene;
 using quarn::bench::processSeconds;
+using quarn::test::ReferenceIndexes;
+using quarn::test::ReferenceScene;
 
 // Each time a new object, since the memory of an old one would be had for less.
 template <class Prepare>
@@ -37,16 +37,16 @@ struct ByLibrary {
     BenchScreen screen;
 };
 
-struct Plainly {
-    explicit Plainly(const MeshCase& mesh) : triangles(meshOf(mesh)) {}
+struct ByReference {
+    explicit ByReference(const MeshCase& mesh) : triangles(meshOf(mesh)) {}
     void build() {
         indexes.build(triangles);
         scene.upload(triangles);
     }
 
     std::vector<Triangle> triangles;
-    PlainIndexes indexes;
-    PlainScene scene;
+    ReferenceIndexes indexes;
+    ReferenceScene scene;
 };
 
 // The part that is the same in both.
@@ -55,7 +55,7 @@ struct TracerAlone {
     void build() { scene.upload(triangles); }
 
     const std::vector<Triangle>& triangles;
-    PlainScene scene;
+    ReferenceScene scene;
 };
 
 template <class Built>
@@ -67,7 +67,7 @@ void addWay(const MeshCase& mesh, const char* way) {
 
 void addAll(const MeshCase& mesh) {
     addWay<ByLibrary>(mesh, "library");
-    addWay<Plainly>(mesh, "plain");
+    addWay<ByReference>(mesh, "plain");
     addWay<TracerAlone>(mesh, "tracer-alone");
 }
 

@@ -14,10 +14,10 @@
 
 namespace {
 
-using quarn::bench::InlineCylinder;
-using quarn::bench::InlineSphere;
 using quarn::bench::kInputs;
 using quarn::bench::repeat;
+using quarn::test::ReferenceCylinderFormulas;
+using quarn::test::ReferenceSphereFormulas;
 
 using Screen = std::unique_ptr<const IScreenGeometry>;
 
@@ -162,14 +162,15 @@ void ruledIntersectParts(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK_CAPTURE(roundTrip, cylinder, makeCylinder)->Name("CylinderScreen/roundTrip/library");
-BENCHMARK_CAPTURE(roundTripInline, cylinder, makeCylinder, InlineCylinder{kCylinder})
+BENCHMARK_CAPTURE(roundTripInline, cylinder, makeCylinder, ReferenceCylinderFormulas{kCylinder})
     ->Name("CylinderScreen/roundTrip/inline");
-BENCHMARK_CAPTURE(bareCalls, cylinder, InlineCylinder{kCylinder})
+BENCHMARK_CAPTURE(bareCalls, cylinder, ReferenceCylinderFormulas{kCylinder})
     ->Name("CylinderScreen/roundTrip/bare calls");
 BENCHMARK_CAPTURE(roundTrip, dome, makeDome)->Name("SphericalScreen/roundTrip/library");
-BENCHMARK_CAPTURE(roundTripInline, dome, makeDome, InlineSphere{kDome})
+BENCHMARK_CAPTURE(roundTripInline, dome, makeDome, ReferenceSphereFormulas{kDome})
     ->Name("SphericalScreen/roundTrip/inline");
-BENCHMARK_CAPTURE(bareCalls, dome, InlineSphere{kDome})->Name("SphericalScreen/roundTrip/bare calls");
+BENCHMARK_CAPTURE(bareCalls, dome, ReferenceSphereFormulas{kDome})
+    ->Name("SphericalScreen/roundTrip/bare calls");
 
 #define QUARN_EACH_SHAPE(operation)                                                                      \
     BENCHMARK_CAPTURE(operation, cylinder, makeCylinder)->Name("CylinderScreen/" #operation "/library"); \

@@ -14,11 +14,11 @@ using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainEditing;
 using quarn::bench::processSeconds;
 using quarn::bench::Shape;
 using quarn::test::GridSize;
 using quarn::test::Mesh;
+using quarn::test::ReferenceEditing;
 
 // A mesh with a hundredth of the case's triangles, and the length of edges that makes about all of them again.
 struct Coarse {
@@ -40,7 +40,7 @@ double lengthForPieces(const Mesh& mesh, int count) {
     double many = longest / 64.0;
     for (int step = 0; step < 16; ++step) {
         const double middle = std::sqrt(few * many);
-        const bool areMany = PlainEditing::countPieces(mesh, middle) > static_cast<std::size_t>(count);
+        const bool areMany = ReferenceEditing::countPieces(mesh, middle) > static_cast<std::size_t>(count);
         (areMany ? many : few) = middle;
     }
     return many;
@@ -91,7 +91,7 @@ void addWay(const MeshCase& mesh, const char* way) {
 
 void addAll(const MeshCase& mesh) {
     addWay<LibraryEditing>(mesh, "library");
-    addWay<PlainEditing>(mesh, "plain");
+    addWay<ReferenceEditing>(mesh, "plain");
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

@@ -13,9 +13,9 @@
 
 namespace {
 
-using quarn::bench::InlineFlatScreen;
 using quarn::bench::kInputs;
 using quarn::bench::repeat;
+using quarn::test::ReferenceFlatFormulas;
 
 constexpr double kWidth = 4.0;
 constexpr double kHeight = 3.0;
@@ -31,8 +31,8 @@ std::unique_ptr<const IScreenGeometry> makeScreen() {
 }
 
 // The size is unknown to the compiler, as it is in the library.
-InlineFlatScreen makeInlineScreen() {
-    InlineFlatScreen screen{kWidth, kHeight};
+ReferenceFlatFormulas makeInlineScreen() {
+    ReferenceFlatFormulas screen{kWidth, kHeight};
     benchmark::DoNotOptimize(screen);
     return screen;
 }
@@ -51,7 +51,7 @@ void mapInto2DLibrary(benchmark::State& state) {
 }
 
 void mapInto2DInline(benchmark::State& state) {
-    const InlineFlatScreen wall = makeInlineScreen();
+    const ReferenceFlatFormulas wall = makeInlineScreen();
     if (makeScreen()->mapInto2D(kPoints[0], true) != wall.mapInto2D(kPoints[0]))
         return state.SkipWithError("other UV than the library's");
     repeat(state, [&](std::size_t i) { benchmark::DoNotOptimize(wall.mapInto2D(kPoints[i])); });
@@ -67,7 +67,7 @@ void mapInto3DLibrary(benchmark::State& state) {
 }
 
 void mapInto3DInline(benchmark::State& state) {
-    const InlineFlatScreen wall = makeInlineScreen();
+    const ReferenceFlatFormulas wall = makeInlineScreen();
     Point<double, 3> expected;
     makeScreen()->mapInto3D({0.25, 0.75}, expected, true);
     if (!same(expected, wall.mapInto3D({0.25, 0.75})))
@@ -84,7 +84,7 @@ void intersectLibrary(benchmark::State& state) {
 }
 
 void intersectInline(benchmark::State& state) {
-    const InlineFlatScreen wall = makeInlineScreen();
+    const ReferenceFlatFormulas wall = makeInlineScreen();
     const auto screen = makeScreen();
     for (std::size_t i = 0; i < kInputs; ++i) {
         Point<double, 3> hit;
@@ -110,7 +110,7 @@ void sampleGridLibrary(benchmark::State& state) {
 }
 
 void sampleGridInline(benchmark::State& state) {
-    const InlineFlatScreen wall = makeInlineScreen();
+    const ReferenceFlatFormulas wall = makeInlineScreen();
     IScreenGeometry::Polylines expected;
     makeScreen()->sampleGrid(expected, kGridLines);
     std::vector<Point<double, 3>> positions;

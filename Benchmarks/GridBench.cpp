@@ -1,6 +1,7 @@
 // The grid of a mesh whose outline has 4,000 points, beside the same written plainly.
 #include "Inputs/BenchMeshes.h"
-#include "Reference/Timed/ReferenceGridBuild.h"
+#include "Reference/Mesh/ReferenceGrid.h"
+#include "Reference/Timed/ReferenceLockedMapping.h"
 
 namespace {
 
@@ -10,10 +11,12 @@ using quarn::bench::forEachMesh;
 using quarn::bench::MeshCase;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainGrid;
-using quarn::bench::PlainIndexes;
 using quarn::bench::Shape;
 using quarn::test::GridSize;
+using quarn::test::Point2;
+using quarn::test::Point3;
+using quarn::test::ReferenceIndexes;
+using quarn::test::ReferenceLockedMapping;
 
 // Cells of a mesh with 2,000 of them along two edges, and about the case's number of triangles.
 GridSize cellsOf(const MeshCase& mesh) {
@@ -33,10 +36,28 @@ const BenchScreen& longScreenOf(const MeshCase& mesh) {
     });
 }
 
-const PlainIndexes& plainOf(const MeshCase& mesh) {
-    static PerMesh<PlainIndexes> indexes;
-    return indexes.get(mesh, [&] { return std::make_unique<PlainIndexes>(longScreenOf(mesh).mesh()); });
+const ReferenceIndexes& referenceOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceIndexes> indexes;
+    return indexes.get(mesh, [&] { return std::make_unique<ReferenceIndexes>(longScreenOf(mesh).mesh()); });
 }
+
+class GridByReference {
+public:
+    explicit GridByReference(const ReferenceIndexes& indexes)
+        : boundary(indexes.boundary->boundary), mapping(indexes) {}
+
+    void sampleGrid(MeshScreen::Polylines& grid, int density) {
+        grid = quarn::test::referenceGrid(
+            {[this](MeshScreen::Polylines& lines) { lines.push_back(boundary.points); },
+             [this](std::vector<Point2>& uvs) { uvs = boundary.uvPoints; },
+             [this](const Point2& uv, Point3& point) { return mapping.mapInto3D(uv, point, true); }},
+            density);
+    }
+
+private:
+    const Boundary& boundary;
+    ReferenceLockedMapping mapping;
+};
 
 // Two densities in turn, so that no grid is had from the one before.
 template <class Sampled>
@@ -54,8 +75,8 @@ void sampleByLibrary(benchmark::State& state, const MeshCase& mesh) {
     sampleAnew(state, longScreenOf(mesh));
 }
 
-void samplePlainly(benchmark::State& state, const MeshCase& mesh) {
-    PlainGrid plain(plainOf(mesh));
+void sampleByReference(benchmark::State& state, const MeshCase& mesh) {
+    GridByReference plain(referenceOf(mesh));
     MeshScreen::Polylines expected;
     MeshScreen::Polylines found;
     longScreenOf(mesh).sampleGrid(expected, 50);
@@ -66,7 +87,7 @@ void samplePlainly(benchmark::State& state, const MeshCase& mesh) {
 
 void addAll(const MeshCase& mesh) {
     add("grid", mesh, "library", sampleByLibrary);
-    add("grid", mesh, "plain", samplePlainly);
+    add("grid", mesh, "plain", sampleByReference);
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

@@ -13,7 +13,6 @@ namespace {
 using quarn::bench::add;
 using quarn::bench::agreement;
 using quarn::bench::askEach;
-using quarn::bench::CentroidKey;
 using quarn::bench::forEachMesh;
 using quarn::bench::kChecked;
 using quarn::bench::kDisagreement;
@@ -22,12 +21,13 @@ using quarn::bench::meshOf;
 using quarn::bench::NanoflannTree;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainCentroidTree;
-using quarn::bench::PlainQuadtree;
 using quarn::bench::Point2;
-using quarn::bench::pointersTo;
 using quarn::bench::uvsInside;
-using Tree = PointKDTree<const Triangle*, 3, CentroidKey>;
+using quarn::test::pointersTo;
+using quarn::test::ReferenceCentroidKey;
+using quarn::test::ReferenceCentroidTree;
+using quarn::test::ReferenceQuadtree;
+using Tree = PointKDTree<const Triangle*, 3, ReferenceCentroidKey>;
 
 void buildTree(benchmark::State& state, const MeshCase& mesh) {
     const std::vector<const Triangle*> pointers = pointersTo(meshOf(mesh));
@@ -38,10 +38,10 @@ void buildTree(benchmark::State& state, const MeshCase& mesh) {
     }
 }
 
-void buildPlainTree(benchmark::State& state, const MeshCase& mesh) {
+void buildReferenceTree(benchmark::State& state, const MeshCase& mesh) {
     const std::vector<const Triangle*> pointers = pointersTo(meshOf(mesh));
     for ([[maybe_unused]] auto _ : state) {
-        PlainCentroidTree tree;
+        ReferenceCentroidTree tree;
         tree.build(pointers);
         benchmark::DoNotOptimize(tree.root);
     }
@@ -64,10 +64,10 @@ const RegionMap& mapOf(const MeshCase& mesh) {
     });
 }
 
-const PlainQuadtree& quadtreeOf(const MeshCase& mesh) {
-    static PerMesh<PlainQuadtree> quadtrees;
+const ReferenceQuadtree& quadtreeOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceQuadtree> quadtrees;
     return quadtrees.get(mesh, [&] {
-        auto made = std::make_unique<PlainQuadtree>();
+        auto made = std::make_unique<ReferenceQuadtree>();
         made->build(meshOf(mesh));
         return made;
     });
@@ -81,7 +81,7 @@ auto locatorOf(const RegionMap& map) {
     };
 }
 
-auto locatorOf(const PlainQuadtree& quadtree) {
+auto locatorOf(const ReferenceQuadtree& quadtree) {
     return [&quadtree](const Point2& uv) { return quadtree.locate(uv[0], uv[1]); };
 }
 
@@ -97,20 +97,20 @@ void locate(benchmark::State& state, const MeshCase& mesh) {
     locateAll(state, mesh, locatorOf(mapOf(mesh)));
 }
 
-void locatePlainly(benchmark::State& state, const MeshCase& mesh) {
+void locateByReference(benchmark::State& state, const MeshCase& mesh) {
     locateAll(state, mesh, locatorOf(quadtreeOf(mesh)));
 }
 
 void addBuilds(const MeshCase& mesh) {
     add("kd-tree-build", mesh, "library", buildTree);
-    add("kd-tree-build", mesh, "plain", buildPlainTree);
+    add("kd-tree-build", mesh, "plain", buildReferenceTree);
     add("kd-tree-build", mesh, "nanoflann", buildNanoflann);
 }
 
 void addAll(const MeshCase& mesh) {
     addBuilds(mesh);
     add("uv-location", mesh, "library", locate);
-    add("uv-location", mesh, "plain", locatePlainly);
+    add("uv-location", mesh, "plain", locateByReference);
 }
 
 [[maybe_unused]] const int kRegistered =

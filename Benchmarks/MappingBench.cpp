@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Inputs/Queries.h"
-#include "Reference/Timed/ReferenceUVMapping.h"
+#include "Reference/Timed/ReferenceLockedMapping.h"
 
 namespace {
 
@@ -21,17 +21,17 @@ using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainIndexes;
-using quarn::bench::PlainMapping;
 using quarn::bench::Point2;
 using quarn::bench::Point3;
 using quarn::bench::screenOf;
+using quarn::test::ReferenceIndexes;
+using quarn::test::ReferenceLockedMapping;
 
 constexpr std::size_t kKnown = 20;
 
-const PlainIndexes& plainOf(const MeshCase& mesh) {
-    static PerMesh<PlainIndexes> indexes;
-    return indexes.get(mesh, [&] { return std::make_unique<PlainIndexes>(meshOf(mesh)); });
+const ReferenceIndexes& referenceOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceIndexes> indexes;
+    return indexes.get(mesh, [&] { return std::make_unique<ReferenceIndexes>(meshOf(mesh)); });
 }
 
 const std::vector<Point2>& newUVs(bool areInside) {
@@ -64,7 +64,7 @@ void addNewUVs(const MeshCase& mesh, const char* subject, bool areInside) {
         mapAll(state, screenOf(asked), newUVs(areInside), !areInside);
     });
     add(subject, mesh, "plain", [=](benchmark::State& state, const MeshCase& asked) {
-        PlainMapping mapping(plainOf(asked));
+        ReferenceLockedMapping mapping(referenceOf(asked));
         const auto answerOf = [=](auto& mapped) {
             return [&mapped, extrapolate = !areInside](const Point2& uv) {
                 Point3 point;

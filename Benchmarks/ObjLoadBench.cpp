@@ -42,7 +42,7 @@ public:
     }
 };
 
-struct Plainly {
+struct ByReference {
     void load(const MeshFile& file) {
         std::ifstream in(file.path());
         loaded.load(in);
@@ -51,9 +51,9 @@ struct Plainly {
     }
     [[nodiscard]] std::size_t count() const { return loaded.triangles.size(); }
 
-    quarn::bench::PlainObjLoad loaded;
-    quarn::bench::PlainIndexes indexes;
-    quarn::bench::PlainScene scene;
+    quarn::test::ReferenceObjLoad loaded;
+    quarn::test::ReferenceIndexes indexes;
+    quarn::test::ReferenceScene scene;
 };
 
 struct ByTinyObj {
@@ -109,7 +109,7 @@ void addAll(const MeshCase& mesh, const std::string& variant, FileForm form, Fil
     addWay<TrianglesByLibrary>("obj-triangles", mesh, variant + "/library", refused);
     addWay<ByTinyObj>("obj-triangles", mesh, variant + "/tinyobj", refused, 1);
     addWay<ByLibrary>("obj-load", mesh, variant + "/library", form);
-    addWay<Plainly>("obj-load", mesh, variant + "/plain", form);
+    addWay<ByReference>("obj-load", mesh, variant + "/plain", form);
     addWay<ByTinyObj>("obj-load", mesh, variant + "/tinyobj", form);
     add("obj-memory", mesh, variant + "/library", [=](benchmark::State& state, const MeshCase& asked) {
         measureMemory(state, asked, form);

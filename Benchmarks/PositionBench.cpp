@@ -13,7 +13,6 @@ namespace {
 using quarn::bench::add;
 using quarn::bench::agreement;
 using quarn::bench::askEach;
-using quarn::bench::CentroidKey;
 using quarn::bench::forEachMesh;
 using quarn::bench::kDisagreement;
 using quarn::bench::MeshCase;
@@ -21,14 +20,15 @@ using quarn::bench::meshOf;
 using quarn::bench::NanoflannTree;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainIndexes;
-using quarn::bench::PlainScene;
 using quarn::bench::Point3;
-using quarn::bench::pointersTo;
 using quarn::bench::positionsOffSurface;
 using quarn::bench::positionsOnSurface;
 using quarn::bench::screenOf;
-using Tree = PointKDTree<const Triangle*, 3, CentroidKey>;
+using quarn::test::pointersTo;
+using quarn::test::ReferenceCentroidKey;
+using quarn::test::ReferenceIndexes;
+using quarn::test::ReferenceScene;
+using Tree = PointKDTree<const Triangle*, 3, ReferenceCentroidKey>;
 using Positions = std::vector<Point3>;
 
 // Whatever is made for a mesh is made when first asked for.
@@ -42,9 +42,9 @@ const Tree& treeOf(const MeshCase& mesh) {
     });
 }
 
-const PlainIndexes& plainOf(const MeshCase& mesh) {
-    static PerMesh<PlainIndexes> indexes;
-    return indexes.get(mesh, [&] { return std::make_unique<PlainIndexes>(meshOf(mesh)); });
+const ReferenceIndexes& referenceOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceIndexes> indexes;
+    return indexes.get(mesh, [&] { return std::make_unique<ReferenceIndexes>(meshOf(mesh)); });
 }
 
 const NanoflannTree& nanoflannOf(const MeshCase& mesh) {
@@ -52,10 +52,10 @@ const NanoflannTree& nanoflannOf(const MeshCase& mesh) {
     return trees.get(mesh, [&] { return std::make_unique<NanoflannTree>(meshOf(mesh)); });
 }
 
-const PlainScene& sceneOf(const MeshCase& mesh) {
-    static PerMesh<PlainScene> scenes;
+const ReferenceScene& sceneOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceScene> scenes;
     return scenes.get(mesh, [&] {
-        auto made = std::make_unique<PlainScene>();
+        auto made = std::make_unique<ReferenceScene>();
         made->upload(meshOf(mesh));
         return made;
     });
@@ -79,9 +79,10 @@ const Positions& positionsOf(const MeshCase& mesh, const std::string& where) {
 auto nearestByLibrary(const MeshCase& mesh) {
     return [&tree = treeOf(mesh)](const Point3& position) { return tree.findNearest(position); };
 }
-auto nearestPlainly(const MeshCase& mesh) {
-    return
-        [&tree = plainOf(mesh).centroidTree](const Point3& position) { return tree.findNearest(position); };
+auto nearestByReference(const MeshCase& mesh) {
+    return [&tree = referenceOf(mesh).centroidTree](const Point3& position) {
+        return tree.findNearest(position);
+    };
 }
 auto nearestByNanoflann(const MeshCase& mesh) {
     return [&tree = nanoflannOf(mesh), &triangles = meshOf(mesh)](const Point3& position) {
@@ -94,9 +95,10 @@ auto normalByLibrary(const MeshCase& mesh) {
 Point3 normalOf(const Triangle* triangle) {
     return triangle == nullptr ? Point3() : triangle->normal;
 }
-auto normalPlainly(const MeshCase& mesh) {
-    return
-        [&plain = plainOf(mesh)](const Point3& position) { return normalOf(plain.findContaining(position)); };
+auto normalByReference(const MeshCase& mesh) {
+    return [&plain = referenceOf(mesh)](const Point3& position) {
+        return normalOf(plain.findContaining(position));
+    };
 }
 auto normalByEmbree(const MeshCase& mesh) {
     return
@@ -125,13 +127,13 @@ void addAll(const MeshCase& mesh) {
     for (const char* where : {"on-surface", "off-surface"}) {
         const char* const subject = "nearest-centroid";
         addWay(subject, mesh, where, "library", nearestByLibrary, nearestByLibrary);
-        addWay(subject, mesh, where, "plain", nearestPlainly, nearestByLibrary);
+        addWay(subject, mesh, where, "plain", nearestByReference, nearestByLibrary);
         addWay(subject, mesh, where, "nanoflann", nearestByNanoflann, nearestByLibrary);
     }
     for (const char* where : {"on-surface", "just-off", "off-surface"}) {
         const char* const subject = "point-on-triangle";
         addWay(subject, mesh, where, "library", normalByLibrary, normalByLibrary);
-        addWay(subject, mesh, where, "plain", normalPlainly, normalByLibrary);
+        addWay(subject, mesh, where, "plain", normalByReference, normalByLibrary);
         addWay(subject, mesh, where, "Embree", normalByEmbree, normalByLibrary);
     }
 }

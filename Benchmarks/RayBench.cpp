@@ -21,14 +21,14 @@ using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
-using quarn::bench::PlainScene;
 using quarn::bench::screenOf;
+using quarn::test::ReferenceScene;
 using Rays = std::vector<Ray>;
 
-const PlainScene& sceneOf(const MeshCase& mesh) {
-    static PerMesh<PlainScene> scenes;
+const ReferenceScene& sceneOf(const MeshCase& mesh) {
+    static PerMesh<ReferenceScene> scenes;
     return scenes.get(mesh, [&] {
-        auto made = std::make_unique<PlainScene>();
+        auto made = std::make_unique<ReferenceScene>();
         made->upload(meshOf(mesh));
         return made;
     });

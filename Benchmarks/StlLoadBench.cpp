@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::size_t count() const { return triangles.size(); }
 };
 
-class Plainly {
+class ByReference {
 public:
     void load(const MeshFile& file) {
         std::ifstream in(file.path(), std::ios::binary);
@@ -77,8 +77,8 @@ private:
 
     std::string contents;
     std::vector<Triangle> triangles;
-    quarn::bench::PlainIndexes indexes;
-    quarn::bench::PlainScene scene;
+    quarn::test::ReferenceIndexes indexes;
+    quarn::test::ReferenceScene scene;
 };
 
 template <class Way>
@@ -92,7 +92,7 @@ int registerAll() {
     for (const int triangleCount : {10'000, 100'000, 1'000'000}) {
         const MeshCase mesh{Shape::Dome, triangleCount, Order::InOrder};
         addWay<ByLibrary>(mesh, "library");
-        addWay<Plainly>(mesh, "plain");
+        addWay<ByReference>(mesh, "plain");
     }
     return 0;
 }

@@ -1,12 +1,11 @@
 #include <fcntl.h>
-
-#include <CLI/CLI.hpp>
-#include <sstream>
+#include <unistd.h>
 
 #include <QuarnKit/Base/OutputFile.h>
 
 #include "Base/LogOutput.h"
 #include "Base/ToolError.h"
+#include "CommandLine/CommandLine.h"
 #include "Commands/Commands.h"
 
 namespace {
@@ -26,14 +25,15 @@ void writeToStandardOutput(const std::string& text) {
 }
 
 void runTool(int argc, const char* const* argv) {
-    CLI::App tool("Models of physical display screens: answers questions about a screen from a file.",
-                  "quarnscreen");
-    tool.set_version_flag("--version", "quarnscreen " QUARN_VERSION);
-    tool.require_subcommand(1);
-    tool.footer(
-        "Exit codes: 0 success, 1 a required answer is missing or a check found something, 2 bad input or "
-        "usage, 3 the system failed.\n\n"
-        "Example:\n  quarnscreen info Samples/flat-wall.xml");
+    quarn::tool::CommandLine commandLine(
+        {.name = "quarnscreen",
+         .summary = "Models of physical display screens: answers questions about a screen from a file.",
+         .details = "Exit codes: 0 success, 1 a required answer is missing or a check found something, 2 bad "
+                    "input or usage, 3 the system failed.",
+         .example = "quarnscreen info Samples/flat-wall.xml"},
+        "quarnscreen " QUARN_VERSION);
+    quarn::tool::Command tool = commandLine.root();
+    tool.requireCommand();
     quarn::tool::registerInfoCommand(tool);
     quarn::tool::registerMapCommand(tool);
     quarn::tool::registerIntersectCommand(tool);
@@ -52,13 +52,7 @@ void runTool(int argc, const char* const* argv) {
     quarn::tool::registerTransformCommand(tool);
     quarn::tool::registerCompareCommand(tool);
     quarn::tool::registerCompletionCommand(tool);
-    try {
-        tool.parse(argc, argv);
-    } catch (const CLI::Success& request) {
-        std::ostringstream text;
-        tool.exit(request, text, text);
-        writeToStandardOutput(text.str());
-    }
+    if (const auto text = commandLine.run(argc, argv)) writeToStandardOutput(*text);
 }
 
 }  // namespace

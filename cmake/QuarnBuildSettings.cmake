@@ -18,6 +18,8 @@ if(PROJECT_IS_TOP_LEVEL)
     endif()
 endif()
 
+option(QUARN_ASSERTIONS "Abort if a precondition of the library is violated" OFF)
+
 # Warnings, and sanitizers if a preset requires them.
 function(quarn_target_settings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
@@ -25,6 +27,9 @@ function(quarn_target_settings target)
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
     if(QUARN_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(QUARN_ASSERTIONS)
+        target_compile_definitions(${target} PRIVATE QUARN_ASSERTIONS)
     endif()
     if(QUARN_SANITIZERS)
         target_compile_options(${target} PRIVATE -fsanitize=${QUARN_SANITIZERS} -fno-omit-frame-pointer

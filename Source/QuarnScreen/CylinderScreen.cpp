@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
@@ -11,16 +12,15 @@
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
 #include <QuarnScreen/Detail/Shapes/HitPair.h>
 #include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 namespace {
 
-// Slack of the section's edges in z (the screen's unit) and azimuth (radians), and of the wall (squared
-// unit).
+// Tolerances of the section's edges in z, in the screen's unit, and in azimuth, in radians, and of
+// the wall, in squared units.
 constexpr double kOnScreenTolerance = 1e-06;
-// Nearer to the axis than this, in the screen's unit, no direction towards it exists.
+// Closer to the axis than this, in the screen's unit, there is no direction towards it.
 constexpr double kMinAxisDistance = 1e-06;
 
 constexpr int kPointsPerRuling = 20;
@@ -67,6 +67,7 @@ void CylinderScreen::serialize(std::wostream& out, int indent) {
 }
 
 void CylinderScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readPointTag(child, kCenterTag, params.center);
         quarn::detail::readNumberTag(child, kHeightTag, params.height);
@@ -77,16 +78,17 @@ void CylinderScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void CylinderScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     params = {config->getCenter(), config->getRadius(), config->getMinTheta(), config->getMaxTheta(),
               config->getHeight()};
 }
 
-// Hits on the endless cylinder in front of `from`, nearest first.
+// Returns the hits on the infinite cylinder after `from`, nearest first.
 quarn::detail::HitPair CylinderScreen::intersectWithExtrapolation(const Point<double, 3>& from,
                                                                   const Point<double, 3>& to) const {
     const double ox = from[0] - params.center[0];
     const double oy = from[1] - params.center[1];
-    // Intended: `to` is not shifted by the centre here; a reader would expect to - from.
+    // Intended: `to` is not shifted by the center here; a reader would expect to - from.
     const double dx = to[0] - ox;
     const double dy = to[1] - oy;
 
@@ -140,7 +142,7 @@ bool CylinderScreen::isOnScreenSection(const Point<double, 3>& point) const {
     const double dy = point[1] - params.center[1];
     if (std::abs(dy * dy + dx * dx - params.radius * params.radius) > kOnScreenTolerance) return false;
 
-    // Bring the azimuth into the range by whole turns, upwards first.
+    // Bring the azimuth into the range by full turns, upwards first.
     const double low = std::min(params.minTheta, params.maxTheta) - kOnScreenTolerance;
     const double high = std::max(params.minTheta, params.maxTheta) + kOnScreenTolerance;
     double theta = std::atan2(dx / params.radius, dy / params.radius);
@@ -179,7 +181,7 @@ bool CylinderScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& poi
 }
 
 std::vector<Point<double, 3>> CylinderScreen::getDefaultCalibrationPoints(int columns, int rows) const {
-    // Intended: the centre is not added, unlike in mapInto3D.
+    // Intended: the center is not added, unlike in mapInto3D.
     const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
     const double stepZ = params.height / (rows - 1.0);
     return quarn::detail::columnByColumn(columns, rows, [&](int i) {
@@ -195,7 +197,7 @@ void CylinderScreen::generateGeometry(Point<double, 3>& viewPoint, std::vector<i
     const double size = std::max(params.radius, params.height * 0.5);
     viewPoint = Point<double, 3>(0.0, quarn::detail::viewDistanceFactor(size) * size, 0.0);
 
-    // Intended: the centre is not added to the vertices.
+    // Intended: the center is not added to the vertices.
     for (int r = 0; r < quarn::detail::kDisplayGridSize; ++r) {
         const double z = params.height * 0.5 - (r * params.height) / quarn::detail::kDisplayGridIntervals;
         for (int c = 0; c < quarn::detail::kDisplayGridSize; ++c) {
@@ -284,6 +286,7 @@ ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(const CylinderScreen
 }
 
 ScreenGeometry::DataHash CylinderScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     CylinderScreenParams record;
     record.height = config->getHeight();
     record.maxTheta = config->getMaxTheta();

@@ -3,17 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
+#include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 namespace {
 
-// How far off the plane and its edges a position may lie, in the screen's unit.
+// Maximum distance of a position on the screen from the plane and beyond the edges, in the screen's
+// unit.
 constexpr double kOnScreenTolerance = 1e-6;
-// Least |direction . normal| of a ray that meets the plane, in the screen's unit.
+// Minimum |direction . normal| of a ray that meets the plane, in the screen's unit.
 constexpr double kParallelTolerance = 1e-6;
 
 constexpr Point<double, 3> kNormal(0.0, -1.0, 0.0);
@@ -54,6 +56,7 @@ void FlatScreen::serialize(std::wostream& out, int indent) {
 }
 
 void FlatScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     double newWidth = width;
     double newHeight = height;
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
@@ -64,6 +67,7 @@ void FlatScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void FlatScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     const double newHeight = config->getHeight();
     reset(config->getWidth(), newHeight);
 }
@@ -112,11 +116,11 @@ bool FlatScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& point, 
     return extrapolate || isOnScreenSection(point);
 }
 
-// The hit on the endless plane, in front of `from` or behind it.
+// Returns the hit on the infinite plane, before or after `from`.
 std::optional<Intersection> FlatScreen::intersectWithExtrapolation(const Point<double, 3>& from,
                                                                    const Point<double, 3>& to) const {
     const Point<double, 3> direction = to - from;
-    // The whole product, not -y alone: a NaN or infinity in x or z has to show.
+    // Compute the whole product and not -y alone, so that NaN or infinity in x or z propagates.
     const double approach = dot(direction, kNormal);
     if (std::abs(approach) < kParallelTolerance) return std::nullopt;
 
@@ -197,6 +201,7 @@ bool FlatScreen::isValid() const {
 }
 
 void FlatScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    QUARN_ASSERT(min != nullptr && max != nullptr);
     *min = Point<double, 3>(topLeft[0], 0.0, bottomRight[2]);
     *max = Point<double, 3>(bottomRight[0], 0.0, topLeft[2]);
 }
@@ -211,5 +216,6 @@ ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(const FlatScreenParams& 
 }
 
 ScreenGeometry::DataHash FlatScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     return calcUniqueDataHash({config->getWidth(), config->getHeight()});
 }

@@ -1,6 +1,7 @@
 #include <QuarnScreen/IScreenGeometry.h>
 
-// The first virtual function of each interface is defined here, so that its type information exists once.
+// Define the first virtual function of each interface here, so that its type information exists
+// once.
 ITypeid::~ITypeid() = default;
 IXmlSerializable::~IXmlSerializable() = default;
 IScreenGeometry::~IScreenGeometry() = default;

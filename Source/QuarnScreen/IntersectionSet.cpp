@@ -23,7 +23,7 @@ void IntersectionSet::add(const Intersection& hit) {
 }
 
 void IntersectionSet::sort(const Point<double, 3>& from, const Point<double, 3>& /*to*/) {
-    // A copy of `from`, which may be a position of one of the hits that move.
+    // Copy `from`, which may be a position of one of the hits that are moved.
     const auto squaredDistance = [from](const Intersection& hit) {
         const Point<double, 3> offset = hit.point - from;
         return dot(offset, offset);

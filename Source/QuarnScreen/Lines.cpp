@@ -5,9 +5,10 @@
 
 namespace {
 
-// Least length of a segment that has a direction, in the screen's unit.
+// Minimum length of a segment with a direction, in the screen's unit.
 constexpr double kMinLength = 1e-10;
-// Least squared area of the parallelogram over both directions, in the screen's unit to the fourth.
+// Minimum squared area of the parallelogram of both directions, in the screen's unit to the fourth
+// power.
 constexpr double kMinDeterminant = 1e-10;
 
 double clamped(double parameter, bool atStart, bool atEnd) {

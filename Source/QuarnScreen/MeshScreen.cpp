@@ -1,5 +1,9 @@
 #include <QuarnScreen/MeshScreen.h>
 
+#include <utility>
+
+#include <QuarnScreen/Detail/Editing/RigidTransform.h>
+#include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 #include <QuarnScreen/Detail/Mesh/GridCache.h>
 #include <QuarnScreen/Detail/Mesh/MappingCache.h>
 #include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
@@ -86,4 +90,41 @@ void MeshScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
 
 MeshScreen::DataHash MeshScreen::calcUniqueDataHash(const std::string& data) {
     return calculateHash(data);
+}
+
+// The functions below change the mesh. None of them updates the ray tracer's scene.
+
+void MeshScreen::refine(double maxEdgeLength) {
+    boundaryValid = false;
+    std::vector<Triangle> pieces;
+    pieces.reserve(triangles.size());
+    for (const Triangle& triangle : triangles) quarn::detail::splitTriangle(triangle, maxEdgeLength, pieces);
+    triangles = std::move(pieces);
+    initTriangleData();
+}
+
+void MeshScreen::applyTransform(const Point<double, 3>& translation, const Point<double, 3>& rotation,
+                                double scale) {
+    const quarn::detail::RigidTransform transform(translation, rotation, scale);
+    for (Triangle& triangle : triangles) {
+        for (TriangleVertex& corner : triangle.vertices) corner.position = transform.apply(corner.position);
+        // Intended: the centroids, by which positions are found, are unchanged; a reader would
+        // expect them to move.
+        triangle.computeGeometry();
+        for (TriangleVertex& corner : triangle.vertices) corner.normal = triangle.normal;
+    }
+    initTriangleData();
+}
+
+void MeshScreen::applyParameterizationTransform(bool flipU, bool flipV) {
+    if (!hasParameterization() || (!flipU && !flipV)) return;
+    // Intended: the derived UV fields of the triangles are unchanged; a reader would expect them to
+    // be recomputed.
+    for (Triangle& triangle : triangles) {
+        for (TriangleVertex& corner : triangle.vertices) {
+            if (flipU) corner.uv[0] = 1.0 - corner.uv[0];
+            if (flipV) corner.uv[1] = 1.0 - corner.uv[1];
+        }
+    }
+    initTriangleData();
 }

@@ -1,17 +1,24 @@
-// Mapping between positions and UV.
+// Mapping between positions and UVs.
 #include <QuarnScreen/MeshScreen.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/Detail/Mesh/MappingCache.h>
 #include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
+#include <QuarnScreen/Detail/Mesh/OutlierFilter.h>
 #include <QuarnScreen/Detail/Platform/LogText.h>
-#include <QuarnScreen/Detail/Search/UVParameters.h>
+#include <QuarnScreen/Detail/Search/TriangleContainment.h>
 
 using quarn::detail::logText;
 
 namespace {
+
+// Maximum number of triangles whose extrapolations are averaged. Twice as many are candidates.
+constexpr int kMaxAveraged = 15;
 
 bool isWithin(const RegionRect& rect, const Point<double, 2>& uv) {
     return !(rect.minU > uv[0]) && !(uv[0] > rect.maxU) && !(rect.minV > uv[1]) && !(uv[1] > rect.maxV);
@@ -21,6 +28,14 @@ std::string triangleText(const Triangle& triangle) {
     const auto& [v0, v1, v2] = triangle.vertices;
     return logText(triangle.uvCentroid) + " - <" + logText(v0.uv) + ", " + logText(v1.uv) + ", " +
            logText(v2.uv) + ">";
+}
+
+// Prefetches the fields that pointAt() and parametersOf() read.
+void prefetch(const Triangle& triangle) {
+    __builtin_prefetch(&triangle.vertices[0].position);
+    __builtin_prefetch(&triangle.vertices[0].uv);
+    __builtin_prefetch(&triangle.edge1);
+    __builtin_prefetch(&triangle.uvDeterminant);
 }
 
 }  // namespace
@@ -52,7 +67,8 @@ bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result,
     }
     LOG4CXX_TRACE(log, "out of bounds: " << logText(uv));
     if (!extrapolate) {
-        // Intended: the entry keeps whatever the caller passed as the position.
+        // Intended: the entry contains the position that the caller passed; a reader would expect
+        // none.
         mappingCache->add({uv, result, MappingInto3D::OutOfBounds});
         LOG4CXX_TRACE(log, "extrapolate is false; failed to find triangle for point: " << logText(uv));
         return false;
@@ -63,7 +79,8 @@ bool MeshScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& result,
     return true;
 }
 
-// Intended: the position is handed out whatever the answer, so a refused one comes with false.
+// Intended: the position is written regardless of the result; a reader would expect it with true
+// only.
 bool MeshScreen::answerFromCache(const MappingInto3D& known, const Point<double, 2>& uv,
                                  Point<double, 3>& result, bool extrapolate) const {
     result = known.point;
@@ -85,7 +102,8 @@ bool MeshScreen::answerFromCache(const MappingInto3D& known, const Point<double,
     return true;
 }
 
-// The triangle that holds a UV, by the quadtree and then by its own fields, which may have changed since.
+// Finds the triangle that contains a UV by the quadtree, then checks the triangle's own fields,
+// which may have changed since the build.
 const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
     const RegionMap& map = index->regionMap;
     if (map.nodes().empty() || !isWithin(map.rootRect(), uv)) return nullptr;
@@ -98,4 +116,27 @@ const Triangle* MeshScreen::findTriangleAtUV(const Point<double, 2>& uv) const {
     LOG4CXX_WARN(log, "RegionMap thought the point was in this triangle, but the triangle disagrees: "
                           << logText(uv) << triangleText(triangle));
     return nullptr;
+}
+
+Point<double, 3> MeshScreen::extrapolateUV(const Point<double, 2>& uv) const {
+    const int keep = std::min(index->uvTree.depth(), kMaxAveraged);
+    const int candidates = 2 * keep;
+    std::vector<const Triangle*> nearest;
+    nearest.reserve(static_cast<std::size_t>(candidates));
+    quarn::detail::UVTree::NearestIterator walk(index->uvTree, uv);
+    // Count the steps, because the iterator may not terminate for NaN distances. Triangles are far
+    // apart in memory, so prefetch each one while the iteration continues.
+    for (int step = 0; step < candidates && !walk.done(); ++step, walk.advance()) {
+        nearest.push_back(walk.value());
+        prefetch(*walk.value());
+    }
+    std::vector<Point<double, 3>> points;
+    points.reserve(nearest.size());
+    for (const Triangle* const candidate : nearest) {
+        const Triangle& triangle = *candidate;
+        if (triangle.uvDeterminant == 0.0) continue;
+        const quarn::detail::UVParameters parameters = quarn::detail::parametersOf(triangle, uv);
+        points.push_back(triangle.pointAt(parameters.a, parameters.b));
+    }
+    return quarn::detail::filterOutliersAndAverage(keep, points);
 }

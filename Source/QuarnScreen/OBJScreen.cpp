@@ -1,13 +1,22 @@
 #include <QuarnScreen/OBJScreen.h>
 
+#include <clocale>
+#include <cwchar>
 #include <fstream>
+#include <sstream>
 
+#include <Common/Detail/NodeText.h>
+#include <Common/XmlHelper.h>
 #include <QuarnScreen/Detail/Editing/UnitRectangle.h>
-#include <QuarnScreen/Detail/Obj/ObjContinuations.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
-#include <QuarnScreen/Detail/Obj/ObjStream.h>
+#include <QuarnScreen/Detail/Obj/ObjText.h>
 #include <QuarnScreen/Detail/Obj/ObjTriangles.h>
 #include <QuarnScreen/Detail/Platform/InputFile.h>
+#include <QuarnScreen/Detail/Platform/PagePrefault.h>
+#include <QuarnScreen/Detail/Xml/XmlBase64.h>
+#include <QuarnScreen/Detail/Xml/XmlObjElement.h>
+#include <QuarnScreen/Detail/Xml/XmlValues.h>
+#include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 namespace {
 
@@ -20,7 +29,7 @@ static_assert(static_cast<int>(ObjStatus::Ok) == OBJScreen::StatusOk &&
               static_cast<int>(ObjStatus::BadVertices) == OBJScreen::StatusBadVertices &&
               static_cast<int>(ObjStatus::UvOutOfRange) == OBJScreen::StatusUvOutOfRange);
 
-// Unit vector of an axis by its name; zero for any other text.
+// Returns the unit vector of an axis by its name; zero for any other text.
 Point<float, 3> axisOf(const std::wstring& name) {
     if (name.empty()) return {};
     const float sign = name.front() == L'-' ? -1.0F : 1.0F;
@@ -34,6 +43,13 @@ Point<float, 3> axisOf(const std::wstring& name) {
         default:
             return {};
     }
+}
+
+// Returns the number at the start of a text as the C library reads it in the C locale; 0 if there
+// is none.
+float scaleFrom(const std::wstring& text) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return static_cast<float>(wcstod_l(text.c_str(), nullptr, cLocale));
 }
 
 }  // namespace
@@ -123,7 +139,7 @@ void OBJScreen::deserialize(std::istream& in) {
         else
             load();
     } catch (...) {
-        // Nothing may refer to the triangles that went.
+        // No index may refer to the removed triangles.
         dropTriangleData();
         throw;
     }
@@ -132,15 +148,65 @@ void OBJScreen::deserialize(std::istream& in) {
 void OBJScreen::load() {
     quarn::detail::blankContinuations(loadedFileContents);
     DataHash hash{};
-    // The lists of the scan are gone before the indexes are made: a large mesh needs the memory.
-    const quarn::detail::ObjOutcome outcome = quarn::detail::buildObjTriangles(
-        quarn::detail::parseObj(loadedFileContents, triangles,
-                                [&] { hash = calculateHash(loadedFileContents); }),
-        getTransformMatrix(axisForward, axisUpward, scale), triangles);
+    quarn::detail::PagePrefault pages;
+    const quarn::detail::ObjParseTasks tasks{
+        .meanwhile =
+            [&] {
+                hash = calculateHash(loadedFileContents);
+                pages.prefault();
+            },
+        .afterFaces =
+            [&](const std::vector<quarn::detail::ObjFace>& faces) {
+                const std::size_t size =
+                    quarn::detail::reserveObjTriangles(faces, loadedFileContents.size(), triangles);
+                if (size > 0) pages.setRange(triangles.data() + triangles.size(), size);
+                pages.prefault();
+            },
+        .afterVertexData = [&] { pages.prefault(); }};
+    // The parsed data is destroyed before the indexes are built, since a large mesh needs the
+    // memory.
+    const quarn::detail::ObjOutcome outcome =
+        quarn::detail::buildObjTriangles(quarn::detail::parseObj(loadedFileContents, tasks),
+                                         getTransformMatrix(axisForward, axisUpward, scale), triangles);
     status = static_cast<Status>(outcome.status);
     if (outcome.failure) throw ObjLoadException(*outcome.failure);
     dataHash = hash;
     if (!isValid()) loadedFileContents.clear();
     addScreenToScene();
     if (status == StatusOk && !hasValidBoundary()) status = StatusBadBoundary;
+}
+
+void OBJScreen::serialize(std::wostream& out, int indent) {
+    ScreenGeometryXmlHelper::serializeOpenTagHasChildren(out, indent, getType());
+    XmlHelper::writeIndented(indent + 1, out, std::wstring(L"<") + quarn::detail::kObjTextTag + L">");
+    quarn::detail::writeBase64(out, quarn::detail::throughWideText(loadedFileContents));
+    XmlHelper::writeIndented(0, out, std::wstring(L"</") + quarn::detail::kObjTextTag + L">\n");
+    XmlHelper::writeTag(indent + 1, out, quarn::detail::kObjForwardTag, axisForward);
+    XmlHelper::writeTag(indent + 1, out, quarn::detail::kObjUpwardTag, axisUpward);
+    quarn::detail::writeNumberTag(indent + 1, out, quarn::detail::kObjScaleTag, static_cast<double>(scale));
+    ScreenGeometryXmlHelper::serializeCloseTagHasChildren(out, indent);
+}
+
+void OBJScreen::deserialize(xercesc::DOMNode* node) {
+    using quarn::detail::ObjElementValue;
+    std::string text;
+    quarn::detail::forEachObjElementValue(*node, [&](ObjElementValue value, xercesc::DOMNode& child) {
+        switch (value) {
+            case ObjElementValue::Text:
+                text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&child);
+                break;
+            case ObjElementValue::Forward:
+                axisForward = quarn::detail::textContent(child);
+                break;
+            case ObjElementValue::Upward:
+                axisUpward = quarn::detail::textContent(child);
+                break;
+            case ObjElementValue::Scale:
+                scale = scaleFrom(quarn::detail::textContent(child));
+                break;
+        }
+    });
+    // Load the text last, since axes and scale apply at any place in the element.
+    std::istringstream stream(std::move(text));
+    deserialize(stream);
 }

@@ -27,7 +27,7 @@ void writeUV(std::ostream& out, const Point<double, 2>& uv) {
     out << "vt " << uv[0] << ' ' << uv[1] << '\n';
 }
 
-// A corner whose three references have one number.
+// Writes a corner whose three references are one number.
 void writeCorner(std::ostream& out, std::int64_t number) {
     out << ' ' << number << '/' << number << '/' << number;
 }
@@ -105,7 +105,7 @@ void OBJScreen::serialize(std::ostream& out, const MeshScreen* screen) {
         for (const TriangleVertex& corner : triangle.vertices) writePoint(out, "vn", corner.normal);
 
     const auto* const objScreen = dynamic_cast<const OBJScreen*>(screen);
-    // Intended: UVs that are out of range are dropped, and those without an outline are written.
+    // Intended: UVs out of range are not written, and UVs of a mesh without a valid boundary are.
     const bool hasUV =
         objScreen != nullptr && (objScreen->status == StatusOk || objScreen->status == StatusBadBoundary);
     if (hasUV) {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Search/QuadtreeLookup.h>
 #include <QuarnScreen/Detail/Search/QuadtreeSubdivision.h>
 
@@ -19,13 +20,14 @@ constexpr double kMaxDouble = std::numeric_limits<double>::max();
 }  // namespace
 
 const Triangle* RegionNode::triangle(int index) const {
+    QUARN_ASSERT(0 <= index && index < triangleCount);
     return map->slotTriangles[static_cast<std::size_t>(map->slotInLeaf(*this, index))];
 }
 
 RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::QuadtreeLookup>()) {}
 RegionMap::~RegionMap() = default;
 
-// Makes the nodes of a build.
+// Creates the nodes of a build.
 class RegionMap::NodeVisitor {
 public:
     struct Checkpoint {
@@ -46,7 +48,8 @@ public:
         map.longLists.resize(checkpoint.lists);
     }
     static bool mayCut(int /*count*/) { return true; }
-    // Intended: this counter alone is not set back.
+    // Intended: this counter is not restored; a reader would expect it to be part of the
+    // checkpoint.
     void giveUp() { ++map.splitsGivenUp; }
 
     int leaf(const quarn::detail::BoxRange& range, int depth) {
@@ -166,6 +169,7 @@ bool RegionMap::UVTest::holds(double u, double v) const {
 
 void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v,
                        std::optional<const Triangle*>& result) const {
+    QUARN_ASSERT(0 <= nodeIndex && static_cast<std::size_t>(nodeIndex) < nodeList.size());
     const RegionNode* node = &nodeList[static_cast<std::size_t>(nodeIndex)];
     RegionRect part = rect;
     if (nodeIndex + 1 == static_cast<int>(nodeList.size()) && rect == wholeRect) {
@@ -179,7 +183,7 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
         const double midV = middleV(part);
         const bool isRight = midU < u;
         const bool isBelow = midV < v;
-        // What no side holds, a NaN, goes right and below.
+        // NaN, which is on no side, goes right and below.
         const bool isOrdered = (isRight || midU >= u) && (isBelow || midV >= v);
         const bool goesRight = isRight || !isOrdered;
         const bool goesBelow = isBelow || !isOrdered;
@@ -189,7 +193,8 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
     }
     for (int i = 0; i < node->count(); ++i) {
         const auto slot = static_cast<std::size_t>(slotInLeaf(*node, i));
-        // Leaves of earlier builds have no ready tests; for them the difference wraps.
+        // Leaves of earlier builds have no prepared tests. For their slots the difference wraps
+        // around.
         const std::size_t test = slot - firstSlot;
         const UVTest& uvTest = test < tests.size() ? tests[test] : uvTestOf(*slotTriangles[slot]);
         if (!uvTest.holds(u, v)) continue;

@@ -1,4 +1,5 @@
-// The searches of the ruled screen: the ruling that a line crosses, and the ruling through a position.
+// The searches of the ruled screen: for the ruling that a line crosses, and for the ruling through
+// a position.
 #include <cmath>
 #include <utility>
 
@@ -9,28 +10,28 @@
 
 namespace {
 
-// Length of the interval, in u, at which the search for a ruling ends.
+// Length of the interval in u at which the search for a ruling ends.
 constexpr double kRulingTolerance = 1e-06;
 
-// How far off the surface a position on the screen may lie, in the screen's unit, and off the unit square in
-// UV.
+// Maximum distance of a position on the screen from the surface, in the screen's unit, and from the
+// unit square in UV.
 constexpr double kOnScreenTolerance = 1e-06;
 constexpr double kMaxOnScreenUV = 1.0 + kOnScreenTolerance;
 
-// Greatest arc whose normals are sure to be found, in radians: pi cut to twelve decimals, so pi itself
-// exceeds it.
+// Largest arc whose normals are certainly found, in radians. It is pi truncated to twelve decimals,
+// so that pi itself exceeds it.
 constexpr double kMaxArc = 3.141592653589;
 
-// The search for the ruling through a position; the acceptance refuses no sine.
+// Limits of the search for the ruling through a position. The acceptance rejects no sine.
 constexpr int kNormalIterations = 200;
 constexpr double kNormalTolerance = 1e-05;
 constexpr double kNormalAcceptance = 2.0;
-// A position has a normal if it is this near to the surface, as a part of the width.
+// Maximum distance from the surface of a position with a normal, as a fraction of the width.
 constexpr double kMaxNormalErrorRatio = 0.01;
 
 constexpr Point<double, 3> kTowardsScreen(0.0, 1.0, 0.0);
 
-// Both texts are formed only where somebody listens: a query takes no memory otherwise.
+// Format the message only if its level is enabled, so that queries do not allocate.
 void warnOfGreatArc(const log4cxx::LoggerPtr& logger) {
     if (!logger->isWarnEnabled()) return;
     logger->warn(
@@ -68,7 +69,7 @@ bool RuledSurfaceScreen::isLeft(double t, Point<double, 3> from, Point<double, 3
     return dot(to - from, cross(from - bottom, ruling)) > 0.0;
 }
 
-// Parameter of the ruling that a line crosses on its way towards +Y.
+// Returns the parameter of the ruling that a line towards +Y crosses.
 std::optional<double> RuledSurfaceScreen::findRuling(const Point<double, 3>& from,
                                                      const Point<double, 3>& to) const {
     double high = searchHigh;
@@ -104,7 +105,8 @@ std::optional<Intersection> RuledSurfaceScreen::intersectWithExtrapolation(const
     const bool isBeyondArcs = distanceToTop > rulingLength || distanceToBottom > rulingLength;
     if (!extrapolate && isBeyondArcs) return std::nullopt;
 
-    // Intended: v has no sign, so positions above the top edge share it with those below.
+    // Intended: v has no sign, so that positions above the top edge have the v of positions below
+    // it.
     hit.uv = Point<double, 2>(*u, distanceToTop / rulingLength);
     hit.hasUV = true;
     hit.normalSign = quarn::detail::signOf(dot(to - from, getScreenNormal(hit.point)));
@@ -141,8 +143,8 @@ Point<double, 2> RuledSurfaceScreen::mapInto2D(const Point<double, 3>& point, bo
     return hit ? hit->uv : Point<double, 2>();
 }
 
-// Sine of the angle at the bottom end of a ruling between the ruling and a position, signed by the side on
-// which the position lies. Its root is the ruling through the position.
+// Returns the sine of the angle at the bottom end of a ruling between the ruling and a position.
+// Its sign is the side of the position. Its root is the ruling through the position.
 double RuledSurfaceScreen::signedSineFromRuling(double u, const Point<double, 3>& point) const {
     const Point<double, 3> top = alongTopCurve(u);
     const Point<double, 3> bottom = alongBottomCurve(u);
@@ -165,7 +167,8 @@ Point<double, 3> RuledSurfaceScreen::getScreenNormal(const Point<double, 3>& poi
     const double error = length(point - onSurface) / width;
     if (!(kMaxNormalErrorRatio > error)) return normalNotFound(log, point);
 
-    // The normal is square to both tangents and points away from the line between the arcs' centres.
+    // The normal is orthogonal to both tangents and points away from the line between the centers
+    // of the arcs.
     const Point<double, 3> alongArcs =
         v * alongBottomCurveDerivative(u) + (1 - v) * alongTopCurveDerivative(u);
     const Point<double, 3> ruling = alongBottomCurve(u) - alongTopCurve(u);

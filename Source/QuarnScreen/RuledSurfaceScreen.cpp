@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
 #include <QuarnScreen/Detail/Shapes/CalibrationGrid.h>
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
@@ -19,7 +19,7 @@ constexpr const wchar_t* kMaxThetaTag = L"Screen_MaxTheta";
 constexpr const wchar_t* kMinPhiTag = L"Screen_MinPhi";
 constexpr const wchar_t* kMaxPhiTag = L"Screen_MaxPhi";
 
-// An arc over the chord along X. t = 0 lies at -X, t = 1 at +X.
+// Returns a position on an arc over a chord along X, from -X at t = 0 to +X at t = 1.
 Point<double, 3> alongArc(double t, double arc, double radius, const Point<double, 3>& center) {
     const double angle = arc * t - arc * 0.5;
     return {std::sin(angle) * radius + center[0], std::cos(angle) * radius + center[1], center[2] + 0.0};
@@ -71,6 +71,7 @@ void RuledSurfaceScreen::serialize(std::wostream& out, int indent) {
 }
 
 void RuledSurfaceScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readNumberTag(child, kWidthTag, width);
         quarn::detail::readNumberTag(child, kHeightTag, height);
@@ -83,6 +84,7 @@ void RuledSurfaceScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void RuledSurfaceScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     height = config->getHeight();
     width = config->getWidth();
     const double newMaxPhi = config->getMaxPhi();
@@ -104,8 +106,8 @@ void RuledSurfaceScreen::reset(double newMinTheta, double newMaxTheta, double ne
     topCenter = Point<double, 3>(0.0, -(std::cos(topArc * 0.5) * topRadius), height * 0.5);
     bottomCenter = Point<double, 3>(0.0, -(std::cos(bottomArc * 0.5) * bottomRadius), height * -0.5);
 
-    // The search ends where the arc of the larger angle has turned a quarter circle from its apex. Below 180
-    // degrees that lies beyond the screen, so there are hits to extrapolate.
+    // The search range ends where the arc of the larger angle is a quarter circle from its apex.
+    // Below 180 degrees that is beyond the screen, so that hits can be extrapolated.
     const double halfCircles = std::max(topArc, bottomArc) / quarn::detail::kPi;
     searchHigh = 0.5 + 0.5 / halfCircles;
     searchLow = 0.5 - 0.5 / halfCircles;
@@ -174,7 +176,7 @@ void RuledSurfaceScreen::generateGeometry(Point<double, 3>& viewPoint, std::vect
     quarn::detail::appendDisplayGridIndices(indices);
 }
 
-// Normals by finite differences towards the next vertices, at the ends from the previous ones.
+// Computes normals by finite differences to the next vertex, or from the previous one at an end.
 void RuledSurfaceScreen::appendDisplayNormals(const std::vector<Point<double, 3>>& vertices,
                                               std::vector<Point<double, 3>>& normals) const {
     constexpr std::size_t kSize = quarn::detail::kDisplayGridSize;
@@ -184,7 +186,7 @@ void RuledSurfaceScreen::appendDisplayNormals(const std::vector<Point<double, 3>
             const Point<double, 3>& here = vertices[k];
             const Point<double, 3> alongU =
                 i + 1 < kSize ? vertices[k + kSize] - here : here - vertices[k - kSize];
-            // Intended: the last row takes a position for a difference; a reader would expect here -
+            // Intended: the last row uses a position as a difference; a reader would expect here -
             // previous.
             const Point<double, 3> alongV =
                 j + 1 < kSize ? vertices[k + 1] - here : 2.0 * here - vertices[k - 1];
@@ -212,7 +214,7 @@ Point<double, 3> RuledSurfaceScreen::getCenterOfScreenHeading() const {
 double RuledSurfaceScreen::getMaxAngleFromHeading() const {
     const Point<double, 3> heading = normalized(getCenterOfScreenHeading());
     const Point<double, 3> corner(width * 0.5, 0.0, height * 0.5);
-    // Intended: the vector to the corner is not normalised, where a reader would expect a cosine.
+    // Intended: the vector to the corner is not normalized; a reader would expect a cosine.
     return std::acos(dot(corner - getEyepoint(), heading));
 }
 
@@ -232,12 +234,13 @@ ScreenGeometry::DataHash RuledSurfaceScreen::calcUniqueDataHash(const RuledSurfa
 }
 
 ScreenGeometry::DataHash RuledSurfaceScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     RuledSurfaceScreenParams record;
     record.maxPhi = config->getMaxPhi();
     record.minPhi = config->getMinPhi();
     record.maxTheta = config->getMaxTheta();
     record.minTheta = config->getMinTheta();
-    // Intended: the height stands in the place of the width, and the width in that of the height. Stored
+    // Intended: height and width are swapped; a reader would expect each in its own field. Stored
     // digests depend on it.
     record.height = config->getWidth();
     record.width = config->getHeight();

@@ -4,9 +4,9 @@
 #include <sstream>
 #include <utility>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Editing/UnitRectangle.h>
 #include <QuarnScreen/Detail/Platform/InputFile.h>
-#include <QuarnScreen/Detail/Stl/StlBytes.h>
 #include <QuarnScreen/Detail/Stl/StlParser.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
@@ -68,6 +68,7 @@ void STLScreen::serialize(std::wostream& out, int indent) {
 }
 
 void STLScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     std::istringstream stream(ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(node));
     deserialize(stream);
 }

@@ -3,11 +3,15 @@
 #include <cmath>
 #include <limits>
 
+#include <Common/Detail/Assert.h>
+
 namespace {
 
-// A hit is refused where its squared distance exceeds this multiple of that of the screen's closest point,
+// Factor of the largest squared distance that a hit may have, relative to that of the screen's
+// closest point.
 constexpr double kSquaredDistanceFactor = 3.0;
-// plus this, in squared units of length: it lets hits within 1e-3 pass for a position on the surface itself.
+// Constant part of that limit, in squared units of length. It accepts hits within 1e-3 of a
+// position on the surface.
 constexpr double kSquaredDistanceSlack = 1e-06;
 
 double squaredDistance(const Point<double, 3>& a, const Point<double, 3>& b) {
@@ -15,7 +19,7 @@ double squaredDistance(const Point<double, 3>& a, const Point<double, 3>& b) {
     return dot(difference, difference);
 }
 
-// A NaN stays NaN.
+// NaN stays NaN.
 double clampedToUnit(double value) {
     if (value < 0.0) value = 0.0;
     if (value > 1.0) value = 1.0;
@@ -26,6 +30,7 @@ double clampedToUnit(double value) {
 
 bool ScreenGeometry::getClosestIntersection(const Point<double, 3>& from, const Point<double, 3>& direction,
                                             IScreenGeometry* screen, Intersection& result, bool extrapolate) {
+    QUARN_ASSERT(screen != nullptr);
     const auto hitsTowards = [&](const Point<double, 3>& to) {
         return extrapolate ? screen->intersectExtrapolatedWithSpecifiedNormal(from, to, 0)
                            : screen->intersect(from, to);
@@ -33,7 +38,7 @@ bool ScreenGeometry::getClosestIntersection(const Point<double, 3>& from, const 
     const IntersectionSet forward = hitsTowards(from + direction);
     const IntersectionSet backward = hitsTowards(from - direction);
 
-    // The nearest hit; of equal ones the first, forward ones before backward ones.
+    // Find the nearest hit; of equally near ones the first, forward hits before backward ones.
     Intersection best;
     double nearest = std::numeric_limits<double>::max();
     for (const IntersectionSet* hits : {&forward, &backward}) {
@@ -45,10 +50,10 @@ bool ScreenGeometry::getClosestIntersection(const Point<double, 3>& from, const 
             }
         }
     }
-    // Intended: a real hit that equals the default counts as none; a reader would expect a flag.
+    // Intended: a hit that equals the default counts as none; a reader would expect a flag.
     if (best == Intersection()) return false;
 
-    // A hit far along a glancing line does not count where the surface passes much nearer.
+    // Reject a hit far along a glancing line if the surface is much nearer elsewhere.
     const Point<double, 3> closest = screen->getClosestPoint(from);
     const double hitSquared = squaredDistance(best.point, from);
     const double closestSquared = squaredDistance(closest, from);
@@ -74,6 +79,7 @@ double ScreenGeometry::getShortestDistance(const Point<double, 3>& point) const 
 }
 
 void ScreenGeometry::getCentreFromScreenBounds(Point<double, 3>* center) const {
+    QUARN_ASSERT(center != nullptr);
     Point<double, 3> min;
     Point<double, 3> max;
     getBounds(&min, &max);

@@ -21,7 +21,8 @@ bool isOdd(int number) {
     return (number & 1) != 0;
 }
 
-// The lines of constant u, from left to right: down, along the bottom, up, along the top, and so on.
+// Samples the lines of constant u from left to right: down, along the bottom, up, along the top,
+// and so on.
 void sampleLinesOfConstantU(PolylineSampler& sampler, int lines) {
     const double intervals = lines - 1;
     for (int i = 0; i < lines; ++i) {
@@ -38,7 +39,8 @@ void sampleLinesOfConstantU(PolylineSampler& sampler, int lines) {
     }
 }
 
-// The lines of constant v, from bottom to top: leftwards, up the left edge, rightwards, up the right edge.
+// Samples the lines of constant v from bottom to top: to the left, up the left edge, to the right,
+// up the right edge.
 void sampleLinesOfConstantV(PolylineSampler& sampler, int lines) {
     const double intervals = lines - 1;
     for (int i = 0; i < lines; ++i) {
@@ -58,7 +60,8 @@ void sampleLinesOfConstantV(PolylineSampler& sampler, int lines) {
 }  // namespace
 
 void ScreenGeometry::sampleGrid(Polylines& grid, int density) const {
-    // With an odd number of lines the first pass ends where the second one begins, and the path closes.
+    // With an odd number of lines, the first pass ends where the second one begins, so that the
+    // path is closed.
     const int lines = isOdd(density) ? density : density + 1;
     if (!hasParameterization()) return;
     grid.clear();
@@ -87,7 +90,7 @@ void ScreenGeometry::sampleBoundary(Polylines& boundary) const {
 
 std::vector<Point<double, 3>> ScreenGeometry::intersectChannelBoundary(const PointPairs& rays,
                                                                        const PointPairs& extraRays) const {
-    // Side of the surface that a ray's first hit on the screen shows; none where it misses.
+    // Returns the side of the surface at the first hit of a ray on the screen; nothing for a miss.
     const auto sideOf = [this](const auto& ray) -> std::optional<int> {
         const IntersectionSet hits = intersect(ray.first, ray.second);
         if (hits.empty()) return std::nullopt;

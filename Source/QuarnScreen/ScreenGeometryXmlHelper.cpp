@@ -1,5 +1,6 @@
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
+#include <Common/Detail/Assert.h>
 #include <Common/Detail/NodeText.h>
 #include <Common/TextConversion.h>
 #include <Common/XmlHelper.h>
@@ -62,6 +63,7 @@ void ScreenGeometryXmlHelper::serializeAndBase64EncodeScreenGeometry(std::wostre
 }
 
 std::string ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     if (!node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kElementWithoutTextLine, L"");
     const std::string text = toUtf8(quarn::detail::textContent(*node));

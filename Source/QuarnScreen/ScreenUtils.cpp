@@ -1,7 +1,8 @@
 #include <QuarnScreen/ScreenUtils.h>
 
-#include <cmath>
 #include <log4cxx/logger.h>
+
+#include <cmath>
 #include <optional>
 
 #include <QuarnScreen/Detail/Platform/LogText.h>
@@ -12,16 +13,16 @@ const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger(std::wstring(L"Quar
 
 constexpr int kCellsPerSide = 5;
 constexpr double kCells = kCellsPerSide;
-constexpr double kStepInCell = 0.002;  // as a part of a cell
+constexpr double kStepInCell = 0.002;  // as a fraction of a cell
 constexpr int kMinSamples = 5;
 
-// How far a position moves for the step in u and for the step in v.
+// The distances that a position moves for a step in u and for a step in v.
 struct Steps {
     double u;
     double v;
 };
 
-// Steps at the corner of a cell; none where the screen does not map a position.
+// Returns the steps at the corner of a cell; nothing if the screen does not map a position.
 std::optional<Steps> stepsAtCell(const IScreenGeometry& screen, int i, int j) {
     const double uLow = i / kCells;
     const double uHigh = (i + kStepInCell) / kCells;

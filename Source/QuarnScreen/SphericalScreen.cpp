@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/Angles.h>
@@ -10,15 +11,15 @@
 #include <QuarnScreen/Detail/Shapes/DisplayGrid.h>
 #include <QuarnScreen/Detail/Shapes/HitPair.h>
 #include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
-#include <QuarnScreen/Detail/Shapes/ViewDistance.h>
 #include <QuarnScreen/Detail/Xml/XmlValues.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
 namespace {
 
-// Slack of the section's edges (radians) and of the sphere (square of distance over radius).
+// Tolerances of the section's edges, in radians, and of the sphere, as a squared ratio of distance
+// and radius.
 constexpr double kOnScreenTolerance = 1e-06;
-// Nearer to the centre than this, in the screen's unit, no direction towards it exists.
+// Closer to the center than this, in the screen's unit, there is no direction towards it.
 constexpr double kMinCenterDistance = 1e-06;
 
 constexpr int kDegreesPerBoundarySample = 2;
@@ -30,7 +31,7 @@ constexpr const wchar_t* kMaxThetaTag = L"Screen_MaxTheta";
 constexpr const wchar_t* kMinPhiTag = L"Screen_MinPhi";
 constexpr const wchar_t* kMaxPhiTag = L"Screen_MaxPhi";
 
-// One sample for each two whole degrees; a range that runs backwards has a negative count.
+// Returns one sample for each two whole degrees. The number is negative for a reversed range.
 int boundarySamples(double range) {
     return quarn::detail::truncatedCount(range * quarn::detail::kSamplingDegreesPerRadian) /
            kDegreesPerBoundarySample;
@@ -71,6 +72,7 @@ void SphericalScreen::serialize(std::wostream& out, int indent) {
 }
 
 void SphericalScreen::deserialize(xercesc::DOMNode* node) {
+    QUARN_ASSERT(node != nullptr);
     for (xercesc::DOMNode* child = node->getFirstChild(); child != nullptr; child = child->getNextSibling()) {
         quarn::detail::readPointTag(child, kCenterTag, params.center);
         quarn::detail::readNumberTag(child, kRadiusTag, params.radius);
@@ -82,11 +84,12 @@ void SphericalScreen::deserialize(xercesc::DOMNode* node) {
 }
 
 void SphericalScreen::updateGeometry(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     params = {config->getCenter(),   config->getRadius(), config->getMinTheta(),
               config->getMaxTheta(), config->getMinPhi(), config->getMaxPhi()};
 }
 
-// Hits on the whole sphere in front of `from`, nearest first.
+// Returns the hits on the whole sphere after `from`, nearest first.
 quarn::detail::HitPair SphericalScreen::intersectWithExtrapolation(const Point<double, 3>& from,
                                                                    const Point<double, 3>& to) const {
     const Point<double, 3> o = from - params.center;
@@ -107,7 +110,7 @@ quarn::detail::HitPair SphericalScreen::intersectWithExtrapolation(const Point<d
         hit.normalSign = quarn::detail::signOf(dot(d, getScreenNormal(hit.point)));
         hits.add(hit);
     };
-    // Intended: a discriminant of zero gives the same hit twice, where a reader would expect one.
+    // Intended: a discriminant of zero gives the same hit twice; a reader would expect one hit.
     const double root = std::sqrt(discriminant);
     addInFront((-b - root) / (2 * a));
     addInFront((root - b) / (2 * a));
@@ -176,7 +179,7 @@ bool SphericalScreen::mapInto3D(const Point<double, 2>& uv, Point<double, 3>& po
 }
 
 std::vector<Point<double, 3>> SphericalScreen::getDefaultCalibrationPoints(int columns, int rows) const {
-    // Intended: the centre is not added, unlike in mapInto3D.
+    // Intended: the center is not added, unlike in mapInto3D.
     const double stepTheta = (params.maxTheta - params.minTheta) / (columns - 1.0);
     const double stepPhi = (params.minPhi - params.maxPhi) / (rows - 1.0);
     return quarn::detail::columnByColumn(columns, rows, [&](int i) {
@@ -221,7 +224,7 @@ void SphericalScreen::sampleHorizontally(double v, double uStart, double uEnd, i
 
 void SphericalScreen::sampleBoundary(Polylines& boundary) const {
     if (!hasParameterization()) return;
-    // Intended: each count serves the edges along which the other angle changes.
+    // Intended: each number of samples applies to the edges along which the other angle changes.
     const int thetaSamples = boundarySamples(params.maxTheta - params.minTheta);
     const int phiSamples = boundarySamples(params.maxPhi - params.minPhi);
     const double thetaIntervals = thetaSamples;
@@ -281,6 +284,7 @@ bool SphericalScreen::isValid() const {
 }
 
 void SphericalScreen::getBounds(Point<double, 3>* min, Point<double, 3>* max) const {
+    QUARN_ASSERT(min != nullptr && max != nullptr);
     const Point<double, 3> halfDiagonal(params.radius, params.radius, params.radius);
     *min = params.center - halfDiagonal;
     *max = params.center + halfDiagonal;
@@ -296,6 +300,7 @@ ScreenGeometry::DataHash SphericalScreen::calcUniqueDataHash(const SphericalScre
 }
 
 ScreenGeometry::DataHash SphericalScreen::calcUniqueDataHash(IScreenConfig* config) {
+    QUARN_ASSERT(config != nullptr);
     SphericalScreenParams record;
     record.maxPhi = config->getMaxPhi();
     record.minPhi = config->getMinPhi();

@@ -4,15 +4,15 @@
 
 namespace {
 
-// One third as decimal text had it; results depend on these very digits.
+// One third as a decimal literal. Results depend on exactly these digits.
 constexpr double kOneThird = 0.333333333333333;
 
-// Slack of the parameters a and b, in units of an edge's length: a point on an edge must not fall off by
-// rounding.
+// Tolerance of the parameters a and b, in lengths of an edge, so that rounding does not move a
+// point on an edge outside.
 constexpr double kParameterTolerance = 1e-6;
 constexpr double kMaxParameterSum = 1.0 + kParameterTolerance;
 
-// Least |normal . direction| of a line that meets a plane, in units of the direction's length.
+// Minimum |normal . direction| of a line that meets a plane, in lengths of the direction.
 constexpr double kParallelTolerance = 1e-6;
 
 }  // namespace
@@ -61,8 +61,8 @@ bool Triangle::barycentric(const Point<double, 3>& point, double& a, double& b, 
     if (determinant == 0.0) return false;
     const double reciprocal = 1.0 / determinant;
 
-    // Intended: this edge is tested whatever `allowOutside` says; a reader would expect it to be relaxed as
-    // well.
+    // Intended: this edge is checked regardless of `allowOutside`; a reader would expect it to be
+    // relaxed as well.
     const double projectionA = (d22 * d1w - d2w * d12) * reciprocal;
     if (projectionA < -kParameterTolerance) return false;
 

@@ -9,7 +9,7 @@ TESTS = ROOT / "Tests"
 CASE = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\(", re.MULTILINE)
 TOOL_CASE = re.compile(r"^ +def test_\w+\(self\):", re.MULTILINE)
 # Random cases are seeded by their index.
-LOOP = re.compile(r"for \(int (\w+) = 0; \1 < ([\w']+); \+\+\1\) \{\s*(?:SCOPED_TRACE\(\1\);\s*)?Rng \w+\(\1\b")
+LOOP = re.compile(r"for \(int (\w+) = 0; \1 < seedCount\(([\w']+)\); \+\+\1\) \{\s*(?:SCOPED_TRACE\(\1\);\s*)?Rng \w+\(\1\b")
 CONSTANT = re.compile(r"constexpr int (k\w+) = ([\d']+);")
 
 FIGURE = re.compile(r"^\| ([^|]+) \| ([\d,]+) \| [^|]+ \|$", re.MULTILINE)

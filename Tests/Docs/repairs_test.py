@@ -10,7 +10,7 @@ def main():
     page = (ROOT / "Docs/files.md").read_text(encoding="utf-8")
     table = page[page.index("### What `convert` mends"):page.index("## STL")]
     told = re.findall(r"^\| `([\w-]+)` \|", table, re.MULTILINE)
-    file, = (ROOT / "Tools").rglob("ObjRepairs.cpp")
+    file, = (ROOT / "Source/QuarnKit").rglob("ObjRepairs.cpp")
     code = re.findall(r'^ +\{"([\w-]+)", "', file.read_text(encoding="utf-8"), re.MULTILINE)
     if told != code or not code:
         sys.exit(f"Docs/files.md tells of {told}\n{file.relative_to(ROOT)} has {code}")

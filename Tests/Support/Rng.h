@@ -2,13 +2,25 @@
 /// Random numbers for tests, seeded by the index of the case.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <random>
 
 #include <QuarnScreen/Point.h>
 
 namespace quarn::test {
+
+/// How many random cases a test of \p count runs: all of them, or the part of them that the environment variable
+/// QUARN_TEST_SEEDS states as a divisor. The sanitizers' presets set it to 4.
+inline int seedCount(int count) {
+    static const int divisor = [] {
+        const char* text = std::getenv("QUARN_TEST_SEEDS");
+        return text == nullptr ? 1 : std::max(1, std::atoi(text));
+    }();
+    return std::max(1, count / divisor);
+}
 
 /// Generator of one random case. The same index gives the same numbers on every machine.
 class Rng {

@@ -24,8 +24,8 @@ std::string durationText(std::chrono::steady_clock::duration duration) {
 
 }  // namespace
 
-ProgressLine::ProgressLine(bool isEnabled) {
-    if (!isEnabled || ::isatty(STDERR_FILENO) == 0) return;
+ProgressLine::ProgressLine(ProgressVisibility visibility) {
+    if (visibility == ProgressVisibility::Hidden || ::isatty(STDERR_FILENO) == 0) return;
     try {
         thread = std::thread([this] { show(); });
     } catch (const std::system_error&) {

@@ -10,12 +10,14 @@
 
 namespace quarn::tool {
 
+enum class ProgressVisibility { Hidden, Shown };
+
 /// Shows a line such as "reading dome.obj, 1.2 s" on the standard error stream, from the first second on, and takes it
 /// away when it dies. Nothing where that stream is no terminal.
 class ProgressLine {
 public:
-    /// The time counts from here. \param isEnabled false for a clock that shows nothing
-    explicit ProgressLine(bool isEnabled = true);
+    /// Starts the clock. \param visibility Hidden for a line that never appears
+    explicit ProgressLine(ProgressVisibility visibility = ProgressVisibility::Shown);
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine();

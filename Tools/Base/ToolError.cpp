@@ -1,6 +1,5 @@
 #include "Base/ToolError.h"
 
-#include <CLI/Error.hpp>
 #include <cstdio>
 
 #include <QuarnKit/Base/CurrentError.h>
@@ -49,8 +48,6 @@ ExitCode reportCurrentError() noexcept {
         } catch (const NegativeResult& result) {
             static_cast<void>(report(result));
             return ExitCode::NegativeResult;
-        } catch (const CLI::ParseError& error) {
-            return report(Error({.found = std::string(error.what()) + " (see --help)"}));
         } catch (...) {
             return report(currentError());
         }

@@ -1,25 +1,19 @@
 #include "CommandLine/MeshEdit.h"
 
-#include <CLI/CLI.hpp>
-
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
-#include <QuarnKit/Formats/MeshDocument.h>
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/ScreenInput.h"
 
 namespace quarn::tool {
 
-void addMeshEditOptions(CLI::App& command, MeshEditOptions& options) {
-    command.add_option("FILE", options.input, "OBJ or STL file, or XML file of a mesh")
-        ->required()
-        ->type_name("FILE");
-    addOutputOption(command, options.output)
-        .description(
-            "File to write, whole or not at all: XML where its name ends with .xml, else OBJ; - is the "
-            "standard "
-            "output");
+void addMeshEditOptions(Command& command, MeshEditOptions& options) {
+    command.argument("FILE FILE", options.input, "OBJ or STL file, or XML file of a mesh").required();
+    addOutputOption(command, options.output,
+                    "File to write, whole or not at all: XML where its name ends with .xml, else OBJ; - is "
+                    "the standard output");
     addUnitOption(command, options.unit,
                   "Unit of the lengths in the file, to which all others are converted");
     addMemoryOption(command, options.maxMemory);

@@ -22,7 +22,7 @@ struct MeshEditOptions {
 
 /// Adds the argument FILE and the options, but those that say how an OBJ file lies in the world. \p options has to
 /// outlive \p command.
-void addMeshEditOptions(CLI::App& command, MeshEditOptions& options);
+void addMeshEditOptions(Command& command, MeshEditOptions& options);
 
 /// Whether the output's name asks for XML; it is OBJ where the name tells nothing.
 [[nodiscard]] bool writesXml(const MeshEditOptions& options);

@@ -1,10 +1,7 @@
 #include "CommandLine/Options.h"
 
-#include <CLI/CLI.hpp>
-#include <algorithm>
 #include <charconv>
 #include <limits>
-#include <thread>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/PrintableText.h>
@@ -28,8 +25,7 @@ struct CountRange {
 };
 
 constexpr CountRange kGridCounts = {2, std::numeric_limits<int>::max()};
-// More threads than any machine that the tool is used on has processors.
-constexpr CountRange kThreadCounts = {1, 256};
+constexpr CountRange kThreadCounts = {1, kMaxThreads};
 
 int countFrom(const std::string& name, const std::string& text, const CountRange& range) {
     int count = 0;
@@ -41,13 +37,12 @@ int countFrom(const std::string& name, const std::string& text, const CountRange
     return count;
 }
 
-void addAxisOption(CLI::App& command, const std::string& name, std::optional<std::string>& axis,
+void addAxisOption(Command& command, const std::string& name, std::optional<std::string>& axis,
                    const std::string& description) {
     command
-        .add_option_function<std::string>(
-            name, [&axis](const std::string& text) { axis = text; }, description)
-        ->check(CLI::IsMember({"X", "Y", "Z", "-X", "-Y", "-Z"}))
-        ->type_name("AXIS");
+        .option(
+            name + " AXIS", [&axis](const std::string& text) { axis = text; }, description)
+        .choices({"X", "Y", "Z", "-X", "-Y", "-Z"});
 }
 
 // Cells of a grid that is written, each way; a mesh of them has 33 million triangles.
@@ -72,37 +67,38 @@ GridSize gridSizeFrom(const std::string& text) {
 
 }  // namespace
 
-CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string& description,
-                     const std::string& example) {
-    CLI::App* command = tool.add_subcommand(name, description);
-    command->footer("Example:\n  " + example);
-    return *command;
-}
-
-void addScreenOptions(CLI::App& command, ScreenOptions& options) {
+void addScreenInput(Command& command, ScreenOptions& options) {
     command
-        .add_option("SCREEN", options.screen, "OBJ or STL file, or XML file with a ScreenGeometry element")
-        ->required()
-        ->type_name("FILE");
+        .argument("SCREEN FILE", options.screen, "OBJ or STL file, or XML file with a ScreenGeometry element")
+        .required();
     addObjOptions(command, options.obj);
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
-    command.add_flag_callback(
-        "--json", [&options] { options.format = ResultFormat::Json; }, "Answer with one JSON document");
+}
+
+void addScreenOptions(Command& command, ScreenOptions& options) {
+    addScreenInput(command, options);
+    addJsonFlag(command, options.format);
     addMemoryOption(command, options.maxMemory);
     addOutputOption(command, options.output);
 }
 
-void addQueryOptions(CLI::App& command, QueryOptions& options) {
+void addQueryOptions(Command& command, QueryOptions& options) {
     addScreenOptions(command, options);
-    command.add_flag("--require", options.areResultsRequired, "Exit with 1 when a row has no answer");
+    command.flag("--require", options.areResultsRequired, true, "Exit with 1 when a row has no answer");
 }
 
-void addObjOptions(CLI::App& command, ObjOptions& options) {
+void addPointOptions(Command& command, PointOptions& options) {
+    addQueryOptions(command, options);
+    addThreadsOption(command, options.threads);
+    command.argument("POINTS FILE", options.points, "CSV with x,y,z; - is the standard input");
+}
+
+void addObjOptions(Command& command, ObjOptions& options) {
     addObjAxisOptions(command, options);
     addObjScaleOption(command, options);
 }
 
-void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix,
+void addObjAxisOptions(Command& command, ObjOptions& options, const std::string& suffix,
                        const std::string& file) {
     addAxisOption(command, "--forward" + suffix, options.forward,
                   file + ": axis that leads away from the viewer; Y if not told");
@@ -110,77 +106,58 @@ void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string
                   file + ": axis that leads upwards; Z if not told");
 }
 
-void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix,
+void addObjScaleOption(Command& command, ObjOptions& options, const std::string& suffix,
                        const std::string& file) {
     const std::string name = "--scale" + suffix;
+    command.option(
+        name + " FACTOR",
+        [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
+        file + ": factor of all positions; 1 if not told");
+}
+
+void addUnitOption(Command& command, std::string& unit, const std::string& description) {
+    command.option("--unit NAME", unit, description).choices(lengthUnitNames());
+}
+
+void addJsonFlag(Command& command, ResultFormat& format) {
+    command.flag("--json", format, ResultFormat::Json, "Answer with one JSON document");
+}
+
+void addThreadsOption(Command& command, std::size_t& threads) {
+    command.option(
+        "--threads COUNT",
+        [&threads](const std::string& text) {
+            threads = static_cast<std::size_t>(countFrom("--threads", text, kThreadCounts));
+        },
+        "Threads that answer; one for each processor if not told. The answers are the same");
+}
+
+void addMemoryOption(Command& command, std::uint64_t& maxMemory) {
+    command.option(
+        "--max-memory SIZE", [&maxMemory](const std::string& text) { maxMemory = memorySizeFrom(text); },
+        "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory");
+}
+
+Option addOutputOption(Command& command, std::string& path, const std::string& description) {
+    return command.option("-o,--output FILE", path, description);
+}
+
+void addGridOption(Command& command, std::optional<GridSize>& grid) {
+    constexpr GridSize kDefault;
     command
-        .add_option_function<std::string>(
-            name, [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
-            file + ": factor of all positions; 1 if not told")
-        ->type_name("FACTOR");
+        .option(
+            "--grid ROWSxCOLUMNS", [&grid](const std::string& text) { grid = gridSizeFrom(text); },
+            "Cells of the mesh that a shape becomes")
+        .defaultText(std::to_string(kDefault.rows) + "x" + std::to_string(kDefault.columns));
 }
 
-std::size_t defaultThreadCount() {
-    const auto max = static_cast<unsigned int>(kThreadCounts.max);
-    return std::clamp(std::thread::hardware_concurrency(), 1U, max);
-}
-
-void addThreadsOption(CLI::App& command, std::size_t& threads) {
-    const std::string name = "--threads";
+void addCountOption(Command& command, const std::string& name, int& count, const std::string& description) {
     command
-        .add_option_function<std::string>(
-            name,
-            [name, &threads](const std::string& text) {
-                threads = static_cast<std::size_t>(countFrom(name, text, kThreadCounts));
-            },
-            "Threads that answer; one for each processor if not told. The answers are the same")
-        ->type_name("COUNT");
-}
-
-void addUnitOption(CLI::App& command, std::string& unit, const std::string& description) {
-    command.add_option("--unit", unit, description)
-        ->check(CLI::IsMember(lengthUnitNames()))
-        ->type_name("NAME")
-        ->capture_default_str();
-}
-
-CLI::Option& addOutputOption(CLI::App& command, std::string& path) {
-    return *command
-                .add_option("-o,--output", path,
-                            "File to write, whole or not at all; - is the standard output")
-                ->type_name("FILE")
-                ->capture_default_str();
-}
-
-void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory) {
-    command
-        .add_option_function<std::string>(
-            "--max-memory", [&maxMemory](const std::string& text) { maxMemory = memorySizeFrom(text); },
-            "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory")
-        ->type_name("SIZE");
-}
-
-CLI::Option& addGridOption(CLI::App& command, GridSize& grid) {
-    return *command
-                .add_option_function<std::string>(
-                    "--grid", [&grid](const std::string& text) { grid = gridSizeFrom(text); },
-                    "Cells of the mesh that a shape becomes")
-                ->type_name("ROWSxCOLUMNS")
-                ->default_str(std::to_string(grid.rows) + "x" + std::to_string(grid.columns));
-}
-
-void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description) {
-    command
-        .add_option_function<std::string>(
-            name, [name, &count](const std::string& text) { count = countFrom(name, text, kGridCounts); },
+        .option(
+            name + " COUNT",
+            [name, &count](const std::string& text) { count = countFrom(name, text, kGridCounts); },
             description)
-        ->type_name("COUNT")
-        ->default_str(std::to_string(count));
-}
-
-CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string& path,
-                         const std::string& description) {
-    return *command.add_option(name, path, description)->type_name("FILE");
+        .defaultText(std::to_string(count));
 }
 
 }  // namespace quarn::tool

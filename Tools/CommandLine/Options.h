@@ -1,73 +1,58 @@
 /// \file
-/// Options that commands share.
+/// Options that several commands share. Each function adds options to a command; the values that they set have to outlive
+/// its command line. A text that is not valid ends CommandLine::run() with an Error.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
-#include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Formats/GridMesh.h>
-#include <QuarnKit/Formats/Obj/ObjSource.h>
 
-#include "Rows/ResultWriter.h"
-
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
+#include "CommandLine/CommandLine.h"
+#include "Rows/PointRows.h"
+#include "Rows/QueryOptions.h"
 
 namespace quarn::tool {
 
-/// Options of every command that reads a screen.
-struct ScreenOptions {
-    std::string screen;
-    ObjOptions obj;
-    std::string unit = "m";
-    ResultFormat format = ResultFormat::Csv;
-    std::uint64_t maxMemory = defaultMemoryLimit();  ///< In bytes.
-    std::string output = "-";
-};
+/// Adds the argument SCREEN, and the options of an OBJ file and of the unit.
+void addScreenInput(Command& command, ScreenOptions& options);
 
-/// One for each processor that the process may use.
-[[nodiscard]] std::size_t defaultThreadCount();
+/// Adds the argument SCREEN, and all options of a command that reads a screen.
+void addScreenOptions(Command& command, ScreenOptions& options);
 
-/// Options of the commands that answer rows.
-struct QueryOptions : ScreenOptions {
-    bool areResultsRequired = false;
-    std::size_t threads = defaultThreadCount();
-};
+/// Adds the options of addScreenOptions() and --require.
+void addQueryOptions(Command& command, QueryOptions& options);
 
-/// Adds a command. \p example is a command line that works in the project's folder.
-CLI::App& addCommand(CLI::App& tool, const std::string& name, const std::string& description,
-                     const std::string& example);
+/// Adds the options of addQueryOptions(), --threads and the argument POINTS.
+void addPointOptions(Command& command, PointOptions& options);
 
-/// Adds the argument SCREEN and the options. \p options has to outlive \p command.
-void addScreenOptions(CLI::App& command, ScreenOptions& options);
-void addQueryOptions(CLI::App& command, QueryOptions& options);
+/// Adds --forward, --up and --scale.
+void addObjOptions(Command& command, ObjOptions& options);
 
-/// Adds the option --threads. \p threads has to outlive \p command.
-void addThreadsOption(CLI::App& command, std::size_t& threads);
-
-/// Adds the options --unit, --output, --max-memory, --grid, and those that say how an OBJ file lies in the world.
-void addUnitOption(CLI::App& command, std::string& unit, const std::string& description);
-CLI::Option& addOutputOption(CLI::App& command, std::string& path);
-void addMemoryOption(CLI::App& command, std::uint64_t& maxMemory);
-CLI::Option& addGridOption(CLI::App& command, GridSize& grid);
-void addObjOptions(CLI::App& command, ObjOptions& options);
-
-/// Those of addObjOptions() but --scale. \p suffix ends their names, and \p file says whose they are, where a command
-/// has two of them.
-void addObjAxisOptions(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
-                       const std::string& file = "OBJ");
-void addObjScaleOption(CLI::App& command, ObjOptions& options, const std::string& suffix = "",
+/// Adds --forward and --up.
+/// \param suffix the end of their names, for a command that has them twice
+/// \param file the OBJ file that they apply to, as the help names it
+void addObjAxisOptions(Command& command, ObjOptions& options, const std::string& suffix = "",
                        const std::string& file = "OBJ");
 
-/// Adds an option for a whole number of at least 2.
-void addCountOption(CLI::App& command, const std::string& name, int& count, const std::string& description);
+/// Adds --scale; the parameters are those of addObjAxisOptions().
+void addObjScaleOption(Command& command, ObjOptions& options, const std::string& suffix = "",
+                       const std::string& file = "OBJ");
 
-/// Adds a CSV input as an option or argument.
-CLI::Option& addCsvInput(CLI::App& command, const std::string& name, std::string& path,
-                         const std::string& description);
+void addUnitOption(Command& command, std::string& unit, const std::string& description);
+void addJsonFlag(Command& command, ResultFormat& format);
+void addThreadsOption(Command& command, std::size_t& threads);
+void addMemoryOption(Command& command, std::uint64_t& maxMemory);
+Option addOutputOption(
+    Command& command, std::string& path,
+    const std::string& description = "File to write, whole or not at all; - is the standard output");
+
+/// Adds --grid. \param grid stays empty if the option is not given; the help shows GridSize() as the default
+void addGridOption(Command& command, std::optional<GridSize>& grid);
+
+/// Adds an option for a whole number of at least 2, with the default \p count.
+void addCountOption(Command& command, const std::string& name, int& count, const std::string& description);
 
 }  // namespace quarn::tool

@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
-
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
@@ -20,17 +16,15 @@ void run(const QueryOptions& options) {
 
 }  // namespace
 
-void registerBoundaryCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "boundary", "Walk once around the screen's outline",
-                                   "quarnscreen boundary Samples/cylinder-200.xml");
-    command.footer(
-        "Each of the four edges is a polyline, from 1 to 4. A full circle has no sides, and an arc "
-        "below\ntwo "
-        "degrees no top and bottom; the numbers of the others stay.\n\n" +
-        command.get_footer());
-    const auto options = std::make_shared<QueryOptions>();
-    addScreenOptions(command, *options);
-    command.callback([options] { run(*options); });
+void registerBoundaryCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "boundary",
+         .summary = "Walk once around the screen's outline",
+         .details =
+             "Each of the four edges is a polyline, from 1 to 4. A full circle has no sides, and an arc "
+             "below\ntwo degrees no top and bottom; the numbers of the others stay.",
+         .example = "quarnscreen boundary Samples/cylinder-200.xml"});
+    addScreenOptions(command, command.onRun(run));
 }
 
 }  // namespace quarn::tool

@@ -1,6 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include <QuarnKit/Base/Error.h>
@@ -96,7 +93,7 @@ void run(const ChannelOptions& options) {
     std::vector<Column> columns = {{"ray"}, {"status"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
     QueryResults results(options, {options.screen, options.rays, options.extraRays},
-                         {{"command", "channel"}, {"screen", screen.file}}, columns);
+                         {.command = "channel", .members = {{"screen", screen.file}}}, columns);
     ChannelRows rows(options.maxMemory, channel, results);
     std::vector<double> numbers;
     while (rays.next(numbers)) {
@@ -110,18 +107,19 @@ void run(const ChannelOptions& options) {
 
 }  // namespace
 
-void registerChannelCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "channel",
-                                   "Find where a channel's boundary rays meet the screen or its continuation",
-                                   "quarnscreen channel Samples/flat-wall.xml Samples/flat-wall-rays.csv");
-    const auto options = std::make_shared<ChannelOptions>();
-    addQueryOptions(command, *options);
-    addCsvInput(command, "RAYS", options->rays,
-                "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
+void registerChannelCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "channel",
+         .summary = "Find where a channel's boundary rays meet the screen or its continuation",
+         .example = "quarnscreen channel Samples/flat-wall.xml Samples/flat-wall-rays.csv"});
+    ChannelOptions& options = command.onRun(run);
+    addQueryOptions(command, options);
+    command
+        .argument("RAYS FILE", options.rays,
+                  "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
         .required();
-    addCsvInput(command, "--extra", options->extraRays,
-                "CSV with rays that only help to find the side of the screen that the channel shows");
-    command.callback([options] { run(*options); });
+    command.option("--extra FILE", options.extraRays,
+                   "CSV with rays that only help to find the side of the screen that the channel shows");
 }
 
 }  // namespace quarn::tool

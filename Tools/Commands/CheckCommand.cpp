@@ -1,7 +1,4 @@
-#include <CLI/CLI.hpp>
 #include <iterator>
-#include <memory>
-#include <nlohmann/json.hpp>
 
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Check/CheckInput.h>
@@ -18,8 +15,8 @@ namespace quarn::tool {
 namespace {
 
 struct CheckOptions : ScreenOptions {
-    bool isFixed = false;
-    std::string fixedFile;
+    RepairedText repairedText = RepairedText::Skip;
+    std::string repairedFile;
 };
 
 // What was mended is no problem any more.
@@ -45,17 +42,17 @@ CheckReport reportOf(CheckInput input, const CheckOptions& options) {
 
 void run(const CheckOptions& options) {
     ConsoleObserver observer;
-    CheckInput input = readCheckInput(options.screen, options.obj, options.maxMemory,
-                                      options.isFixed ? RepairedText::Build : RepairedText::Skip, observer);
-    if (options.isFixed) {
-        OutputFile fixed(options.fixedFile, {options.screen});
-        fixed.write(input.repairedText);
-        fixed.finish();
+    CheckInput input =
+        readCheckInput(options.screen, options.obj, options.maxMemory, options.repairedText, observer);
+    if (options.repairedText == RepairedText::Build) {
+        OutputFile repaired(options.repairedFile, {options.screen});
+        repaired.write(input.repairedText);
+        repaired.finish();
         noteAsRepaired(input.textFindings);
     }
     const CheckReport report = reportOf(std::move(input), options);
     OutputFile output("-", {});
-    output.write(options.format == ResultFormat::Json ? jsonText(reportJson(report), 2) + "\n"
+    output.write(options.format == ResultFormat::Json ? reportJson(report).text(JsonLayout::Indented) + "\n"
                                                       : reportText(report));
     output.finish();
     if (report.problemCount() > 0)
@@ -65,27 +62,27 @@ void run(const CheckOptions& options) {
 
 }  // namespace
 
-void registerCheckCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "check", "Look for what would make a calibration with a mesh fail",
-                                   "quarnscreen check Samples/measured-dome.obj --unit mm");
-    command.footer(
-        "Looks for values that are not finite, triangles that are degenerate, doubled or flipped, edges of "
-        "more\n"
-        "than two triangles, pieces, holes, UVs that are missing, outside of 0 to 1, flat, mirrored or\n"
-        "overlapping, and a size that is implausible for --unit; in STL files also for what keeps them from\n"
-        "loading. Exits with 1 when something was found.\n\n" +
-        command.get_footer());
-    const auto options = std::make_shared<CheckOptions>();
-    addScreenOptions(command, *options);
-    command.remove_option(command.get_option("--output"));  // the report goes to the standard output
-    CLI::Option* const fix = command.add_flag(
-        "--fix", options->isFixed, "Write what can be mended without changing geometry: OBJ text that loads");
-    CLI::Option* const output =
-        command.add_option("-o,--output", options->fixedFile, "File for --fix to write, whole or not at all")
-            ->type_name("FILE");
-    fix->needs(output);
-    output->needs(fix);
-    command.callback([options] { run(*options); });
+void registerCheckCommand(Command& tool) {
+    Command command = tool.addCommand({.name = "check",
+                                       .summary = "Look for what would make a calibration with a mesh fail",
+                                       .details = "Looks for values that are not finite, triangles that are "
+                                                  "degenerate, doubled or flipped, edges of "
+                                                  "more\nthan two triangles, pieces, holes, UVs that are "
+                                                  "missing, outside of 0 to 1, flat, mirrored or"
+                                                  "\noverlapping, and a size that is implausible for --unit; "
+                                                  "in STL files also for what keeps them from"
+                                                  "\nloading. Exits with 1 when something was found.",
+                                       .example = "quarnscreen check Samples/measured-dome.obj --unit mm"});
+    CheckOptions& options = command.onRun(run);
+    addScreenInput(command, options);
+    addJsonFlag(command, options.format);
+    addMemoryOption(command, options.maxMemory);
+    Option fix = command.flag("--fix", options.repairedText, RepairedText::Build,
+                              "Write what can be mended without changing geometry: OBJ text that loads");
+    Option output = command.option("-o,--output FILE", options.repairedFile,
+                                   "File for --fix to write, whole or not at all");
+    fix.needs(output);
+    output.needs(fix);
 }
 
 }  // namespace quarn::tool

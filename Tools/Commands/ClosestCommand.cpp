@@ -1,8 +1,6 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-
 #include <QuarnKit/Base/IsFinite.h>
 
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/PointRows.h"
 
@@ -28,24 +26,24 @@ std::optional<Point<double, 3>> closestTo(const Screen& screen, const Point<doub
     return closest;
 }
 
+void run(const PointOptions& options) {
+    runPointQuery(
+        "closest",
+        {{"closestX", Quantity::Length}, {"closestY", Quantity::Length}, {"closestZ", Quantity::Length}},
+        options, closestTo);
+}
+
 }  // namespace
 
-void registerClosestCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "closest", "Find the screen's position for positions beside it",
-                                   "quarnscreen closest Samples/flat-wall.xml Samples/flat-wall-points.csv");
-    command.footer(
-        "It is nearest in UV, and not always in space. On a mesh it is the foot on the triangle with "
-        "the\nnearest "
-        "centre; there is none where that lies beyond the triangle.\n\n" +
-        command.get_footer());
-    const auto options = std::make_shared<PointOptions>();
-    addPointOptions(command, *options);
-    command.callback([options] {
-        runPointQuery(
-            "closest",
-            {{"closestX", Quantity::Length}, {"closestY", Quantity::Length}, {"closestZ", Quantity::Length}},
-            *options, closestTo);
-    });
+void registerClosestCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "closest",
+         .summary = "Find the screen's position for positions beside it",
+         .details =
+             "It is nearest in UV, and not always in space. On a mesh it is the foot on the triangle with "
+             "the\nnearest centre; there is none where that lies beyond the triangle.",
+         .example = "quarnscreen closest Samples/flat-wall.xml Samples/flat-wall-points.csv"});
+    addPointOptions(command, command.onRun(run));
 }
 
 }  // namespace quarn::tool

@@ -2,30 +2,28 @@
 /// The commands of the tool. Their names are for good.
 #pragma once
 
-namespace CLI {
-class App;
-}  // namespace CLI
+#include "CommandLine/CommandLine.h"
 
 namespace quarn::tool {
 
 /// Each of these adds one command, with its options and what it does, to the tool.
-void registerInfoCommand(CLI::App& tool);
-void registerMapCommand(CLI::App& tool);
-void registerIntersectCommand(CLI::App& tool);
-void registerNearestCommand(CLI::App& tool);
-void registerClosestCommand(CLI::App& tool);
-void registerNormalCommand(CLI::App& tool);
-void registerChannelCommand(CLI::App& tool);
-void registerConvertCommand(CLI::App& tool);
-void registerRefineCommand(CLI::App& tool);
-void registerTransformCommand(CLI::App& tool);
-void registerCompareCommand(CLI::App& tool);
-void registerGridCommand(CLI::App& tool);
-void registerBoundaryCommand(CLI::App& tool);
-void registerPointsCommand(CLI::App& tool);
-void registerPlotCommand(CLI::App& tool);
-void registerCheckCommand(CLI::App& tool);
-void registerMakeCommand(CLI::App& tool);
-void registerCompletionCommand(CLI::App& tool);
+void registerInfoCommand(Command& tool);
+void registerMapCommand(Command& tool);
+void registerIntersectCommand(Command& tool);
+void registerNearestCommand(Command& tool);
+void registerClosestCommand(Command& tool);
+void registerNormalCommand(Command& tool);
+void registerChannelCommand(Command& tool);
+void registerConvertCommand(Command& tool);
+void registerRefineCommand(Command& tool);
+void registerTransformCommand(Command& tool);
+void registerCompareCommand(Command& tool);
+void registerGridCommand(Command& tool);
+void registerBoundaryCommand(Command& tool);
+void registerPointsCommand(Command& tool);
+void registerPlotCommand(Command& tool);
+void registerCheckCommand(Command& tool);
+void registerMakeCommand(Command& tool);
+void registerCompletionCommand(Command& tool);
 
 }  // namespace quarn::tool

@@ -1,9 +1,6 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
-#include <nlohmann/json.hpp>
 
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Compare/Surface.h>
@@ -169,9 +166,9 @@ void run(const CompareOptions& options) {
     const std::vector<Column> head = columns();
     ResultRows rows(options.format, head);
     const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, HasResult::Yes); };
-    ResultWriter writer(output, options.format, options.maxMemory,
-                        {{"command", "compare"}, {"a", options.a}, {"b", options.b}, {"unit", options.unit}},
-                        head);
+    ResultWriter writer(
+        output, options.format, options.maxMemory,
+        {.command = "compare", .members = {{"a", options.a}, {"b", options.b}}, .unit = options.unit}, head);
     addRow(emptyCells("digest", comparison.digests));
     addRow(distanceCells("a_to_b", comparison.aToB, comparison.chordErrors));
     addRow(distanceCells("b_to_a", comparison.bToA, comparison.chordErrors));
@@ -186,33 +183,29 @@ void run(const CompareOptions& options) {
 
 }  // namespace
 
-void registerCompareCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "compare", "Tell how far the surfaces of two screens are apart",
-                                   "quarnscreen compare Samples/dome.xml Samples/dome.xml --max 1mm");
-    const auto options = std::make_shared<CompareOptions>();
-    command.add_option("A", options->a, "OBJ or STL file, or XML file with a ScreenGeometry element")
-        ->required()
-        ->type_name("FILE");
-    command.add_option("B", options->b, "The same for the other screen")->required()->type_name("FILE");
-    command
-        .add_option("--max", options->max, "Exit with 1 where a position is farther from the other surface")
-        ->type_name("LENGTH");
-    command
-        .add_option(
-            "--accuracy", options->accuracy,
-            "To which the greatest distances are looked for; if not told, a 50,000th of the screens' size")
-        ->type_name("LENGTH");
-    addObjAxisOptions(command, options->objA, "", "OBJ file A");
-    addObjScaleOption(command, options->objA, "", "OBJ file A");
-    addObjAxisOptions(command, options->objB, "-b", "OBJ file B");
-    addObjScaleOption(command, options->objB, "-b", "OBJ file B");
-    addUnitOption(command, options->unit, "Unit of the lengths in both files; it is named, never converted");
-    command.add_flag_callback(
-        "--json", [options] { options->format = ResultFormat::Json; }, "Answer with one JSON document");
-    addThreadsOption(command, options->threads);
-    addMemoryOption(command, options->maxMemory);
-    addOutputOption(command, options->output);
-    command.callback([options] { run(*options); });
+void registerCompareCommand(Command& tool) {
+    Command command =
+        tool.addCommand({.name = "compare",
+                         .summary = "Tell how far the surfaces of two screens are apart",
+                         .example = "quarnscreen compare Samples/dome.xml Samples/dome.xml --max 1mm"});
+    CompareOptions& options = command.onRun(run);
+    command.argument("A FILE", options.a, "OBJ or STL file, or XML file with a ScreenGeometry element")
+        .required();
+    command.argument("B FILE", options.b, "The same for the other screen").required();
+    command.option("--max LENGTH", options.max,
+                   "Exit with 1 where a position is farther from the other surface");
+    command.option(
+        "--accuracy LENGTH", options.accuracy,
+        "To which the greatest distances are looked for; if not told, a 50,000th of the screens' size");
+    addObjAxisOptions(command, options.objA, "", "OBJ file A");
+    addObjScaleOption(command, options.objA, "", "OBJ file A");
+    addObjAxisOptions(command, options.objB, "-b", "OBJ file B");
+    addObjScaleOption(command, options.objB, "-b", "OBJ file B");
+    addUnitOption(command, options.unit, "Unit of the lengths in both files; it is named, never converted");
+    addJsonFlag(command, options.format);
+    addThreadsOption(command, options.threads);
+    addMemoryOption(command, options.maxMemory);
+    addOutputOption(command, options.output);
 }
 
 }  // namespace quarn::tool

@@ -1,16 +1,19 @@
-#include <CLI/CLI.hpp>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <QuarnKit/Base/OutputFile.h>
 
-#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 
 namespace quarn::tool {
 
 namespace {
+
+struct CompletionOptions {
+    std::string shell;
+    std::optional<Command> tool;
+};
 
 std::string joined(const std::vector<std::string>& words, const std::string& separator) {
     std::string text;
@@ -18,61 +21,38 @@ std::string joined(const std::vector<std::string>& words, const std::string& sep
     return text;
 }
 
-std::vector<std::string> namesOf(const CLI::Option& option) {
-    std::vector<std::string> names;
-    for (const std::string& name : option.get_snames()) names.push_back("-" + name);
-    for (const std::string& name : option.get_lnames()) names.push_back("--" + name);
-    return names;
+// The words that may follow the option, or be the argument.
+std::string candidatesFor(const OptionFacts& option) {
+    if (!option.choices.empty()) return R"(candidates=(-W ")" + joined(option.choices, " ") + R"("))";
+    return option.valueName == "FILE" ? "candidates=(-f)" : "candidates=()";
 }
 
-bool takesValue(const CLI::Option& option) {
-    return option.get_items_expected_max() > 0;
-}
-
-// What may stand for the option's value. A choice shows in its type's name, as in "NAME:{mm,cm}".
-std::string candidatesFor(const CLI::Option& option) {
-    std::string type = option.get_type_name();
-    const std::size_t first = type.find('{');
-    const std::size_t last = type.find('}');
-    if (first != std::string::npos && last != std::string::npos) {
-        std::string words = type.substr(first + 1, last - first - 1);
-        for (char& character : words)
-            if (character == ',') character = ' ';
-        return R"(candidates=(-W ")" + words + R"("))";
-    }
-    return type.starts_with("FILE") ? "candidates=(-f)" : "candidates=()";
-}
-
-std::vector<const CLI::App*> commandsOf(const CLI::App& app) {
-    return app.get_subcommands([](const CLI::App* /*any*/) { return true; });
-}
-
-std::vector<std::string> namesOf(const std::vector<const CLI::App*>& commands) {
+std::vector<std::string> namesOf(const std::vector<Command>& commands) {
     std::vector<std::string> names;
     names.reserve(commands.size());
-    for (const CLI::App* command : commands) names.push_back(command->get_name());
+    for (const Command& command : commands) names.push_back(command.name());
     return names;
 }
 
 // The branches of one command and those below it: its options, what each of them takes, and what stands
 // elsewhere. \p words are the words that lead to it.
-std::string branchesFor(const CLI::App& command, const std::string& words) {
+std::string branchesFor(const Command& command, const std::string& words) {
     std::vector<std::string> names;
     std::string values;
     std::string positional;
-    const auto commandsBelow = commandsOf(command);
+    const auto commandsBelow = command.commands();
     if (!commandsBelow.empty())
         positional = R"(candidates=(-W ")" + joined(namesOf(commandsBelow), " ") + R"("))";
     std::string branchesBelow;
-    for (const CLI::App* below : commandsBelow)
-        branchesBelow += branchesFor(*below, words + " " + below->get_name());
-    for (const CLI::Option* option : command.get_options()) {
-        const auto own = namesOf(*option);
-        names.insert(names.end(), own.begin(), own.end());
-        if (own.empty()) {
-            if (positional.empty()) positional = candidatesFor(*option);
-        } else if (takesValue(*option)) {
-            values += "                " + joined(own, " | ") + ") " + candidatesFor(*option) + " ;;\n";
+    for (const Command& below : commandsBelow)
+        branchesBelow += branchesFor(below, words + " " + below.name());
+    for (const OptionFacts& option : command.options()) {
+        names.insert(names.end(), option.names.begin(), option.names.end());
+        if (option.names.empty()) {
+            if (positional.empty()) positional = candidatesFor(option);
+        } else if (option.takesValue) {
+            values +=
+                "                " + joined(option.names, " | ") + ") " + candidatesFor(option) + " ;;\n";
         }
     }
     if (positional.empty()) positional = "candidates=()";
@@ -92,17 +72,17 @@ std::string branchesFor(const CLI::App& command, const std::string& words) {
 )" + branchesBelow;
 }
 
-std::string bashCompletion(const CLI::App& tool) {
-    const auto commands = commandsOf(tool);
+std::string bashCompletion(const Command& tool) {
+    const auto commands = tool.commands();
     std::vector<std::string> firstWords = namesOf(commands);
     std::vector<std::string> parents;
     std::string branches;
-    for (const CLI::App* command : commands) {
-        branches += branchesFor(*command, command->get_name());
-        if (!commandsOf(*command).empty()) parents.push_back(command->get_name());
+    for (const Command& command : commands) {
+        branches += branchesFor(command, command.name());
+        if (!command.commands().empty()) parents.push_back(command.name());
     }
-    for (const CLI::Option* option : tool.get_options())
-        for (const std::string& name : namesOf(*option)) firstWords.push_back(name);
+    for (const OptionFacts& option : tool.options())
+        firstWords.insert(firstWords.end(), option.names.begin(), option.names.end());
 
     return R"(# Completion of quarnscreen for bash, made by "quarnscreen completion bash".
 _quarnscreen() {
@@ -133,21 +113,21 @@ complete -o filenames -F _quarnscreen quarnscreen
 )";
 }
 
+void run(const CompletionOptions& options) {
+    OutputFile output("-", {});
+    output.write(bashCompletion(*options.tool));
+    output.finish();
+}
+
 }  // namespace
 
-void registerCompletionCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "completion", "Write the completion script of a shell",
-                                   "source <(quarnscreen completion bash)");
-    const auto shell = std::make_shared<std::string>();
-    command.add_option("SHELL", *shell, "Shell that the script is for")
-        ->required()
-        ->type_name("")
-        ->check(CLI::IsMember({"bash"}));
-    command.callback([shell, &tool] {
-        OutputFile output("-", {});
-        output.write(bashCompletion(tool));
-        output.finish();
-    });
+void registerCompletionCommand(Command& tool) {
+    Command command = tool.addCommand({.name = "completion",
+                                       .summary = "Write the completion script of a shell",
+                                       .example = "source <(quarnscreen completion bash)"});
+    CompletionOptions& options = command.onRun(run);
+    options.tool = tool;
+    command.argument("SHELL", options.shell, "Shell that the script is for").choices({"bash"}).required();
 }
 
 }  // namespace quarn::tool

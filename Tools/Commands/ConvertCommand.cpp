@@ -1,10 +1,7 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/Diagnostics.h"
@@ -19,9 +16,9 @@ namespace {
 struct ConvertOptions {
     std::string input;
     std::string output;
-    std::string format;
+    std::optional<ScreenFormat> format;  // by the output's name if empty
     ObjOptions obj;
-    GridSize grid;
+    std::optional<GridSize> grid;
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
@@ -45,8 +42,7 @@ Screen readRepaired(const ConvertOptions& options) {
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
-    if (options.format == "obj") return ScreenFormat::Obj;
-    if (options.format == "xml") return ScreenFormat::Xml;
+    if (options.format) return *options.format;
     const ScreenFormat format = formatByName(options.output, ScreenFormat::Xml);
     if (format != formatByName(options.output, ScreenFormat::Obj))
         throw Error({.found = "found the output " + quotedExcerpt(options.output),
@@ -61,7 +57,7 @@ void run(const ConvertOptions& options) {
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
-        const std::string text = objTextOf(screen, options.grid, options.maxMemory);
+        const std::string text = objTextOf(screen, options.grid.value_or(GridSize()), options.maxMemory);
         ConsoleObserver observer;
         noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
         output.write(text);
@@ -71,21 +67,19 @@ void run(const ConvertOptions& options) {
 
 }  // namespace
 
-void registerConvertCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "convert", "Convert a screen between OBJ and XML, and mend OBJ files",
-                   "quarnscreen convert Samples/dome.xml -o dome.obj");
-    const auto options = std::make_shared<ConvertOptions>();
-    command.add_option("INPUT", options->input, "OBJ or STL file from any program, or XML file of a screen")
-        ->required()
-        ->type_name("FILE");
-    addOutputOption(command, options->output).required();
-    command.add_option("--to", options->format, "Format of the output, where its name does not tell")
-        ->check(CLI::IsMember({"obj", "xml"}));
-    addObjOptions(command, options->obj);
-    addGridOption(command, options->grid);
-    addMemoryOption(command, options->maxMemory);
-    command.callback([options] { run(*options); });
+void registerConvertCommand(Command& tool) {
+    Command command = tool.addCommand({.name = "convert",
+                                       .summary = "Convert a screen between OBJ and XML, and mend OBJ files",
+                                       .example = "quarnscreen convert Samples/dome.xml -o dome.obj"});
+    ConvertOptions& options = command.onRun(run);
+    command.argument("INPUT FILE", options.input, "OBJ or STL file from any program, or XML file of a screen")
+        .required();
+    addOutputOption(command, options.output).required();
+    command.choice("--to TEXT", options.format, {{"obj", ScreenFormat::Obj}, {"xml", ScreenFormat::Xml}},
+                   "Format of the output, where its name does not tell");
+    addObjOptions(command, options.obj);
+    addGridOption(command, options.grid);
+    addMemoryOption(command, options.maxMemory);
 }
 
 }  // namespace quarn::tool

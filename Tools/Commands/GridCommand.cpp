@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
-
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
@@ -29,15 +25,15 @@ void run(const GridOptions& options) {
 
 }  // namespace
 
-void registerGridCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "grid", "Follow the lines of a regular grid on the screen, as one closed polyline",
-                   "quarnscreen grid Samples/dome.xml --density 5");
-    const auto options = std::make_shared<GridOptions>();
-    addScreenOptions(command, *options);
-    addCountOption(command, "--density", options->density,
+void registerGridCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "grid",
+         .summary = "Follow the lines of a regular grid on the screen, as one closed polyline",
+         .example = "quarnscreen grid Samples/dome.xml --density 5"});
+    GridOptions& options = command.onRun(run);
+    addScreenOptions(command, options);
+    addCountOption(command, "--density", options.density,
                    "Lines in each direction, rounded up to an odd number");
-    command.callback([options] { run(*options); });
 }
 
 }  // namespace quarn::tool

@@ -1,9 +1,6 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include <QuarnKit/Base/IsFinite.h>
@@ -13,6 +10,7 @@
 #include <QuarnScreen/ScreenUtils.h>
 
 #include "Base/Diagnostics.h"
+#include "Base/Json.h"
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
@@ -47,20 +45,25 @@ std::optional<double> aspectRatioOf(IScreenGeometry& geometry) {
     return ScreenUtils::estimateAspectRatioUV(geometry);
 }
 
-nlohmann::ordered_json numberOrNull(double number) {
-    if (!std::isfinite(number)) return nullptr;
-    return number;
+Json jsonPoint(const Point<double, 3>& point) {
+    return Json::array({point[0], point[1], point[2]});
 }
 
-nlohmann::ordered_json jsonPoint(const Point<double, 3>& point) {
-    return {numberOrNull(point[0]), numberOrNull(point[1]), numberOrNull(point[2])};
+Json jsonAngle(double radians) {
+    return Json::object({{"degrees", radians * kDegreesPerRadian}, {"radians", radians}});
 }
 
-nlohmann::ordered_json jsonAngle(double radians) {
-    return {{"degrees", numberOrNull(radians * kDegreesPerRadian)}, {"radians", numberOrNull(radians)}};
+Json jsonBounds(const Bounds& bounds) {
+    return Json::object({{"min", jsonPoint(bounds.min)}, {"max", jsonPoint(bounds.max)}});
 }
 
-nlohmann::ordered_json jsonParameter(const Parameter& parameter) {
+// Width and height as a viewer sees them.
+Json jsonSize(const Bounds& bounds) {
+    return Json::object(
+        {{"width", bounds.max[0] - bounds.min[0]}, {"height", bounds.max[2] - bounds.min[2]}});
+}
+
+Json jsonParameter(const Parameter& parameter) {
     switch (parameter.kind) {
         case ParameterKind::Angle:
             return jsonAngle(parameter.value);
@@ -71,29 +74,27 @@ nlohmann::ordered_json jsonParameter(const Parameter& parameter) {
     }
 }
 
-nlohmann::ordered_json jsonInfo(const Screen& screen, const std::string& unit) {
+Json jsonInfo(const Screen& screen, const std::string& unit) {
     IScreenGeometry& geometry = *screen.geometry;
-    nlohmann::ordered_json info = {{"command", "info"}, {"screen", screen.file}, {"unit", unit}};
-    info["type"] = geometry.getType();
-    info["parameters"] = nlohmann::ordered_json::object();
+    Json parameters = Json::object();
     for (const Parameter& parameter : screen.parameters)
-        info["parameters"][parameter.name] = jsonParameter(parameter);
-    info["mesh"] = screen.mesh ? jsonMesh(screen) : nlohmann::ordered_json(nullptr);
-    info["isValid"] = geometry.isValid();
-    info["hasParameterization"] = geometry.hasParameterization();
-    info["bounds"] = nullptr;
-    info["size"] = nullptr;
-    if (const auto bounds = boundsOf(geometry)) {
-        info["bounds"] = {{"min", jsonPoint(bounds->min)}, {"max", jsonPoint(bounds->max)}};
-        info["size"] = {{"width", bounds->max[0] - bounds->min[0]},
-                        {"height", bounds->max[2] - bounds->min[2]}};
-    }
-    info["eyePoint"] = jsonPoint(geometry.getEyepoint());
-    info["heading"] = jsonPoint(geometry.getCenterOfScreenHeading());
-    info["maxAngle"] = jsonAngle(geometry.getMaxAngleFromHeading());
-    info["aspectRatio"] = numberOrNull(aspectRatioOf(geometry).value_or(kNaN));
-    info["digest"] = hexText(geometry.getUniqueDataHash());
-    return info;
+        parameters.set(parameter.name, jsonParameter(parameter));
+    const auto bounds = boundsOf(geometry);
+    return Json::object({{"command", "info"},
+                         {"screen", screen.file},
+                         {"unit", unit},
+                         {"type", geometry.getType()},
+                         {"parameters", parameters},
+                         {"mesh", screen.mesh ? jsonMesh(screen) : Json()},
+                         {"isValid", geometry.isValid()},
+                         {"hasParameterization", geometry.hasParameterization()},
+                         {"bounds", bounds ? jsonBounds(*bounds) : Json()},
+                         {"size", bounds ? jsonSize(*bounds) : Json()},
+                         {"eyePoint", jsonPoint(geometry.getEyepoint())},
+                         {"heading", jsonPoint(geometry.getCenterOfScreenHeading())},
+                         {"maxAngle", jsonAngle(geometry.getMaxAngleFromHeading())},
+                         {"aspectRatio", aspectRatioOf(geometry).value_or(kNaN)},
+                         {"digest", hexText(geometry.getUniqueDataHash())}});
 }
 
 // Lines of "key: value" with the values below each other.
@@ -170,19 +171,19 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
 void run(const ScreenOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
-    output.write(options.format == ResultFormat::Json ? jsonText(jsonInfo(screen, options.unit), 2) + "\n"
-                                                      : textInfo(screen, options.unit));
+    output.write(options.format == ResultFormat::Json
+                     ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
+                     : textInfo(screen, options.unit));
     output.finish();
 }
 
 }  // namespace
 
-void registerInfoCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "info", "Tell what the screen in a file is",
-                                   "quarnscreen info Samples/flat-wall.xml");
-    const auto options = std::make_shared<ScreenOptions>();
-    addScreenOptions(command, *options);
-    command.callback([options] { run(*options); });
+void registerInfoCommand(Command& tool) {
+    Command command = tool.addCommand({.name = "info",
+                                       .summary = "Tell what the screen in a file is",
+                                       .example = "quarnscreen info Samples/flat-wall.xml"});
+    addScreenOptions(command, command.onRun(run));
 }
 
 }  // namespace quarn::tool

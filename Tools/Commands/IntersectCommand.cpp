@@ -1,6 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include <QuarnKit/Base/Error.h>
@@ -21,11 +18,6 @@ struct IntersectOptions : QueryOptions {
     bool extrapolates = false;
     std::optional<int> side;
 };
-
-int sideFrom(const std::string& text) {
-    if (text == "0") return 0;
-    return text == "-1" ? -1 : 1;
-}
 
 // Where a hit lies along its ray: 0 at its first position, 1 at its second one, negative behind the first.
 double parameterOf(const Intersection& hit, const Point<double, 3>& from, const Point<double, 3>& to) {
@@ -98,7 +90,8 @@ void run(const IntersectOptions& options) {
     RowPipeline rays = openRows(options, options.rays, "a CSV file of rays",
                                 {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
     QueryResults results(options, {options.screen, options.rays},
-                         {{"command", "intersect"}, {"screen", screen.file}}, hitColumns("ray", {"t"}));
+                         {.command = "intersect", .members = {{"screen", screen.file}}},
+                         hitColumns("ray", {"t"}));
     const RayQuery rayQuery(screen, options);
     rays.run([&](std::int64_t ray, std::span<const double> numbers,
                  ResultRows& rows) { rayQuery.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows); },
@@ -108,27 +101,24 @@ void run(const IntersectOptions& options) {
 
 }  // namespace
 
-void registerIntersectCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "intersect", "Find where rays hit the screen",
-                                   "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv");
-    const auto options = std::make_shared<IntersectOptions>();
-    addQueryOptions(command, *options);
-    addThreadsOption(command, options->threads);
-    addCsvInput(command, "RAYS", options->rays,
-                "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
-        .capture_default_str();
-    command.add_flag(
-        "--extrapolate", options->extrapolates,
+void registerIntersectCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "intersect",
+         .summary = "Find where rays hit the screen",
+         .example = "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv"});
+    IntersectOptions& options = command.onRun(run);
+    addQueryOptions(command, options);
+    addThreadsOption(command, options.threads);
+    command.argument("RAYS FILE", options.rays,
+                     "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input");
+    command.flag(
+        "--extrapolate", options.extrapolates, true,
         "Answer beyond the screen too: on the continued surface, or where a ray passes nearest to the "
         "outline of a mesh");
-    command
-        .add_option_function<std::string>(
-            "--side", [options](const std::string& text) { options->side = sideFrom(text); },
-            "With --extrapolate, side of the surface that counts: -1 is the front, 0 for meshes any; 0 if "
-            "not told")
-        ->check(CLI::IsMember({"+1", "1", "0", "-1"}))
-        ->type_name("SIGN");
-    command.callback([options] { run(*options); });
+    command.choice(
+        "--side SIGN", options.side, {{"+1", 1}, {"1", 1}, {"0", 0}, {"-1", -1}},
+        "With --extrapolate, side of the surface that counts: -1 is the front, 0 for meshes any; 0 if "
+        "not told");
 }
 
 }  // namespace quarn::tool

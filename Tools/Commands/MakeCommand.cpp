@@ -1,6 +1,4 @@
-#include <CLI/CLI.hpp>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,13 +23,15 @@ namespace {
 constexpr const char* kLength = "LENGTH";
 constexpr const char* kAngle = "ANGLE";
 
+struct Shape;
+
 // What the command line tells of a screen.
 class MakeOptions {
 public:
+    const Shape* shape = nullptr;
     std::string unit = "m";
     std::string output = "-";
-    GridSize grid;
-    bool isMesh = false;
+    std::optional<GridSize> grid = {};              // a mesh is written if it is given
     std::map<std::string, std::string> texts = {};  // by the name of the option
 
     [[nodiscard]] bool has(const std::string& option) const { return texts.contains(option); }
@@ -47,7 +47,7 @@ public:
 struct ShapeOption {
     std::string name;
     std::string description;
-    const char* type = kLength;
+    const char* valueName = kLength;
     bool isRequired = true;
 };
 
@@ -117,8 +117,8 @@ void fillRuled(const MakeOptions& options, ScreenValues& values) {
     setAround(values, "minPhi", "maxPhi", options.angle("--bottom-arc"));
 }
 
-std::vector<Shape> shapes() {
-    return {
+const std::vector<Shape>& shapes() {
+    static const std::vector<Shape> all = {
         {"flat",
          "A rectangle",
          "quarnscreen make flat --width 4m --height 3m",
@@ -166,53 +166,54 @@ std::vector<Shape> shapes() {
           {"--bottom-arc", "Angle of the bottom arc, likewise", kAngle}},
          fillRuled},
     };
+    return all;
 }
 
-void run(const Shape& shape, const MakeOptions& options) {
+void run(const MakeOptions& options) {
+    const Shape& shape = *options.shape;
     ScreenValues values;
     shape.fill(options, values);
     ConsoleObserver observer;
     const Screen screen{.file = {}, .geometry = buildScreen(shape.screenType, values, observer)};
-    const bool isMesh =
-        options.isMesh || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
+    const bool isMesh = options.grid || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
     const std::uint64_t maxMemory = defaultMemoryLimit();
-    const std::string text =
-        isMesh ? objTextOf(screen, options.grid, maxMemory) : xmlTextOf(*screen.geometry);
+    const std::string text = isMesh ? objTextOf(screen, options.grid.value_or(GridSize()), maxMemory)
+                                    : xmlTextOf(*screen.geometry);
     if (isMesh) noteMeshStatus(options.output, screen, text, maxMemory, observer);
     OutputFile output(options.output, {});
     output.write(text);
     output.finish();
 }
 
-void registerShape(CLI::App& make, const Shape& shape) {
-    CLI::App& command = addCommand(make, shape.name, shape.description, shape.example);
-    const auto options = std::make_shared<MakeOptions>();
-    for (const ShapeOption& option : shape.options)
-        command
-            .add_option_function<std::string>(
-                option.name,
-                [options, name = option.name](const std::string& text) { options->texts[name] = text; },
-                option.description)
-            ->required(option.isRequired)
-            ->type_name(option.type);
-    if (CLI::Option* arc = command.get_option_no_throw("--arc"))
-        arc->excludes(command.get_option("--min-theta"))->excludes(command.get_option("--max-theta"));
-    addUnitOption(command, options->unit,
+void registerShape(Command& make, const Shape& shape) {
+    Command command =
+        make.addCommand({.name = shape.name, .summary = shape.description, .example = shape.example});
+    MakeOptions& options = command.onRun(run);
+    options.shape = &shape;
+    std::map<std::string, Option> added;
+    for (const ShapeOption& option : shape.options) {
+        const auto setText = [&options, name = option.name](const std::string& text) {
+            options.texts[name] = text;
+        };
+        const auto place = added.emplace(
+            option.name, command.option(option.name + " " + option.valueName, setText, option.description));
+        if (option.isRequired) place.first->second.required();
+    }
+    if (added.contains("--arc"))
+        added.at("--arc").excludes(added.at("--min-theta")).excludes(added.at("--max-theta"));
+    addUnitOption(command, options.unit,
                   "Unit of the lengths in the file, which holds no unit itself; lengths are converted to it");
-    addOutputOption(command, options->output);
-    CLI::Option& grid = addGridOption(command, options->grid);
-    command.callback([shape, options, &grid] {
-        options->isMesh = !grid.empty();
-        run(shape, *options);
-    });
+    addOutputOption(command, options.output);
+    addGridOption(command, options.grid);
 }
 
 }  // namespace
 
-void registerMakeCommand(CLI::App& tool) {
-    CLI::App& make = addCommand(tool, "make", "Make the XML file of a screen, or its mesh as OBJ",
-                                "quarnscreen make dome --radius 6m --angle 180deg");
-    make.require_subcommand(1);
+void registerMakeCommand(Command& tool) {
+    Command make = tool.addCommand({.name = "make",
+                                    .summary = "Make the XML file of a screen, or its mesh as OBJ",
+                                    .example = "quarnscreen make dome --radius 6m --angle 180deg"});
+    make.requireCommand();
     for (const Shape& shape : shapes()) registerShape(make, shape);
 }
 

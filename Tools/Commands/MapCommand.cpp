@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
-
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
@@ -13,48 +9,51 @@ namespace quarn::tool {
 namespace {
 
 struct MapOptions : QueryOptions {
-    std::string to;
+    MapTarget target = MapTarget::Position;
     std::string points = "-";
-    bool extrapolates = false;
+    BeyondScreen beyond = BeyondScreen::Reject;
 };
 
-std::vector<Column> columnsTo(bool to3D) {
+std::vector<Column> columnsFor(MapTarget target) {
     const std::vector<Column> uv = {{"u"}, {"v"}};
-    std::vector<Column> columns = to3D ? uv : positionColumns();
+    std::vector<Column> columns = target == MapTarget::Position ? uv : positionColumns();
     columns.push_back({"status"});
-    for (const Column& column : to3D ? positionColumns() : uv) columns.push_back(column);
+    for (const Column& column : target == MapTarget::Position ? positionColumns() : uv)
+        columns.push_back(column);
     return columns;
 }
 
 void run(const MapOptions& options) {
-    const bool to3D = options.to == "3d";
+    const bool to3D = options.target == MapTarget::Position;
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     const std::vector<std::string> inputNames =
         to3D ? std::vector<std::string>{"u", "v"} : std::vector<std::string>{"x", "y", "z"};
     RowPipeline points = openRows(options, options.points, "a CSV file of points", inputNames);
     warnWithoutUV(screen);
     QueryResults results(options, {options.screen, options.points},
-                         {{"command", "map"}, {"screen", screen.file}, {"to", options.to}}, columnsTo(to3D));
-
-    points.run(mapRows(*screen.geometry, to3D ? MapTarget::Position : MapTarget::UV, options.extrapolates),
-               results);
+                         {.command = "map", .members = {{"screen", screen.file}, {"to", to3D ? "3d" : "2d"}}},
+                         columnsFor(options.target));
+    points.run(mapRows(*screen.geometry, options.target, options.beyond), results);
     results.finish();
 }
 
 }  // namespace
 
-void registerMapCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "map", "Map UV to positions on the screen, or positions to UV",
-                                   "quarnscreen map Samples/flat-wall.xml --to 3d Samples/flat-wall-uv.csv");
-    const auto options = std::make_shared<MapOptions>();
-    addQueryOptions(command, *options);
-    addThreadsOption(command, options->threads);
-    addCsvInput(command, "POINTS", options->points,
-                "CSV with u,v for --to 3d or x,y,z for --to 2d; - is the standard input")
-        .capture_default_str();
-    command.add_option("--to", options->to, "What to map to")->required()->check(CLI::IsMember({"3d", "2d"}));
-    command.add_flag("--extrapolate", options->extrapolates, "Answer beyond the screen too");
-    command.callback([options] { run(*options); });
+void registerMapCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "map",
+         .summary = "Map UV to positions on the screen, or positions to UV",
+         .example = "quarnscreen map Samples/flat-wall.xml --to 3d Samples/flat-wall-uv.csv"});
+    MapOptions& options = command.onRun(run);
+    addQueryOptions(command, options);
+    addThreadsOption(command, options.threads);
+    command.argument("POINTS FILE", options.points,
+                     "CSV with u,v for --to 3d or x,y,z for --to 2d; - is the standard input");
+    command
+        .choice("--to TEXT", options.target, {{"3d", MapTarget::Position}, {"2d", MapTarget::UV}},
+                "What to map to")
+        .required();
+    command.flag("--extrapolate", options.beyond, BeyondScreen::Extrapolate, "Answer beyond the screen too");
 }
 
 }  // namespace quarn::tool

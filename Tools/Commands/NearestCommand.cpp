@@ -1,7 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-#include <nlohmann/json.hpp>
-
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
@@ -25,7 +21,7 @@ void run(const NearestOptions& options) {
     RowPipeline lines =
         openRows(options, options.lines, "a CSV file of lines", {"x", "y", "z", "dx", "dy", "dz"});
     QueryResults results(options, {options.screen, options.lines},
-                         {{"command", "nearest"}, {"screen", screen.file}},
+                         {.command = "nearest", .members = {{"screen", screen.file}}},
                          hitColumns("line", {"distance", Quantity::Length}));
     lines.run(
         [&](std::int64_t line, std::span<const double> numbers, ResultRows& rows) {
@@ -44,18 +40,17 @@ void run(const NearestOptions& options) {
 
 }  // namespace
 
-void registerNearestCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "nearest", "Find the hit nearest to a position, both ways along a line",
-                   "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv");
-    const auto options = std::make_shared<NearestOptions>();
-    addQueryOptions(command, *options);
-    addThreadsOption(command, options->threads);
-    addCsvInput(command, "LINES", options->lines,
-                "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input")
-        .capture_default_str();
-    command.add_flag("--extrapolate", options->extrapolates, "Look for hits on the continued surface");
-    command.callback([options] { run(*options); });
+void registerNearestCommand(Command& tool) {
+    Command command =
+        tool.addCommand({.name = "nearest",
+                         .summary = "Find the hit nearest to a position, both ways along a line",
+                         .example = "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv"});
+    NearestOptions& options = command.onRun(run);
+    addQueryOptions(command, options);
+    addThreadsOption(command, options.threads);
+    command.argument("LINES FILE", options.lines,
+                     "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input");
+    command.flag("--extrapolate", options.extrapolates, true, "Look for hits on the continued surface");
 }
 
 }  // namespace quarn::tool

@@ -1,8 +1,6 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-
 #include <QuarnKit/Base/IsFinite.h>
 
+#include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Rows/PointRows.h"
 
@@ -16,16 +14,19 @@ std::optional<Point<double, 3>> normalAt(const Screen& screen, const Point<doubl
     return normal;
 }
 
+void run(const PointOptions& options) {
+    runPointQuery("normal", {{"nx"}, {"ny"}, {"nz"}}, options, normalAt);
+}
+
 }  // namespace
 
-void registerNormalCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "normal", "Tell the surface's normal at positions",
-                                   "quarnscreen normal Samples/dome.xml Samples/flat-wall-points.csv");
-    command.footer("A mesh has a normal where it is, and the other screens also beyond their edges.\n\n" +
-                   command.get_footer());
-    const auto options = std::make_shared<PointOptions>();
-    addPointOptions(command, *options);
-    command.callback([options] { runPointQuery("normal", {{"nx"}, {"ny"}, {"nz"}}, *options, normalAt); });
+void registerNormalCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "normal",
+         .summary = "Tell the surface's normal at positions",
+         .details = "A mesh has a normal where it is, and the other screens also beyond their edges.",
+         .example = "quarnscreen normal Samples/dome.xml Samples/flat-wall-points.csv"});
+    addPointOptions(command, command.onRun(run));
 }
 
 }  // namespace quarn::tool

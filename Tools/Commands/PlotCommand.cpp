@@ -1,6 +1,3 @@
-#include <CLI/CLI.hpp>
-#include <memory>
-
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Plot/Mesh/PlotMesh.h>
 #include <QuarnKit/Plot/PlotPage.h>
@@ -27,24 +24,19 @@ void run(const PlotOptions& options) {
 
 }  // namespace
 
-void registerPlotCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "plot", "Draw a screen, with the faults of a mesh, as an SVG page with four views",
-                   "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg");
-    const auto options = std::make_shared<PlotOptions>();
-    addScreenOptions(command, *options);
-    command.remove_option(command.get_option("--json"));  // a page has one format
+void registerPlotCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "plot",
+         .summary = "Draw a screen, with the faults of a mesh, as an SVG page with four views",
+         .example = "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg"});
+    PlotOptions& options = command.onRun(run);
+    addScreenInput(command, options);
+    addMemoryOption(command, options.maxMemory);
+    addOutputOption(command, options.output);
     command
-        .add_option_function<std::string>(
-            "--color",
-            [options](const std::string& text) {
-                options->color = text == "stretch" ? PlotColor::Stretch : PlotColor::Side;
-            },
-            "What colours tell: the side of the surface, or its area over its area in UV")
-        ->check(CLI::IsMember({"side", "stretch"}))
-        ->type_name("NAME")
-        ->default_str("side");
-    command.callback([options] { run(*options); });
+        .choice("--color NAME", options.color, {{"side", PlotColor::Side}, {"stretch", PlotColor::Stretch}},
+                "What colours tell: the side of the surface, or its area over its area in UV")
+        .defaultText("side");
 }
 
 }  // namespace quarn::tool

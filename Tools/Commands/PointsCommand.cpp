@@ -1,7 +1,4 @@
-#include <CLI/CLI.hpp>
 #include <limits>
-#include <memory>
-#include <nlohmann/json.hpp>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
@@ -39,8 +36,8 @@ void run(const PointsOptions& options) {
 
     std::vector<Column> columns = {{"column"}, {"row"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
-    QueryResults results(options, {options.screen}, {{"command", "points"}, {"screen", screen.file}},
-                         columns);
+    QueryResults results(options, {options.screen},
+                         {.command = "points", .members = {{"screen", screen.file}}}, columns);
     std::int64_t index = 0;
     for (const Point<double, 3>& point : points) {
         const auto [column, row] = placeOf(index, points.size() == count, screen.mesh.has_value(), options);
@@ -52,21 +49,19 @@ void run(const PointsOptions& options) {
 
 }  // namespace
 
-void registerPointsCommand(CLI::App& tool) {
-    CLI::App& command = addCommand(tool, "points", "Lay out positions to calibrate at",
-                                   "quarnscreen points Samples/ruled.xml --columns 3 --rows 2");
-    command.footer(
-        "The positions stand column by column from the left, each column from the top; those of a mesh\nrow "
-        "by row, "
-        "without those beyond it, and then without their numbers. Those of a cylinder or a\nsphere are "
-        "relative to its "
-        "centre.\n\n" +
-        command.get_footer());
-    const auto options = std::make_shared<PointsOptions>();
-    addScreenOptions(command, *options);
-    addCountOption(command, "--columns", options->columns, "Columns of the layout");
-    addCountOption(command, "--rows", options->rows, "Rows of the layout");
-    command.callback([options] { run(*options); });
+void registerPointsCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "points",
+         .summary = "Lay out positions to calibrate at",
+         .details =
+             "The positions stand column by column from the left, each column from the top; those of a "
+             "mesh\nrow by row, without those beyond it, and then without their numbers. Those of a "
+             "cylinder or a\nsphere are relative to its centre.",
+         .example = "quarnscreen points Samples/ruled.xml --columns 3 --rows 2"});
+    PointsOptions& options = command.onRun(run);
+    addScreenOptions(command, options);
+    addCountOption(command, "--columns", options.columns, "Columns of the layout");
+    addCountOption(command, "--rows", options.rows, "Rows of the layout");
 }
 
 }  // namespace quarn::tool

@@ -1,7 +1,5 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
@@ -11,6 +9,7 @@
 #include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
+#include "CommandLine/Options.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
@@ -65,21 +64,19 @@ void run(const RefineOptions& options) {
 
 }  // namespace
 
-void registerRefineCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "refine", "Cut the triangles of a mesh until no edge is longer than told",
-                   "quarnscreen refine Samples/measured-dome.obj --max-edge 500 -o fine.obj");
-    const auto options = std::make_shared<RefineOptions>();
+void registerRefineCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "refine",
+         .summary = "Cut the triangles of a mesh until no edge is longer than told",
+         .example = "quarnscreen refine Samples/measured-dome.obj --max-edge 500 -o fine.obj"});
+    RefineOptions& options = command.onRun(run);
     command
-        .add_option("--max-edge", options->maxEdge,
-                    "Greatest length of an edge. Positions are written in single precision, so an edge may "
-                    "be longer by "
-                    "that rounding")
-        ->required()
-        ->type_name("LENGTH");
-    addMeshEditOptions(command, *options);
-    addObjOptions(command, options->obj);
-    command.callback([options] { run(*options); });
+        .option("--max-edge LENGTH", options.maxEdge,
+                "Greatest length of an edge. Positions are written in single precision, so an edge may be "
+                "longer by that rounding")
+        .required();
+    addMeshEditOptions(command, options);
+    addObjOptions(command, options.obj);
 }
 
 }  // namespace quarn::tool

@@ -1,12 +1,11 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include <QuarnKit/Base/NumberText.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
+#include "CommandLine/Options.h"
 #include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
@@ -91,29 +90,23 @@ void run(const TransformOptions& options) {
 
 }  // namespace
 
-void registerTransformCommand(CLI::App& tool) {
-    CLI::App& command =
-        addCommand(tool, "transform", "Scale, turn and move a mesh, and turn its UV round",
-                   "quarnscreen transform Samples/measured-dome.obj --rotate 90,0,0 -o turned.obj");
-    const auto options = std::make_shared<TransformOptions>();
-    command.add_option("--scale", options->scale, "Done first: factor of all positions; below 0 it mirrors")
-        ->type_name("FACTOR")
-        ->capture_default_str();
-    command
-        .add_option(
-            "--rotate", options->rotation,
-            "Done second: three angles, in degrees or such as 0.5rad. Z turns +Y towards +X, X turns +Y "
-            "towards +Z, Y turns +Z towards +X, all about the origin; Y is done first, then X, then Z")
-        ->type_name("Z,X,Y")
-        ->capture_default_str();
-    command.add_option("--translate", options->translation, "Done last: three lengths")
-        ->type_name("X,Y,Z")
-        ->capture_default_str();
-    command.add_flag("--flip-u", options->flipsU, "Turn UV round from left to right: u becomes 1 - u");
-    command.add_flag("--flip-v", options->flipsV, "Turn UV round from top to bottom: v becomes 1 - v");
-    addMeshEditOptions(command, *options);
-    addObjAxisOptions(command, options->obj);
-    command.callback([options] { run(*options); });
+void registerTransformCommand(Command& tool) {
+    Command command = tool.addCommand(
+        {.name = "transform",
+         .summary = "Scale, turn and move a mesh, and turn its UV round",
+         .example = "quarnscreen transform Samples/measured-dome.obj --rotate 90,0,0 -o turned.obj"});
+    TransformOptions& options = command.onRun(run);
+    command.option("--scale FACTOR", options.scale,
+                   "Done first: factor of all positions; below 0 it mirrors");
+    command.option(
+        "--rotate Z,X,Y", options.rotation,
+        "Done second: three angles, in degrees or such as 0.5rad. Z turns +Y towards +X, X turns +Y "
+        "towards +Z, Y turns +Z towards +X, all about the origin; Y is done first, then X, then Z");
+    command.option("--translate X,Y,Z", options.translation, "Done last: three lengths");
+    command.flag("--flip-u", options.flipsU, true, "Turn UV round from left to right: u becomes 1 - u");
+    command.flag("--flip-v", options.flipsV, true, "Turn UV round from top to bottom: v becomes 1 - v");
+    addMeshEditOptions(command, options);
+    addObjAxisOptions(command, options.obj);
 }
 
 }  // namespace quarn::tool

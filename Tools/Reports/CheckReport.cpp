@@ -1,7 +1,6 @@
 #include "Reports/CheckReport.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include <QuarnKit/Base/PrintableText.h>
 
@@ -12,9 +11,9 @@ namespace quarn::tool {
 
 namespace {
 
-nlohmann::ordered_json numberOrNull(std::uint64_t number) {
-    if (number == 0) return nullptr;
-    return number;
+// A number that counts from 1, or null for 0.
+Json numberOrNull(std::uint64_t number) {
+    return number == 0 ? Json() : Json(number);
 }
 
 // As in "triangles 3, 7 and more"; empty where no triangle is meant.
@@ -45,6 +44,20 @@ std::string lineOf(const CheckReport& report, const Finding& finding) {
                             (triangles.empty() ? "" : ": " + triangles) + " (" + hintOf(finding) + ")\n");
 }
 
+Json findingJson(const Finding& finding) {
+    Json places = Json::array();
+    for (const Place& place : finding.places)
+        places.append(
+            Json::object({{"triangle", numberOrNull(place.triangle)}, {"line", numberOrNull(place.line)}}));
+    return Json::object({{"name", finding.name},
+                         {"severity", finding.severity == Severity::Note ? "note" : "problem"},
+                         {"count", finding.count},
+                         {"isCountExact", finding.isCountExact},
+                         {"places", places},
+                         {"text", finding.text},
+                         {"hint", hintOf(finding)}});
+}
+
 }  // namespace
 
 std::uint64_t CheckReport::problemCount() const {
@@ -61,27 +74,15 @@ std::string reportText(const CheckReport& report) {
            counted(report.triangles, "triangle") + "\n";
 }
 
-nlohmann::ordered_json reportJson(const CheckReport& report) {
-    nlohmann::ordered_json json = {{"command", "check"},
-                                   {"screen", report.file},
-                                   {"unit", report.unit},
-                                   {"triangles", report.triangles},
-                                   {"problems", report.problemCount()},
-                                   {"findings", nlohmann::ordered_json::array()}};
-    for (const Finding& finding : report.findings) {
-        auto places = nlohmann::ordered_json::array();
-        for (const Place& place : finding.places)
-            places.push_back(
-                {{"triangle", numberOrNull(place.triangle)}, {"line", numberOrNull(place.line)}});
-        json["findings"].push_back({{"name", finding.name},
-                                    {"severity", finding.severity == Severity::Note ? "note" : "problem"},
-                                    {"count", finding.count},
-                                    {"isCountExact", finding.isCountExact},
-                                    {"places", places},
-                                    {"text", finding.text},
-                                    {"hint", hintOf(finding)}});
-    }
-    return json;
+Json reportJson(const CheckReport& report) {
+    Json findings = Json::array();
+    for (const Finding& finding : report.findings) findings.append(findingJson(finding));
+    return Json::object({{"command", "check"},
+                         {"screen", report.file},
+                         {"unit", report.unit},
+                         {"triangles", report.triangles},
+                         {"problems", report.problemCount()},
+                         {"findings", findings}});
 }
 
 }  // namespace quarn::tool

@@ -3,11 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
 #include <QuarnKit/Check/Finding.h>
+
+#include "Base/Json.h"
 
 namespace quarn::tool {
 
@@ -25,6 +26,6 @@ struct CheckReport {
 /// A line for each finding, as in "wall.obj:12: text (hint)", and a last one that counts them.
 [[nodiscard]] std::string reportText(const CheckReport& report);
 
-[[nodiscard]] nlohmann::ordered_json reportJson(const CheckReport& report);
+[[nodiscard]] Json reportJson(const CheckReport& report);
 
 }  // namespace quarn::tool

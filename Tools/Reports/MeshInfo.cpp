@@ -1,12 +1,14 @@
 #include "Reports/MeshInfo.h"
 
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <limits>
 #include <optional>
 
 #include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
+#include <QuarnKit/Formats/Obj/ObjIgnoredLines.h>
 #include <QuarnScreen/MeshScreen.h>
 
 #include "Base/Diagnostics.h"
@@ -72,8 +74,8 @@ struct Ignored {
     std::uint64_t count;
 };
 
-std::vector<Ignored> ignoredIn(const ObjCounts& counts) {
-    const ObjCounts::Ignored& ignored = counts.ignored;
+std::vector<Ignored> ignoredIn(const ObjSourceText& text) {
+    const ObjIgnoredLines ignored = countIgnoredLines(text);
     return {{"materials", "materials (usemtl)", ignored.materials},
             {"materialLibraries", "material libraries (mtllib)", ignored.materialLibraries},
             {"groups", "groups (g)", ignored.groups},
@@ -85,9 +87,9 @@ std::vector<Ignored> ignoredIn(const ObjCounts& counts) {
             {"otherLines", "other lines", ignored.otherLines}};
 }
 
-std::string ignoredText(const ObjCounts& counts) {
+std::string ignoredText(const ObjSourceText& objText) {
     std::string text;
-    for (const Ignored& ignored : ignoredIn(counts))
+    for (const Ignored& ignored : ignoredIn(objText))
         if (ignored.count > 0)
             text += (text.empty() ? "" : ", ") + std::to_string(ignored.count) + " " + ignored.words;
     return text.empty() ? "nothing" : text;
@@ -100,22 +102,35 @@ std::string numbersText(const Point<double, N, Indices>& point) {
     return text + ")";
 }
 
+template <std::size_t N, class Indices>
+Json jsonNumbers(const Point<double, N, Indices>& point) {
+    Json numbers = Json::array();
+    for (std::size_t i = 0; i < N; ++i) numbers.append(point[i]);
+    return numbers;
+}
+
+Json jsonRange(const UVRange& range) {
+    return Json::object({{"min", jsonNumbers(range.min)}, {"max", jsonNumbers(range.max)}});
+}
+
 }  // namespace
 
-nlohmann::ordered_json jsonMesh(const Screen& screen) {
+Json jsonMesh(const Screen& screen) {
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
-    nlohmann::ordered_json mesh = {
-        {"status", facts.status.word}, {"statusText", facts.status.text}, {"forward", source.frame.forward},
-        {"up", source.frame.upward},   {"scale", source.frame.scale},     {"triangles", facts.triangles},
-        {"area", facts.area}};
-    mesh["centroid"] = {facts.centroid[0], facts.centroid[1], facts.centroid[2]};
-    mesh["uvRange"] = nullptr;
-    if (const auto& range = facts.uvRange)
-        mesh["uvRange"] = {{"min", {range->min[0], range->min[1]}}, {"max", {range->max[0], range->max[1]}}};
-    mesh["boundaryPoints"] = facts.boundaryPointCount;
-    for (const Ignored& ignored : ignoredIn(source.counts)) mesh["ignored"][ignored.name] = ignored.count;
-    return mesh;
+    Json ignoredCounts = Json::object();
+    for (const Ignored& ignored : ignoredIn(source.text)) ignoredCounts.set(ignored.name, ignored.count);
+    return Json::object({{"status", facts.status.word},
+                         {"statusText", facts.status.text},
+                         {"forward", source.frame.forward},
+                         {"up", source.frame.upward},
+                         {"scale", source.frame.scale},
+                         {"triangles", facts.triangles},
+                         {"area", facts.area},
+                         {"centroid", jsonNumbers(facts.centroid)},
+                         {"uvRange", facts.uvRange ? jsonRange(*facts.uvRange) : Json()},
+                         {"boundaryPoints", facts.boundaryPointCount},
+                         {"ignored", ignoredCounts}});
 }
 
 std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen, const std::string& unit) {
@@ -135,7 +150,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
         "UV range",
         facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
     lines.emplace_back("boundary points", std::to_string(facts.boundaryPointCount));
-    if (isObj) lines.emplace_back("ignored", ignoredText(source.counts));
+    if (isObj) lines.emplace_back("ignored", ignoredText(source.text));
     return lines;
 }
 

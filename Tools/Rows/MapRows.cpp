@@ -19,21 +19,21 @@ struct MappedPoint {
 
 // A mesh hands out its last results again, also that of 0 for -0. The order of the questions does not show in that: the
 // sum that a position is begins with a corner, and the corners of a mesh that was read are never -0.
-MappedPoint<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, bool extrapolates) {
+MappedPoint<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, BeyondScreen beyond) {
     Point<double, 3> point;
     if (geometry.mapInto3D(uv, point, false) && isFinite(point)) return {"on_screen", point};
-    if (extrapolates && geometry.mapInto3D(uv, point, true) && isFinite(point))
+    if (beyond == BeyondScreen::Extrapolate && geometry.mapInto3D(uv, point, true) && isFinite(point))
         return {"extrapolated", point};
     return {};
 }
 
-MappedPoint<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& point, bool extrapolates) {
+MappedPoint<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& point, BeyondScreen beyond) {
     const auto isValid = [](const Point<double, 2>& uv) { return isFinite(uv) && uv != kNoUV; };
     if (geometry.isOnScreenSection(point)) {
         const Point<double, 2> uv = geometry.mapInto2D(point, false);
         if (isValid(uv)) return {"on_screen", uv};
     }
-    if (extrapolates) {
+    if (beyond == BeyondScreen::Extrapolate) {
         const Point<double, 2> uv = geometry.mapInto2D(point, true);
         if (isValid(uv)) return {"extrapolated", uv};
     }
@@ -52,16 +52,14 @@ void addRow(ResultRows& rows, std::span<const double> numbers, const MappedPoint
 
 }  // namespace
 
-RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates) {
+RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, BeyondScreen beyond) {
     if (target == MapTarget::Position)
-        return [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers,
-                                       ResultRows& rows) {
-            addRow(rows, numbers, mapTo3D(screen, {numbers[0], numbers[1]}, extrapolates));
+        return [&screen, beyond](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
+            addRow(rows, numbers, mapTo3D(screen, {numbers[0], numbers[1]}, beyond));
         };
-    return
-        [&screen, extrapolates](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
-            addRow(rows, numbers, mapTo2D(screen, {numbers[0], numbers[1], numbers[2]}, extrapolates));
-        };
+    return [&screen, beyond](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
+        addRow(rows, numbers, mapTo2D(screen, {numbers[0], numbers[1], numbers[2]}, beyond));
+    };
 }
 
 }  // namespace quarn::tool

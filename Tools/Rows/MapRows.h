@@ -10,10 +10,15 @@ namespace quarn::tool {
 
 enum class MapTarget { Position, UV };
 
+/// What becomes of a row whose result is beyond the screen.
+enum class BeyondScreen {
+    Reject,       ///< It has no result.
+    Extrapolate,  ///< Its result is on the continuation of the screen.
+};
+
 /// The answer to a row u,v, or x,y,z for the target UV: the row itself, a word that says how the answer was got, and
 /// the answer, or nothing where the word is "outside".
 /// \param screen it has to outlive the result
-/// \param extrapolates whether there are answers beyond the screen
-[[nodiscard]] RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, bool extrapolates);
+[[nodiscard]] RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, BeyondScreen beyond);
 
 }  // namespace quarn::tool

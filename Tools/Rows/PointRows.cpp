@@ -1,19 +1,10 @@
 #include "Rows/PointRows.h"
 
-#include <CLI/CLI.hpp>
 #include <array>
-#include <nlohmann/json.hpp>
 
 #include "Base/ScreenInput.h"
 
 namespace quarn::tool {
-
-void addPointOptions(CLI::App& command, PointOptions& options) {
-    addQueryOptions(command, options);
-    addThreadsOption(command, options.threads);
-    addCsvInput(command, "POINTS", options.points, "CSV with x,y,z; - is the standard input")
-        .capture_default_str();
-}
 
 void runPointQuery(const std::string& command, const std::vector<Column>& columns,
                    const PointOptions& options, PointQuery query) {
@@ -23,7 +14,7 @@ void runPointQuery(const std::string& command, const std::vector<Column>& column
     allColumns.push_back({"status"});
     allColumns.insert(allColumns.end(), columns.begin(), columns.end());
     QueryResults results(options, {options.screen, options.points},
-                         {{"command", command}, {"screen", screen.file}}, allColumns);
+                         {.command = command, .members = {{"screen", screen.file}}}, allColumns);
     points.run(
         [&](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
             std::array<Cell, 7> cells = {numbers[0], numbers[1], numbers[2]};

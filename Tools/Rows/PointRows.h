@@ -17,9 +17,6 @@ struct PointOptions : QueryOptions {
     std::string points = "-";
 };
 
-/// Adds the arguments SCREEN and POINTS and the options. \p options has to outlive \p command.
-void addPointOptions(CLI::App& command, PointOptions& options);
-
 /// What a screen answers for a position; nothing where it has no query.
 using PointQuery = std::optional<Point<double, 3>> (*)(const Screen& screen, const Point<double, 3>& point);
 

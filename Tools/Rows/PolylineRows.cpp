@@ -1,7 +1,5 @@
 #include "Rows/PolylineRows.h"
 
-#include <nlohmann/json.hpp>
-
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 
@@ -28,7 +26,8 @@ void writePolylines(const std::string& command, const Screen& screen,
                     const IScreenGeometry::Polylines& polylines, const QueryOptions& options) {
     std::vector<Column> columns = {{"polyline"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
-    QueryResults results(options, {options.screen}, {{"command", command}, {"screen", screen.file}}, columns);
+    QueryResults results(options, {options.screen},
+                         {.command = command, .members = {{"screen", screen.file}}}, columns);
     std::int64_t number = 0;
     for (const auto& polyline : polylines) {
         ++number;

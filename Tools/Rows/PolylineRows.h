@@ -8,7 +8,7 @@
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
-#include "CommandLine/Options.h"
+#include "Rows/QueryOptions.h"
 
 namespace quarn::tool {
 

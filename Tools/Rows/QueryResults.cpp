@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <nlohmann/json.hpp>
-
 #include <QuarnKit/Base/NumberText.h>
 
 #include "Base/ToolError.h"
@@ -12,27 +10,29 @@ namespace quarn::tool {
 
 namespace {
 
-nlohmann::ordered_json withUnit(nlohmann::ordered_json head, const std::string& unit) {
-    head["unit"] = unit;
+ResultHead withUnit(ResultHead head, const std::string& unit) {
+    head.unit = unit;
     return head;
 }
 
-// Then they show by themselves how far the work is, and a line between them would be in the way.
-bool areResultsOnTerminal(const QueryOptions& options) {
-    return options.output == "-" && ::isatty(STDOUT_FILENO) != 0;
+// Results on a terminal show the progress by themselves, and a progress line would appear between them.
+ProgressVisibility visibilityFor(const QueryOptions& options) {
+    const bool areResultsOnTerminal = options.output == "-" && ::isatty(STDOUT_FILENO) != 0;
+    return areResultsOnTerminal ? ProgressVisibility::Hidden : ProgressVisibility::Shown;
 }
 
 }  // namespace
 
 QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
-                           const nlohmann::ordered_json& head, std::vector<Column> columns)
+                           ResultHead head, std::vector<Column> columns)
     : options(queryOptions),
-      command(head.at("command").get<std::string>()),
+      command(head.command),
       resultColumns(std::move(columns)),
       output(options.output, inputs),
-      writer(output, options.format, options.maxMemory, withUnit(head, options.unit), resultColumns),
+      writer(output, options.format, options.maxMemory, withUnit(std::move(head), options.unit),
+             resultColumns),
       oneRow(options.format, resultColumns),
-      progress(!areResultsOnTerminal(options)) {}
+      progress(visibilityFor(options)) {}
 
 void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult) {
     oneRow.clear();

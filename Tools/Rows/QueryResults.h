@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,8 +11,8 @@
 #include <QuarnScreen/Point.h>
 
 #include "Base/ProgressLine.h"
-#include "CommandLine/Options.h"
 #include "Rows/CsvReader.h"
+#include "Rows/QueryOptions.h"
 #include "Rows/ResultWriter.h"
 #include "Rows/RowPipeline.h"
 
@@ -23,9 +22,9 @@ namespace quarn::tool {
 class QueryResults : public RowSink {
 public:
     /// \param inputs files that the output must not replace
-    /// \param head members of the JSON document before "unit" and the rows, as in "command"
-    QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
-                 const nlohmann::ordered_json& head, std::vector<Column> columns);
+    /// \param head its unit is replaced by that of the options
+    QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs, ResultHead head,
+                 std::vector<Column> columns);
 
     void add(const std::vector<Cell>& cells, HasResult hasResult);
 

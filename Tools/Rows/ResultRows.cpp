@@ -1,11 +1,6 @@
 #include "Rows/ResultRows.h"
 
-#include <cmath>
-#include <nlohmann/json.hpp>
-
 #include <QuarnKit/Base/NumberText.h>
-
-#include "Rows/ResultWriter.h"
 
 namespace quarn::tool {
 
@@ -19,16 +14,6 @@ struct CsvText {
     void operator()(std::string_view word) const { text += word; }
 };
 
-struct JsonValue {
-    nlohmann::ordered_json operator()(std::monostate /*nothing*/) const { return nullptr; }
-    nlohmann::ordered_json operator()(double number) const {
-        if (!std::isfinite(number)) return nullptr;
-        return number;
-    }
-    nlohmann::ordered_json operator()(std::int64_t count) const { return count; }
-    nlohmann::ordered_json operator()(std::string_view word) const { return word; }
-};
-
 void appendCsvRow(std::string& text, std::span<const Cell> cells) {
     for (const Cell& cell : cells) {
         std::visit(CsvText{text}, cell);
@@ -37,17 +22,37 @@ void appendCsvRow(std::string& text, std::span<const Cell> cells) {
     text.back() = '\n';
 }
 
-void appendJsonRow(std::string& text, std::span<const Cell> cells, const std::vector<Column>& columns) {
-    nlohmann::ordered_json row;
-    for (std::size_t i = 0; i < cells.size(); ++i) row[columns[i].name] = std::visit(JsonValue(), cells[i]);
+void setMember(JsonRow& row, std::size_t index, std::monostate /*nothing*/) {
+    row.set(index, nullptr);
+}
+
+template <class Value>
+void setMember(JsonRow& row, std::size_t index, const Value& value) {
+    row.set(index, value);
+}
+
+void appendJsonRow(std::string& text, std::span<const Cell> cells, JsonRow& row) {
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        std::visit([&](const auto& value) { setMember(row, i, value); }, cells[i]);
     text += ",\n";
-    text += jsonText(row);
+    row.appendTo(text);
+}
+
+std::vector<std::string> namesOf(const std::vector<Column>& columns) {
+    std::vector<std::string> names;
+    names.reserve(columns.size());
+    for (const Column& column : columns) names.push_back(column.name);
+    return names;
 }
 
 }  // namespace
 
+ResultRows::ResultRows(ResultFormat format, const std::vector<Column>& columns) {
+    if (format == ResultFormat::Json) jsonRow.emplace(namesOf(columns));
+}
+
 void ResultRows::add(std::span<const Cell> cells, HasResult hasResult) {
-    format == ResultFormat::Csv ? appendCsvRow(rows, cells) : appendJsonRow(rows, cells, *columns);
+    jsonRow ? appendJsonRow(rows, cells, *jsonRow) : appendCsvRow(rows, cells);
     length = rows.size();
     ++count;
     if (hasResult == HasResult::No) ++missingResults;

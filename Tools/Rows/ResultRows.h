@@ -3,11 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "Base/Json.h"
 
 namespace quarn::tool {
 
@@ -33,9 +36,7 @@ enum class HasResult { No, Yes };
 /// used on different threads.
 class ResultRows {
 public:
-    /// \param resultColumns they have to outlive this object
-    ResultRows(ResultFormat resultFormat, const std::vector<Column>& resultColumns)
-        : format(resultFormat), columns(&resultColumns) {}
+    ResultRows(ResultFormat format, const std::vector<Column>& columns);
 
     /// \pre as many cells as columns
     void add(std::span<const Cell> cells, HasResult hasResult);
@@ -48,8 +49,7 @@ public:
     [[nodiscard]] std::uint64_t missingResultCount() const { return missingResults; }
 
 private:
-    ResultFormat format;
-    const std::vector<Column>* columns;
+    std::optional<JsonRow> jsonRow;  // none for CSV
     std::string rows;
     std::size_t length = 0;  // of the whole rows in it
     std::uint64_t count = 0;

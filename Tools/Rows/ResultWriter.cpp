@@ -1,8 +1,8 @@
 #include "Rows/ResultWriter.h"
 
-#include <nlohmann/json.hpp>
-
 #include <QuarnKit/Base/Error.h>
+
+#include "Base/Json.h"
 
 namespace quarn::tool {
 
@@ -20,16 +20,23 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
     return header + "\n";
 }
 
+Json jsonHead(const ResultHead& head) {
+    Json json = Json::object({{"command", head.command}});
+    for (const auto& [name, text] : head.members) json.set(name, text);
+    json.set("unit", head.unit);
+    return json;
+}
+
 }  // namespace
 
 ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
-                           const nlohmann::ordered_json& head, const std::vector<Column>& columns)
+                           const ResultHead& head, const std::vector<Column>& columns)
     : out(output), format(resultFormat), maxDocumentBytes(maxMemory / kMemoryPerByte) {
     if (format == ResultFormat::Csv) {
-        out.write(csvHeader(columns, head.at("unit").get<std::string>()));
+        out.write(csvHeader(columns, head.unit));
         return;
     }
-    document = jsonText(head);
+    document = jsonHead(head).text();
     document.back() = ',';  // in the place of the closing brace
     document += "\"rows\":[";
 }
@@ -51,10 +58,6 @@ void ResultWriter::finish() {
     if (format == ResultFormat::Csv) return;
     document += hasRows ? "\n]}\n" : "]}\n";
     out.write(document);
-}
-
-std::string jsonText(const nlohmann::ordered_json& value, int indent) {
-    return value.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
 }  // namespace quarn::tool

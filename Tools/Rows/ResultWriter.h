@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QuarnKit/Base/OutputFile.h>
@@ -13,6 +13,13 @@
 
 namespace quarn::tool {
 
+/// The facts about a result that a JSON document has before its rows.
+struct ResultHead {
+    std::string command;
+    std::vector<std::pair<std::string, std::string>> members = {};  ///< By their names, such as "screen".
+    std::string unit = {};
+};
+
 /// Writes rows with named columns.
 ///
 /// CSV goes out as it comes, under a header that names the unit of each length, as in "x[m]". JSON goes out in finish()
@@ -20,9 +27,8 @@ namespace quarn::tool {
 class ResultWriter {
 public:
     /// \param maxMemory bytes that the JSON document may need
-    /// \param head members of the JSON document that stand before its rows, among them "unit"
     ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
-                 const nlohmann::ordered_json& head, const std::vector<Column>& columns);
+                 const ResultHead& head, const std::vector<Column>& columns);
 
     /// \param rows of the same format
     void write(const ResultRows& rows);
@@ -37,8 +43,5 @@ private:
     std::string document;  // JSON so far
     bool hasRows = false;
 };
-
-/// Text of a JSON value on its lines; bytes of strings that are not UTF-8 become U+FFFD.
-[[nodiscard]] std::string jsonText(const nlohmann::ordered_json& value, int indent = -1);
 
 }  // namespace quarn::tool

@@ -13,10 +13,11 @@ namespace {
 constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::size_t kBytesPerGroup = 3;
 constexpr std::size_t kCharactersPerGroup = 4;
-// Small enough that a block is still in the nearest cache when the zeros of its resize are overwritten.
+// Small enough that a block is still in the first-level cache when the zeros of its resize are
+// overwritten.
 constexpr std::size_t kGroupsPerBlock = std::size_t{1} << 11U;
 
-// The two characters of each 12 bits.
+// The two characters of each 12-bit number.
 using CharacterPair = std::array<char, 2>;
 constexpr auto kPairs = [] {
     std::array<CharacterPair, 4096> pairs{};
@@ -25,12 +26,13 @@ constexpr auto kPairs = [] {
     return pairs;
 }();
 
-// Four bytes as they lie in memory: the three of a group, then a mark that is not 0 for what is no group.
+// Four bytes in memory order: the three bytes of a group, then a mark, which is not 0 if the
+// characters are not a group.
 using Word = std::uint32_t;
 constexpr unsigned char kMark = 0xFF;
 constexpr Word kMarked = std::bit_cast<Word>(std::array<unsigned char, 4>{0, 0, 0, kMark});
 
-// What each character gives to the word of its group, for each place in the group.
+// The contribution of each character to the word of its group, for each position in the group.
 constexpr auto kWords = [] {
     std::array<std::array<Word, 256>, kCharactersPerGroup> words{};
     for (std::size_t place = 0; place < words.size(); ++place) {
@@ -46,8 +48,9 @@ constexpr auto kWords = [] {
     return words;
 }();
 
-// Appends a block after the other. `convert` writes the given number of groups from the given one on, and one byte
-// more if it likes, and returns how many there were before it had to stop. The sum of these is returned.
+// Appends groups block by block. `convert` writes `count` groups from group `first` on and may
+// write one more byte. It returns the number of groups before the first one that it could not
+// convert. Returns the sum of these numbers.
 template <class Convert>
 std::size_t appendGroups(std::size_t groups, std::size_t groupSize, std::string& output,
                          const Convert& convert) {
@@ -64,7 +67,7 @@ std::size_t appendGroups(std::size_t groups, std::size_t groupSize, std::string&
     return done;
 }
 
-// The number whose highest byte comes first.
+// Reads eight bytes as a number, highest byte first.
 std::uint64_t eightBytes(const unsigned char* bytes) {
     std::uint64_t number = 0;
     std::memcpy(&number, bytes, sizeof number);
@@ -77,7 +80,8 @@ void encodePair(std::uint64_t bits, char* characters) {
 
 void encodeGroups(const unsigned char* bytes, std::size_t count, char* characters) {
     std::size_t i = 0;
-    // Two with one read, which takes two bytes more than they have.
+    // Encode two groups per read. A read covers two bytes more than the groups, so the last groups
+    // follow singly.
     for (; i + 2 < count; i += 2) {
         const std::uint64_t bits = eightBytes(bytes + i * kBytesPerGroup);
         char* const output = characters + i * kCharactersPerGroup;
@@ -101,11 +105,11 @@ Word wordAt(const char* characters) {
     return word;
 }
 
-// Returns how many groups there are before one that is none.
+// Returns the number of groups before the first invalid one.
 std::size_t decodeGroups(const char* characters, std::size_t count, char* bytes) {
     std::size_t i = 0;
     const auto put = [&](Word word) { std::memcpy(bytes + i++ * kBytesPerGroup, &word, sizeof word); };
-    // Two with one test, as long as all is well.
+    // Decode two groups per check, up to the first invalid pair.
     for (; i + 1 < count;) {
         const Word first = wordAt(characters + i * kCharactersPerGroup);
         const Word second = wordAt(characters + (i + 1) * kCharactersPerGroup);
@@ -121,7 +125,7 @@ std::size_t decodeGroups(const char* characters, std::size_t count, char* bytes)
     return i;
 }
 
-// Appends the bytes of a group that is not whole.
+// Appends the bytes of an incomplete group.
 void decodeRest(std::string_view characters, std::string& bytes) {
     std::array<char, kCharactersPerGroup> last{};
     last.fill(kAlphabet.front());

@@ -1,11 +1,12 @@
 #include <Common/TextConversion.h>
 
+#include <utf8.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <iterator>
 #include <string_view>
-#include <utf8.h>
 
 static_assert(sizeof(wchar_t) == 4, "a wide character is one code point here");
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr wchar_t kReplacementCharacter = 0xFFFD;
 
-// Most text is ASCII; so many characters of it are converted at once.
+// Most text is ASCII. This many characters of it are converted at once.
 constexpr std::size_t kAsciiBlock = 256;
 
 template <class Character>
@@ -21,8 +22,8 @@ bool isAscii(Character character) {
     return static_cast<char32_t>(character) < 0x80;
 }
 
-// Appends the first characters of `text` if all are ASCII. Without a branch in the loop, so that the compiler takes
-// many of them at once.
+// Appends the first characters of `text` if all of them are ASCII. The loop has no branch, so that
+// the compiler vectorizes it.
 template <class From, class To>
 bool appendAsciiBlock(std::basic_string_view<From> text, std::basic_string<To>& output) {
     if (text.size() < kAsciiBlock || !isAscii(text.front())) return false;
@@ -79,7 +80,7 @@ std::wstring fromUtf8(const std::string& bytes) {
     while (!rest.empty()) {
         std::size_t size = std::min(kAsciiBlock, rest.size());
         if (!appendAsciiBlock(rest, text)) {
-            // In front of an ASCII byte no sequence is cut.
+            // Split only before an ASCII byte, so that no multi-byte sequence is cut.
             while (size < rest.size() && !isAscii(rest[size])) ++size;
             appendFromUtf8(rest.substr(0, size), text);
         }

@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string_view>
 
+#include <Common/Detail/Assert.h>
 #include <Common/Detail/NodeText.h>
 #include <Common/ZelmoreException.h>
 
@@ -18,7 +19,8 @@ constexpr int kBlanksPerLevel = 4;
 constexpr std::size_t kFirstBufferSize = 1024;
 constexpr int kNodeWithoutTextLine = 223;
 
-// While it lives, this thread's C functions read and write numbers as the classic locale does.
+// Makes the C functions of this thread use the number format of the classic locale for its
+// lifetime.
 class ClassicNumbers {
 public:
     ClassicNumbers() : previous(uselocale(classic())) {}
@@ -35,7 +37,8 @@ private:
     locale_t previous;
 };
 
-// printf's conversion %s takes a narrow string; with a length of `l` it takes a wide one.
+// Adds the length `l` to each %s without one: printf's %s takes a narrow string, and %ls a wide
+// one.
 std::wstring withWideStrings(const std::wstring& pattern) {
     constexpr std::wstring_view kBetweenPercentAndConversion = L"-+ #0'123456789.*$hlLqjzt";
     std::wstring result;
@@ -50,8 +53,9 @@ std::wstring withWideStrings(const std::wstring& pattern) {
     return result;
 }
 
-// Stream over the node's text, for numbers in the classic locale.
+// Returns a stream over the node's text that reads numbers in the classic locale.
 std::wistringstream streamOf(const xercesc::DOMNode* node, const wchar_t* message) {
+    QUARN_ASSERT(node != nullptr);
     if (message == nullptr && !node->hasChildNodes())
         throw ZelmoreParseException("Framework/CXX/Common/XmlHelper", kNodeWithoutTextLine, L"");
     std::wistringstream stream(quarn::detail::textContent(*node));
@@ -109,8 +113,8 @@ std::wstring XmlHelper::formatVariadic(const wchar_t* pattern, ...) {
             buffer.resize(static_cast<std::size_t>(length));
             return buffer;
         }
-        // A buffer that is too small leaves no error number (newer C libraries: E2BIG), a conversion that
-        // fails does.
+        // A buffer that is too small sets no error number, or E2BIG in newer C libraries. A failed
+        // conversion sets another one.
         if (errno != 0 && errno != E2BIG) return {};
         buffer.resize(buffer.size() * 2);
     }

@@ -3,8 +3,8 @@
 ZelmoreExceptionBase::ZelmoreExceptionBase(const std::string& file, int line, const std::wstring& message)
     : text(message), sourceFile(file), sourceLine(line) {}
 
-// The destructors are defined here so that each type's information exists once, in the library: a caller's
-// catch clause then matches what the library throws.
+// Define the destructors here, so that the type information of each class exists once, in the
+// library. The catch clause of a caller then matches what the library throws.
 ZelmoreExceptionBase::~ZelmoreExceptionBase() = default;
 ZelmoreException::~ZelmoreException() = default;
 ZelmoreParseException::~ZelmoreParseException() = default;

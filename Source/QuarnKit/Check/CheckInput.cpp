@@ -3,8 +3,9 @@
 #include <optional>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
-#include <QuarnKit/Formats/Obj/ObjValidation.h>
+#include <QuarnKit/Formats/Obj/MeshMemory.h>
+#include <QuarnKit/Formats/Obj/ObjSourceText.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Formats/Stl/StlDefect.h>
 #include <QuarnKit/Formats/Stl/StlMeshReader.h>
@@ -26,6 +27,11 @@ std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& fi
     return findings;
 }
 
+// Returns the data that the library reads from a text.
+detail::ObjData parseAsLoaded(std::string text) {
+    return detail::parseObj(joinObjLines({}, text).text);
+}
+
 CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
     RepairedObj repaired = repairObj(source.name, source.text);
     CheckInput input{.repairedText = std::move(repaired.text),
@@ -33,11 +39,10 @@ CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
                      .objData = {},
                      .triangles = {},
                      .lines = std::move(repaired.triangleLines)};
-    std::string joined = input.repairedText;
-    const ObjText text = joinObjLines(source.name, joined);
-    refuseMeshAbove(maxMemory, text.name, text.text.size(), input.lines.size());
-    input.objData = detail::parseObj(text.text, input.triangles, [] {});
-    // What has been mended has no bad reference.
+    refuseMeshAbove(maxMemory, source.name,
+                    {.textBytes = input.repairedText.size(), .triangles = input.lines.size()});
+    input.objData = repaired.objData ? std::move(*repaired.objData) : parseAsLoaded(input.repairedText);
+    // A repaired text has no bad reference.
     (void)detail::buildObjTriangles(input.objData, source.frame.matrix(), input.triangles);
     return input;
 }
@@ -57,27 +62,27 @@ Triangle triangleOf(const StlCorners& corners, const Matrix<float, 4>& transform
 void addStlFindings(const ObjSource& source, const std::optional<StlWarning>& warning, CheckInput& input) {
     const Remedy remedy{.kind = RemedyKind::RepairFile, .file = source.file};
     const auto defect = findStlDefect(source.text);
-    // Numbers that are not finite are looked for in all triangles.
+    // Numbers that are not finite are searched in all triangles elsewhere.
     if (defect && defect->isRepairable)
         input.textFindings.push_back({.name = defect->name,
                                       .count = 1,
                                       .places = defect->triangle == 0
                                                     ? std::vector<Place>()
                                                     : std::vector{Place{.triangle = defect->triangle}},
-                                      .text = defect->found + ", which the other commands do not load",
+                                      .text = defect->found + ", which the other commands reject",
                                       .remedy = remedy});
     if (warning && !(defect && defect->name == warning->name))
         input.textFindings.push_back({.name = warning->name,
                                       .count = 1,
                                       .places = {{.line = warning->line}},
                                       .text = warning->text,
-                                      .hint = "export it again, or keep the triangles that are there",
+                                      .hint = "export it again, or keep the triangles that are present",
                                       .remedy = remedy});
 }
 
 CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, RepairedText repairedText,
                       Observer& observer) {
-    // How many triangles more before the memory that they need is looked at again.
+    // Number of triangles after which the memory is checked again.
     constexpr std::size_t kStep = std::size_t{1} << 16U;
     CheckInput input{.repairedText = {},
                      .textFindings = {},
@@ -87,7 +92,8 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
                      .canHaveUV = false};
     const Matrix<float, 4> transform = source.frame.matrix();
     const auto refuseTooMany = [&] {
-        refuseMeshAbove(maxMemory, source.name, source.text.size(), input.triangles.size());
+        refuseMeshAbove(maxMemory, source.name,
+                        {.textBytes = source.text.size(), .triangles = input.triangles.size()});
     };
     const auto warning = forEachStlTriangle(source.name, source.text, [&](const StlCorners& corners) {
         input.triangles.push_back(triangleOf(corners, transform));

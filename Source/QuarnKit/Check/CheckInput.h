@@ -1,5 +1,5 @@
 /// \file
-/// The mesh of a file, for a check.
+/// Reads the mesh of a file for a check.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@
 
 namespace quarn {
 
-/// A mesh that no screen has been made of, so that nothing is indexed yet.
+/// A mesh of which no screen is built, so that nothing is indexed.
 struct CheckInput {
-    std::string repairedText;           ///< OBJ text of the mesh in the form that the library loads.
-    std::vector<Finding> textFindings;  ///< What had to be mended for that.
+    std::string repairedText;           ///< OBJ text of the mesh that the library loads.
+    std::vector<Finding> textFindings;  ///< The repairs of the text.
     detail::ObjData objData;
     std::vector<Triangle> triangles;
     std::vector<std::uint64_t> lines;  ///< Line of each triangle's face; none for STL.
@@ -25,11 +25,13 @@ struct CheckInput {
     [[nodiscard]] CheckedMesh mesh() const { return {objData, triangles, lines, canHaveUV}; }
 };
 
-/// Whether readCheckInput() builds the repaired text of an STL file, which fails at numbers that are not finite.
+/// Says if readCheckInput() builds the repaired text of an STL file, which fails for numbers that
+/// are not finite.
 enum class RepairedText { Skip, Build };
 
-/// Reads the mesh of an OBJ or STL file of any program, or of such a screen in an XML file. Stops where there is none.
-/// \param repairedText of an STL file; that of an OBJ text is always built
+/// Reads the mesh of an OBJ or STL file of any program, or of such a screen in an XML file. Throws
+/// an Error if the file has no mesh.
+/// \param repairedText applies to an STL file; the repaired text of an OBJ file is always built
 [[nodiscard]] CheckInput readCheckInput(const std::string& path, const ObjOptions& options,
                                         std::uint64_t maxMemory, RepairedText repairedText,
                                         Observer& observer);

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "UniqueRecords.h"
+#include <QuarnKit/Base/UniqueRecords.h>
 
 namespace quarn {
 
 namespace {
 
-// What the sine of pi leaves where 0 is meant, beside the size of the screen; far below what a float tells apart there.
+// The error of the sine of pi, relative to the size of the screen. It is far below the resolution
+// of a float there.
 constexpr double kRoundingResidue = 1e-12;
 
 class GridMesher {
@@ -52,7 +53,7 @@ private:
     UniqueRecords<2> uvs;
     UniqueRecords<3> normals;
     double residue = 0.0;
-    bool isFlipped = false;  // whether corners that run anticlockwise in UV face away from the viewer
+    bool isFlipped = false;  // corners counterclockwise in UV face away from the viewer
     double normalSign = 1.0;
     std::vector<Crossing> above;
     std::vector<Crossing> below;
@@ -70,7 +71,7 @@ Point<double, 3> GridMesher::positionAt(double u, double v) const {
     return position;
 }
 
-// Not all shapes know their bounds.
+// Not all screens report their bounds.
 void GridMesher::findResidue() {
     constexpr int kSteps = 4;
     const Point<double, 3> corner = positionAt(0.0, 0.0);
@@ -83,8 +84,8 @@ void GridMesher::findResidue() {
     residue = reach * kRoundingResidue;
 }
 
-// In the middle of the screen, where no pole is. Seen from the viewer u leads to the right and v downwards, but for
-// screens with their limits the other way round.
+// Measured in the middle of the screen, where no pole is. Seen from the viewer, u increases to the
+// right and v downwards, except on screens with reversed limits.
 void GridMesher::findOrientation() {
     constexpr double kMiddle = 0.5;
     constexpr double kStep = 1e-3;
@@ -127,7 +128,8 @@ void GridMesher::addTriangle(std::array<Crossing, 3> corners, std::array<Point<d
     mesh.faces.push_back(face);
 }
 
-// The cells between the last two rows, their corners anticlockwise for a viewer who has u to the right and v downwards.
+// Adds the cells between the last two rows, counterclockwise for a viewer with u to the right and v
+// downwards.
 void GridMesher::addCells(int row) {
     const double top = static_cast<double>(row - 1) / size.rows;
     const double bottom = static_cast<double>(row) / size.rows;

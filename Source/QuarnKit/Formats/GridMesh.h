@@ -1,24 +1,24 @@
 /// \file
-/// Meshes of screens that have a shape.
+/// Builds meshes of analytic screens.
 #pragma once
 
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 #include <QuarnScreen/IScreenGeometry.h>
-
-#include "MeshDocument.h"
 
 namespace quarn {
 
-/// Rows and columns of cells between the lines of a grid in UV.
+/// Numbers of rows and columns of cells of a grid in UV.
 struct GridSize {
     int rows = 32;
     int columns = 64;
 };
 
-/// A mesh with a vertex at each crossing of a grid that covers UV from 0 to 1, two triangles a cell.
+/// Returns a mesh with a vertex at each crossing of a grid that covers UV from 0 to 1, two
+/// triangles a cell.
 ///
-/// The triangles face the viewer, and their vertices have the screen's normals. Where the edges u = 0 and u = 1 meet,
-/// as in a full dome, they share vertices but no UVs. A pole is one vertex; it has a UV in the middle of each column, so
-/// that half of the UVs of its row belong to no triangle.
+/// The triangles face the viewer, and their vertices have the screen's normals. If the edges u = 0
+/// and u = 1 meet, as in a full dome, they share vertices but no UVs. A pole is one vertex. It has
+/// a UV in the middle of each column, so that half of the UVs of its row belong to no triangle.
 /// \pre the screen maps every UV from 0 to 1
 [[nodiscard]] MeshDocument gridMeshOf(const IScreenGeometry& screen, const GridSize& size);
 

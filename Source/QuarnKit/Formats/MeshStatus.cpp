@@ -6,15 +6,15 @@ namespace quarn {
 
 namespace {
 
-constexpr const char* kNoUVWorks = "; rays, normals, closest positions and the outline work, UV does not";
+constexpr const char* kNoUVWorks = "; rays, normals, closest positions and the boundary work; UV does not";
 
 std::string atLine(std::uint64_t line) {
     return line == 0 ? std::string() : " at line " + std::to_string(line);
 }
 
 std::string missingUVText(const MeshSource& source) {
-    if (source.counts.uvs == 0) return "the file holds no vt line";
-    return "a face has a corner without UV" + atLine(lineWithoutUV(source.text, source.counts));
+    if (source.counts.uvs == 0) return "the file has no vt line";
+    return "a face has a corner without UV" + atLine(findLineWithoutUV(source.text, source.counts));
 }
 
 }  // namespace
@@ -22,21 +22,22 @@ std::string missingUVText(const MeshSource& source) {
 MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source) {
     const auto* const obj = dynamic_cast<const OBJScreen*>(&screen);
     if (obj == nullptr)
-        return {"no_uv",
-                "an STL file holds no UV, and the screen finds positions on few of its triangles; rays and "
-                "the outline "
-                "work, and quarnscreen convert makes an OBJ file of it for which more does"};
+        return {
+            "no_uv",
+            "STL files have no UV, and positions are found on few of the triangles; rays and the boundary "
+            "work; converted to an OBJ file, more queries work"};
     switch (obj->getStatus()) {
         case OBJScreen::StatusNoParameterization:
             return {"no_uv", missingUVText(source) + kNoUVWorks};
         case OBJScreen::StatusBadBoundary:
-            return {"bad_boundary", std::string("the mesh has not one closed outline: it has holes, several "
-                                                "pieces, no edge at all, or faces that meet without sharing "
-                                                "position and UV") +
-                                        kNoUVWorks};
+            return {"bad_boundary",
+                    std::string("the mesh does not have exactly one closed boundary: it has holes, several "
+                                "components, no boundary edge, or adjacent faces that do not share position "
+                                "and UV") +
+                        kNoUVWorks};
         case OBJScreen::StatusUvOutOfRange:
             return {"uv_out_of_range", "a face has a UV outside of 0 to 1" +
-                                           atLine(lineWithUVOutside(source.text, source.counts)) +
+                                           atLine(findLineWithUVOutside(source.text, source.counts)) +
                                            "; everything works"};
         default:
             return {"ok", "good; everything works"};

@@ -1,19 +1,19 @@
 /// \file
-/// How good a loaded mesh is, in words.
+/// The status of a loaded mesh in words.
 #pragma once
 
 #include <string>
 
-#include <QuarnKit/Formats/Obj/ObjLoader.h>
+#include "ObjLoader.h"
 
 namespace quarn {
 
 struct MeshStatus {
-    std::string word;  ///< For programs, as in "no_uv".
-    std::string text;  ///< What is wrong, and what works.
+    std::string word;  ///< For programs, such as "no_uv".
+    std::string text;  ///< The defect, and the queries that work.
 };
 
-/// \param screen a mesh
+/// Returns the status of a mesh.
 [[nodiscard]] MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source);
 
 }  // namespace quarn

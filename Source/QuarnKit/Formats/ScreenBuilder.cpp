@@ -14,7 +14,8 @@ namespace quarn {
 
 namespace {
 
-// The number after its way through a file, which holds 16 digits of it. A second way changes nothing more.
+// Returns the number that is read from a file, which stores 16 digits. Writing it again changes
+// nothing more.
 double asInFile(double number) {
     return parseNumber(toUtf8(XmlHelper::format(L"%.15e", number))).value_or(number);
 }

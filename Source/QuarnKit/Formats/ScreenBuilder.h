@@ -1,5 +1,5 @@
 /// \file
-/// Screens from their parameters.
+/// Builds screens from their parameters.
 #pragma once
 
 #include <map>
@@ -12,7 +12,7 @@
 
 namespace quarn {
 
-/// Parameters of a screen by the names that ScreenType tells; one that was not set is 0.
+/// Parameters of a screen by the names of ScreenType; default 0.
 class ScreenValues : public IScreenConfig {
 public:
     /// Sets a length, in the screen's unit, or an angle, in radians.
@@ -35,8 +35,8 @@ private:
     Point<double, 3> center;
 };
 
-/// A screen from its parameters, as its XML document holds them. What readScreen() would refuse is refused, and what it would warn of is
-/// warned of.
+/// Builds a screen from its parameters, as they are stored in its XML document. Throws the errors
+/// and notifies of the warnings of readScreen().
 /// \param typeName one of screenTypes()
 [[nodiscard]] std::shared_ptr<IScreenGeometry> buildScreen(const std::string& typeName,
                                                            const ScreenValues& values, Observer& observer);

@@ -9,7 +9,7 @@
 #include <QuarnKit/Base/InputStream.h>
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Base/NumberText.h>
-#include <QuarnKit/Formats/Obj/ObjValidation.h>
+#include <QuarnKit/Formats/Obj/MeshMemory.h>
 #include <QuarnKit/Formats/Stl/StlLayout.h>
 #include <QuarnKit/Formats/Xml/XmlDocument.h>
 
@@ -18,7 +18,7 @@ namespace quarn {
 namespace {
 
 constexpr const char* kExpectedFile = "the XML, OBJ or STL file of a screen";
-// The beginning by which the format is told.
+// Bytes at the start of a file that determine its format.
 constexpr std::size_t kReadSize = 1U << 20U;
 
 bool beginsWithKeyword(std::string_view line) {

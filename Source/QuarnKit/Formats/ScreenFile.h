@@ -1,5 +1,5 @@
 /// \file
-/// The bytes of a screen's file, and what format they are in.
+/// Reads the bytes of a screen's file and detects their format.
 #pragma once
 
 #include <cstdint>
@@ -15,10 +15,11 @@ struct ScreenFile {
     ScreenFormat format = ScreenFormat::Xml;
 };
 
-/// Reads the file \p path. Its format is told by its content, whatever its name is: where it does not begin with a tag,
-/// STL where it begins like such a file, and OBJ where a line begins with a keyword of OBJ; else XML.
+/// Reads the file \p path. Its contents determine the format, not its name: XML if it begins with a
+/// tag, or else STL if it begins like an STL file, or else OBJ if a line begins with a keyword of
+/// OBJ, or else XML.
 ///
-/// Stops where reading it could need more than \p maxMemory bytes.
+/// Throws an Error if reading it could need more than \p maxMemory bytes.
 [[nodiscard]] ScreenFile readScreenFile(const std::string& path, std::uint64_t maxMemory);
 
 }  // namespace quarn

@@ -6,7 +6,6 @@
 #include <QuarnKit/Formats/Stl/StlLoader.h>
 #include <QuarnKit/Formats/Stl/StlMeshReader.h>
 #include <QuarnKit/Formats/Xml/ScreenElement.h>
-#include <QuarnKit/Formats/Xml/XmlDocument.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
@@ -14,12 +13,12 @@ namespace quarn {
 
 namespace {
 
-Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
-                Observer& observer) {
+Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
+                     Observer& observer) {
     ObjSource& source = text.source;
     const std::string file = source.file;
     if (text.format == ScreenFormat::Stl && !prepare) {
-        StlMesh mesh = loadStl(file, source.name, std::move(source.text), maxMemory);
+        StlMesh mesh = loadStl(std::move(source), maxMemory);
         Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
         screen.mesh->counts.triangles = mesh.triangleCount;
         return screen;
@@ -28,22 +27,6 @@ Screen screenOf(MeshText text, std::uint64_t maxMemory, const std::function<void
     if (prepare) prepare(source);
     ObjMesh mesh = loadObj(std::move(source), maxMemory, observer);
     return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
-}
-
-// The factory does not know the type. Intended: bytes above 0x7F do not survive in the element, so that hardly a binary
-// file comes back whole.
-MeshText textOfStlElement(const std::string& path, const XmlDocument& document,
-                          xercesc::DOMElement& element) {
-    if (element.getFirstChild() == nullptr)
-        throw Error({.found = "found no STL text in the ScreenGeometry element",
-                     .expected = "its base64",
-                     .file = path,
-                     .line = document.lineOf(element)});
-    return {.format = ScreenFormat::Stl,
-            .source = {.file = path,
-                       .name = path + " (STL text)",
-                       .text = ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(&element),
-                       .frame = {}}};
 }
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
@@ -63,14 +46,11 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
              .line = document.lineOf(*elements[1])});
 }
 
-// What a file holds: the text of a mesh, or a screen that has a shape.
-std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemory,
-                                          const ObjOptions& objOptions, Observer& observer) {
+// Returns the text of a mesh, or an analytic screen.
+std::variant<MeshText, Screen> readContents(ScreenFile file, std::uint64_t maxMemory,
+                                            const ObjOptions& objOptions, Observer& observer) {
     const std::string path = file.path;
-    if (file.format != ScreenFormat::Xml) {
-        const ScreenFormat format = file.format;
-        return MeshText{.format = format, .source = objSourceOf(std::move(file), objOptions)};
-    }
+    if (file.format != ScreenFormat::Xml) return meshTextOf(std::move(file), objOptions);
     refuseObjOptions(objOptions, path);
     const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
@@ -80,10 +60,9 @@ std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemo
     const ScreenElement element(path, document, *elements.front(), observer);
     const std::string type = element.typeName();
     warnOfFurtherScreens(path, document, elements, observer);
-    if (type == OBJScreen::type())
-        return MeshText{.format = ScreenFormat::Obj,
-                        .source = objSourceOf(path, document, *elements.front())};
-    if (type == STLScreen::type()) return textOfStlElement(path, document, *elements.front());
+    if (type == OBJScreen::type()) return objTextOfElement(path, document, *elements.front());
+    // The factory does not know this type.
+    if (type == STLScreen::type()) return stlTextOfElement(path, document, *elements.front());
     Screen screen{.file = path,
                   .geometry = ScreenGeometryFactory::createScreenGeometry(type),
                   .parameters = element.parametersOf(*findScreenType(type))};
@@ -95,7 +74,7 @@ std::variant<MeshText, Screen> contentsOf(ScreenFile file, std::uint64_t maxMemo
 
 std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
                                      const ObjOptions& objOptions, Observer& observer) {
-    auto contents = contentsOf(readScreenFile(path, maxMemory), maxMemory, objOptions, observer);
+    auto contents = readContents(readScreenFile(path, maxMemory), maxMemory, objOptions, observer);
     auto* const text = std::get_if<MeshText>(&contents);
     return text == nullptr ? std::nullopt : std::optional(std::move(*text));
 }
@@ -105,9 +84,9 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     observer.setStage("reading " + path);
     ScreenFile file = readScreenFile(path, maxMemory);
     if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
-    auto contents = contentsOf(std::move(file), maxMemory, objOptions, observer);
+    auto contents = readContents(std::move(file), maxMemory, objOptions, observer);
     if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
-    return screenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, observer);
+    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, observer);
 }
 
 }  // namespace quarn

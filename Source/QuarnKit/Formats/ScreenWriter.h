@@ -1,5 +1,5 @@
 /// \file
-/// The files that the tool writes screens to.
+/// Writes screens as text.
 #pragma once
 
 #include <cstdint>
@@ -10,25 +10,28 @@
 
 namespace quarn {
 
-/// What \p path is to hold by the end of its name; \p fallback where that tells nothing.
+/// Returns the format by the extension of \p path; \p fallback for an unknown one.
 [[nodiscard]] ScreenFormat formatByName(const std::string& path, ScreenFormat fallback);
 
-/// The XML document of a screen.
+/// Returns the XML document of a screen.
 [[nodiscard]] std::string xmlTextOf(IScreenGeometry& screen);
 
-/// The OBJ text of a screen, which loads with no options. That of an OBJ screen is its own text, with its lines joined
-/// as they were, but where its axes or scale tell fallback; then its positions are those in the screen's frame. A shape becomes a mesh.
-/// \param grid of that mesh
-/// \param maxMemory a mesh that could need more is refused
+/// Returns the OBJ text of a screen, which loads without options. For an OBJ screen with default
+/// axes and scale this is its own text, with the continued lines of the file. With other axes or
+/// another scale, its positions are those in the frame of the screen. An analytic screen becomes a
+/// mesh.
+/// \param grid grid of the mesh of an analytic screen
+/// \param maxMemory a mesh that could need more is an Error
 [[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory);
 
-/// Says on standard error where UV does not work on the mesh of a text that was made.
-/// \param path what the line calls the text
-/// \param screen that the text was made of
+/// Notifies the observer if UV does not work on the mesh of a written text.
+/// \param path name of the text in the notice
+/// \param screen screen of the text
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
                     std::uint64_t maxMemory, Observer& observer);
 
-/// Loads a text that was made of no screen, and says the same. \return its screen
+/// Loads a text that was generated from triangles, notifies as noteMeshStatus(), and returns its
+/// screen.
 [[nodiscard]] std::shared_ptr<OBJScreen> loadGeneratedText(const std::string& path,
                                                            const std::string& objText,
                                                            std::uint64_t maxMemory, Observer& observer);

@@ -32,7 +32,7 @@ TEST(NumberText, NamesWhatIsNotFinite) {
 TEST(NumberText, EveryNumberReadsBackWithTheSameBits) {
     for (const double value : kSpecialValues)
         EXPECT_TRUE(sameBits(parseNumber(numberText(value)).value(), value));
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < seedCount(100000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto value = std::bit_cast<double>(rng.bits());

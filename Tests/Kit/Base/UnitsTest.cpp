@@ -29,7 +29,7 @@ TEST(Angle, DegreesBecomeTheNearestRadians) {
 
 TEST(Angle, DegreesOfAnySizeAreWithinHalfAnUlp) {
     constexpr long double kRadiansPerDegree = 0.017453292519943295769236907684886127L;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double degrees = std::ldexp(rng.integer(-2000000000, 2000000000), -rng.integer(0, 5));
@@ -41,7 +41,7 @@ TEST(Angle, DegreesOfAnySizeAreWithinHalfAnUlp) {
 }
 
 TEST(Angle, RadiansStayAsTheyAre) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double radians = rng.spread();
@@ -99,7 +99,7 @@ TEST(Length, UnitsHaveTheirSizesInMeters) {
 }
 
 TEST(Length, OneUnitToItselfChangesNothing) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double length = rng.spread(-1000, 1000);

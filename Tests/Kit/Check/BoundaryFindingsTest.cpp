@@ -58,7 +58,7 @@ TEST(BoundaryCheck, NotchInTheBoundaryIsNoHole) {
 }
 
 TEST(BoundaryCheck, RandomSingleHolesAreCounted) {
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<std::pair<int, int>> cells;

@@ -105,7 +105,7 @@ TEST(SurfaceDistance, OfConcentricDomesIsTheDifferenceOfTheirRadii) {
 }
 
 TEST(SurfaceDistance, NoSampleIsFartherThanTheBound) {
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < seedCount(40); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto from = cornersOf(soup(rng, 30, 0.5));

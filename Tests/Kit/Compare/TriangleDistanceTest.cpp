@@ -33,7 +33,7 @@ Precise difference(const Precise& to, const Precise& from) {
 // Returns the minimum distance to the corners, to the projections on the edges, and to the projection
 // on the plane by least squares. All of them are in the triangle, so that the result is never too
 // small.
-double plainDistance(const Point3& point, const TriangleCorners& triangle) {
+double referenceDistance(const Point3& point, const TriangleCorners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;
     const auto take = [&](long double a, long double b) {
@@ -66,8 +66,8 @@ double plainDistance(const Point3& point, const TriangleCorners& triangle) {
 
 void expectPlainDistance(const Point3& point, const TriangleCorners& triangle) {
     const Point3 nearest = nearestOnTriangle(point, triangle);
-    EXPECT_NEAR(length(point - nearest), plainDistance(point, triangle), 1e-7);
-    EXPECT_LE(plainDistance(nearest, triangle), 1e-7);
+    EXPECT_NEAR(length(point - nearest), referenceDistance(point, triangle), 1e-7);
+    EXPECT_LE(referenceDistance(nearest, triangle), 1e-7);
 }
 
 TEST(TriangleDistance, IsThatToTheFootTheEdgeOrTheCorner) {
@@ -84,7 +84,7 @@ TEST(TriangleDistance, IsThatToTheFootTheEdgeOrTheCorner) {
 }
 
 TEST(TriangleDistance, OfACornerIsNothing) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleCorners triangle{rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)};
@@ -92,16 +92,16 @@ TEST(TriangleDistance, OfACornerIsNothing) {
     }
 }
 
-TEST(TriangleDistance, OfRandomTrianglesIsThePlainOne) {
-    for (int i = 0; i < 500; ++i) {
+TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectPlainDistance(rng.point(-2, 2), {rng.point(-1, 1), rng.point(-1, 1), rng.point(-1, 1)});
     }
 }
 
-TEST(TriangleDistance, OfSliversIsThePlainOne) {
-    for (int i = 0; i < 500; ++i) {
+TEST(TriangleDistance, OfSliversIsThatOfTheReference) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 a = rng.point(-1, 1);

@@ -29,7 +29,7 @@ std::vector<TriangleCorners> anyTriangles(Rng& rng) {
 }
 
 TEST(TriangleTree, FindsWhatLookingAtEachTriangleFinds) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<TriangleCorners> triangles = anyTriangles(rng);

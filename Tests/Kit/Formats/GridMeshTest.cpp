@@ -93,7 +93,7 @@ void expectWholeMesh(const IScreenGeometry& screen) {
 }
 
 TEST(GridMesh, AFlatScreenIsAWholeMesh) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectWholeMesh(FlatScreen(rng.uniform(0.1, 50.0), rng.uniform(0.1, 50.0)));
@@ -101,7 +101,7 @@ TEST(GridMesh, AFlatScreenIsAWholeMesh) {
 }
 
 TEST(GridMesh, ACurvedWallIsAWholeMesh) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double from = rng.uniform(-kPi, 0.0);
@@ -111,7 +111,7 @@ TEST(GridMesh, ACurvedWallIsAWholeMesh) {
 }
 
 TEST(GridMesh, ASectionOfASphereIsAWholeMesh) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double from = rng.uniform(-kPi, 0.0);
@@ -122,7 +122,7 @@ TEST(GridMesh, ASectionOfASphereIsAWholeMesh) {
 }
 
 TEST(GridMesh, ARuledSurfaceIsAWholeMesh) {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double top = rng.uniform(0.2, 1.0);

@@ -46,7 +46,7 @@ TEST(ObjNumberText, NumbersBesideTheLimitOfTheMantissaAreReadBack) {
 }
 
 TEST(ObjNumberText, RandomFloatsOfTheWholeRangeAreReadBack) {
-    for (int i = 0; i < 1000000; ++i) {
+    for (int i = 0; i < seedCount(1000000); ++i) {
         Rng rng(i);
         const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(rng.bits()));
         if (!std::isfinite(value)) continue;

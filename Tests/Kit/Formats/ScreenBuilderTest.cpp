@@ -39,7 +39,7 @@ ScreenValues randomValues(Rng& rng) {
 }
 
 TEST(ScreenBuilder, WhatIsMadeReadsBackAndIsWrittenAgainAlike) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const ScreenValues values = randomValues(rng);

@@ -35,7 +35,7 @@ std::string flatXml(const std::string& width, const std::string& height) {
 }
 
 TEST(ScreenReader, WhatTheLibraryWritesIsReadBack) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         FlatScreen saved(std::abs(rng.spread(-300, 300)), std::abs(rng.spread(-300, 300)));
@@ -45,7 +45,7 @@ TEST(ScreenReader, WhatTheLibraryWritesIsReadBack) {
 }
 
 TEST(ScreenReader, TheScreenHoldsTheCheckedNumbers) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double width = std::abs(rng.spread(-400, 400));

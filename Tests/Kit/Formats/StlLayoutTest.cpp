@@ -49,7 +49,7 @@ TEST(StlLayout, ABinaryFileMayBeginWithSolid) {
 // The text form without a facet loads, and a binary file that is empty: what differs is the word that is needed behind
 // the first line.
 TEST(StlLayout, TheLibraryTakesTheSameFilesForText) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         constexpr std::string_view kLetters = "s \n\tx";

@@ -7,12 +7,7 @@
 namespace quarn::test {
 namespace {
 
-MeshDocument meshOf(const std::string& text) {
-    Observer ignored;
-    return readStlMesh("a.stl", text, ignored);
-}
-
-constexpr const char* kTriangle =
+const std::string kTriangle =
     "facet normal 0 0 1\n outer loop\n  vertex 0 0 0\n  vertex 1 0 0\n  vertex 0 1.5e0 0\n "
     "endloop\nendfacet\n";
 
@@ -45,7 +40,7 @@ TEST(StlMeshReader, TextGivesTriangles) {
 }
 
 TEST(StlMeshReader, EqualPositionsAreOneVertex) {
-    EXPECT_EQ(meshOf(solid(std::string(kTriangle) + kTriangle)).positions.size(), 3U);
+    EXPECT_EQ(readStlMesh("a.stl", solid(kTriangle + kTriangle)).positions.size(), 3U);
 }
 
 TEST(StlMeshReader, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
@@ -68,9 +63,9 @@ TEST(StlMeshReader, ALoopOfFourCornersIsAFan) {
 }
 
 TEST(StlMeshReader, ACutTextGivesWhatStandsBeforeTheCut) {
-    const std::string text = solid(std::string(kTriangle) + kTriangle);
+    const std::string text = solid(kTriangle + kTriangle);
     EXPECT_EQ(notesOf(text.substr(0, text.size() - 30), 1),
-              "note: a.stl:14: the file ends within a solid; the triangles before are taken\n");
+              "note: a.stl:14: the file ends within a solid; the triangles before its end are used\n");
 }
 
 TEST(StlMeshReader, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {

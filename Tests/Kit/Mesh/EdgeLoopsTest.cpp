@@ -50,7 +50,7 @@ TEST(EdgeLoops, NoEdgesAreNoWalks) {
 }
 
 TEST(EdgeLoops, RandomEdgesAreEachWalkedOnceAndWalksHangTogether) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Edges edges;

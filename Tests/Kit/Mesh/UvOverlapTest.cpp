@@ -84,7 +84,7 @@ std::vector<TriangleUVs> trianglesOnEighths(Rng& rng, int count, int width) {
 TEST(UvOverlap, IsFoundLikeByLookingAtEachPair) {
     std::size_t found = 0;
     std::size_t count = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto triangles = trianglesOnEighths(rng, rng.integer(0, 60), rng.integer(1, 60));

@@ -61,7 +61,7 @@ TEST(PlotAndCheck, CountTheSameDefectsOfWholeMeshes) {
 // Cells are removed; triangles are flipped, duplicated, moved in UV, mirrored, detached or without UV.
 TEST(PlotAndCheck, CountTheSameDefectsOfDamagedMeshes) {
     MeshCounts sums;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         Mesh mesh = rng.coin() ? separatePieces(2, {6, 5}) : dome({10, 8}, kHalfSphere);
         for (int damages = rng.integer(0, 12); damages > 0; --damages) {

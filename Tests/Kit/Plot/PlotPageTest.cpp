@@ -132,7 +132,7 @@ TEST(PlotViews, CellsWithoutAPositionAreLeftOut) {
 }
 
 TEST(PlotViews, AllRandomScreensHaveFiniteShapes) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SphericalScreen screen(rng.spreadPoint(-100, 100), std::abs(rng.spread(-100, 100)),

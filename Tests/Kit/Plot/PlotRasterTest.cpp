@@ -43,7 +43,7 @@ TEST(PlotRaster, PerspectiveHidesWhatARayReachesLater) {
     const Camera camera = Camera::perspective(0.0);
     const PlotRaster raster({triangle}, camera, 300);
     const Point<double, 3> backwards = normalized(Point<double, 3>(0.62, -1.0, 0.62));
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double a = rng.uniform(0.2, 0.4);
@@ -56,7 +56,7 @@ TEST(PlotRaster, PerspectiveHidesWhatARayReachesLater) {
 }
 
 TEST(PlotRaster, NeighboursLeaveNoGap) {
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < seedCount(50); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point<double, 3> middle(rng.uniform(0.2, 0.8), 0.0, rng.uniform(0.2, 0.8));
@@ -79,7 +79,7 @@ TEST(PlotRaster, WhatAViewSeesFromItsEdgeHidesNothing) {
 }
 
 TEST(PlotRaster, AreasCoverEachCellOnceInItsClass) {
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::map<std::pair<int, int>, std::string> cells;

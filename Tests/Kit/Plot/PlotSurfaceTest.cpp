@@ -36,7 +36,7 @@ TEST(PlotSurface, BoundsReachTheFurthestPositionsBetweenTheSamples) {
 }
 
 TEST(PlotSurface, EdgesAreAsLongAsOnTheScreen) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double radius = rng.uniform(0.1, 50.0);
@@ -70,7 +70,7 @@ TEST(PlotSurface, StraightDirectionsNeedNoMoreCellsThanTheGrid) {
 }
 
 TEST(PlotSurface, PositionsAreCentredAndTheLongestSideIsOne) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double width = std::abs(rng.spread(-300, 300));

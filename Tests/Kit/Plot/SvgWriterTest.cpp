@@ -54,7 +54,7 @@ TEST(SvgText, WhatNoReaderAcceptsIsReplaced) {
 
 // What stands in the text is no markup, no control character, and an ampersand only of the four escapes.
 TEST(SvgText, AnyBytesAreSafe) {
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::string bytes;

@@ -114,8 +114,8 @@ TEST(OddEdges, TakeBothZerosForOneNumber) {
     EXPECT_THAT(quarn::detail::findBoundaryEdges({triangle, other}), Optional(IsEmpty()));
 }
 
-TEST(OddEdges, AreThoseOfAPlainCount) {
-    for (int i = 0; i < 5000; ++i) {
+TEST(OddEdges, AreThoseOfTheReferenceCount) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
@@ -124,8 +124,8 @@ TEST(OddEdges, AreThoseOfAPlainCount) {
     }
 }
 
-TEST(OddEdges, AreThoseOfAPlainCountWhereTheTableGrowsAndShrinks) {
-    for (int i = 0; i < 20; ++i) {
+TEST(OddEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Triangle> triangles = gridAt(0.0, 40, rng.integer(20, 60));
@@ -159,7 +159,7 @@ TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
 
     // The outline is found nevertheless.
     Boundary boundary;
-    const PlainOutline plain(triangles);
+    const ReferenceBoundary plain(triangles);
     EXPECT_EQ(quarn::detail::findBoundary(triangles, boundary).edgesLeft, plain.edgesLeft);
     EXPECT_EQ(boundary.triangles, plain.boundary.triangles);
 

@@ -15,7 +15,7 @@ using quarn::detail::findBoundary;
 
 namespace {
 
-void expectSameOutline(const std::vector<Triangle>& triangles, const PlainOutline& expected) {
+void expectSameOutline(const std::vector<Triangle>& triangles, const ReferenceBoundary& expected) {
     Boundary boundary;
     boundary.points.resize(2);
     boundary.uvPoints.resize(2);
@@ -37,11 +37,11 @@ class OutlineOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {}
 }  // namespace
 
 TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = outlineCase(GetParam(), rng);
-        const PlainOutline plain(triangles);
+        const ReferenceBoundary plain(triangles);
         ASSERT_TRUE(plain.hasEnded);
         expectSameOutline(triangles, plain);
         if (HasFailure()) return;
@@ -55,13 +55,13 @@ INSTANTIATE_TEST_SUITE_P(AllCases, OutlineOfRandomTriangles,
                                            OutlineCase::Infinite));
 
 TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < seedCount(6); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Triangle> triangles = gridAt(0.0, rng.integer(80, 160), rng.integer(80, 160));
         if (i % 2 == 1) shuffle(triangles, rng);
         if (i >= 2) std::erase_if(triangles, [&](const Triangle&) { return rng.integer(0, i) == 0; });
-        expectSameOutline(triangles, PlainOutline(triangles));
+        expectSameOutline(triangles, ReferenceBoundary(triangles));
     }
 }
 
@@ -74,7 +74,7 @@ TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
         triangles.push_back(
             triangleOf(cornerOnPlane(kPetals - i + 1, -i), cornerOnPlane(-i, i), cornerOnPlane(0, 0)));
     std::rotate(triangles.begin(), triangles.begin() + 1, triangles.end());
-    const PlainOutline plain(triangles);
+    const ReferenceBoundary plain(triangles);
     EXPECT_TRUE(plain.isSingleWithUV);
     EXPECT_EQ(plain.boundary.points.size(), 3U * kPetals + 1U);
     expectSameOutline(triangles, plain);
@@ -83,14 +83,14 @@ TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
 TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
     int ended = 0;
     int endless = 0;
-    for (int i = 0; i < 6000; ++i) {
+    for (int i = 0; i < seedCount(6000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles =
             outlineCase(static_cast<OutlineCase>(rng.integer(static_cast<int>(OutlineCase::Lattice),
                                                              static_cast<int>(OutlineCase::Count) - 1)),
                         rng, true);
-        const PlainOutline plain(triangles, 10'000);
+        const ReferenceBoundary plain(triangles, 10'000);
         ++(plain.hasEnded ? ended : endless);
         if (plain.hasEnded) expectSameOutline(triangles, plain);
         if (::testing::Test::HasFailure()) return;
@@ -106,11 +106,11 @@ TEST(OutlineAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
     int withEdgesLeft = 0;
     int withManyTurns = 0;
     int throughTheStart = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
         const std::vector<Triangle> triangles = outlineCase(kind, rng);
-        const PlainOutline plain(triangles);
+        const ReferenceBoundary plain(triangles);
         const auto& points = plain.boundary.points;
         single += plain.isSingleWithUV ? 1 : 0;
         closedSurfaces += plain.oddEdges == 0 && !triangles.empty() ? 1 : 0;

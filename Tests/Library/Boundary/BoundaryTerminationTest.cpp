@@ -74,26 +74,26 @@ TEST(OutlineTermination, IsNotAskedOfNormalsAndDerivedFields) {
     EXPECT_TRUE(quarn::detail::boundarySearchTerminates(mesh));
 }
 
-TEST(OutlineTermination, HoldsForTheSearchAndForThePlainOneOverAnySoup) {
-    for (int i = 0; i < 20000; ++i) {
+TEST(OutlineTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = i % 50 == 0 ? anyMesh(rng) : specialSoup(rng, false);
         ASSERT_TRUE(quarn::detail::boundarySearchTerminates(mesh));
-        ASSERT_TRUE(PlainOutline(mesh, kStepLimit).hasEnded);
+        ASSERT_TRUE(ReferenceBoundary(mesh, kStepLimit).hasEnded);
         Boundary boundary;
         (void)MeshScreen::findBoundaryNew(mesh, boundary);
         ASSERT_LE(boundary.points.size(), 3 * mesh.size() + 1);
     }
 }
 
-TEST(OutlineTermination, IsRefusedWhereverThePlainSearchDoesNotEnd) {
+TEST(OutlineTermination, IsRefusedWhereverTheReferenceDoesNotEnd) {
     int endless = 0;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = specialSoup(rng, true);
-        if (PlainOutline(mesh, kStepLimit).hasEnded) continue;
+        if (ReferenceBoundary(mesh, kStepLimit).hasEnded) continue;
         ++endless;
         ASSERT_FALSE(quarn::detail::boundarySearchTerminates(mesh));
     }

@@ -68,7 +68,7 @@ Polygon randomPolygon(Rng& rng, double scale) {
 
 TEST(PolygonBands, AnswerForACircleAsGeometryDoes) {
     const quarn::detail::PolygonBands bands(circle(3000));
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < seedCount(20'000); ++i) {
         Rng rng(i);
         const UV point(rng.uniform(-1.2, 1.2), rng.uniform(-1.2, 1.2));
         const double radius = length(point);
@@ -82,7 +82,7 @@ TEST(PolygonBands, AnswerForACircleAsGeometryDoes) {
 }
 
 TEST(PolygonBands, GiveTheAnswersOfTheWholeOutline) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectSameAnswersNear(randomPolygon(rng, std::ldexp(1.0, rng.integer(-3, 3))), rng, 40);
@@ -91,7 +91,7 @@ TEST(PolygonBands, GiveTheAnswersOfTheWholeOutline) {
 }
 
 TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineAtEveryScale) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectSameAnswersNear(randomPolygon(rng, std::ldexp(1.0, rng.integer(-1060, 1023))), rng, 20);
@@ -100,7 +100,7 @@ TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineAtEveryScale) {
 }
 
 TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineWhereItIsLong) {
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < seedCount(10); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon wave;
@@ -114,7 +114,7 @@ TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineWhereItIsLong) {
 }
 
 TEST(PolygonBands, GiveTheAnswersOfTheWholeOutlineForNumbersOfEveryKind) {
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < seedCount(20'000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Polygon polygon = rng.coin() ? randomPolygon(rng, 1.0) : Polygon{};

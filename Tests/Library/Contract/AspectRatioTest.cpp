@@ -14,7 +14,7 @@ using namespace quarn::test;
 namespace {
 
 // A screen that maps (u, v) to (width u, 0, -height v), with a list of all that it was asked.
-class PlainScreen : public ScriptedScreen {
+class RectangleScreen : public ScriptedScreen {
 public:
     struct Call {
         Point2 uv;
@@ -25,7 +25,7 @@ public:
     double width = 3.0;
     double height = 2.0;
 
-    PlainScreen() {
+    RectangleScreen() {
         onMapInto3D = [this](const Point2& uv, Point3& point, bool extrapolate) {
             asked.push_back({uv, point, extrapolate});
             point = Point3(width * uv[0], 0.0, -height * uv[1]);
@@ -70,7 +70,7 @@ TEST(AspectRatio, RuledScreenGivesArcLengthOverHeight) {
 }
 
 TEST(AspectRatio, AsksThreePositionsOfTwentyFiveCellsInOrder) {
-    PlainScreen screen;
+    RectangleScreen screen;
     EXPECT_NEAR(ScreenUtils::estimateAspectRatioUV(screen), 1.5, 1e-9);
     ASSERT_EQ(screen.asked.size(), 75U);
     std::size_t k = 0;
@@ -89,7 +89,7 @@ TEST(AspectRatio, AsksThreePositionsOfTwentyFiveCellsInOrder) {
 }
 
 TEST(AspectRatio, CellIsLeftAtItsFirstRefusal) {
-    PlainScreen screen;
+    RectangleScreen screen;
     // The first cell refuses its corner, the second the step in u, the third the step in v.
     screen.refuseWhere([](const Point2& uv) {
         return (cellOf(uv) == 0 && uv[0] == 0.0 && uv[1] == 0.0) || (cellOf(uv) == 1 && uv[0] > 0.0) ||
@@ -101,7 +101,7 @@ TEST(AspectRatio, CellIsLeftAtItsFirstRefusal) {
 
 TEST(AspectRatio, FiveCellsAreEnoughAndFourAreNot) {
     for (const int usable : {0, 1, 4, 5, 6}) {
-        PlainScreen screen;
+        RectangleScreen screen;
         screen.refuseWhere(
             [usable](const Point2& uv) { return cellOf(uv) % 4 != 0 || cellOf(uv) / 4 >= usable; });
         const double ratio = ScreenUtils::estimateAspectRatioUV(screen);
@@ -113,24 +113,24 @@ TEST(AspectRatio, FiveCellsAreEnoughAndFourAreNot) {
 }
 
 TEST(AspectRatio, ScreenWithoutUVGivesOne) {
-    PlainScreen screen;
+    RectangleScreen screen;
     screen.refuseWhere([](const Point2&) { return true; });
     EXPECT_EQ(ScreenUtils::estimateAspectRatioUV(screen), 1.0);
     EXPECT_EQ(screen.asked.size(), 25U);
 }
 
 TEST(AspectRatio, SurfaceOfNoHeightOrNoWidthGivesOne) {
-    PlainScreen low;
+    RectangleScreen low;
     low.height = 0.0;
     EXPECT_EQ(ScreenUtils::estimateAspectRatioUV(low), 1.0);
     EXPECT_EQ(low.asked.size(), 75U);
-    PlainScreen narrow;
+    RectangleScreen narrow;
     narrow.width = 0.0;
     EXPECT_EQ(ScreenUtils::estimateAspectRatioUV(narrow), 1.0);
 }
 
 TEST(AspectRatio, CellsWithoutAStepAreLeftOutOfBothSums) {
-    PlainScreen screen;
+    RectangleScreen screen;
     // In all cells but five a step in u stands still, and a step in v is long.
     screen.onMapInto3D = [](const Point2& uv, Point3& point, bool) {
         const bool isGood = cellOf(uv) < 5;
@@ -141,7 +141,7 @@ TEST(AspectRatio, CellsWithoutAStepAreLeftOutOfBothSums) {
 }
 
 TEST(AspectRatio, DividesTheSumsAndNotTheSteps) {
-    PlainScreen screen;
+    RectangleScreen screen;
     // Steps of 1 and 1 in the first five cells, of 3 and 1 in the next; others refuse.
     screen.onMapInto3D = [](const Point2& uv, Point3& point, bool) {
         const double factor = cellOf(uv) < 5 ? 1.0 : 3.0;
@@ -154,7 +154,7 @@ TEST(AspectRatio, DividesTheSumsAndNotTheSteps) {
 }
 
 TEST(AspectRatio, StepsAreMeasuredInSpace) {
-    PlainScreen screen;
+    RectangleScreen screen;
     screen.onMapInto3D = [](const Point2& uv, Point3& point, bool) {
         point = Point3(2.0 * uv[0], 3.0 * uv[0], 6.0 * uv[0]) + Point3(4.0 * uv[1], -3.0 * uv[1], 0.0);
         return true;
@@ -164,7 +164,7 @@ TEST(AspectRatio, StepsAreMeasuredInSpace) {
 
 TEST(AspectRatio, NaNReachesTheResult) {
     for (const int poisoned : {0, 24}) {
-        PlainScreen screen;
+        RectangleScreen screen;
         screen.refuseWhere([](const Point2&) { return false; });
         screen.onMapInto3D = [poisoned, plain = screen.onMapInto3D](const Point2& uv, Point3& point,
                                                                     bool extrapolate) {

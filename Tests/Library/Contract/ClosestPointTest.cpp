@@ -84,7 +84,7 @@ TEST(ClosestPoint, ShortestDistanceOverflowsAndUnderflowsAsItsSquares) {
 }
 
 TEST(ClosestPoint, ShortestDistanceSumsInTheOrderXYZ) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto from = rng.coin() ? wildPoint<3>(rng) : rng.point(-9, 9);
@@ -123,7 +123,7 @@ TEST(CentreOfBounds, BoundsThatAreTurnedOverAddTheAbsoluteWidth) {
 }
 
 TEST(CentreOfBounds, EqualsTheFormulaForBoundsOfAnyKind) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto low = wildPoint<3>(rng);

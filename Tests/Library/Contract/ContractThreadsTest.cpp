@@ -106,7 +106,7 @@ TEST(Threads, ClosestIntersectionOfOneScreenSideBySide) {
     FlatScreen screen(4.0, 3.0);
     const auto resultsOf = [&screen] {
         std::vector<Intersection> results(kRounds);
-        for (int round = 0; round < kRounds; ++round) {
+        for (int round = 0; round < seedCount(kRounds); ++round) {
             Rng rng(round);
             const Point3 from = rng.point(-4.0, 4.0);
             const Point3 direction = rng.point(-4.0, 4.0);

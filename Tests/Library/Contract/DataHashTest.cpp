@@ -76,7 +76,7 @@ TEST(DataHash, PayloadOfNaNCounts) {
 }
 
 TEST(DataHash, EqualScreensHaveEqualHashesAndOthersDiffer) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double size[2] = {wildNumber(rng), wildNumber(rng)};

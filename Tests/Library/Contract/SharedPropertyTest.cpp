@@ -51,7 +51,7 @@ struct ScriptedRay {
 TEST(SharedProperty, ClosestIntersectionEqualsTheReference) {
     int found = 0;
     int refused = 0;
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < seedCount(kCases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         ClosestQuery query;
@@ -156,7 +156,7 @@ TEST(SharedProperty, ChannelBoundaryEqualsTheReference) {
 }
 
 TEST(SharedProperty, GridAndOutlineKeepWhatTheScreenMaps) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const int density = rng.integer(-3, 30);

@@ -46,9 +46,9 @@ Triangle anyTriangle(Rng& rng) {
 
 }  // namespace
 
-TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
+TEST(MeshRefineReference, AnyTriangleIsCutAsByTheReference) {
     std::array<std::size_t, 8> tally{};
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = {anyTriangle(rng)};
@@ -57,7 +57,7 @@ TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
         if (!(bound > 0.0)) continue;
         Mesh pieces;
         quarn::detail::splitTriangle(mesh[0], bound, pieces);
-        const PlainRefinement plain = plainRefine(mesh, bound);
+        const ReferenceRefinement plain = referenceRefine(mesh, bound);
         ASSERT_TRUE(plain.hasEnded);
         ASSERT_TRUE(sameTriangles(pieces, plain.pieces));
         for (std::size_t pattern = 0; pattern < 8; ++pattern) tally.at(pattern) += plain.tally[pattern];
@@ -65,8 +65,8 @@ TEST(MeshRefineReference, AnyTriangleIsCutAsByThePlainWay) {
     for (std::size_t pattern = 0; pattern < 8; ++pattern) EXPECT_GT(tally.at(pattern), 500U) << pattern;
 }
 
-TEST(MeshRefineReference, AnyMeshIsCutAsByThePlainWay) {
-    for (int i = 0; i < 150; ++i) {
+TEST(MeshRefineReference, AnyMeshIsCutAsByTheReference) {
+    for (int i = 0; i < seedCount(150); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyShape(rng);
@@ -76,12 +76,12 @@ TEST(MeshRefineReference, AnyMeshIsCutAsByThePlainWay) {
         const double bound = longestEdge(mesh) * rng.uniform(0.15, 1.1);
         TriangleScreen screen(mesh);
         screen.refine(bound);
-        ASSERT_TRUE(sameTriangles(screen.mesh(), plainRefine(mesh, bound).pieces));
+        ASSERT_TRUE(sameTriangles(screen.mesh(), referenceRefine(mesh, bound).pieces));
     }
 }
 
 TEST(MeshRefineReference, ARefinedMeshIsThatOfAScreenFilledWithThePieces) {
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < seedCount(30); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyShape(rng);
@@ -89,7 +89,7 @@ TEST(MeshRefineReference, ARefinedMeshIsThatOfAScreenFilledWithThePieces) {
         TriangleScreen refined(mesh);
         refined.refine(bound);
         TriangleScreen filled(mesh);
-        filled.reindex(plainRefine(mesh, bound).pieces);
+        filled.reindex(referenceRefine(mesh, bound).pieces);
         EXPECT_TRUE(sameBits(refined.outline().points, filled.outline().points));
         EXPECT_TRUE(sameBits(refined.outline().uvPoints, filled.outline().uvPoints));
         EXPECT_EQ(refined.hasValidBoundary(), filled.hasValidBoundary());

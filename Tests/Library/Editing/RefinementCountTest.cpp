@@ -17,13 +17,13 @@ constexpr std::uint64_t kAny = std::numeric_limits<std::uint64_t>::max();
 
 }  // namespace
 
-TEST(RefinementCount, IsThatOfThePlainPieces) {
-    for (int i = 0; i < 500; ++i) {
+TEST(RefinementCount, IsThatOfTheReference) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = soup(rng, 5);
         const double bound = rng.uniform(0.02, 0.5);
-        const std::uint64_t count = plainRefine(mesh, bound).pieces.size();
+        const std::uint64_t count = referenceRefine(mesh, bound).pieces.size();
         ASSERT_EQ(quarn::detail::countRefinedTriangles(mesh, bound, kAny), count);
         const auto most = static_cast<std::uint64_t>(rng.integer(0, 40));
         ASSERT_EQ(quarn::detail::countRefinedTriangles(mesh, bound, most), std::min(most, count));

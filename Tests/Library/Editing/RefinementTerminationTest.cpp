@@ -39,7 +39,7 @@ bool endsAlongPaths(const Triangle& triangle, double bound, Rng& rng) {
         Triangle current = triangle;
         int level = 0;
         for (; level < kLevels; ++level) {
-            const std::vector<Triangle> pieces = plainCut(current, bound);
+            const std::vector<Triangle> pieces = referenceCut(current, bound);
             if (pieces.empty()) break;
             const bool isAny = path > 0 && rng.integer(0, 7) == 0;
             current = isAny ? pieces[static_cast<std::size_t>(rng.bits() % pieces.size())]
@@ -97,9 +97,9 @@ TEST(RefinementTermination, IsNotSureWhereHalvingReachesNeighbouringNumbers) {
     // Neighbours of 1e15 are an eighth apart.
     const Triangle triangle = flatTriangle(1.0, 1e15);
     EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 0.1));
-    EXPECT_FALSE(plainRefine({triangle}, 0.1, 100'000).hasEnded);
+    EXPECT_FALSE(referenceRefine({triangle}, 0.1, 100'000).hasEnded);
     EXPECT_TRUE(quarn::detail::refinementTerminates({flatTriangle(10.0, 1e15)}, 5.0));
-    EXPECT_TRUE(plainRefine({flatTriangle(10.0, 1e15)}, 5.0, 100'000).hasEnded);
+    EXPECT_TRUE(referenceRefine({flatTriangle(10.0, 1e15)}, 5.0, 100'000).hasEnded);
 }
 
 TEST(RefinementTermination, IsNotSureWhicheverEdgeIsTheLongOne) {
@@ -118,7 +118,7 @@ TEST(RefinementTermination, IsNotSureWhereLengthsOverflow) {
     // 1e200 neighbouring numbers are 1e184 apart.
     const Triangle triangle = flatTriangle(1e198, 1e200);
     EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 1e197));
-    EXPECT_FALSE(plainRefine({triangle}, 1e197, 100'000).hasEnded);
+    EXPECT_FALSE(referenceRefine({triangle}, 1e197, 100'000).hasEnded);
     EXPECT_FALSE(quarn::detail::refinementTerminates({flatTriangle(1e301, 1e307)}, 1e300));
     EXPECT_TRUE(quarn::detail::refinementTerminates({triangle}, kInfinity));
 }
@@ -140,7 +140,7 @@ TEST(RefinementTermination, IsNotSureWhereMiddlesOfUVsAreNoNumbers) {
 }
 
 TEST(RefinementTermination, HoldsForTheSearchForTheOutlineOfThePieces) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = flatGrid({2, 2});
@@ -152,13 +152,13 @@ TEST(RefinementTermination, HoldsForTheSearchForTheOutlineOfThePieces) {
         // Half of the meshes are cut.
         const double bound = rng.coin() ? 1.0 : 3.0;
         if (!quarn::detail::refinementTerminates(mesh, bound)) continue;
-        ASSERT_TRUE(PlainOutline(plainRefine(mesh, bound).pieces, 10'000).hasEnded);
+        ASSERT_TRUE(ReferenceBoundary(referenceRefine(mesh, bound).pieces, 10'000).hasEnded);
     }
 }
 
-TEST(RefinementTermination, HoldsForThePlainWayOverSmallPieces) {
+TEST(RefinementTermination, HoldsForTheReferenceOverSmallPieces) {
     int ended = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // Edges of some times the bound, far from the origin or near to it.
@@ -168,13 +168,13 @@ TEST(RefinementTermination, HoldsForThePlainWayOverSmallPieces) {
             sliverAt(rng.point(-distance, distance), bound * rng.uniform(0.5, 8.0), rng);
         if (!quarn::detail::refinementTerminates({triangle}, bound)) continue;
         ++ended;
-        ASSERT_TRUE(plainRefine({triangle}, bound, 20'000).hasEnded) << bound;
+        ASSERT_TRUE(referenceRefine({triangle}, bound, 20'000).hasEnded) << bound;
     }
     EXPECT_GT(ended, 5000);
 }
 
 TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double size = std::ldexp(1.0, rng.integer(-1020, 400));
@@ -195,7 +195,7 @@ TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
 
 TEST(RefinementTermination, HoldsAlongPathsOverAnyTriangleAndBound) {
     int cut = 0;
-    for (int i = 0; i < 30000; ++i) {
+    for (int i = 0; i < seedCount(30000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Triangle triangle;
@@ -214,7 +214,7 @@ TEST(RefinementTermination, HoldsAlongPathsOverAnyTriangleAndBound) {
 }
 
 TEST(RefinementTermination, HoldsWhereSquaresOfLengthsFallShortOfTheLeastNumber) {
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < seedCount(4000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double size = std::ldexp(1.0, rng.integer(-542, -530));

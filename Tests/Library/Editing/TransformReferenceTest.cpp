@@ -35,13 +35,13 @@ Point3 anyRotation(Rng& rng) {
 Point3 plainlyMoved(const Point3& position, const Point3& move, const Point3& rotation, double scale) {
     Triangle triangle;
     triangle.vertices[0].position = position;
-    return plainTransform({triangle}, move, rotation, scale)[0].vertices[0].position;
+    return referenceTransform({triangle}, move, rotation, scale)[0].vertices[0].position;
 }
 
 }  // namespace
 
-TEST(MeshTransformReference, AnyMeshIsMovedAsByThePlainWay) {
-    for (int i = 0; i < 200; ++i) {
+TEST(MeshTransformReference, AnyMeshIsMovedAsByTheReference) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyMesh(rng);
@@ -50,12 +50,12 @@ TEST(MeshTransformReference, AnyMeshIsMovedAsByThePlainWay) {
         const double factor = rng.coin() ? 1.0 : rng.uniform(-3.0, 3.0);
         TriangleScreen screen(mesh);
         screen.applyTransform(move, rotation, factor);
-        ASSERT_TRUE(sameTriangles(screen.mesh(), plainTransform(mesh, move, rotation, factor)));
+        ASSERT_TRUE(sameTriangles(screen.mesh(), referenceTransform(mesh, move, rotation, factor)));
     }
 }
 
 TEST(MeshTransformReference, MovesInARowAddUp) {
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < seedCount(50); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh expected = anyShape(rng);
@@ -64,14 +64,14 @@ TEST(MeshTransformReference, MovesInARowAddUp) {
             const Point3 move = rng.point(-1.0, 1.0);
             const Point3 rotation = anyRotation(rng);
             screen.applyTransform(move, rotation, 1.1);
-            expected = plainTransform(expected, move, rotation, 1.1);
+            expected = referenceTransform(expected, move, rotation, 1.1);
         }
         ASSERT_TRUE(sameTriangles(screen.mesh(), expected));
     }
 }
 
-TEST(RigidTransform, MovesPositionsOfAnyNumbersAsThePlainWayDoes) {
-    for (int i = 0; i < 50000; ++i) {
+TEST(RigidTransform, MovesPositionsOfAnyNumbersAsTheReferenceDoes) {
+    for (int i = 0; i < seedCount(50000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 position = wildPoint<3>(rng);

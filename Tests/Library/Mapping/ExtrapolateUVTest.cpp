@@ -38,7 +38,7 @@ Triangle slope(const Point2& moved, double height, double slope) {
 
 TEST(ExtrapolateUV, FlatMeshGoesOnAsItsPlane) {
     const TriangleScreen screen(flatGrid({16, 12}));
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point2 uv(rng.uniform(-3.0, 4.0),

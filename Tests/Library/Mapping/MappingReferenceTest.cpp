@@ -10,10 +10,10 @@ using namespace quarn::test;
 
 namespace {
 
-using Way = PlainMapping::Way;
+using Way = ReferenceMapping::Way;
 using Tally = std::array<int, static_cast<std::size_t>(Way::Count)>;
 
-void compareAt(const TriangleScreen& screen, PlainMapping& plain, const Point2& uv, bool extrapolate,
+void compareAt(const TriangleScreen& screen, ReferenceMapping& plain, const Point2& uv, bool extrapolate,
                Tally& tally) {
     SCOPED_TRACE(::testing::Message() << std::hexfloat << uv[0] << ", " << uv[1] << ", " << extrapolate);
     const Point3 before(1.0, 2.0, 3.0);
@@ -23,7 +23,7 @@ void compareAt(const TriangleScreen& screen, PlainMapping& plain, const Point2& 
 
 void compareOn(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
     const TriangleScreen screen(mesh);
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     for (int k = 0; k < questions; ++k)
         compareAt(screen, plain, anyUV(screen.mesh(), rng), rng.integer(0, 2) != 0, tally);
 }
@@ -36,7 +36,7 @@ int countOf(const Tally& tally, Way way) {
 
 TEST(MappingReference, MeshesOfAnyShape) {
     Tally tally{};
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareOn(anyShape(rng), rng, 100, tally);
@@ -49,7 +49,7 @@ TEST(MappingReference, MeshesOfAnyShape) {
 
 TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
     Tally tally{};
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < seedCount(1500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareOn(anyUVMesh(rng), rng, 60, tally);
@@ -62,7 +62,7 @@ TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
 
 TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
     Tally tally{};
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 1 + i % 2);
@@ -76,7 +76,7 @@ TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
 
 TEST(MappingReference, ManyTrianglesOverTheSameUV) {
     Tally tally{};
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < seedCount(40); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 100, 0.5);
@@ -90,10 +90,10 @@ TEST(MappingReference, ManyTrianglesOverTheSameUV) {
 // The tree has 17 levels, so that the cap of 15 on the continuations that are kept takes effect.
 TEST(MappingReference, LargeMesh) {
     const TriangleScreen screen(wave({300, 250}));
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     ASSERT_GT(plain.uvTree.depth, 15);
     Tally tally{};
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compareAt(screen, plain, anyUV(screen.mesh(), rng), rng.integer(0, 2) != 0, tally);
@@ -105,11 +105,11 @@ TEST(MappingReference, LargeMesh) {
 // The greatest depth, old nodes and the cache stay: all of it shows in later answers.
 TEST(MappingReference, ReloadedScreens) {
     Tally tally{};
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen;
-        PlainMapping plain;
+        ReferenceMapping plain;
         for (int reload = 0; reload < 4; ++reload) {
             screen.reindex(anyUVMesh(rng));
             plain.rebuild(screen.mesh());

@@ -30,7 +30,7 @@ struct Question {
 std::vector<Question> makeQuestions(const Mesh& mesh) {
     constexpr int kHot = 8;
     std::vector<Question> questions;
-    for (int i = 0; i < kQuestions; ++i) {
+    for (int i = 0; i < seedCount(kQuestions); ++i) {
         Rng rng(i);
         if (i >= kHot && i % 3 == 0)
             questions.push_back(questions[static_cast<std::size_t>(rng.integer(0, kHot - 1))]);
@@ -63,7 +63,7 @@ std::size_t placeOf(std::size_t step, std::size_t thread, std::size_t count) {
 TEST(MappingThreads, PositionsAreThoseOfOneThreadThatRemembersNothing) {
     const TriangleScreen screen(wave({24, 20}));
     const std::vector<Question> questions = makeQuestions(screen.mesh());
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     std::vector<Mapped> expected;
     for (const Question& question : questions) {
         plain.cache = {};
@@ -84,15 +84,15 @@ TEST(MappingThreads, PositionsAreThoseOfOneThreadThatRemembersNothing) {
     for (const auto& ofOneThread : answers) EXPECT_TRUE(sameBits(ofOneThread, expected));
 }
 
-TEST(MappingThreads, UVsAreThoseOfThePlainWay) {
+TEST(MappingThreads, UVsAreThoseOfTheReference) {
     const TriangleScreen screen(dome({12, 10}));
-    const PlainMesh plain(screen.mesh(), screen.outline().uvPoints, screen.hasValidBoundary());
+    const ReferenceMesh plain(screen.mesh(), screen.outline().uvPoints, screen.hasValidBoundary());
     std::vector<Point3> positions;
     std::vector<Point2> expected;
-    for (int i = 0; i < kQuestions; ++i) {
+    for (int i = 0; i < seedCount(kQuestions); ++i) {
         Rng rng(i);
         positions.push_back(anyQuestion(screen.mesh(), rng));
-        expected.push_back(plainMapInto2D(plain, positions.back(), i % 2 == 0));
+        expected.push_back(referenceMapInto2D(plain, positions.back(), i % 2 == 0));
     }
     std::array<std::vector<Point2>, kThreads> answers;
     runTogether([&](std::size_t thread) {
@@ -105,13 +105,13 @@ TEST(MappingThreads, UVsAreThoseOfThePlainWay) {
 // With both flags for one UV the position of a refusal depends on who came first, but only on that.
 TEST(MappingThreads, RefusalsGiveTheCallersOrTheExtrapolatedPosition) {
     const TriangleScreen screen(wave({8, 8}));
-    PlainMapping plain(screen.mesh());
+    ReferenceMapping plain(screen.mesh());
     std::array<int, kThreads> wrong{};
     runTogether([&](std::size_t thread) {
         for (int step = 0; step < 1500; ++step) {
             const Point2 uv(1.25 + 0.125 * (step % 24), 0.5);
             const bool extrapolate = (step / 24 + static_cast<int>(thread)) % 3 == 0;
-            const Point3 continued = plainExtrapolateUV(plain.uvTree, uv);
+            const Point3 continued = referenceExtrapolateUV(plain.uvTree, uv);
             const Mapped mapped = map(screen, uv, extrapolate, kBefore);
             const bool isContinued = sameBits(mapped.point, continued);
             const bool isUntouched = sameBits(mapped.point, kBefore);

@@ -16,8 +16,8 @@ namespace {
 
 const Point3 kAnyDirection(0.0, 1.0, 0.0);
 
-std::vector<Point3> plainNormals(const Mesh& mesh, const Point3& point, int count) {
-    PlainKDTree<const Triangle*, 3, PlainCentroid> tree;
+std::vector<Point3> referenceNormals(const Mesh& mesh, const Point3& point, int count) {
+    ReferenceKDTree<const Triangle*, 3, ReferenceCentroidKey> tree;
     std::vector<const Triangle*> pointers;
     for (const Triangle& triangle : mesh) pointers.push_back(&triangle);
     tree.build(pointers);
@@ -65,8 +65,8 @@ TEST(NearestNormals, NearestComeFirst) {
         EXPECT_EQ(of(4, direction), of(4, kAnyDirection)) << "the direction is not read";
 }
 
-TEST(NearestNormals, AnswersOfThePlainWay) {
-    for (int i = 0; i < 400; ++i) {
+TEST(NearestNormals, AnswersOfTheReference) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyMesh(rng);
@@ -76,7 +76,7 @@ TEST(NearestNormals, AnswersOfThePlainWay) {
             const Point3 point = anyQuestion(mesh, rng);
             const int count = rng.integer(1, static_cast<int>(mesh.size()) + 2);
             EXPECT_TRUE(sameBits(search.getNearestNormals(point, rng.point(-1.0, 1.0), count),
-                                 plainNormals(mesh, point, count)));
+                                 referenceNormals(mesh, point, count)));
         }
         if (HasFailure()) return;
     }

@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-using Way = PlainNearest::Way;
+using Way = ReferenceNearest::Way;
 using Tally = std::array<int, static_cast<std::size_t>(Way::Count)>;
 
 struct Counts {
@@ -27,14 +27,14 @@ void compareAt(const TriangleScreen& screen, const Ray& ray, int sign, Counts& c
                                       << ", " << ray.origin[2] << " to " << ray.target[0] << ", "
                                       << ray.target[1] << ", " << ray.target[2] << " sign " << sign);
     const IntersectionSet all = screen.intersect(ray.origin, ray.target);
-    const IntersectionSet expected = plainPastTheEdge(screen.mesh(), all, screen.outline(), ray, sign);
+    const IntersectionSet expected = referencePastTheEdge(screen.mesh(), all, screen.outline(), ray, sign);
     EXPECT_TRUE(
         sameBits(screen.intersectExtrapolatedWithSpecifiedNormal(ray.origin, ray.target, sign), expected));
     if (expected.first().triangleIndex >= 0) {
         ++counts.hits;
         return;
     }
-    const PlainNearest nearest = plainNearestToOutline(screen.outline(), ray, sign);
+    const ReferenceNearest nearest = referenceNearestToBoundary(screen.outline(), ray, sign);
     ++counts.ways[static_cast<std::size_t>(nearest.way)];
     const int last = static_cast<int>(screen.outline().points.size()) - 1;
     if (last > 0 && nearest.chosen == last) ++counts.lastPoint;
@@ -63,7 +63,7 @@ void scribble(Boundary& outline, const Mesh& mesh, Rng& rng) {
 
 TEST(PastTheEdgeReference, MeshesOfAnyShape) {
     Counts counts;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyShape(rng));
@@ -78,7 +78,7 @@ TEST(PastTheEdgeReference, MeshesOfAnyShape) {
 
 TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
     Counts counts;
-    for (int i = 0; i < 800; ++i) {
+    for (int i = 0; i < seedCount(800); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyMesh(rng));
@@ -92,7 +92,7 @@ TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
 
 TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
     Counts counts;
-    for (int i = 0; i < 4000; ++i) {
+    for (int i = 0; i < seedCount(4000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen;
@@ -114,7 +114,7 @@ TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
 // After a transform the hits are those of the old mesh, with the normals of the new one.
 TEST(PastTheEdgeReference, TransformedMeshes) {
     Counts counts;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         TriangleScreen screen(anyShape(rng));

@@ -77,15 +77,15 @@ TEST(MeshCalibrationPoints, ByUVAskTheScreensOwnSampling) {
     EXPECT_EQ(heights, (Numbers{0.0, 0.5, 1.0}));
 }
 
-TEST(MeshCalibrationPoints, ByUVAreThoseOfThePlainWay) {
-    for (int i = 0; i < 100; ++i) {
+TEST(MeshCalibrationPoints, ByUVAreThoseOfTheReference) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleScreen screen(anyMesh(rng));
         const int columns = rng.integer(-1, 7);
         const int rows = rng.integer(-1, 7);
         ASSERT_TRUE(sameBits(screen.getDefaultCalibrationPoints(columns, rows),
-                             plainPointsByUV(screen, columns, rows)));
+                             referencePointsByUV(screen, columns, rows)));
     }
 }
 
@@ -158,8 +158,8 @@ TEST(MeshCalibrationPoints, OfTheRimSkipTheEntryThatMovesIntoTheGap) {
     EXPECT_EQ(kept({std::nan(""), std::nan("")}).size(), 2U);
 }
 
-TEST(MeshCalibrationPoints, OfTheRimAreThoseOfThePlainWay) {
-    for (int i = 0; i < 3000; ++i) {
+TEST(MeshCalibrationPoints, OfTheRimAreThoseOfTheReference) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Lines lines(static_cast<std::size_t>(rng.integer(0, 3)));
@@ -172,6 +172,6 @@ TEST(MeshCalibrationPoints, OfTheRimAreThoseOfThePlainWay) {
         const int rows = rng.integer(-3, 6);
         const RimScreen screen(lines, mesh);
         ASSERT_TRUE(sameBits(screen.getDefaultCalibrationPoints(columns, rows),
-                             plainPointsOfRim(lines, mesh, columns, rows)));
+                             referencePointsOfBoundary(lines, mesh, columns, rows)));
     }
 }

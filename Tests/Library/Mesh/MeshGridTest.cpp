@@ -28,7 +28,7 @@ Polylines gridOf(const MeshScreen& screen, int density) {
 }
 
 // A screen on which each UV maps to (u, 0, v), within the given outline.
-void mapPlainly(OverriddenScreen& screen, const std::vector<Point2>& outline) {
+void mapByReference(OverriddenScreen& screen, const std::vector<Point2>& outline) {
     screen.onSampleBoundaryUV = [outline](std::vector<Point2>& out) { out = outline; };
     screen.onMapInto3D = [](const Point2& uv, Point3& point, bool) {
         point = {uv[0], 0.0, uv[1]};
@@ -131,7 +131,7 @@ TEST(MeshGrid, OfALineThatLeavesAndReentersHasTwoPieces) {
 TEST(MeshGrid, PassesOverASegmentWithBothEndsOutside) {
     OverriddenScreen screen;
     // A tongue between two samples of each line of constant v.
-    mapPlainly(screen, rectangleUV({0.36, 0.0}, {0.37, 1.0}));
+    mapByReference(screen, rectangleUV({0.36, 0.0}, {0.37, 1.0}));
     const Polylines grid = gridOf(screen, 4);
     ASSERT_EQ(grid.size(), 9U);
     for (std::size_t i = 0; i < grid.size(); ++i) EXPECT_TRUE(grid[i].empty()) << i;
@@ -150,7 +150,7 @@ TEST(MeshGrid, OfAMeshWithoutOutlineIsAnEmptyOutlineAndAnEmptyPieceForEachLine) 
 
 TEST(MeshGrid, DropsPointsThatDoNotMapButKeepsTheirLines) {
     OverriddenScreen screen;
-    mapPlainly(screen, rectangleUV({0.0, 0.0}, {1.0, 1.0}));
+    mapByReference(screen, rectangleUV({0.0, 0.0}, {1.0, 1.0}));
     int calls = 0;
     screen.onMapInto3D = [&](const Point2& uv, Point3& point, bool extrapolate) {
         ++calls;
@@ -194,7 +194,7 @@ TEST(MeshGrid, JoinsAllPolylinesOfAnOverriddenOutline) {
 TEST(MeshGrid, KeepsACrossingsPieceWhereNoSegmentMeetsTheLine) {
     OverriddenScreen screen;
     // Two points make a segment without inside; only the samples on it are in the outline.
-    mapPlainly(screen, {{0.0, 0.0}, {0.1, 0.0}});
+    mapByReference(screen, {{0.0, 0.0}, {0.1, 0.0}});
     const Polylines grid = gridOf(screen, 2);
     ASSERT_EQ(grid.size(), 5U);
     // v = 0: samples 0, 1 and 2, and the point where the line leaves the segment that it runs along does not exist.

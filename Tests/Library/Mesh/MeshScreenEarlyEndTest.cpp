@@ -59,11 +59,11 @@ TEST(MeshScreenEarlyEnd, NeverComesOnAMeshWhoseCornersAreAllInItsOutline) {
 TEST(MeshScreenEarlyEnd, ComesAtACornerWithoutUV) {
     const TriangleScreen screen(gridWithoutInnerUV());
     ASSERT_TRUE(screen.hasValidBoundary());
-    const PlainMesh withoutEnd(screen.mesh());
-    const PlainMesh plain(screen.mesh(), screen.outline().uvPoints, true);
+    const ReferenceMesh withoutEnd(screen.mesh());
+    const ReferenceMesh plain(screen.mesh(), screen.outline().uvPoints, true);
     int denied = 0;
     for (const Triangle& triangle : screen.mesh()) {
-        const PlainMesh::Search search = plain.searchHolding(triangle.centroid);
+        const ReferenceMesh::Search search = plain.searchHolding(triangle.centroid);
         ASSERT_EQ(withoutEnd.searchHolding(triangle.centroid).triangle, &triangle);
         EXPECT_EQ(screen.isOnScreenSection(triangle.centroid), !search.isEnded);
         if (!search.isEnded) continue;
@@ -86,11 +86,11 @@ TEST(MeshScreenEarlyEnd, ComesAtTheUVOfAFootOutsideOfTheOutline) {
             mesh[i].uvEdge2 = {1000.0, 1000.0};
             const TriangleScreen screen(mesh);
             ASSERT_TRUE(screen.hasValidBoundary());
-            const PlainMesh plain(screen.mesh(), screen.outline().uvPoints, true);
+            const ReferenceMesh plain(screen.mesh(), screen.outline().uvPoints, true);
             for (const double x : {-0.8, -0.3, 0.4, 0.9}) {
                 const Point3 point(x, y, 0.2);
                 ASSERT_TRUE(whole.isOnScreenSection(point));
-                const PlainMesh::Search search = plain.searchHolding(point);
+                const ReferenceMesh::Search search = plain.searchHolding(point);
                 EXPECT_EQ(screen.isOnScreenSection(point), !search.isEnded);
                 if (!search.isEnded) continue;
                 EXPECT_GT((*search.firstRejectedUV)[0], 1.0);

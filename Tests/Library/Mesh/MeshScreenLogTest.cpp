@@ -55,7 +55,7 @@ TEST(MeshScreenLog, SecondOutlineIsWarnedOfWithTheNumberOfItsEdges) {
         EXPECT_EQ(records[0].level, "WARN");
         EXPECT_EQ(records[0].logger, "Quarn.QuarnScreen.ScreenGeometry");
         EXPECT_EQ(records[0].message, edgesLeft(left));
-        EXPECT_NE(records[0].file.find("MeshScreenOutline"), std::string::npos);
+        EXPECT_NE(records[0].file.find("MeshScreenSampling"), std::string::npos);
         EXPECT_NE(records[0].function.find("findBoundaryNew"), std::string::npos);
         EXPECT_GT(records[0].line, 0);
         EXPECT_FALSE(screen.hasValidBoundary());

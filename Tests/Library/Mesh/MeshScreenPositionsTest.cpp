@@ -20,8 +20,8 @@ struct Tally {
 // Asks a screen and the plain answers about positions all over a mesh.
 void compare(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
     const TriangleScreen screen(mesh);
-    const PlainOutline outline(screen.mesh());
-    const PlainMesh plain(screen.mesh(), outline.boundary.uvPoints, outline.isSingleWithUV);
+    const ReferenceBoundary outline(screen.mesh());
+    const ReferenceMesh plain(screen.mesh(), outline.boundary.uvPoints, outline.isSingleWithUV);
     ASSERT_EQ(screen.hasValidBoundary(), outline.isSingleWithUV);
     for (int i = 0; i < questions; ++i) {
         const Point3 point = anyQuestion(mesh, rng);
@@ -32,12 +32,12 @@ void compare(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
         const Point3 closest = plain.getClosestPoint(point);
         ASSERT_TRUE(sameBits(screen.getClosestPoint(point), closest));
 
-        const PlainMesh::Search search = plain.searchHolding(point);
+        const ReferenceMesh::Search search = plain.searchHolding(point);
         ++(search.triangle == nullptr ? tally.offScreen : tally.onScreen);
         if (closest != Point3()) ++tally.closest;
         if (!search.isEnded) continue;
         ++tally.ended;
-        if (PlainMesh(screen.mesh()).searchHolding(point).triangle != nullptr) ++tally.denied;
+        if (ReferenceMesh(screen.mesh()).searchHolding(point).triangle != nullptr) ++tally.denied;
     }
 }
 
@@ -72,9 +72,9 @@ Mesh meshWithOneOutline(Rng& rng) {
 
 }  // namespace
 
-TEST(MeshScreenPositions, AnswersAreThePlainOnesOnMeshesOfAnyShape) {
+TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnMeshesOfAnyShape) {
     Tally tally;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compare(anyShape(rng), rng, 60, tally);
@@ -85,9 +85,9 @@ TEST(MeshScreenPositions, AnswersAreThePlainOnesOnMeshesOfAnyShape) {
     EXPECT_GT(tally.closest, 5'000);
 }
 
-TEST(MeshScreenPositions, AnswersAreThePlainOnesOnSpoiledMeshes) {
+TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnSpoiledMeshes) {
     Tally tally;
-    for (int i = 0; i < 800; ++i) {
+    for (int i = 0; i < seedCount(800); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         compare(anyMesh(rng), rng, 40, tally);
@@ -99,9 +99,9 @@ TEST(MeshScreenPositions, AnswersAreThePlainOnesOnSpoiledMeshes) {
     EXPECT_GT(tally.denied, 10);
 }
 
-TEST(MeshScreenPositions, AnswersAreThePlainOnesWhereTheFirstRejectedTriangleEndsTheSearch) {
+TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceWhereTheFirstRejectedTriangleEndsTheSearch) {
     Tally tally;
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = meshWithOneOutline(rng);

@@ -62,7 +62,7 @@ TEST(MeshScreenRayLimits, RaysOfSpecialValuesAreSurvived) {
 
 TEST(MeshScreenRayLimits, WildRaysAreSurvived) {
     const TriangleScreen screen(dome({6, 6}));
-    for (int i = 0; i < 20'000; ++i) {
+    for (int i = 0; i < seedCount(20'000); ++i) {
         Rng rng(i);
         const Point3 start = wildPoint<3>(rng);
         ASSERT_LE(
@@ -80,7 +80,7 @@ TEST(MeshScreenRayLimits, RayWithoutADirectionHitsNothing) {
 
 // Coordinates beyond single precision are infinite to the tracer, which passes over such triangles.
 TEST(MeshScreenRayLimits, MeshesOfAnyScaleAreSurvived) {
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 20);

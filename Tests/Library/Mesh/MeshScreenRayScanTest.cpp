@@ -81,7 +81,7 @@ void compare(const Mesh& mesh, Rng& rng, int rays, Tally& tally) {
 
 TEST(MeshScreenRays, HitWhatAScanOverAllTrianglesHits) {
     Tally tally;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < seedCount(400); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = anyShape(rng);
@@ -105,7 +105,7 @@ TEST(MeshScreenRays, HitWhatAScanHitsOnFinerMeshes) {
 
 TEST(MeshScreenRays, HitWhatAScanHitsInTheOtherWindingAndInCopies) {
     Tally tally;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh = soup(rng, 40, 0.5);

@@ -63,7 +63,7 @@ TEST(MeshScreenRays, StepBehindAHitIsMadeInSinglePrecision) {
 
 // Layers so close that their hits, each rounded on its own, may change places.
 TEST(MeshScreenRays, HitsAreInTheOrderOfTheirRoundedPositions) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh;
@@ -104,7 +104,7 @@ TEST(MeshScreenRays, NormalSignIsThatOfTheDirectionAlongTheStoredNormal) {
 
 TEST(MeshScreenRays, UVOfAHitIsThatOfItsTriangle) {
     const TriangleScreen screen(flatGrid({4, 4}, {4.0, 4.0}));
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double u = rng.uniform(0.0, 1.0);

@@ -51,7 +51,7 @@ TEST(RayScene, SearchBeginsAtTheGivenDistance) {
 }
 
 TEST(RayScene, PositionIsWithinSinglePrecisionOfTheTriangle) {
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = dome({20, 20});
@@ -111,7 +111,7 @@ TEST(RayScene, ScenesKnowNothingOfOneAnother) {
 
 // The first scene opens the tracer and the last one closes it, whichever they are.
 TEST(RayScene, ScenesEndInAnyOrder) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<std::unique_ptr<quarn::detail::RayScene>> scenes;

@@ -1,4 +1,4 @@
-#include <QuarnScreen/Detail/Mesh/VaryingUV.h>
+#include <QuarnScreen/Detail/Mesh/MeshBounds.h>
 
 #include <gtest/gtest.h>
 

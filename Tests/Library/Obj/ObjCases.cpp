@@ -27,20 +27,20 @@ template <std::size_t N>
 }
 
 ::testing::AssertionResult sameFaces(const std::vector<detail::ObjFace>& a,
-                                     const std::vector<std::array<PlainCorner, 3>>& b) {
+                                     const std::vector<std::array<ReferenceObjCorner, 3>>& b) {
     if (a.size() != b.size())
         return ::testing::AssertionFailure() << a.size() << " and " << b.size() << " faces";
     for (std::size_t i = 0; i < a.size(); ++i)
         for (std::size_t k = 0; k < 3; ++k) {
             const detail::ObjCorner& corner = a[i][k];
-            if (PlainCorner{corner.vertex, corner.textureCoordinate, corner.normal} != b[i][k])
+            if (ReferenceObjCorner{corner.vertex, corner.textureCoordinate, corner.normal} != b[i][k])
                 return ::testing::AssertionFailure() << "face " << i << " differs in corner " << k;
         }
     return ::testing::AssertionSuccess();
 }
 
 ::testing::AssertionResult sameLoad(const detail::ObjOutcome& outcome, const std::vector<Triangle>& triangles,
-                                    const PlainLoad& plain) {
+                                    const ReferenceObjResult& plain) {
     const int kind = outcome.failure ? outcome.failure->status() : 0;
     const std::wstring message = outcome.failure ? outcome.failure->message() : L"";
     if (static_cast<int>(outcome.status) != plain.status || kind != plain.failureKind ||
@@ -64,7 +64,7 @@ ScannedText scannedText(const std::string& text) {
     return result;
 }
 
-::testing::AssertionResult sameLists(const detail::ObjData& lists, const PlainLists& plain) {
+::testing::AssertionResult sameLists(const detail::ObjData& lists, const ReferenceObjData& plain) {
     const detail::ObjVertexData& data = lists.vertexData;
     if (auto result = sameFloats(data.vertices, plain.vertices); !result) return result << " of the vertices";
     if (auto result = sameFloats(data.textureCoordinates, plain.textureCoordinates); !result)
@@ -75,8 +75,8 @@ ScannedText scannedText(const std::string& text) {
     return sameFaces(lists.faces, plain.faces);
 }
 
-::testing::AssertionResult isReadAsPlainly(const std::string& text, const Matrix<float, 4>& transform) {
-    const PlainLists plain = plainLists(text);
+::testing::AssertionResult isReadAsByReference(const std::string& text, const Matrix<float, 4>& transform) {
+    const ReferenceObjData plain = referenceObjData(text);
     const ScannedText scanned = scannedText(text);
     if (scanned.isEndless != plain.isEndless)
         return ::testing::AssertionFailure()
@@ -85,7 +85,7 @@ ScannedText scannedText(const std::string& text) {
     if (plain.isEndless) return ::testing::AssertionSuccess();
     std::vector<Triangle> triangles;
     const detail::ObjOutcome outcome = detail::buildObjTriangles(scanned.lists, transform, triangles);
-    return sameLoad(outcome, triangles, plainLoad(plain, transform));
+    return sameLoad(outcome, triangles, referenceObjResult(plain, transform));
 }
 
 }  // namespace quarn::test

@@ -21,10 +21,11 @@ struct ScannedText {
 [[nodiscard]] ScannedText scannedText(const std::string& text);
 
 /// Vertices, texture coordinates and faces bit for bit, and the number of normals.
-[[nodiscard]] ::testing::AssertionResult sameLists(const detail::ObjData& lists, const PlainLists& plain);
+[[nodiscard]] ::testing::AssertionResult sameLists(const detail::ObjData& lists,
+                                                   const ReferenceObjData& plain);
 
 /// Whether the scans of a text agree with the plain reader, and the triangles too where its faces end.
-[[nodiscard]] ::testing::AssertionResult isReadAsPlainly(
+[[nodiscard]] ::testing::AssertionResult isReadAsByReference(
     const std::string& text, const Matrix<float, 4>& transform = Matrix<float, 4>::identity());
 
 }  // namespace quarn::test

@@ -118,19 +118,19 @@ Matrix<float, 4> randomTransform(Rng& rng) {
 
 // How a load of the plain reader ends: its status, or 100 for a face line that does not.
 int endOf(const std::string& text) {
-    const PlainLists lists = plainLists(text);
-    return lists.isEndless ? 100 : plainLoad(lists, Matrix<float, 4>::identity()).status;
+    const ReferenceObjData lists = referenceObjData(text);
+    return lists.isEndless ? 100 : referenceObjResult(lists, Matrix<float, 4>::identity()).status;
 }
 
 }  // namespace
 
-TEST(ObjReference, GeneratedFilesAreReadAsByThePlainReader) {
+TEST(ObjReference, GeneratedFilesAreReadAsByTheReference) {
     std::map<int, int> ends;
     for (int i = 0; i < 6000; ++i) {
         SCOPED_TRACE(i);
-        const std::string text = plainlyBlanked(FileWriter(i).file());
+        const std::string text = referenceBlanked(FileWriter(i).file());
         Rng rng(i);
-        ASSERT_TRUE(isReadAsPlainly(text, randomTransform(rng))) << text;
+        ASSERT_TRUE(isReadAsByReference(text, randomTransform(rng))) << text;
         ++ends[endOf(text)];
     }
     // All of them occur, so nothing above is left out.
@@ -144,12 +144,12 @@ TEST(ObjReference, FilesOfManyRangesPassThroughAllThreads) {
         for (int part = 0; text.size() < 2500000; ++part) {
             std::string file = FileWriter(i + 6 * part).file();
             // An endless line would hide what follows.
-            if (endOf(plainlyBlanked(file)) != 100) text += file;
+            if (endOf(referenceBlanked(file)) != 100) text += file;
         }
-        const std::string expected = plainlyBlanked(text);
+        const std::string expected = referenceBlanked(text);
         detail::blankContinuations(text);
         ASSERT_TRUE(text == expected);
         std::vector<Triangle> triangles;
-        ASSERT_TRUE(sameLists(detail::parseObj(text, triangles, [] {}), plainLists(text)));
+        ASSERT_TRUE(sameLists(detail::parseObj(text, triangles, [] {}), referenceObjData(text)));
     }
 }

@@ -34,18 +34,18 @@ void forEachText(std::size_t length, const std::function<void(const std::string&
 
 }  // namespace
 
-TEST(ObjShortText, AllTextsOfUpToFiveLettersAreReadAsByThePlainReader) {
+TEST(ObjShortText, AllTextsOfUpToFiveLettersAreReadAsByTheReference) {
     for (std::size_t length = 0; length <= 5; ++length)
-        forEachText(length, [](const std::string& text) { ASSERT_TRUE(isReadAsPlainly(text)) << text; });
+        forEachText(length, [](const std::string& text) { ASSERT_TRUE(isReadAsByReference(text)) << text; });
 }
 
 TEST(ObjShortText, TextsOfUpToThreeLettersPassThroughAllThreads) {
     for (std::size_t length = 0; length <= 3; ++length) {
         forEachText(length, [](std::string text) {
-            const std::string expected = plainlyBlanked(text);
+            const std::string expected = referenceBlanked(text);
             detail::blankContinuations(text);
             ASSERT_EQ(text, expected);
-            const PlainLists plain = plainLists(text);
+            const ReferenceObjData plain = referenceObjData(text);
             std::vector<Triangle> triangles;
             if (plain.isEndless)
                 ASSERT_THROW((void)detail::parseObj(text, triangles, [] {}), std::bad_alloc) << text;
@@ -55,11 +55,11 @@ TEST(ObjShortText, TextsOfUpToThreeLettersPassThroughAllThreads) {
     }
 }
 
-TEST(ObjShortText, FaceLinesOfUpToFourLettersAreReadAsByThePlainReader) {
+TEST(ObjShortText, FaceLinesOfUpToFourLettersAreReadAsByTheReference) {
     // Enough of a mesh that some of them make a triangle.
     const std::string start = "v 0 0 0\nvt 0 0\nvn 0 0 1\nv 1 0 0\nv 0 1 0\nf 1/1/1 2//1 3/";
     for (std::size_t length = 0; length <= 4; ++length)
         forEachText(length, [&](const std::string& text) {
-            ASSERT_TRUE(isReadAsPlainly(plainlyBlanked(start + text + "\n"))) << text;
+            ASSERT_TRUE(isReadAsByReference(referenceBlanked(start + text + "\n"))) << text;
         });
 }

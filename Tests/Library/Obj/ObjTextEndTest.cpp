@@ -51,7 +51,7 @@ TEST(ObjTextEnd, NothingIsReadBehindTheNul) {
             const std::string_view text = end.put(sample.substr(0, size));
             detail::ObjData lists;
             detail::scanVertexData(text, lists.vertexData);
-            const PlainLists plain = plainLists(std::string(text));
+            const ReferenceObjData plain = referenceObjData(std::string(text));
             if (plain.isEndless)
                 ASSERT_THROW(detail::scanFaces(text, lists.faces), std::bad_alloc);
             else
@@ -61,11 +61,11 @@ TEST(ObjTextEnd, NothingIsReadBehindTheNul) {
     }
 }
 
-TEST(ObjTextEnd, EveryPrefixIsReadAsByThePlainReader) {
+TEST(ObjTextEnd, EveryPrefixIsReadAsByTheReference) {
     for (const std::string& sample : sampleTexts()) {
         ASSERT_LE(sample.size(), 4096U);
         for (std::size_t size = 0; size <= sample.size(); ++size)
-            ASSERT_TRUE(isReadAsPlainly(plainlyBlanked(sample.substr(0, size))))
+            ASSERT_TRUE(isReadAsByReference(referenceBlanked(sample.substr(0, size))))
                 << "first " << size << " bytes of:\n"
                 << sample;
     }

@@ -13,7 +13,7 @@ namespace quarn::test {
 namespace {
 
 // Rays along the Y axis over the part of space where the tests' meshes lie.
-::testing::AssertionResult sameHits(const OBJScreen& screen, const PlainObjScreen& plain) {
+::testing::AssertionResult sameHits(const OBJScreen& screen, const ReferenceObjScreen& plain) {
     TriangleScreen stale(plain.scene);
     stale.reindex(plain.triangles);
     for (int i = 0; i < 25; ++i) {
@@ -69,14 +69,14 @@ std::string objTextOf(const std::vector<Triangle>& mesh) {
     return text.str();
 }
 
-LoadEnd PlainObjScreen::load(const std::string& newText) {
+LoadEnd ReferenceObjScreen::load(const std::string& newText) {
     triangles.clear();
     text.clear();
     if (newText.empty()) return kLoaded;
-    text = plainlyBlanked(newText);
-    const PlainLists lists = plainLists(text);
+    text = referenceBlanked(newText);
+    const ReferenceObjData lists = referenceObjData(text);
     if (lists.isEndless) return kOutOfMemory;
-    const PlainLoad result = plainLoad(lists, transform);
+    const ReferenceObjResult result = referenceObjResult(lists, transform);
     status = result.status;
     triangles = result.triangles;
     if (result.failureKind != 0) return {result.failureKind, result.failure, false};
@@ -87,7 +87,7 @@ LoadEnd PlainObjScreen::load(const std::string& newText) {
     return kLoaded;
 }
 
-::testing::AssertionResult isLike(const OpenObjScreen& screen, const PlainObjScreen& plain) {
+::testing::AssertionResult isLike(const OpenObjScreen& screen, const ReferenceObjScreen& plain) {
     if (screen.getStatus() != plain.status)
         return ::testing::AssertionFailure() << "status " << screen.getStatus() << " and " << plain.status;
     if (screen.getUniqueDataHash() != plain.hash)

@@ -79,7 +79,7 @@ inline const Point3 kRayTo(0.7, 0.0, 0.4);
 [[nodiscard]] std::string objTextOf(const std::vector<Triangle>& mesh);
 
 /// What an OBJ screen is to hold after each load, by one told step after the other.
-struct PlainObjScreen {
+struct ReferenceObjScreen {
     LoadEnd load(const std::string& newText);
 
     Matrix<float, 4> transform = Matrix<float, 4>::identity();
@@ -91,6 +91,6 @@ struct PlainObjScreen {
 };
 
 /// Whether a screen holds what is told: status, digest, text, triangles, and the hits of a few rays.
-[[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const PlainObjScreen& plain);
+[[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const ReferenceObjScreen& plain);
 
 }  // namespace quarn::test

@@ -109,7 +109,7 @@ TEST(ObjScreenFailure, LoadedScreenKeepsDigestAndBoundaryFlagOfBefore) {
     for (const FailingText& failing : failingTexts()) {
         SCOPED_TRACE(failing.text);
         OpenObjScreen screen;
-        PlainObjScreen plain;
+        ReferenceObjScreen plain;
         EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
         Point3 min;
         Point3 max;
@@ -144,7 +144,7 @@ TEST(ObjScreenFailure, FaceLineThatTheTextEndsLoadsWithALineFeed) {
 
 TEST(ObjScreenFailure, EmptyStreamDropsTrianglesAndTextAlone) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     Point3 kept;
     EXPECT_TRUE(screen.mapInto3D({0.25, 0.75}, kept, false));
@@ -166,7 +166,7 @@ TEST(ObjScreenFailure, EmptyStreamDropsTrianglesAndTextAlone) {
 TEST(ObjScreenFailure, EmptyStreamLeavesANewScreenUnloaded) {
     OpenObjScreen screen;
     EXPECT_EQ(loadInto(screen, ""), kLoaded);
-    EXPECT_TRUE(isLike(screen, PlainObjScreen()));
+    EXPECT_TRUE(isLike(screen, ReferenceObjScreen()));
     EXPECT_EQ(screen.getStatus(), OBJScreen::StatusNotLoaded);
 }
 

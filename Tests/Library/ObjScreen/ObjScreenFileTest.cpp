@@ -31,7 +31,7 @@ private:
 };
 
 // A directory, a missing file, none, a file taken for a folder, a lone surrogate, a value past Unicode.
-void expectNotOpened(OpenObjScreen& screen, PlainObjScreen& plain) {
+void expectNotOpened(OpenObjScreen& screen, ReferenceObjScreen& plain) {
     const TemporaryFolder folder;
     const std::wstring file = fromUtf8(folder.write("a.obj", kSquare));
     for (const std::wstring& path :
@@ -51,7 +51,7 @@ TEST(ObjScreenFile, IsReadAsItsBytes) {
     const TemporaryFolder folder;
     for (const std::string& text : {kSquare, "v 0 0 0\r\nvn 0 0 1\r\n\x1A\0\xFF"s}) {
         OpenObjScreen screen;
-        PlainObjScreen plain;
+        ReferenceObjScreen plain;
         EXPECT_EQ(loadFile(screen, fromUtf8(folder.write("a.obj", text))), plain.load(text));
         EXPECT_TRUE(isLike(screen, plain));
     }
@@ -59,13 +59,13 @@ TEST(ObjScreenFile, IsReadAsItsBytes) {
 
 TEST(ObjScreenFile, ThatDoesNotOpenChangesTheStatusOfANewScreenAlone) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     expectNotOpened(screen, plain);
 }
 
 TEST(ObjScreenFile, ThatDoesNotOpenLeavesALoadedScreenItsMesh) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     expectNotOpened(screen, plain);
     EXPECT_TRUE(screen.hasValidBoundary());
@@ -91,7 +91,7 @@ TEST(ObjScreenFile, MayHaveAnyNameInAnyLocale) {
 TEST(ObjScreenFile, BadContentsAreRefusedAsThoseOfAStream) {
     const TemporaryFolder folder;
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     for (const std::string& text : {kNormal, kCorners, kSquare + "f 1 2 3\n", kSquare + "f 1", kSquare}) {
         EXPECT_EQ(loadFile(screen, fromUtf8(folder.write("a.obj", text))), plain.load(text)) << text;
         EXPECT_TRUE(isLike(screen, plain));
@@ -101,7 +101,7 @@ TEST(ObjScreenFile, BadContentsAreRefusedAsThoseOfAStream) {
 TEST(ObjScreenFile, EmptyOneKeepsTheStatus) {
     const TemporaryFolder folder;
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadFile(screen, L"/no/such/file"), kNotOpened);
     plain.status = 4;
     EXPECT_EQ(loadFile(screen, fromUtf8(folder.write("empty.obj", ""))), kLoaded);

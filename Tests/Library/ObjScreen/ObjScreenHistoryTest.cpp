@@ -78,11 +78,11 @@ constexpr Axes kAxes[] = {{L"Y", L"Z", 1.0F},   {L"-X", L"Z", 2.5F}, {L"Z", L"-Y
 
 TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     int loaded = 0;
     int outOfMemory = 0;
     int refused = 0;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::string text = randomPrefix(i % 4 == 0 ? sheetFromBehind() : generatedSheet(), rng);
@@ -99,12 +99,12 @@ TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
 }
 
 TEST(ObjScreenHistory, AnyTextsOneAfterAnotherLeaveWhatIsTold) {
-    for (int i = 0; i < 150; ++i) {
+    for (int i = 0; i < seedCount(150); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const Axes& axes = kAxes[static_cast<std::size_t>(i) % std::size(kAxes)];
         OpenObjScreen screen(axes.forward, axes.upward, axes.scale);
-        PlainObjScreen plain;
+        ReferenceObjScreen plain;
         plain.transform = OBJScreen::getTransformMatrix(axes.forward, axes.upward, axes.scale);
         for (int load = 0; load < 6; ++load) {
             const std::string text = anyText(rng);

@@ -110,7 +110,7 @@ TEST(ObjScreenLoad, StreamIsReadWholeAndPutBack) {
 
 TEST(ObjScreenLoad, SecondLoadReplacesTheFirst) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     for (const char y : {'3', '1', '2'}) {
         EXPECT_EQ(loadInto(screen, squareAt(y)), plain.load(squareAt(y)));
         EXPECT_TRUE(isLike(screen, plain));

@@ -93,7 +93,7 @@ TEST(OBJScreen, TypeNameIsThatOfTheClass) {
 
 TEST(OBJScreen, ConfigChangesNothingAndIsNotAsked) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     FixedConfig config(7.0, 8.0);
     screen.updateGeometry(&config);

@@ -38,7 +38,7 @@ private:
 
 TEST(ObjScreenThreads, TwoScreensLoadSideBySide) {
     const std::array texts = {objTextOf(wave({20, 10})), objTextOf(dome({10, 10}))};
-    std::array<PlainObjScreen, 2> plain;
+    std::array<ReferenceObjScreen, 2> plain;
     for (std::size_t i = 0; i < texts.size(); ++i) EXPECT_EQ(plain[i].load(texts[i]), kLoaded);
     for (int round = 0; round < 5; ++round) {
         SCOPED_TRACE(round);
@@ -60,7 +60,7 @@ TEST(ObjScreenThreads, TwoScreensLoadSideBySide) {
 
 TEST(ObjScreenThreads, LoadedScreenAnswersSeveralThreads) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     const std::string text = objTextOf(wave({20, 10}));
     EXPECT_EQ(loadInto(screen, text), plain.load(text));
     std::array<bool, 4> isSame{};
@@ -72,7 +72,7 @@ TEST(ObjScreenThreads, LoadedScreenAnswersSeveralThreads) {
 
 TEST(ObjScreenThreads, LoadWhoseThreadsDoNotStartRaisesTheErrorOfTheSystem) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     for (int load = 0; load < 2; ++load) {
         {
             const NoNewThreads none;

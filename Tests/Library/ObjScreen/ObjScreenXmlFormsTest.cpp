@@ -58,7 +58,7 @@ void expectOldForm(const std::string& children, const std::string& text) {
 
 void expectNoText(const std::string& children) {
     OpenObjScreen screen;
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     try {
         readChildren(screen, children);
@@ -151,7 +151,7 @@ TEST(ObjScreenXmlForms, LaterElementsReplaceEarlierOnes) {
 
 TEST(ObjScreenXmlForms, WithoutTheTextTheMeshIsDropped) {
     OpenObjScreen screen(L"X", L"Z", 2.0F);
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     plain.transform = OBJScreen::getTransformMatrix(L"X", L"Z", 2.0F);
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     readChildren(screen, element("AxisForward", "-Y") + element("Scale", "5") + "<a/><b/>");

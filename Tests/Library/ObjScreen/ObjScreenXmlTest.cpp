@@ -111,7 +111,7 @@ TEST(ObjScreenXml, SavedScreenComesBackWithItsDigest) {
 }
 
 TEST(ObjScreenXml, EveryScaleComesBack) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const auto scale = static_cast<float>(rng.spread(-149, 127));

@@ -32,7 +32,7 @@ Vec3f crossed(const Vec3f& a, const Vec3f& b) {
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-reference::Mat4 plainTransform(const std::wstring& forward, const std::wstring& upward, float scale) {
+reference::Mat4 referenceTransform(const std::wstring& forward, const std::wstring& upward, float scale) {
     const Vec3f f = axis(forward);
     const Vec3f u = axis(upward);
     const Vec3f s = crossed(f, u);
@@ -45,7 +45,7 @@ reference::Mat4 plainTransform(const std::wstring& forward, const std::wstring& 
 
 void expectLikeReference(const std::wstring& forward, const std::wstring& upward, float scale) {
     const reference::Mat4 actual = plain(OBJScreen::getTransformMatrix(forward, upward, scale));
-    const reference::Mat4 expected = plainTransform(forward, upward, scale);
+    const reference::Mat4 expected = referenceTransform(forward, upward, scale);
     for (std::size_t i = 0; i < 16; ++i)
         EXPECT_TRUE(sameBits(actual[i], expected[i]))
             << "element " << i << " for axes " << ::testing::PrintToString(forward) << " and "

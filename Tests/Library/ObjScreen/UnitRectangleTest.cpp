@@ -14,7 +14,7 @@ using namespace quarn::test;
 namespace {
 
 // The least x, y, z, then the greatest x and y, by the told starts.
-std::array<double, 5> plainExtent(const std::vector<Triangle>& mesh) {
+std::array<double, 5> referenceExtent(const std::vector<Triangle>& mesh) {
     std::array<double, 5> extent = {1.7976931348623157e308, 1.7976931348623157e308, 1.7976931348623157e308,
                                     2.2250738585072014e-308, 2.2250738585072014e-308};
     for (const Triangle& triangle : mesh)
@@ -28,7 +28,7 @@ std::array<double, 5> plainExtent(const std::vector<Triangle>& mesh) {
 }
 
 std::vector<Triangle> plainlyScaled(std::vector<Triangle> mesh) {
-    const auto before = plainExtent(mesh);
+    const auto before = referenceExtent(mesh);
     const double width = before[3] - before[0];
     const double height = before[4] - before[1];
     const double s = width < height ? height : width;
@@ -38,7 +38,7 @@ std::vector<Triangle> plainlyScaled(std::vector<Triangle> mesh) {
             corner.position =
                 Point3((p[0] - before[0]) / s - 0.5, (p[1] - before[1]) / s - 0.5, (p[2] - before[2]) / s);
         }
-    const auto [minX, minY, z, maxX, maxY] = plainExtent(mesh);
+    const auto [minX, minY, z, maxX, maxY] = referenceExtent(mesh);
     const Point3 lowerLeft(minX - 0.2, minY - 0.2, z);
     const Point3 upperRight(maxX + 0.2, maxY + 0.2, z);
     const Point3 upperLeft(lowerLeft[0], upperRight[1], z);
@@ -104,7 +104,7 @@ TEST(UnitRectangle, SquareBecomesTheUnitSquareBeforeARectangle) {
 }
 
 TEST(UnitRectangle, RandomMeshesAreLikeTheReference) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         Mesh mesh = soup(rng, rng.integer(1, 20));
@@ -158,7 +158,7 @@ TEST(UnitRectangle, AllElseOfTheScreenStaysUntilTheNextLoad) {
     EXPECT_EQ(screen.intersect(kRayFrom, kRayTo).count(), hits.count());
     EXPECT_EQ(hits.count(), 1);
 
-    PlainObjScreen plain;
+    ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));
     EXPECT_TRUE(isLike(screen, plain));
     EXPECT_TRUE(screen.isOnScreenSection(kRayTo));

@@ -97,7 +97,7 @@ Point3 pushedOut(const Triangle& triangle, Point3 point, Rng& rng) {
 
 TEST(ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
     int held = 0;
-    for (int i = 0; i < 100'000; ++i) {
+    for (int i = 0; i < seedCount(100'000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = {extremeTriangle(rng)};
@@ -117,7 +117,7 @@ TEST(ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
 
 TEST(ContainmentBounds, LoseNoTriangleAmongManyAtTheirLimits) {
     int held = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Mesh mesh;

@@ -30,7 +30,7 @@ struct SpotKey {
 template <int N>
 using SpotTree = PointKDTree<const Spot<N>*, N, SpotKey<N>>;
 template <int N>
-using PlainSpotTree = PlainKDTree<const Spot<N>*, N, SpotKey<N>>;
+using ReferenceSpotTree = ReferenceKDTree<const Spot<N>*, N, SpotKey<N>>;
 
 enum class Spread {
     Uniform,
@@ -115,7 +115,7 @@ struct SpotCase {
     std::vector<double> squaredDistances(const Point<double, N>& point, Accept accept) const {
         std::vector<double> squared;
         for (const Spot<N>* spot : values)
-            if (accept(spot)) squared.push_back(PlainSpotTree<N>::squaredDistance(point, spot));
+            if (accept(spot)) squared.push_back(ReferenceSpotTree<N>::squaredDistance(point, spot));
         std::sort(squared.begin(), squared.end());
         return squared;
     }
@@ -127,7 +127,7 @@ struct SpotCase {
     std::vector<Spot<N>> spots;
     std::vector<const Spot<N>*> values;
     SpotTree<N> tree;
-    PlainSpotTree<N> plain;
+    ReferenceSpotTree<N> plain;
 };
 
 }  // namespace quarn::test

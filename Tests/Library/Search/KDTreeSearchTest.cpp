@@ -27,7 +27,7 @@ TYPED_TEST_SUITE(KDTreeSearch, AllDimensions, );
 // Puts a question to each of many random trees, with the random numbers to go on with.
 template <int N, class Ask>
 void forManyQuestions(const Ask& ask) {
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < seedCount(kCases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng);
@@ -43,9 +43,9 @@ bool canBeScanned(const SpotCase<N>& spots) {
 
 }  // namespace
 
-TYPED_TEST(KDTreeSearch, HasTheShapeOfThePlainTree) {
+TYPED_TEST(KDTreeSearch, HasTheShapeOfTheReference) {
     constexpr int N = TypeParam::kCount;
-    for (int i = 0; i < kCases; ++i) {
+    for (int i = 0; i < seedCount(kCases); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng, 200);
@@ -56,7 +56,7 @@ TYPED_TEST(KDTreeSearch, HasTheShapeOfThePlainTree) {
     }
 }
 
-TYPED_TEST(KDTreeSearch, NearestIsThatOfThePlainTreeAndOfAScan) {
+TYPED_TEST(KDTreeSearch, NearestIsThatOfTheReferenceAndOfAScan) {
     constexpr int N = TypeParam::kCount;
     forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng&) {
         const Spot<N>* const nearest = spots.tree.findNearest(point);
@@ -65,7 +65,7 @@ TYPED_TEST(KDTreeSearch, NearestIsThatOfThePlainTreeAndOfAScan) {
         const double least = spots.squaredDistances(point).front();
         ASSERT_EQ(nearest != nullptr, least < std::numeric_limits<double>::max());
         if (nearest == nullptr) return;
-        ASSERT_EQ(PlainSpotTree<N>::squaredDistance(point, nearest), least);
+        ASSERT_EQ(ReferenceSpotTree<N>::squaredDistance(point, nearest), least);
     });
 }
 
@@ -92,7 +92,7 @@ TYPED_TEST(KDTreeSearch, AcceptIsAskedAboutTheSameValuesInTheSameOrder) {
         const std::vector<double> taken = spots.squaredDistances(point, isTaken);
         ASSERT_EQ(nearest != nullptr, !taken.empty() && taken.front() < std::numeric_limits<double>::max());
         if (nearest == nullptr) return;
-        ASSERT_EQ(PlainSpotTree<N>::squaredDistance(point, nearest), taken.front());
+        ASSERT_EQ(ReferenceSpotTree<N>::squaredDistance(point, nearest), taken.front());
     });
 }
 
@@ -140,7 +140,7 @@ TYPED_TEST(KDTreeSearch, AcceptThatThrowsIsAskedNoMore) {
     });
 }
 
-TYPED_TEST(KDTreeSearch, KNearestAreThoseOfThePlainTreeAndOfAScan) {
+TYPED_TEST(KDTreeSearch, KNearestAreThoseOfTheReferenceAndOfAScan) {
     constexpr int N = TypeParam::kCount;
     forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng& rng) {
         const int count = static_cast<int>(spots.values.size());
@@ -151,6 +151,6 @@ TYPED_TEST(KDTreeSearch, KNearestAreThoseOfThePlainTreeAndOfAScan) {
         const std::vector<double> expected = spots.squaredDistances(point);
         ASSERT_EQ(nearest.size(), static_cast<std::size_t>(std::clamp(k, 0, count)));
         for (std::size_t i = 0; i < nearest.size(); ++i)
-            ASSERT_EQ(PlainSpotTree<N>::squaredDistance(point, nearest[i]), expected[i]) << i;
+            ASSERT_EQ(ReferenceSpotTree<N>::squaredDistance(point, nearest[i]), expected[i]) << i;
     });
 }

@@ -15,13 +15,13 @@ namespace {
 template <int N>
 using Walk = typename SpotTree<N>::NearestIterator;
 template <int N>
-using PlainWalk = PlainNearestWalk<const Spot<N>*, N, SpotKey<N>>;
+using ReferenceWalk = ReferenceNearestWalk<const Spot<N>*, N, SpotKey<N>>;
 
 // Walks over both trees, and says where they part. A walk need not end where distances are NaN.
 template <int N>
 void expectSameSteps(const SpotCase<N>& spots, const Point<double, N>& point) {
     Walk<N> walk(spots.tree, point);
-    PlainWalk<N> plain(spots.plain, point);
+    ReferenceWalk<N> plain(spots.plain, point);
     for (std::size_t step = 0; step < 2 * spots.values.size() + 2; ++step) {
         ASSERT_EQ(walk.done(), plain.done()) << step;
         if (!walk.done()) {
@@ -37,7 +37,7 @@ template <int N>
 std::vector<double> walkedDistances(const SpotCase<N>& spots, const Point<double, N>& point) {
     std::vector<double> squared;
     for (Walk<N> walk(spots.tree, point); !walk.done(); walk.advance())
-        squared.push_back(PlainSpotTree<N>::squaredDistance(point, walk.value()));
+        squared.push_back(ReferenceSpotTree<N>::squaredDistance(point, walk.value()));
     return squared;
 }
 
@@ -51,7 +51,7 @@ void expectCompleteFromTheNearestOn(const SpotCase<N>& spots, const Point<double
 
 template <int N>
 void walkManyTrees() {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<N> spots(rng, 150);
@@ -67,15 +67,15 @@ void walkManyTrees() {
 
 }  // namespace
 
-TEST(KDTreeWalk, StepsOverALineAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsOverALineAreThoseOfTheReference) {
     walkManyTrees<1>();
 }
 
-TEST(KDTreeWalk, StepsOverAPlaneAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsOverAPlaneAreThoseOfTheReference) {
     walkManyTrees<2>();
 }
 
-TEST(KDTreeWalk, StepsInSpaceAreThoseOfThePlainWalk) {
+TEST(KDTreeWalk, StepsInSpaceAreThoseOfTheReference) {
     walkManyTrees<3>();
 }
 
@@ -100,7 +100,7 @@ TEST(KDTreeWalk, AdvancingPastTheEndDoesNothing) {
 // Once nothing more is found, one waiting subtree is looked at and no other, however near that may be.
 TEST(KDTreeWalk, NearerValueMayComeLater) {
     int outOfOrder = 0;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         const SpotCase<1> spots(rng, 150);
         if (spots.spread == Spread::Infinite) continue;
@@ -115,7 +115,7 @@ TEST(KDTreeWalk, NearerValueMayComeLater) {
 // expansion itself may have added. Only a NaN lets an addition be the nearer one.
 TEST(KDTreeWalk, ValuesComeAgainWhereADistanceIsNaN) {
     bool cameAgain = false;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const SpotCase<3> spots(rng, 150);

@@ -11,7 +11,7 @@ using namespace quarn::test;
 
 namespace {
 
-void expectSameNode(const RegionNode& node, const PlainRegionMap::Node& expected) {
+void expectSameNode(const RegionNode& node, const ReferenceRegionMap::Node& expected) {
     ASSERT_EQ(node.count(), expected.count);
     if (node.count() < 0) {
         for (int quadrant = 0; quadrant < 4; ++quadrant)
@@ -22,7 +22,7 @@ void expectSameNode(const RegionNode& node, const PlainRegionMap::Node& expected
         ASSERT_EQ(node.triangle(i), expected.triangles[static_cast<std::size_t>(i)]) << i;
 }
 
-void expectSameMap(const RegionMap& map, const PlainRegionMap& expected) {
+void expectSameMap(const RegionMap& map, const ReferenceRegionMap& expected) {
     EXPECT_TRUE(sameBits(map.rootRect().minU, expected.rootRect.minU));
     EXPECT_TRUE(sameBits(map.rootRect().maxU, expected.rootRect.maxU));
     EXPECT_TRUE(sameBits(map.rootRect().minV, expected.rootRect.minV));
@@ -49,14 +49,14 @@ class RegionMapBuild : public ::testing::TestWithParam<Soup> {};
 
 }  // namespace
 
-TEST_P(RegionMapBuild, GivesTheNodesAndCountersOfThePlainMapOnceAndAgain) {
-    for (int i = 0; i < 300; ++i) {
+TEST_P(RegionMapBuild, GivesTheNodesAndCountersOfTheReferenceOnceAndAgain) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> first = trianglesOf(GetParam(), rng);
         const std::vector<Triangle> second = trianglesOf(anySoup(rng), rng);
         RegionMap map;
-        PlainRegionMap plain;
+        ReferenceRegionMap plain;
         for (const std::vector<Triangle>* triangles : {&first, &second, &first}) {
             rebuildOver(map, *triangles);
             plain.rebuild(*triangles);
@@ -71,15 +71,15 @@ INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapBuild,
                                            Soup::OnOneLine, Soup::OneRegion, Soup::AroundOnePoint,
                                            Soup::Special));
 
-TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfThePlainMap) {
-    for (int i = 0; i < 20; ++i) {
+TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
+    for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // Small ones only: where thousands overlap, each level loses just a few and the tree fills the memory.
         const std::vector<Triangle> triangles =
             trianglesOf(rng.coin() ? Soup::Small : Soup::Degenerate, rng, 3000);
         RegionMap map;
-        PlainRegionMap plain;
+        ReferenceRegionMap plain;
         rebuildOver(map, triangles);
         plain.rebuild(triangles);
         expectSameMap(map, plain);
@@ -89,7 +89,7 @@ TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfThePlainMap) {
 // Without this the comparisons above might pass on trees that never give up.
 TEST(RegionMapBuildAtLarge, RandomMeshesGiveUpSplitsInsideOfTheTree) {
     int withBoth = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         const std::vector<Triangle> triangles = trianglesOf(Soup::Overlapping, rng);
         RegionMap map;

@@ -41,7 +41,7 @@ class RegionMapGrowthOf : public ::testing::TestWithParam<Soup> {};
 }  // namespace
 
 TEST_P(RegionMapGrowthOf, RandomMeshesIsWhatABuildMakes) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         expectCountOfBuild(trianglesOf(GetParam(), rng));
@@ -61,7 +61,7 @@ TEST(RegionMapEstimate, OfUsualMeshesIsWhatABuildMakes) {
 
 TEST(RegionMapEstimate, DroppedNodesAreInThePeakAlone) {
     int withDropped = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         const detail::RegionMapEstimate growth =
             detail::countRegionMap(quarn::detail::uvBoxesOf(trianglesOf(Soup::Overlapping, rng)), kNoLimit);
@@ -89,7 +89,7 @@ TEST(RegionMapEstimate, UsualMeshesAreSurelySmall) {
 }
 
 TEST(RegionMapEstimate, UVsAloneHaveTheBoxesOfTheirTriangles) {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles = trianglesOf(Soup::Overlapping, rng);
@@ -116,7 +116,7 @@ TEST(RegionMapEstimate, FanAroundOnePointIsSurelySmallAmongManyTriangles) {
 
 TEST(RegionMapEstimate, WhatIsSurelySmallTakesReasonableSteps) {
     int small = 0;
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < seedCount(600); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<RegionRect> boxes = quarn::detail::uvBoxesOf(trianglesOf(anySoup(rng), rng, 400));

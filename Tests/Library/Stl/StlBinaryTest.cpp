@@ -90,7 +90,7 @@ TEST(StlBinary, LongFilesAreReadAndCutLikeShortOnes) {
 }
 
 TEST(StlBinary, FieldsAreTheFloatsOfTheRecord) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Facet> facets(static_cast<std::size_t>(1 + i % 4));

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Stl/StlBytes.h>
+#include <QuarnScreen/Detail/Stl/StlParser.h>
 
 #include <algorithm>
 #include <istream>

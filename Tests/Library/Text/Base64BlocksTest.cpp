@@ -63,7 +63,7 @@ TEST(Base64Blocks, EachForeignByteStopsTheReadingAtEachPlace) {
 }
 
 TEST(Base64Blocks, SeveralForeignBytesStopTheReadingAtTheFirst) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::string text = randomDigits(rng, static_cast<std::size_t>(rng.integer(0, 60)));
@@ -102,7 +102,7 @@ TEST(Base64Blocks, NoBorderShowsWhereTextEndsOrStops) {
 
 // One odd character in a long text of letters.
 TEST(Base64Blocks, WideTextIsConvertedLikeItsUtf8Form) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::wstring text(static_cast<std::size_t>(rng.integer(1, 1200)), L'v');

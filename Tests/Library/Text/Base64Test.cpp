@@ -142,7 +142,7 @@ TEST(Base64, EachGroupOfThreeBytesComesBack) {
 }
 
 TEST(Base64, RandomBytesComeBackAndReadAsBitByBit) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::string bytes = randomBytes(rng, static_cast<std::size_t>(rng.integer(0, 200)));

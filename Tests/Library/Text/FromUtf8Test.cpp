@@ -108,7 +108,7 @@ TEST(FromUtf8, LongerRandomStringsReadAsTheTableTells) {
         "\xFF",
         25);
     int wellFormed = 0;
-    for (int i = 0; i < 200000; ++i) {
+    for (int i = 0; i < seedCount(200000); ++i) {
         Rng rng(i);
         std::string bytes;
         for (int left = rng.integer(4, 12); left > 0; --left)

@@ -55,7 +55,7 @@ TEST(ToUtf8, ANegativeCharacterGivesNothing) {
 }
 
 TEST(ToUtf8, RandomTextComesBack) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::wstring text;

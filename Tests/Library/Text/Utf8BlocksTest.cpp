@@ -52,7 +52,7 @@ TEST(Utf8Blocks, EachPlaceInALongTextMayHoldAnOddByte) {
 }
 
 TEST(Utf8Blocks, RandomMixedTextReadsAsTheTableTells) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::string bytes = mixedBytes(rng, rng.integer(0, 6), i % 2 == 0 ? 3 : 700);
@@ -64,7 +64,7 @@ TEST(Utf8Blocks, RandomMixedTextReadsAsTheTableTells) {
 
 // Characters of three bytes fall upon the border of each piece, whatever its size is.
 TEST(Utf8Blocks, WayThroughAWideTextNeedNotBeTakenAsAWhole) {
-    for (int i = 0; i < 12; ++i) {
+    for (int i = 0; i < seedCount(12); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::string bytes = mixedBytes(rng, 3, 100000) + std::string(static_cast<std::size_t>(i), 'v');
@@ -76,7 +76,7 @@ TEST(Utf8Blocks, WayThroughAWideTextNeedNotBeTakenAsAWhole) {
 }
 
 TEST(Utf8Blocks, WrittenBase64IsThatOfTheWhole) {
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < seedCount(30); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::string bytes = mixedBytes(rng, i, 60000);

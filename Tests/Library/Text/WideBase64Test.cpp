@@ -53,7 +53,7 @@ TEST(WideBase64, ACharacterBeyondAsciiStopsTheReading) {
 }
 
 TEST(WideBase64, RandomTextComesBack) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::wstring text;

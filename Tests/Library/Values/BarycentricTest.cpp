@@ -131,7 +131,7 @@ TEST(Barycentric, OutputsMayBeTheCoordinatesAsked) {
 TEST(Barycentric, IsTheScalarComputation) {
     int inside = 0;
     int outside = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -167,7 +167,7 @@ TEST(Barycentric, AnswersSpecialValuesAsTheScalarComputationDoes) {
 TEST(Barycentric, FindsTheParametersOfTheFootWithinTwoRoundings) {
     // Small integers and fractions of 64 keep all but the reciprocal and the product with it exact.
     constexpr double kTwoRoundings = 1.001 * 0x1p-52;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Triangle t;

@@ -83,7 +83,7 @@ TEST(IntersectionSort, EqualDistancesKeepTheirOrder) {
 
 TEST(IntersectionSort, EqualDistancesAmongOthersKeepTheirOrder) {
     for (const int count : {2, 16, 17, 32, 33, 1000})
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < seedCount(20); ++i) {
             Rng rng(i);
             SCOPED_TRACE(i);
             std::vector<Point3> points;
@@ -118,7 +118,7 @@ TEST(IntersectionSort, TakesTheWholeRecordAlong) {
 }
 
 TEST(IntersectionSort, IsByTheSquaredDistance) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -153,7 +153,7 @@ TEST(IntersectionSort, MayBeAskedFromOneOfItsOwnHits) {
 
 TEST(IntersectionSort, WithNaNLosesNoHitAndReadsNoOther) {
     for (const int count : {2, 17, 33, 500})
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < seedCount(20); ++i) {
             Rng rng(i);
             SCOPED_TRACE(i);
             std::vector<Point3> points;

@@ -166,7 +166,7 @@ TEST(ClosestPointsBetweenLines, OutputsMayBeTheInputs) {
 }
 
 TEST(ClosestPointsBetweenLines, AreExactWhereAllNumbersAre) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // The common perpendicular stands at the parameters s and t, fractions of 64, and is `height` long.
@@ -189,7 +189,7 @@ TEST(ClosestPointsBetweenLines, IsTheScalarComputation) {
     int found = 0;
     int refused = 0;
     const auto clamps = allClamps();
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);

@@ -121,7 +121,7 @@ TEST(MatrixInverse, OfScaleAndTranslationIsExact) {
 }
 
 TEST(MatrixInverse, MayBeWrittenOverTheMatrix) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Matrix4 m;
@@ -152,7 +152,7 @@ TEST(MatrixInverse, FirstOfEqualPivotsIsTaken) {
 TEST(MatrixInverse, IsTheScalarElimination) {
     int inverted = 0;
     int refused = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const bool wholeRange = rng.integer(0, 3) == 0;
@@ -195,7 +195,7 @@ TEST(MatrixInverse, IsTheMathematicalOneWithinItsErrorBound) {
     // at most 8 by pivoting, twice for the way back.
     constexpr long double kRoundings = 64.0L * 0x1p-24L;
     int compared = 0;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Matrix4 m;

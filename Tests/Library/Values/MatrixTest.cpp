@@ -52,7 +52,7 @@ TEST(Matrix, StandsRowByRow) {
 }
 
 TEST(Matrix, ProductIsTheScalarOne) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         // Floats reach from 2^-149; beyond 2^128 they are infinite.
@@ -64,7 +64,7 @@ TEST(Matrix, ProductIsTheScalarOne) {
 }
 
 TEST(Matrix, ProductOfIntegersIsExact) {
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::array<std::array<int, 4>, 4> a{};
@@ -106,7 +106,7 @@ TEST(Matrix, EqualityComparesElementByElement) {
 }
 
 TEST(Matrix, TransformPointIsTheScalarOne) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const bool wholeRange = rng.coin();

@@ -74,7 +74,7 @@ TEST(PointOrder, IsTheLexicographicOneWithoutNaN) {
 }
 
 TEST(PointOrder, SortsLikeTheCoordinatesDo) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<Point<int, 2>> keys;
@@ -92,7 +92,7 @@ TEST(PointOrder, SortsLikeTheCoordinatesDo) {
 }
 
 TEST(PointOrder, ExactlyOneOfLessEqualGreaterHolds) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 a = rng.spreadPoint();

@@ -35,7 +35,7 @@ TEST(Point, CoordinatesAreReadAndWrittenByIndex) {
 }
 
 TEST(Point, ArithmeticIsPerCoordinate) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -60,7 +60,7 @@ TEST(Point, ScalarMayBeAnInteger) {
 }
 
 TEST(Point, ProductsAndLengthsAreTheScalarOnes) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -82,7 +82,7 @@ TEST(Point, DotAddsUpFromZeroInIndexOrder) {
 }
 
 TEST(Point, ProductsOfIntegersAreExact) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::array<std::int64_t, 6> n{};
@@ -110,7 +110,7 @@ TEST(Point, CrossIsRightHanded) {
 TEST(Point, LengthIsTheEuclideanOneWithinRounding) {
     // Three roundings of the squares and sums, halved by the root, and the root's own: 2.5, and some slack.
     constexpr long double kTolerance = 2.6L * kRoundoff;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 a = rng.spreadPoint(-500, 500);
@@ -140,7 +140,7 @@ TEST(Point, NormalisedZeroIsNaN) {
 TEST(Point, NormalisingDividesByTheLength) {
     // A product with the reciprocal would give another last bit for some.
     int reciprocalDiffers = 0;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 a = rng.point(-1.0, 1.0);

@@ -129,7 +129,7 @@ TEST(TrianglePlane, IsTheScalarComputation) {
     int parallel = 0;
     int missed = 0;
     int met = 0;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -170,7 +170,7 @@ TEST(TrianglePlane, ParameterIsTheExactOneWithinItsErrorBound) {
     // quotient's and those of second order that is less than five.
     constexpr long double kFiveRoundings = 5.0L * 0x1p-53L;
     int compared = 0;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 p0 = rng.point(-10.0, 10.0);
@@ -201,7 +201,7 @@ TEST(TrianglePlane, ParameterIsTheExactOneWithinItsErrorBound) {
 }
 
 TEST(TrianglePlane, AxisParallelPlanesAreMetExactly) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto axis = static_cast<std::size_t>(rng.integer(0, 2));

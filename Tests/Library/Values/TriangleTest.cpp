@@ -58,7 +58,7 @@ TEST(Triangle, StartsWithoutUVAndWithEverythingElseZero) {
 }
 
 TEST(Triangle, DerivesWhatItsCornersSay) {
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -115,7 +115,7 @@ TEST(Triangle, ComputingAgainForgetsTheFormerCorners) {
 TEST(Triangle, NormalIsAUnitVectorAcrossBothEdges) {
     // Coordinates below 20 with errors of a few units of roundoff each; the cross product is at least 1 long.
     constexpr double kTolerance = 1e-12;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 p0 = rng.point(-10.0, 10.0);
@@ -157,7 +157,7 @@ TEST(Triangle, UVDeterminantIsTwiceTheSignedArea) {
 }
 
 TEST(Triangle, PointAndUVAtParametersAddUpFromLeftToRight) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);

@@ -41,7 +41,7 @@ void expectMidpoint(const TriangleVertex& a, const TriangleVertex& b) {
 }  // namespace
 
 TEST(TriangleVertex, MidpointIsTheMeanAndTheNormalisedSum) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Exponents exponents = randomExponents(rng);
@@ -61,7 +61,7 @@ TEST(TriangleVertex, MidpointOfSpecialValuesIsTheDocumentedOne) {
 }
 
 TEST(TriangleVertex, MidpointDoesNotDependOnTheOrder) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const TriangleVertex a = randomVertex(rng, {-3, 3});

@@ -62,7 +62,7 @@ class CurvedXmlTest : public ::testing::Test {};
 TYPED_TEST_SUITE(CurvedXmlTest, CurvedShapes, CurvedNames);
 
 TYPED_TEST(CurvedXmlTest, RandomScreensComeBackToSixteenDigits) {
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         typename TypeParam::Reference reference;

@@ -64,7 +64,7 @@ TEST(FlatScreenXml, ADefaultScreenIsSavedWithItsNegativeSizes) {
 }
 
 TEST(FlatScreenXml, RandomSizesComeBackToSixteenDigits) {
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < seedCount(1500); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const double width = rng.spread(-1060, 1022);

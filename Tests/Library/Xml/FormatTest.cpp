@@ -80,7 +80,7 @@ TEST(Format, SpecialValuesHaveTheirNames) {
 }
 
 TEST(Format, RandomNumbersHaveTheNearestSixteenDigits) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const double value = rng.coin() ? rng.spread() : rng.uniform(-10.0, 10.0);

@@ -66,7 +66,7 @@ TEST(NumberLocale, SeveralThreadsFormatAndReadAtOnce) {
             const DocumentPtr document = newDocument();
             auto* text = document->createTextNode(u"");
             document->appendChild(document->createElement(u"a"))->appendChild(text);
-            for (int i = 0; i < 3000; ++i) {
+            for (int i = 0; i < seedCount(3000); ++i) {
                 Rng rng(i * kThreads + thread);
                 const double value = rng.spread();
                 const std::wstring written = XmlHelper::format(L"%.15e", value);

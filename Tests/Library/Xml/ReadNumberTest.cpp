@@ -77,7 +77,7 @@ TEST(ReadDouble, ReadsManyDigitsToTheNearestNumber) {
 }
 
 TEST(ReadDouble, RandomNumberTextGivesTheNearestNumber) {
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < seedCount(20000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         const std::wstring text = scientific16(rng.spread(-1060, 1022));

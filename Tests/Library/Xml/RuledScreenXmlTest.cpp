@@ -46,7 +46,7 @@ TEST(RuledScreenXml, IndentOfZeroOrLessIndentsTheChildrenByOneMoreLevel) {
 }
 
 TEST(RuledScreenXml, ASavedScreenLoadsWithTheSameSixteenDigits) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto number = [&] { return rng.coin() ? rng.uniform(-10, 10) : rng.spread(); };

@@ -129,7 +129,7 @@ TEST(ScreenElement, BytesThatAreNotUtf8ComeBackAsReplacementCharacters) {
 }
 
 TEST(ScreenElement, RandomDefinitionsComeBackThroughAWideString) {
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::string definition;

@@ -65,7 +65,7 @@ TEST(WriteIndented, OtherCharactersPassAsTheyAre) {
 }
 
 TEST(WriteIndented, RandomTextsAreIndentedAsCharacterByCharacter) {
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);
         std::wstring text;

@@ -70,7 +70,7 @@ long indexOf(const std::string& reference, std::size_t count) {
 
 }  // namespace
 
-std::vector<PlainTriangle> readPlainly(const std::string& text) {
+std::vector<ReferenceAnyObjTriangle> referenceAnyObjTriangles(const std::string& text) {
     struct Reference {
         long vertex = -1;
         long uv = -1;
@@ -100,10 +100,10 @@ std::vector<PlainTriangle> readPlainly(const std::string& text) {
         }
     }
 
-    std::vector<PlainTriangle> triangles;
+    std::vector<ReferenceAnyObjTriangle> triangles;
     for (const Polygon& polygon : polygons)
         for (std::size_t i = 2; i < polygon.corners.size(); ++i) {
-            PlainTriangle& triangle = triangles.emplace_back();
+            ReferenceAnyObjTriangle& triangle = triangles.emplace_back();
             triangle.line = polygon.line;
             const std::array<std::size_t, 3> picks = {0, i - 1, i};
             for (std::size_t k = 0; k < picks.size(); ++k) {

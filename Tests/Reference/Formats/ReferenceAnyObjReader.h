@@ -10,17 +10,17 @@
 
 namespace quarn::test {
 
-struct PlainCorner {
+struct ReferenceAnyObjCorner {
     std::array<float, 3> position{};
     std::optional<std::array<float, 2>> uv;
 };
 
-struct PlainTriangle {
-    std::array<PlainCorner, 3> corners;
+struct ReferenceAnyObjTriangle {
+    std::array<ReferenceAnyObjCorner, 3> corners;
     std::uint64_t line = 0;
 };
 
 /// The triangles of a text in which all references to vertices are right.
-[[nodiscard]] std::vector<PlainTriangle> readPlainly(const std::string& text);
+[[nodiscard]] std::vector<ReferenceAnyObjTriangle> referenceAnyObjTriangles(const std::string& text);
 
 }  // namespace quarn::test

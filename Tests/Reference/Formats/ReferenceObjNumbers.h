@@ -22,7 +22,7 @@ inline bool isDigitAt(const std::string& text, std::size_t i) {
 }
 
 /// Its value counts in 32 bits, wrapped.
-inline std::uint32_t plainExponent(const std::string& text, std::size_t i) {
+inline std::uint32_t referenceExponent(const std::string& text, std::size_t i) {
     std::uint32_t exponent = 0;
     bool isNegative = false;
     while (true) {
@@ -38,7 +38,7 @@ inline std::uint32_t plainExponent(const std::string& text, std::size_t i) {
     return isNegative ? ~exponent + 1 : exponent;
 }
 
-inline float plainFloat(const std::string& text, std::size_t i) {
+inline float referenceFloat(const std::string& text, std::size_t i) {
     std::uint32_t mantissa = 0;
     std::uint32_t scale = 0;
     bool negative = false;
@@ -62,7 +62,7 @@ inline float plainFloat(const std::string& text, std::size_t i) {
         ++i;
     }
     if (mantissa == 0) return 0.0F;
-    if (byteAt(text, i) == 'e' || byteAt(text, i) == 'E') scale -= plainExponent(text, i + 1);
+    if (byteAt(text, i) == 'e' || byteAt(text, i) == 'E') scale -= referenceExponent(text, i + 1);
 
     auto steps = static_cast<std::int32_t>(scale);
     double value = mantissa;
@@ -86,46 +86,46 @@ inline float plainFloat(const std::string& text, std::size_t i) {
     return std::bit_cast<float>(negative ? bits | 0x80000000U : bits);
 }
 
-inline std::size_t plainSkipBlanks(const std::string& text, std::size_t i) {
+inline std::size_t referenceSkipBlanks(const std::string& text, std::size_t i) {
     while (byteAt(text, i) == ' ') ++i;
     return i;
 }
 
-inline std::size_t plainSkipDigits(const std::string& text, std::size_t i) {
+inline std::size_t referenceSkipDigits(const std::string& text, std::size_t i) {
     while (isDigitAt(text, i)) ++i;
     return i;
 }
 
 /// The digits at \p i, wrapped at 32 bits, less one.
-inline std::int32_t plainIndex(const std::string& text, std::size_t i) {
+inline std::int32_t referenceIndex(const std::string& text, std::size_t i) {
     std::uint32_t value = 0;
     for (; isDigitAt(text, i); ++i) value = value * 10 + static_cast<std::uint32_t>(text[i] - '0');
     return static_cast<std::int32_t>(value - 1);
 }
 
-struct PlainCorner {
+struct ReferenceObjCorner {
     std::int32_t vertex = -1;
     std::int32_t textureCoordinate = -1;
     std::int32_t normal = -1;
 
-    friend bool operator==(const PlainCorner&, const PlainCorner&) = default;
+    friend bool operator==(const ReferenceObjCorner&, const ReferenceObjCorner&) = default;
 };
 
-inline PlainCorner plainCorner(const std::string& text, std::size_t i) {
-    PlainCorner corner;
-    const std::size_t first = plainSkipBlanks(text, i);
-    corner.vertex = plainIndex(text, first);
-    const std::size_t slash = plainSkipDigits(text, first);
+inline ReferenceObjCorner referenceObjCorner(const std::string& text, std::size_t i) {
+    ReferenceObjCorner corner;
+    const std::size_t first = referenceSkipBlanks(text, i);
+    corner.vertex = referenceIndex(text, first);
+    const std::size_t slash = referenceSkipDigits(text, first);
     if (byteAt(text, slash) != '/') return corner;
 
     if (byteAt(text, slash + 1) == '/') {
-        corner.normal = plainIndex(text, plainSkipBlanks(text, slash + 2));
+        corner.normal = referenceIndex(text, referenceSkipBlanks(text, slash + 2));
         return corner;
     }
-    corner.textureCoordinate = plainIndex(text, plainSkipBlanks(text, slash + 1));
-    const std::size_t secondSlash = plainSkipDigits(text, slash + 1);
+    corner.textureCoordinate = referenceIndex(text, referenceSkipBlanks(text, slash + 1));
+    const std::size_t secondSlash = referenceSkipDigits(text, slash + 1);
     if (byteAt(text, secondSlash) != '/') return corner;
-    corner.normal = plainIndex(text, plainSkipBlanks(text, secondSlash + 1));
+    corner.normal = referenceIndex(text, referenceSkipBlanks(text, secondSlash + 1));
     return corner;
 }
 

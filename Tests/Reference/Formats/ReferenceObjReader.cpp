@@ -30,23 +30,23 @@ bool endsLine(char c) {
 
 std::size_t nextArgumentOf(const std::string& text, std::size_t i) {
     while (byteAt(text, i) != ' ' && !endsLine(byteAt(text, i))) ++i;
-    return plainSkipBlanks(text, i);
+    return referenceSkipBlanks(text, i);
 }
 
 template <std::size_t N>
 std::array<float, N> valuesAt(const std::string& text, std::size_t i) {
     std::array<float, N> values{};
     for (float& value : values) {
-        value = plainFloat(text, i);
+        value = referenceFloat(text, i);
         i = nextArgumentOf(text, i);
     }
     return values;
 }
 
-void readFace(const std::string& text, std::size_t i, PlainLists& lists) {
-    std::array<PlainCorner, 3> face;
-    for (PlainCorner& corner : face) {
-        corner = plainCorner(text, i);
+void readFace(const std::string& text, std::size_t i, ReferenceObjData& lists) {
+    std::array<ReferenceObjCorner, 3> face;
+    for (ReferenceObjCorner& corner : face) {
+        corner = referenceObjCorner(text, i);
         i = nextArgumentOf(text, i);
     }
     lists.faces.push_back(face);
@@ -56,7 +56,7 @@ void readFace(const std::string& text, std::size_t i, PlainLists& lists) {
             lists.isEndless = true;
             return;
         }
-        lists.faces.push_back({face[0], lists.faces.back()[2], plainCorner(text, i)});
+        lists.faces.push_back({face[0], lists.faces.back()[2], referenceObjCorner(text, i)});
         i = nextArgumentOf(text, i);
     }
 }
@@ -81,17 +81,17 @@ bool isOutside(float value) {
 
 }  // namespace
 
-std::string plainlyBlanked(std::string text) {
+std::string referenceBlanked(std::string text) {
     for (std::size_t i = 0; i + 1 < text.size(); ++i)
         if (text[i] == '\\' && text[i + 1] == '\n') text[i] = text[i + 1] = ' ';
     return text;
 }
 
-PlainLists plainLists(const std::string& text) {
-    PlainLists lists;
+ReferenceObjData referenceObjData(const std::string& text) {
+    ReferenceObjData lists;
     std::size_t i = 0;
     while (i < text.size()) {
-        i = plainSkipBlanks(text, i);
+        i = referenceSkipBlanks(text, i);
         const LineClass lineClass = classOf(text, i);
         const std::size_t argument = nextArgumentOf(text, i);
         if (lineClass == LineClass::Vertex) lists.vertices.push_back(valuesAt<3>(text, argument));
@@ -105,8 +105,8 @@ PlainLists plainLists(const std::string& text) {
     return lists;
 }
 
-PlainLoad plainLoad(const PlainLists& lists, const Matrix<float, 4>& transform) {
-    PlainLoad load;
+ReferenceObjResult referenceObjResult(const ReferenceObjData& lists, const Matrix<float, 4>& transform) {
+    ReferenceObjResult load;
     if (lists.vertices.empty()) return {3, 2, L"No vertices found in the file.", {}};
     if (lists.normals.empty()) return {2, 1, L"No normals found in the file.", {}};
     if (lists.textureCoordinates.empty()) load.status = 1;
@@ -118,7 +118,7 @@ PlainLoad plainLoad(const PlainLists& lists, const Matrix<float, 4>& transform) 
     for (const auto& face : lists.faces) {
         Triangle triangle;
         for (std::size_t i = 0; i < 3; ++i) {
-            const PlainCorner& corner = face[i];
+            const ReferenceObjCorner& corner = face[i];
             if (isBad(corner.vertex, lists.vertices.size()))
                 return {3, 2, L"Bad vertex references in the file.", load.triangles};
             triangle.vertices[i].position =

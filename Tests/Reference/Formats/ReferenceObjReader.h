@@ -14,16 +14,16 @@
 namespace quarn::test {
 
 /// The four lists of a text.
-struct PlainLists {
+struct ReferenceObjData {
     std::vector<std::array<float, 3>> vertices;
     std::vector<std::array<float, 2>> textureCoordinates;
     std::vector<std::array<float, 3>> normals;
-    std::vector<std::array<PlainCorner, 3>> faces;
+    std::vector<std::array<ReferenceObjCorner, 3>> faces;
     bool isEndless = false;  ///< A face line went on for ever; the faces stop there.
 };
 
 /// What a load leaves, its text and digest excepted.
-struct PlainLoad {
+struct ReferenceObjResult {
     int status = 0;
     int failureKind = 0;  ///< 0 for none.
     std::wstring failure;
@@ -31,10 +31,11 @@ struct PlainLoad {
 };
 
 /// Blanks each backslash before a line feed, by one loop over the text.
-[[nodiscard]] std::string plainlyBlanked(std::string text);
+[[nodiscard]] std::string referenceBlanked(std::string text);
 
-[[nodiscard]] PlainLists plainLists(const std::string& text);
+[[nodiscard]] ReferenceObjData referenceObjData(const std::string& text);
 
-[[nodiscard]] PlainLoad plainLoad(const PlainLists& lists, const Matrix<float, 4>& transform);
+[[nodiscard]] ReferenceObjResult referenceObjResult(const ReferenceObjData& lists,
+                                                    const Matrix<float, 4>& transform);
 
 }  // namespace quarn::test

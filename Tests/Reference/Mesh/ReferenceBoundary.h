@@ -14,10 +14,10 @@
 namespace quarn::test {
 
 /// Slow and simple search for an outline.
-class PlainOutline {
+class ReferenceBoundary {
 public:
     /// \param stepLimit lookups after which the walk is broken off; it may run without end
-    explicit PlainOutline(const std::vector<Triangle>& triangles, std::size_t stepLimit = 100'000'000) {
+    explicit ReferenceBoundary(const std::vector<Triangle>& triangles, std::size_t stepLimit = 100'000'000) {
         for (const Triangle& triangle : triangles) {
             const auto& [c0, c1, c2] = triangle.vertices;
             cancel(c0, c1, triangle);

@@ -12,12 +12,12 @@ namespace {
 constexpr int kSamples = 30;
 constexpr double kSpacing = 0.034482758620689655;
 
-std::vector<UVLine> plainClipAll(const GridSources& sources, const std::vector<UVLine>& lines) {
+std::vector<UVLine> referenceClipAll(const GridSources& sources, const std::vector<UVLine>& lines) {
     std::vector<UVLine> pieces;
     for (const UVLine& line : lines) {
         UVLine outline;
         sources.sampleBoundaryUV(outline);
-        for (const UVLine& piece : plainClip(outline, line)) pieces.push_back(piece);
+        for (const UVLine& piece : referenceClip(outline, line)) pieces.push_back(piece);
     }
     return pieces;
 }
@@ -30,7 +30,7 @@ GridSources sourcesOf(const IScreenGeometry& screen) {
             [&screen](const Point2& uv, Point3& point) { return screen.mapInto3D(uv, point, true); }};
 }
 
-Point2 plainMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d) {
+Point2 referenceMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d) {
     const double dx = c[0] - d[0];
     const double dy = c[1] - d[1];
     const double t = ((c[0] - a[0]) * dy - (c[1] - a[1]) * dx) / (dy * (b[0] - a[0]) - dx * (b[1] - a[1]));
@@ -51,11 +51,11 @@ Point2 plainMeeting(const Point2& a, const Point2& b, const Point2& c, const Poi
     return {nan, nan};
 }
 
-std::vector<UVLine> plainClip(const UVLine& outline, const UVLine& line) {
+std::vector<UVLine> referenceClip(const UVLine& outline, const UVLine& line) {
     std::vector<UVLine> pieces(1);
     bool inside = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
-        const bool now = plainPointWithinOutline(outline, line[i][0], line[i][1]);
+        const bool now = referencePointInPolygon(outline, line[i][0], line[i][1]);
         if (i == 0) {
             if (now) pieces.back().push_back(line[i]);
             inside = now;
@@ -63,8 +63,8 @@ std::vector<UVLine> plainClip(const UVLine& outline, const UVLine& line) {
         }
         if (now && inside) pieces.back().push_back(line[i]);
         for (std::size_t k = 0; now != inside && k < outline.size(); ++k) {
-            const Point2 x =
-                plainMeeting(outline[k], outline[(k + 1) % outline.size()], line[i - 1], line[i]);
+            const Point2 x = referenceMeeting(outline[k], outline[k + 1 == outline.size() ? 0 : k + 1],
+                                              line[i - 1], line[i]);
             if (std::isnan(x[0])) continue;
             if (now)
                 pieces.push_back({x, line[i]});
@@ -77,7 +77,7 @@ std::vector<UVLine> plainClip(const UVLine& outline, const UVLine& line) {
     return pieces;
 }
 
-Lines plainGrid(const GridSources& sources, int density) {
+Lines referenceGrid(const GridSources& sources, int density) {
     Lines boundary;
     sources.sampleBoundary(boundary);
     Lines grid(1);
@@ -101,8 +101,8 @@ Lines plainGrid(const GridSources& sources, int density) {
             constantU.back().emplace_back(t, s);
         }
     }
-    std::vector<UVLine> pieces = plainClipAll(sources, constantV);
-    for (const UVLine& piece : plainClipAll(sources, constantU)) pieces.push_back(piece);
+    std::vector<UVLine> pieces = referenceClipAll(sources, constantV);
+    for (const UVLine& piece : referenceClipAll(sources, constantU)) pieces.push_back(piece);
     for (const UVLine& piece : pieces) {
         grid.emplace_back();
         for (const Point2& uv : piece) {
@@ -113,8 +113,8 @@ Lines plainGrid(const GridSources& sources, int density) {
     return grid;
 }
 
-IScreenGeometry::GridSamples plainRow(const std::function<bool(const Point2&, Point3&)>& mapInto3D, double v,
-                                      double uStart, double uEnd, int count, int row) {
+IScreenGeometry::GridSamples referenceRow(const std::function<bool(const Point2&, Point3&)>& mapInto3D,
+                                          double v, double uStart, double uEnd, int count, int row) {
     IScreenGeometry::GridSamples samples;
     for (int i = 0; i < count; ++i) {
         const double quotient = static_cast<double>(i) / (static_cast<double>(count) - 1.0);

@@ -25,15 +25,15 @@ struct GridSources {
 [[nodiscard]] GridSources sourcesOf(const IScreenGeometry& screen);
 
 /// Where the segments a-b and c-d meet; NaN where they do not.
-[[nodiscard]] Point2 plainMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d);
+[[nodiscard]] Point2 referenceMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d);
 
 /// The pieces of a line in UV that lie within an outline.
-[[nodiscard]] std::vector<UVLine> plainClip(const UVLine& outline, const UVLine& line);
+[[nodiscard]] std::vector<UVLine> referenceClip(const UVLine& outline, const UVLine& line);
 
-[[nodiscard]] Lines plainGrid(const GridSources& sources, int density);
+[[nodiscard]] Lines referenceGrid(const GridSources& sources, int density);
 
 /// Samples of a line of constant v, without those that do not map.
-[[nodiscard]] IScreenGeometry::GridSamples plainRow(
+[[nodiscard]] IScreenGeometry::GridSamples referenceRow(
     const std::function<bool(const Point2&, Point3&)>& mapInto3D, double v, double uStart, double uEnd,
     int count, int row);
 

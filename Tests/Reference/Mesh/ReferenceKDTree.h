@@ -15,7 +15,7 @@ namespace quarn::test {
 
 /// Slow and simple k-d tree that meets its nodes in the same order as PointKDTree.
 template <class Value, int N, class KeyAccessor>
-class PlainKDTree {
+class ReferenceKDTree {
 public:
     using Key = Point<double, N>;
     struct Node {
@@ -140,14 +140,14 @@ private:
     std::size_t used = 0;
 };
 
-/// The walk outward over a PlainKDTree.
+/// The walk outward over a ReferenceKDTree.
 template <class Value, int N, class KeyAccessor>
-class PlainNearestWalk {
+class ReferenceNearestWalk {
 public:
-    using Tree = PlainKDTree<Value, N, KeyAccessor>;
+    using Tree = ReferenceKDTree<Value, N, KeyAccessor>;
     using Node = typename Tree::Node;
 
-    PlainNearestWalk(const Tree& tree, const typename Tree::Key& from) : point(from) {
+    ReferenceNearestWalk(const Tree& tree, const typename Tree::Key& from) : point(from) {
         descend(tree.root, 0);
     }
 

@@ -9,7 +9,7 @@
 namespace quarn::test {
 namespace {
 
-using State = PlainMappingCache::State;
+using State = ReferenceMappingCache::State;
 
 struct Parameters {
     double a;
@@ -22,14 +22,6 @@ Parameters parametersAt(const Triangle& triangle, const Point2& uv) {
     const double a = (du * triangle.uvEdge2[1] - dv * triangle.uvEdge2[0]) / triangle.uvDeterminant;
     const double b = (dv * triangle.uvEdge1[0] - du * triangle.uvEdge1[1]) / triangle.uvDeterminant;
     return {a, b};
-}
-
-Point3 positionAt(const Triangle& triangle, const Parameters& at) {
-    Point3 position;
-    for (std::size_t i = 0; i < 3; ++i)
-        position[i] =
-            (triangle.vertices[0].position[i] + at.a * triangle.edge1[i]) + at.b * triangle.edge2[i];
-    return position;
 }
 
 Point3 meanOf(const std::vector<Point3>& points) {
@@ -55,15 +47,15 @@ std::string numberText(double number) {
 
 }  // namespace
 
-std::string plainText(const Point2& uv) {
+std::string referenceText(const Point2& uv) {
     return "(" + numberText(uv[0]) + "," + numberText(uv[1]) + ")";
 }
 
-std::string plainText(const Point3& point) {
+std::string referenceText(const Point3& point) {
     return "(" + numberText(point[0]) + "," + numberText(point[1]) + "," + numberText(point[2]) + ")";
 }
 
-std::optional<PlainMappingCache::Entry> PlainMappingCache::check(const Point2& uv) {
+std::optional<ReferenceMappingCache::Entry> ReferenceMappingCache::check(const Point2& uv) {
     const int n = static_cast<int>(entries.size());
     const int c = cursor;
     const auto isMatch = [&](int i) {
@@ -83,7 +75,7 @@ std::optional<PlainMappingCache::Entry> PlainMappingCache::check(const Point2& u
     return {};
 }
 
-void PlainMappingCache::add(const Point2& uv, const Point3& point, State state) {
+void ReferenceMappingCache::add(const Point2& uv, const Point3& point, State state) {
     const int size = static_cast<int>(entries.size());
     if (size < capacity) {
         entries.push_back({uv, point, state});
@@ -94,7 +86,16 @@ void PlainMappingCache::add(const Point2& uv, const Point3& point, State state) 
     }
 }
 
-Point3 plainFilterOutliers(int keep, std::vector<Point3>& points) {
+Point3 referencePositionAt(const Triangle& triangle, const Point2& uv) {
+    const Parameters at = parametersAt(triangle, uv);
+    Point3 position;
+    for (std::size_t i = 0; i < 3; ++i)
+        position[i] =
+            (triangle.vertices[0].position[i] + at.a * triangle.edge1[i]) + at.b * triangle.edge2[i];
+    return position;
+}
+
+Point3 referenceFilterOutliers(int keep, std::vector<Point3>& points) {
     const int n = static_cast<int>(points.size());
     Point3 mean = meanOf(points);
     const int limit = std::min(keep, n);
@@ -109,24 +110,23 @@ Point3 plainFilterOutliers(int keep, std::vector<Point3>& points) {
     return mean;
 }
 
-Point3 plainExtrapolateUV(const PlainUVTree& tree, const Point2& uv) {
+Point3 referenceExtrapolateUV(const ReferenceUVTree& tree, const Point2& uv) {
     const int keep = std::min(tree.depth, 15);
     const int candidates = keep * 2;
-    PlainNearestWalk<const Triangle*, 2, PlainUVCentroid> walk(tree, uv);
+    ReferenceNearestWalk<const Triangle*, 2, ReferenceUVCentroidKey> walk(tree, uv);
     std::vector<Point3> points;
     points.reserve(static_cast<std::size_t>(candidates));
     int steps = 0;
     while (!walk.done() && steps < candidates) {
         const Triangle& triangle = *walk.value();
-        if (!(triangle.uvDeterminant == 0.0))
-            points.push_back(positionAt(triangle, parametersAt(triangle, uv)));
+        if (!(triangle.uvDeterminant == 0.0)) points.push_back(referencePositionAt(triangle, uv));
         ++steps;
         walk.advance();
     }
-    return plainFilterOutliers(keep, points);
+    return referenceFilterOutliers(keep, points);
 }
 
-Point2 plainMapInto2D(const PlainMesh& mesh, const Point3& at, bool extrapolate) {
+Point2 referenceMapInto2D(const ReferenceMesh& mesh, const Point3& at, bool extrapolate) {
     const Triangle* const triangle =
         extrapolate ? mesh.findNearestCentroid(at) : mesh.searchHolding(at).triangle;
     if (triangle == nullptr) return {-999.0, -999.0};
@@ -144,18 +144,16 @@ Point2 plainMapInto2D(const PlainMesh& mesh, const Point3& at, bool extrapolate)
 }
 
 template <class Text>
-void PlainMapping::write(const char* level, Text text) const {
+void ReferenceMapping::write(const char* level, Text text) const {
     if (log != nullptr) log->emplace_back(level, text());
 }
 
-void PlainMapping::rebuild(const std::vector<Triangle>& mesh) {
-    std::vector<const Triangle*> pointers;
-    for (const Triangle& triangle : mesh) pointers.push_back(&triangle);
-    uvTree.build(pointers);
+void ReferenceMapping::rebuild(const std::vector<Triangle>& mesh) {
+    uvTree.build(pointersTo(mesh));
     regionMap.rebuild(mesh);
 }
 
-std::optional<const Triangle*> PlainMapping::ask(const Point2& uv) const {
+std::optional<const Triangle*> ReferenceMapping::ask(const Point2& uv) const {
     std::optional<const Triangle*> found;
     if (regionMap.nodes.empty()) return found;
     const RegionRect& rect = regionMap.rootRect;
@@ -164,56 +162,57 @@ std::optional<const Triangle*> PlainMapping::ask(const Point2& uv) const {
     return found;
 }
 
-bool PlainMapping::answerHit(const PlainMappingCache::Entry& entry, const Point2& uv, Point3& result,
-                             bool extrapolate) {
-    const std::string found = log == nullptr ? "" : "good job cache! found " + plainText(uv);
+bool ReferenceMapping::answerHit(const ReferenceMappingCache::Entry& entry, const Point2& uv, Point3& result,
+                                 bool extrapolate) {
+    const std::string found = log == nullptr ? "" : "good job cache! found " + referenceText(uv);
     result = entry.point;
     if (entry.state == State::OnScreen) {
         lastWay = Way::HitOnScreen;
-        write("TRACE", [&] { return found + " which maps to on screen" + plainText(result); });
+        write("TRACE", [&] { return found + " which maps to on screen" + referenceText(result); });
         return true;
     }
     if (entry.state == State::Extrapolated) {
         lastWay = Way::HitExtrapolated;
-        write("TRACE", [&] { return found + " which maps to extrapolated" + plainText(result); });
+        write("TRACE", [&] { return found + " which maps to extrapolated" + referenceText(result); });
         return extrapolate;
     }
     lastWay = Way::HitOutOfBounds;
     write("TRACE", [&] { return found + "but non extrapolated out of bounds"; });
     if (!extrapolate) return false;
-    result = plainExtrapolateUV(uvTree, uv);
-    write("TRACE", [&] { return "extrapolated out of bounds point: " + plainText(uv); });
+    result = referenceExtrapolateUV(uvTree, uv);
+    write("TRACE", [&] { return "extrapolated out of bounds point: " + referenceText(uv); });
     cache.add(uv, result, State::Extrapolated);
     return true;
 }
 
-bool PlainMapping::mapInto3D(const Point2& uv, Point3& result, bool extrapolate) {
+bool ReferenceMapping::mapInto3D(const Point2& uv, Point3& result, bool extrapolate) {
     lastWay = Way::Refused;
     if (!parameterized) return false;
 
     if (const auto entry = cache.check(uv)) {
         return answerHit(*entry, uv, result, extrapolate);
     }
-    write("TRACE", [&] { return ":-( not in cache (yet)  " + plainText(uv); });
+    write("TRACE", [&] { return ":-( not in cache (yet)  " + referenceText(uv); });
 
     // The quadtree asks the triangle's own fields, so that the triangle cannot disagree.
     if (const auto found = ask(uv)) {
-        result = positionAt(**found, parametersAt(**found, uv));
+        result = referencePositionAt(**found, uv);
         cache.add(uv, result, State::OnScreen);
         lastWay = Way::OnMesh;
         return true;
     }
 
-    write("TRACE", [&] { return "out of bounds: " + plainText(uv); });
+    write("TRACE", [&] { return "out of bounds: " + referenceText(uv); });
     lastWay = extrapolate ? Way::Continued : Way::OutOfBounds;
     if (!extrapolate) {
         cache.add(uv, result, State::OutOfBounds);
-        write("TRACE",
-              [&] { return "extrapolate is false; failed to find triangle for point: " + plainText(uv); });
+        write("TRACE", [&] {
+            return "extrapolate is false; failed to find triangle for point: " + referenceText(uv);
+        });
         return false;
     }
-    result = plainExtrapolateUV(uvTree, uv);
-    write("TRACE", [&] { return "found via extrapolate: " + plainText(uv); });
+    result = referenceExtrapolateUV(uvTree, uv);
+    write("TRACE", [&] { return "found via extrapolate: " + referenceText(uv); });
     cache.add(uv, result, State::Extrapolated);
     return true;
 }

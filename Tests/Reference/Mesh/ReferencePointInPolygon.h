@@ -10,10 +10,10 @@
 
 namespace quarn::test {
 
-inline bool plainPointWithinOutline(const std::vector<Point<double, 2>>& outline, double pu, double pv) {
+inline bool referencePointInPolygon(const std::vector<Point<double, 2>>& outline, double pu, double pv) {
     bool isInside = false;
     for (std::size_t i = 0; i < outline.size(); ++i) {
-        const auto& previous = outline[(i + outline.size() - 1) % outline.size()];
+        const auto& previous = outline[(i == 0 ? outline.size() : i) - 1];
         const double u = outline[i][0];
         const double v = outline[i][1];
         const double du = previous[0] - u;

@@ -13,7 +13,7 @@ Vec3 difference(const Vec3& a, const Vec3& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
 
-int plainSign(double number) {
+int referenceSign(double number) {
     if (number > 0.0) return 1;
     if (number < 0.0) return -1;
     return 0;
@@ -49,7 +49,7 @@ Point3 footOf(const Point3& b, const Ray& ray) {
 
 }  // namespace
 
-int plainOutlinePoint(const Boundary& outline, const Ray& ray, int normalSign) {
+int referenceBoundaryPoint(const Boundary& outline, const Ray& ray, int normalSign) {
     const Vec3 direction = reference::normalized(difference(plain(ray.target), plain(ray.origin)));
     int result = -1;
     double bestAlignment = -1.0;
@@ -63,7 +63,7 @@ int plainOutlinePoint(const Boundary& outline, const Ray& ray, int normalSign) {
         if (normalSign != 0) {
             const Triangle* const triangle = outline.triangles[i];
             if (triangle == nullptr) continue;
-            if (plainSign(reference::dot(plain(triangle->normal), direction)) != normalSign) continue;
+            if (referenceSign(reference::dot(plain(triangle->normal), direction)) != normalSign) continue;
         }
         bestAlignment = alignment;
         result = static_cast<int>(i);
@@ -71,9 +71,9 @@ int plainOutlinePoint(const Boundary& outline, const Ray& ray, int normalSign) {
     return result;
 }
 
-PlainNearest plainNearestToOutline(const Boundary& outline, const Ray& ray, int normalSign) {
-    using Way = PlainNearest::Way;
-    const int i = plainOutlinePoint(outline, ray, normalSign);
+ReferenceNearest referenceNearestToBoundary(const Boundary& outline, const Ray& ray, int normalSign) {
+    using Way = ReferenceNearest::Way;
+    const int i = referenceBoundaryPoint(outline, ray, normalSign);
     if (i == -1) return {{}, Way::NoPoint, i};
     const auto at = [&](int k) { return outline.points.at(static_cast<std::size_t>(k)); };
     const int n = static_cast<int>(outline.points.size());
@@ -90,18 +90,18 @@ PlainNearest plainNearestToOutline(const Boundary& outline, const Ray& ray, int 
     return {point(second.onRay), Way::Second, i};
 }
 
-IntersectionSet plainPastTheEdge(const std::vector<Triangle>& triangles, const IntersectionSet& hits,
-                                 const Boundary& outline, const Ray& ray, int normalSign) {
+IntersectionSet referencePastTheEdge(const std::vector<Triangle>& triangles, const IntersectionSet& hits,
+                                     const Boundary& outline, const Ray& ray, int normalSign) {
     const Vec3 d = difference(plain(ray.target), plain(ray.origin));
     IntersectionSet kept;
     for (int i = 0; i < hits.count(); ++i) {
         const Triangle& triangle = triangles.at(static_cast<std::size_t>(hits.get(i).triangleIndex));
-        const int sign = plainSign(reference::dot(d, plain(triangle.normal)));
+        const int sign = referenceSign(reference::dot(d, plain(triangle.normal)));
         if (normalSign == 0 || sign == normalSign) kept.add(hits.get(i));
     }
     if (!kept.empty()) return kept;
     Intersection fallback;
-    fallback.point = plainNearestToOutline(outline, ray, normalSign).position;
+    fallback.point = referenceNearestToBoundary(outline, ray, normalSign).position;
     return IntersectionSet(fallback);
 }
 

@@ -13,7 +13,7 @@
 namespace quarn::test {
 
 /// A position on a ray, and what led to it.
-struct PlainNearest {
+struct ReferenceNearest {
     /// Which of the two segments at the chosen outline point the ray came nearest to.
     enum class Way { NoPoint, SinglePoint, NeitherSegment, OnlyFirst, OnlySecond, First, Second, Count };
 
@@ -23,13 +23,14 @@ struct PlainNearest {
 };
 
 /// Index of the outline point that lies most nearly on the ray's line as seen from its target, or -1.
-[[nodiscard]] int plainOutlinePoint(const Boundary& outline, const Ray& ray, int normalSign);
+[[nodiscard]] int referenceBoundaryPoint(const Boundary& outline, const Ray& ray, int normalSign);
 
-[[nodiscard]] PlainNearest plainNearestToOutline(const Boundary& outline, const Ray& ray, int normalSign);
+[[nodiscard]] ReferenceNearest referenceNearestToBoundary(const Boundary& outline, const Ray& ray,
+                                                          int normalSign);
 
 /// The given hits that face the wanted way, or else the ray's position nearest to the outline.
-[[nodiscard]] IntersectionSet plainPastTheEdge(const std::vector<Triangle>& triangles,
-                                               const IntersectionSet& hits, const Boundary& outline,
-                                               const Ray& ray, int normalSign);
+[[nodiscard]] IntersectionSet referencePastTheEdge(const std::vector<Triangle>& triangles,
+                                                   const IntersectionSet& hits, const Boundary& outline,
+                                                   const Ray& ray, int normalSign);
 
 }  // namespace quarn::test

@@ -67,7 +67,7 @@ unsigned longEdges(const Triangle& triangle, double bound) {
            (distance(v[2], v[0]) > bound ? 4U : 0U);
 }
 
-std::vector<Triangle> plainCut(const Triangle& triangle, double bound) {
+std::vector<Triangle> referenceCut(const Triangle& triangle, double bound) {
     const auto& v = triangle.vertices;
     switch (longEdges(triangle, bound)) {
         case 0:
@@ -94,8 +94,9 @@ std::vector<Triangle> plainCut(const Triangle& triangle, double bound) {
     }
 }
 
-PlainRefinement plainRefine(const std::vector<Triangle>& triangles, double bound, std::size_t stepLimit) {
-    PlainRefinement refinement;
+ReferenceRefinement referenceRefine(const std::vector<Triangle>& triangles, double bound,
+                                    std::size_t stepLimit) {
+    ReferenceRefinement refinement;
     // What is still to be cut, the next one last.
     std::vector<Triangle> waiting(triangles.rbegin(), triangles.rend());
     for (std::size_t step = 0; !waiting.empty(); ++step) {
@@ -106,7 +107,7 @@ PlainRefinement plainRefine(const std::vector<Triangle>& triangles, double bound
         const Triangle next = waiting.back();
         waiting.pop_back();
         ++refinement.tally[longEdges(next, bound)];
-        const std::vector<Triangle> pieces = plainCut(next, bound);
+        const std::vector<Triangle> pieces = referenceCut(next, bound);
         if (pieces.empty()) refinement.pieces.push_back(next);
         waiting.insert(waiting.end(), pieces.rbegin(), pieces.rend());
     }

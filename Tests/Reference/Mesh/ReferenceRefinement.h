@@ -13,9 +13,9 @@ namespace quarn::test {
 [[nodiscard]] unsigned longEdges(const Triangle& triangle, double bound);
 
 /// The pieces of one cut, in order; none where no edge is long.
-[[nodiscard]] std::vector<Triangle> plainCut(const Triangle& triangle, double bound);
+[[nodiscard]] std::vector<Triangle> referenceCut(const Triangle& triangle, double bound);
 
-struct PlainRefinement {
+struct ReferenceRefinement {
     std::vector<Triangle> pieces;
     bool hasEnded = true;  // nothing else counts if it has not
     /// How often each value of longEdges() was met.
@@ -23,7 +23,7 @@ struct PlainRefinement {
 };
 
 /// \param stepLimit triangles after which it is broken off; it may run without end
-[[nodiscard]] PlainRefinement plainRefine(const std::vector<Triangle>& triangles, double bound,
-                                          std::size_t stepLimit = 10'000'000);
+[[nodiscard]] ReferenceRefinement referenceRefine(const std::vector<Triangle>& triangles, double bound,
+                                                  std::size_t stepLimit = 10'000'000);
 
 }  // namespace quarn::test

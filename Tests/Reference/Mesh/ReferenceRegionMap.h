@@ -47,7 +47,7 @@ inline std::array<RegionRect, 4> quadrantsOf(const RegionRect& r) {
 }
 
 /// Slow and simple quadtree that stores its nodes and triangles in the same order as RegionMap.
-class PlainRegionMap {
+class ReferenceRegionMap {
 public:
     struct Node {
         int count = -1;

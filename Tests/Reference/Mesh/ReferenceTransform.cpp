@@ -31,8 +31,8 @@ Rotation times(const Rotation& a, const Rotation& b) {
 
 }  // namespace
 
-std::vector<Triangle> plainTransform(std::vector<Triangle> triangles, const Point<double, 3>& translation,
-                                     const Point<double, 3>& rotation, double scale) {
+std::vector<Triangle> referenceTransform(std::vector<Triangle> triangles, const Point<double, 3>& translation,
+                                         const Point<double, 3>& rotation, double scale) {
     const Rotation a = about(0, 0, 1, rotation[0] * -0.017453292);
     const Rotation b = about(1, 0, 0, rotation[1] * 0.017453292);
     const Rotation c = about(0, 1, 0, rotation[2] * 0.017453292);

@@ -8,8 +8,8 @@
 
 namespace quarn::test {
 
-[[nodiscard]] std::vector<Triangle> plainTransform(std::vector<Triangle> triangles,
-                                                   const Point<double, 3>& translation,
-                                                   const Point<double, 3>& rotation, double scale);
+[[nodiscard]] std::vector<Triangle> referenceTransform(std::vector<Triangle> triangles,
+                                                       const Point<double, 3>& translation,
+                                                       const Point<double, 3>& rotation, double scale);
 
 }  // namespace quarn::test

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "Reference/Mesh/ReferenceMesh.h"
+#include "Reference/Mesh/ReferenceTrees.h"
 #include "Support/Conversions.h"
 
 namespace quarn::test {
@@ -21,19 +21,10 @@ reference::Vec3 unitFrom(const Point3& eye, const Point3& to) {
     return reference::normalized({to[0] - eye[0], to[1] - eye[1], to[2] - eye[2]});
 }
 
-struct PlainUVCentroid {
-    double operator()(const Triangle* triangle, int axis) const {
-        return triangle->uvCentroid[static_cast<std::size_t>(axis)];
-    }
-};
-
-template <class Key, int N>
-PlainKDTree<const Triangle*, N, Key> treeOver(const std::vector<Triangle>& triangles) {
-    std::vector<const Triangle*> pointers;
-    pointers.reserve(triangles.size());
-    for (const Triangle& triangle : triangles) pointers.push_back(&triangle);
-    PlainKDTree<const Triangle*, N, Key> tree;
-    tree.build(pointers);
+template <class Tree>
+Tree treeOver(const std::vector<Triangle>& triangles) {
+    Tree tree;
+    tree.build(pointersTo(triangles));
     return tree;
 }
 
@@ -50,18 +41,18 @@ std::vector<Point3> thinned(const std::vector<Point3>& line, std::int64_t wanted
 
 }  // namespace
 
-std::vector<Point3> plainPointsByUV(const IScreenGeometry& screen, int columns, int rows) {
+std::vector<Point3> referencePointsByUV(const IScreenGeometry& screen, int columns, int rows) {
     std::vector<Point3> points;
     for (int r = 0; r < rows; ++r) {
         const double v = r * (1.0 / (static_cast<double>(rows) - 1.0));
         const auto map = [&](const Point2& uv, Point3& point) { return screen.mapInto3D(uv, point, false); };
-        for (const auto& sample : plainRow(map, v, 0.0, 1.0, columns, 1)) points.push_back(sample.second);
+        for (const auto& sample : referenceRow(map, v, 0.0, 1.0, columns, 1)) points.push_back(sample.second);
     }
     return points;
 }
 
-std::vector<Point3> plainPointsOfRim(const Lines& outline, const std::vector<Triangle>& triangles,
-                                     int columns, int rows) {
+std::vector<Point3> referencePointsOfBoundary(const Lines& outline, const std::vector<Triangle>& triangles,
+                                              int columns, int rows) {
     std::vector<Point3> points;
     if (outline.empty()) return points;
     for (const auto& line : outline)
@@ -92,7 +83,7 @@ std::vector<Point3> plainPointsOfRim(const Lines& outline, const std::vector<Tri
     return points;
 }
 
-Point3 plainHeading(const std::vector<Triangle>& triangles, const Point3& eye) {
+Point3 referenceHeading(const std::vector<Triangle>& triangles, const Point3& eye) {
     reference::Vec3 sum = {};
     for (const Triangle& triangle : triangles) {
         for (const TriangleVertex& corner : triangle.vertices) {
@@ -103,7 +94,7 @@ Point3 plainHeading(const std::vector<Triangle>& triangles, const Point3& eye) {
     return point(reference::normalized(sum));
 }
 
-double plainMaxAngle(const std::vector<Triangle>& triangles, const Point3& eye, const Point3& heading) {
+double referenceMaxAngle(const std::vector<Triangle>& triangles, const Point3& eye, const Point3& heading) {
     const reference::Vec3 h = reference::normalized(plain(heading));
     double greatest = 0.0;
     for (const Triangle& triangle : triangles) {
@@ -115,7 +106,7 @@ double plainMaxAngle(const std::vector<Triangle>& triangles, const Point3& eye, 
     return greatest;
 }
 
-std::pair<Point3, Point3> plainCrease(const std::vector<const Triangle*>& triangles) {
+std::pair<Point3, Point3> referenceCrease(const std::vector<const Triangle*>& triangles) {
     std::pair<Point3, Point3> crease;
     double best = kGreatest;
     for (const Triangle* t1 : triangles) {
@@ -135,11 +126,11 @@ std::pair<Point3, Point3> plainCrease(const std::vector<const Triangle*>& triang
     return crease;
 }
 
-Point3 plainPointOnEdge(const std::vector<Triangle>& triangles, int uvTreeDepth, const Point3& at) {
+Point3 referencePointOnEdge(const std::vector<Triangle>& triangles, int uvTreeDepth, const Point3& at) {
     const int n = uvTreeDepth < 5 ? uvTreeDepth : 5;
     if (triangles.size() < 100 * static_cast<std::size_t>(n)) return at;
-    const auto tree = treeOver<PlainCentroid, 3>(triangles);
-    const auto [first, second] = plainCrease(tree.findKNearest(at, n * 2));
+    const auto tree = treeOver<ReferenceCentroidTree>(triangles);
+    const auto [first, second] = referenceCrease(tree.findKNearest(at, n * 2));
     reference::Vec3 d = {};
     reference::Vec3 w = {};
     for (std::size_t i = 0; i < 3; ++i) {
@@ -154,8 +145,8 @@ Point3 plainPointOnEdge(const std::vector<Triangle>& triangles, int uvTreeDepth,
     return distance(at, candidate) < 0.5 ? candidate : at;
 }
 
-int plainUVTreeDepth(const std::vector<Triangle>& triangles) {
-    return treeOver<PlainUVCentroid, 2>(triangles).depth;
+int referenceUVTreeDepth(const std::vector<Triangle>& triangles) {
+    return treeOver<ReferenceUVTree>(triangles).depth;
 }
 
 }  // namespace quarn::test

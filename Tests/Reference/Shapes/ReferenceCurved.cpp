@@ -4,7 +4,7 @@
 
 namespace quarn::test {
 
-IntersectionSet CurvedReference::hits(const Point3& from, const Point3& to) const {
+IntersectionSet ReferenceCurved::hits(const Point3& from, const Point3& to) const {
     const std::vector<Intersection> found = wallHits(from, to);
     IntersectionSet kept;
     if (!found.empty() && isOnSection(found.front().point)) kept.add(found.front());
@@ -12,7 +12,7 @@ IntersectionSet CurvedReference::hits(const Point3& from, const Point3& to) cons
     return kept;
 }
 
-IntersectionSet CurvedReference::hitsOfSide(const Point3& from, const Point3& to, int sign) const {
+IntersectionSet ReferenceCurved::hitsOfSide(const Point3& from, const Point3& to, int sign) const {
     const auto sideOf = [&](const Intersection& hit) {
         const Point3 n = normalAt(hit.point);
         double s = 0.0;
@@ -28,7 +28,7 @@ IntersectionSet CurvedReference::hitsOfSide(const Point3& from, const Point3& to
     return kept;
 }
 
-Point3 CurvedReference::closestPoint(const Point3& p) const {
+Point3 ReferenceCurved::closestPoint(const Point3& p) const {
     const Point2 uv = uvOf(p);
     double u = uv[0];
     double v = uv[1];
@@ -39,7 +39,7 @@ Point3 CurvedReference::closestPoint(const Point3& p) const {
     return positionAt(u, v);
 }
 
-std::optional<Intersection> CurvedReference::closestIntersection(const Point3& from, const Point3& direction,
+std::optional<Intersection> ReferenceCurved::closestIntersection(const Point3& from, const Point3& direction,
                                                                  bool extrapolate) const {
     const auto hitsTowards = [&](double sign) {
         const Point3 to(from[0] + sign * direction[0], from[1] + sign * direction[1],

@@ -32,11 +32,11 @@ using Outline = std::vector<std::vector<Point3>>;
 
 /// What both curved shapes answer, written out number by number. It shares no code with the library but its
 /// records.
-struct CurvedReference {
-    CurvedReference() = default;
-    CurvedReference(const CurvedReference&) = default;
-    CurvedReference& operator=(const CurvedReference&) = default;
-    virtual ~CurvedReference() = default;
+struct ReferenceCurved {
+    ReferenceCurved() = default;
+    ReferenceCurved(const ReferenceCurved&) = default;
+    ReferenceCurved& operator=(const ReferenceCurved&) = default;
+    virtual ~ReferenceCurved() = default;
 
     double cx = 0.0;
     double cy = 0.0;

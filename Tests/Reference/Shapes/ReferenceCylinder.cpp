@@ -5,7 +5,7 @@
 
 namespace quarn::test {
 
-Point3 CylinderReference::normalAt(const Point3& p) const {
+Point3 ReferenceCylinder::normalAt(const Point3& p) const {
     const double nx = cx - p[0];
     const double ny = cy - p[1];
     const double len = std::sqrt(nx * nx + ny * ny);
@@ -13,7 +13,7 @@ Point3 CylinderReference::normalAt(const Point3& p) const {
     return {nx / len, ny / len, 0.0 / len};
 }
 
-bool CylinderReference::isOnSection(const Point3& p) const {
+bool ReferenceCylinder::isOnSection(const Point3& p) const {
     const double e = 1e-06;
     const double dz = p[2] - cz;
     if (dz > height * 0.5 + e) return false;
@@ -31,7 +31,7 @@ bool CylinderReference::isOnSection(const Point3& p) const {
     return theta >= low && high >= theta;
 }
 
-Point2 CylinderReference::uvOf(const Point3& p) const {
+Point2 ReferenceCylinder::uvOf(const Point3& p) const {
     const double v = (height * 0.5 - (p[2] - cz)) / height;
     const double theta = std::atan2((p[0] - cx) / radius, (p[1] - cy) / radius);
     if (theta < 0.0) {
@@ -42,7 +42,7 @@ Point2 CylinderReference::uvOf(const Point3& p) const {
     return {(theta - minTheta) / (maxTheta - minTheta), v};
 }
 
-Point3 CylinderReference::positionAt(double u, double v) const {
+Point3 ReferenceCylinder::positionAt(double u, double v) const {
     const double theta = (1.0 - u) * minTheta + u * maxTheta;
     const double x = std::sin(theta) * radius + cx;
     const double y = std::cos(theta) * radius + cy;
@@ -50,7 +50,7 @@ Point3 CylinderReference::positionAt(double u, double v) const {
     return {x, y, z};
 }
 
-std::vector<Intersection> CylinderReference::wallHits(const Point3& from, const Point3& to) const {
+std::vector<Intersection> ReferenceCylinder::wallHits(const Point3& from, const Point3& to) const {
     const double ox = from[0] - cx;
     const double oy = from[1] - cy;
     const double dx = to[0] - ox;
@@ -83,7 +83,7 @@ std::vector<Intersection> CylinderReference::wallHits(const Point3& from, const 
     return found;
 }
 
-Samples CylinderReference::samples(const GridRow& row) const {
+Samples ReferenceCylinder::samples(const GridRow& row) const {
     Samples result;
     if (row.count < 2) return result;
     const double arc = maxTheta - minTheta;
@@ -102,7 +102,7 @@ Samples CylinderReference::samples(const GridRow& row) const {
     return result;
 }
 
-std::vector<Point3> CylinderReference::calibrationPoints(int columns, int rows) const {
+std::vector<Point3> ReferenceCylinder::calibrationPoints(int columns, int rows) const {
     std::vector<Point3> points;
     for (int i = 0; i < columns; ++i) {
         for (int j = 0; j < rows; ++j) {
@@ -115,12 +115,12 @@ std::vector<Point3> CylinderReference::calibrationPoints(int columns, int rows) 
     return points;
 }
 
-int CylinderReference::outlineCount() const {
+int ReferenceCylinder::outlineCount() const {
     const double count = std::fabs((maxTheta - minTheta) * 57.2957795131 * 0.5);
     return isCount(count) ? static_cast<int>(count) : 0;
 }
 
-Outline CylinderReference::outline() const {
+Outline ReferenceCylinder::outline() const {
     Outline edges(4);
     const int n = outlineCount();
     const bool fullCircle = std::fabs(maxTheta - minTheta) >= 6.283185307179586;
@@ -133,7 +133,7 @@ Outline CylinderReference::outline() const {
     return edges;
 }
 
-DisplayGeometry CylinderReference::displayGeometry() const {
+DisplayGeometry ReferenceCylinder::displayGeometry() const {
     DisplayGeometry display;
     const double half = height * 0.5;
     const double m = radius < half ? half : radius;
@@ -150,12 +150,12 @@ DisplayGeometry CylinderReference::displayGeometry() const {
     return display;
 }
 
-Point3 CylinderReference::heading() const {
+Point3 ReferenceCylinder::heading() const {
     const double theta = (maxTheta + minTheta) * 0.5;
     return {std::sin(theta), std::cos(theta), 0.0};
 }
 
-double CylinderReference::maxAngle() const {
+double ReferenceCylinder::maxAngle() const {
     const Point3 h = heading();
     const double headingLength = std::sqrt(h[0] * h[0] + h[1] * h[1] + h[2] * h[2]);
     const double a = std::max(std::fabs(minTheta), std::fabs(maxTheta));
@@ -169,7 +169,7 @@ double CylinderReference::maxAngle() const {
                      (z / cornerLength) * (h[2] / headingLength));
 }
 
-bool CylinderReference::endsSectionTest() const {
+bool ReferenceCylinder::endsSectionTest() const {
     constexpr double kFarthest = 10000.0;  // radians
     const double low = maxTheta < minTheta ? maxTheta : minTheta;
     const double high = minTheta < maxTheta ? maxTheta : minTheta;

@@ -6,7 +6,7 @@
 
 namespace quarn::test {
 
-struct CylinderReference : CurvedReference {
+struct ReferenceCylinder : ReferenceCurved {
     double height = 0.0;
 
     [[nodiscard]] Point3 normalAt(const Point3& p) const override;

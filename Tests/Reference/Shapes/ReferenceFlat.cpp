@@ -4,7 +4,7 @@
 
 namespace quarn::test {
 
-bool FlatReference::isOnSection(const Point3& p) const {
+bool ReferenceFlat::isOnSection(const Point3& p) const {
     const bool offPlane = p[1] > 1e-6 || p[1] < -1e-6;
     const bool offLeft = p[0] < -(w / 2.0) - 1e-6;
     const bool offRight = p[0] > w / 2.0 + 1e-6;
@@ -13,13 +13,13 @@ bool FlatReference::isOnSection(const Point3& p) const {
     return !offPlane && !offLeft && !offRight && !offBottom && !offTop;
 }
 
-Point2 FlatReference::uvOf(const Point3& p) const {
+Point2 ReferenceFlat::uvOf(const Point3& p) const {
     const double u = (w / 2.0 + p[0]) / w;
     const double v = (h / 2.0 - p[2]) / h;
     return {u, v};
 }
 
-Point3 FlatReference::positionAt(double u, double v) const {
+Point3 ReferenceFlat::positionAt(double u, double v) const {
     const double x0 = w * -0.5;
     const double x1 = w * 0.5;
     const double zTop = h * 0.5;
@@ -34,7 +34,7 @@ Point3 FlatReference::positionAt(double u, double v) const {
     return {leftX + (rightX - leftX) * u, leftY + (rightY - leftY) * u, leftZ + (rightZ - leftZ) * u};
 }
 
-std::optional<Intersection> FlatReference::planeHit(const Point3& from, const Point3& to) const {
+std::optional<Intersection> ReferenceFlat::planeHit(const Point3& from, const Point3& to) const {
     const double dx = to[0] - from[0];
     const double dy = to[1] - from[1];
     const double dz = to[2] - from[2];
@@ -49,13 +49,13 @@ std::optional<Intersection> FlatReference::planeHit(const Point3& from, const Po
     return found;
 }
 
-std::optional<Intersection> FlatReference::hit(const Point3& from, const Point3& to) const {
+std::optional<Intersection> ReferenceFlat::hit(const Point3& from, const Point3& to) const {
     const auto found = planeHit(from, to);
     if (found && isOnSection(found->point)) return found;
     return std::nullopt;
 }
 
-std::map<Point<int, 2>, Point3> FlatReference::horizontalSamples(double v, double uStart, double uEnd,
+std::map<Point<int, 2>, Point3> ReferenceFlat::horizontalSamples(double v, double uStart, double uEnd,
                                                                  int count, int row, bool extrapolate) const {
     std::map<Point<int, 2>, Point3> samples;
     if (count < 2) return samples;
@@ -68,7 +68,7 @@ std::map<Point<int, 2>, Point3> FlatReference::horizontalSamples(double v, doubl
     return samples;
 }
 
-std::vector<Point3> FlatReference::calibrationPoints(int columns, int rows) const {
+std::vector<Point3> ReferenceFlat::calibrationPoints(int columns, int rows) const {
     std::vector<Point3> points;
     for (int i = 0; i < columns; ++i) {
         for (int j = 0; j < rows; ++j) {
@@ -80,7 +80,7 @@ std::vector<Point3> FlatReference::calibrationPoints(int columns, int rows) cons
     return points;
 }
 
-Point3 FlatReference::closestPoint(const Point3& p) const {
+Point3 ReferenceFlat::closestPoint(const Point3& p) const {
     Point2 uv = uvOf(p);
     for (std::size_t i = 0; i < 2; ++i) {
         if (uv[i] < 0.0) uv[i] = 0.0;
@@ -89,7 +89,7 @@ Point3 FlatReference::closestPoint(const Point3& p) const {
     return positionAt(uv[0], uv[1]);
 }
 
-std::optional<Intersection> FlatReference::closestIntersection(const Point3& from, const Point3& direction,
+std::optional<Intersection> ReferenceFlat::closestIntersection(const Point3& from, const Point3& direction,
                                                                bool extrapolate) const {
     Point3 ahead;
     Point3 behind;
@@ -106,16 +106,16 @@ std::optional<Intersection> FlatReference::closestIntersection(const Point3& fro
     return found;
 }
 
-std::array<Point3, 4> FlatReference::corners() const {
+std::array<Point3, 4> ReferenceFlat::corners() const {
     return {Point3(w * -0.5, 0.0, h * 0.5), Point3(w * 0.5, 0.0, h * 0.5), Point3(w * -0.5, 0.0, h * -0.5),
             Point3(w * 0.5, 0.0, h * -0.5)};
 }
 
-double FlatReference::longerSide() const {
+double ReferenceFlat::longerSide() const {
     return w < h ? h : w;
 }
 
-Point3 FlatReference::viewPoint() const {
+Point3 ReferenceFlat::viewPoint() const {
     const double m = longerSide();
     double k = -10.0;
     if (m < 1.0) k = -1.0;

@@ -12,7 +12,7 @@
 namespace quarn::test {
 
 /// The rectangle, written out number by number. It shares no code with the library but its records.
-struct FlatReference {
+struct ReferenceFlat {
     double w;
     double h;
 

@@ -51,7 +51,7 @@ bool closest(const Point3& a0, const Point3& a1, const Point3& b0, const Point3&
 
 }  // namespace
 
-RuledReference::RuledReference(const RuledSurfaceScreenParams& params)
+ReferenceRuled::ReferenceRuled(const RuledSurfaceScreenParams& params)
     : width(params.width),
       height(params.height),
       topArc(params.maxTheta - params.minTheta),
@@ -69,20 +69,20 @@ RuledReference::RuledReference(const RuledSurfaceScreenParams& params)
     searchLow = 0.5 - 0.5 / m;
 }
 
-Point3 RuledReference::top(double t) const {
+Point3 ReferenceRuled::top(double t) const {
     return along(t, topArc, topRadius, topCenterY, topZ);
 }
-Point3 RuledReference::bottom(double t) const {
+Point3 ReferenceRuled::bottom(double t) const {
     return along(t, bottomArc, bottomRadius, bottomCenterY, bottomZ);
 }
-Point3 RuledReference::topDerivative(double t) const {
+Point3 ReferenceRuled::topDerivative(double t) const {
     return derivative(t, topArc, topRadius);
 }
-Point3 RuledReference::bottomDerivative(double t) const {
+Point3 ReferenceRuled::bottomDerivative(double t) const {
     return derivative(t, bottomArc, bottomRadius);
 }
 
-bool RuledReference::isLeft(double t, const Point3& from, const Point3& to) const {
+bool ReferenceRuled::isLeft(double t, const Point3& from, const Point3& to) const {
     const Point3 atTop = top(t);
     const Point3 atBottom = bottom(t);
     const double ex = atTop[0] - atBottom[0], ey = atTop[1] - atBottom[1], ez = atTop[2] - atBottom[2];
@@ -93,7 +93,7 @@ bool RuledReference::isLeft(double t, const Point3& from, const Point3& to) cons
     return 0.0 + (to[0] - from[0]) * cx + (to[1] - from[1]) * cy + (to[2] - from[2]) * cz > 0.0;
 }
 
-std::optional<Intersection> RuledReference::hit(const Point3& from, const Point3& to,
+std::optional<Intersection> ReferenceRuled::hit(const Point3& from, const Point3& to,
                                                 bool extrapolate) const {
     double high = searchHigh;
     double low = searchLow;
@@ -134,7 +134,7 @@ std::optional<Intersection> RuledReference::hit(const Point3& from, const Point3
     return found;
 }
 
-bool RuledReference::isOnSection(const Point3& p) const {
+bool ReferenceRuled::isOnSection(const Point3& p) const {
     const auto found = hit(p, Point3(p[0] + 0.0, p[1] + 1.0, p[2] + 0.0), true);
     if (!found) return false;
     if (distance(p, found->point) > 1e-06) return false;
@@ -142,19 +142,19 @@ bool RuledReference::isOnSection(const Point3& p) const {
     return uv[0] > -1e-06 && uv[0] < 1.000001 && uv[1] > -1e-06 && uv[1] < 1.000001;
 }
 
-Point2 RuledReference::uvOf(const Point3& p) const {
+Point2 ReferenceRuled::uvOf(const Point3& p) const {
     const auto found = hit(p, Point3(p[0] + 0.0, p[1] + 1.0, p[2] + 0.0), true);
     return found ? found->uv : Point2(0.0, 0.0);
 }
 
-Point3 RuledReference::position(double u, double v) const {
+Point3 ReferenceRuled::position(double u, double v) const {
     const Point3 atTop = top(u);
     const Point3 atBottom = bottom(u);
     return {(atBottom[0] - atTop[0]) * v + atTop[0], (atBottom[1] - atTop[1]) * v + atTop[1],
             (atBottom[2] - atTop[2]) * v + atTop[2]};
 }
 
-double RuledReference::sine(double u, const Point3& p) const {
+double ReferenceRuled::sine(double u, const Point3& p) const {
     const Point3 atTop = top(u);
     const Point3 atBottom = bottom(u);
     const double lengthR = distance(atTop, atBottom);
@@ -170,7 +170,7 @@ double RuledReference::sine(double u, const Point3& p) const {
     return 0.0 + cx * 0.0 + cy * 1.0 + cz * 0.0 > 0 ? magnitude : -magnitude;
 }
 
-Point3 RuledReference::normal(const Point3& p) const {
+Point3 ReferenceRuled::normal(const Point3& p) const {
     if (std::fabs(topArc) > 3.141592653589 || std::fabs(bottomArc) > 3.141592653589) ++logLines;
     const double v = (p[2] - topZ) / (bottomZ - topZ);
     double u = 0.0;
@@ -197,7 +197,7 @@ Point3 RuledReference::normal(const Point3& p) const {
     return side > 0 ? n : Point3(n[0] * -1.0, n[1] * -1.0, n[2] * -1.0);
 }
 
-Point3 RuledReference::closestPoint(const Point3& p) const {
+Point3 ReferenceRuled::closestPoint(const Point3& p) const {
     Point2 uv = uvOf(p);
     for (std::size_t i = 0; i < 2; ++i) {
         if (uv[i] < 0.0) uv[i] = 0.0;

@@ -14,9 +14,9 @@
 namespace quarn::test {
 
 /// A ruled screen in plain scalar arithmetic: no operator of points, and nothing shared with the screen.
-class RuledReference {
+class ReferenceRuled {
 public:
-    explicit RuledReference(const RuledSurfaceScreenParams& params);
+    explicit ReferenceRuled(const RuledSurfaceScreenParams& params);
 
     [[nodiscard]] Point3 top(double t) const;
     [[nodiscard]] Point3 bottom(double t) const;

@@ -5,17 +5,17 @@
 
 namespace quarn::test {
 
-Point3 RuledReference::eyepoint() const {
+Point3 ReferenceRuled::eyepoint() const {
     return {0.0, (topCenterY + bottomCenterY) * 0.5, (topZ + bottomZ) * 0.5};
 }
 
-double RuledReference::maxAngle() const {
+double ReferenceRuled::maxAngle() const {
     const Point3 eye = eyepoint();
     return std::acos(0.0 + (width * 0.5 - eye[0]) * 0.0 + (0.0 - eye[1]) * 1.0 +
                      (height * 0.5 - eye[2]) * 0.0);
 }
 
-std::vector<Point3> RuledReference::calibrationPoints(int columns, int rows) const {
+std::vector<Point3> ReferenceRuled::calibrationPoints(int columns, int rows) const {
     std::vector<Point3> points;
     for (int i = 0; i < columns; ++i)
         for (int j = 0; j < rows; ++j)
@@ -24,7 +24,7 @@ std::vector<Point3> RuledReference::calibrationPoints(int columns, int rows) con
     return points;
 }
 
-std::map<Point<int, 2>, Point3> RuledReference::samples(double v, double uStart, double uEnd, int count,
+std::map<Point<int, 2>, Point3> ReferenceRuled::samples(double v, double uStart, double uEnd, int count,
                                                         int row, bool extrapolate) const {
     std::map<Point<int, 2>, Point3> found;
     if (count < 2) return found;
@@ -36,7 +36,7 @@ std::map<Point<int, 2>, Point3> RuledReference::samples(double v, double uStart,
     return found;
 }
 
-Point3 RuledReference::viewPoint() const {
+Point3 ReferenceRuled::viewPoint() const {
     double m = width * 0.5;
     if (m < height * 0.5) m = height * 0.5;
     double s = -10.0;
@@ -47,14 +47,14 @@ Point3 RuledReference::viewPoint() const {
     return {0.0, m * s, 0.0};
 }
 
-std::vector<Point3> RuledReference::displayVertices() const {
+std::vector<Point3> ReferenceRuled::displayVertices() const {
     std::vector<Point3> vertices;
     for (int i = 0; i <= 99; ++i)
         for (int j = 0; j <= 99; ++j) vertices.push_back(position(i / 99.0, j / 99.0));
     return vertices;
 }
 
-std::vector<Point3> RuledReference::displayNormals() const {
+std::vector<Point3> ReferenceRuled::displayNormals() const {
     const std::vector<Point3> vertices = displayVertices();
     std::vector<Point3> normals;
     const auto normalize = [](double* d) {

@@ -5,7 +5,7 @@
 
 namespace quarn::test {
 
-Point3 SphereReference::normalAt(const Point3& p) const {
+Point3 ReferenceSphere::normalAt(const Point3& p) const {
     const double nx = cx - p[0];
     const double ny = cy - p[1];
     const double nz = cz - p[2];
@@ -14,7 +14,7 @@ Point3 SphereReference::normalAt(const Point3& p) const {
     return {nx / len, ny / len, nz / len};
 }
 
-bool SphereReference::isOnSection(const Point3& p) const {
+bool ReferenceSphere::isOnSection(const Point3& p) const {
     const double e = 1e-06;
     const double qx = (p[0] - cx) / radius;
     const double qy = (p[1] - cy) / radius;
@@ -34,7 +34,7 @@ bool SphereReference::isOnSection(const Point3& p) const {
     return theta >= low && high >= theta;
 }
 
-Point2 SphereReference::uvOf(const Point3& p) const {
+Point2 ReferenceSphere::uvOf(const Point3& p) const {
     const double phi = std::asin((p[2] - cz) / radius);
     const double v = 1.0 - (phi - minPhi) / (maxPhi - minPhi);
     const double c = std::cos(phi);
@@ -43,7 +43,7 @@ Point2 SphereReference::uvOf(const Point3& p) const {
     return {(theta - minTheta) / (maxTheta - minTheta), v};
 }
 
-Point3 SphereReference::positionAt(double u, double v) const {
+Point3 ReferenceSphere::positionAt(double u, double v) const {
     const double theta = (1.0 - u) * minTheta + u * maxTheta;
     const double phi = (1.0 - v) * maxPhi + v * minPhi;
     const double x = std::sin(theta) * radius * std::cos(phi) + cx;
@@ -52,7 +52,7 @@ Point3 SphereReference::positionAt(double u, double v) const {
     return {x, y, z};
 }
 
-std::vector<Intersection> SphereReference::wallHits(const Point3& from, const Point3& to) const {
+std::vector<Intersection> ReferenceSphere::wallHits(const Point3& from, const Point3& to) const {
     const double ox = from[0] - cx;
     const double oy = from[1] - cy;
     const double oz = from[2] - cz;
@@ -82,7 +82,7 @@ std::vector<Intersection> SphereReference::wallHits(const Point3& from, const Po
     return found;
 }
 
-Samples SphereReference::samples(const GridRow& row) const {
+Samples ReferenceSphere::samples(const GridRow& row) const {
     Samples result;
     if (row.count < 2) return result;
     const double phi = maxPhi - (maxPhi - minPhi) * row.v;
@@ -103,7 +103,7 @@ Samples SphereReference::samples(const GridRow& row) const {
     return result;
 }
 
-std::vector<Point3> SphereReference::calibrationPoints(int columns, int rows) const {
+std::vector<Point3> ReferenceSphere::calibrationPoints(int columns, int rows) const {
     std::vector<Point3> points;
     for (int i = 0; i < columns; ++i) {
         for (int j = 0; j < rows; ++j) {
@@ -118,21 +118,21 @@ std::vector<Point3> SphereReference::calibrationPoints(int columns, int rows) co
     return points;
 }
 
-int SphereReference::thetaSamples() const {
+int ReferenceSphere::thetaSamples() const {
     const double degrees = (maxTheta - minTheta) * 57.2957795131;
     return isCount(degrees) ? static_cast<int>(degrees) / 2 : 0;
 }
 
-int SphereReference::phiSamples() const {
+int ReferenceSphere::phiSamples() const {
     const double degrees = (maxPhi - minPhi) * 57.2957795131;
     return isCount(degrees) ? static_cast<int>(degrees) / 2 : 0;
 }
 
-int SphereReference::outlineCount() const {
+int ReferenceSphere::outlineCount() const {
     return std::max(thetaSamples(), phiSamples());
 }
 
-Outline SphereReference::outline() const {
+Outline ReferenceSphere::outline() const {
     const int nTheta = thetaSamples();
     const int nPhi = phiSamples();
     Outline edges(4);
@@ -147,7 +147,7 @@ Outline SphereReference::outline() const {
     return edges;
 }
 
-DisplayGeometry SphereReference::displayGeometry() const {
+DisplayGeometry ReferenceSphere::displayGeometry() const {
     DisplayGeometry display;
     display.viewPoint = Point3(0.0, viewFactor(radius) * radius, 0.0);
     display.indices = gridIndices();
@@ -165,7 +165,7 @@ DisplayGeometry SphereReference::displayGeometry() const {
     return display;
 }
 
-Point3 SphereReference::heading() const {
+Point3 ReferenceSphere::heading() const {
     const double azimuthGap = 6.283185307179586 - (maxTheta - minTheta);
     const double topGap = 3.141592653589793 - 2.0 * maxPhi;
     const double bottomGap = 2.0 * minPhi + 3.141592653589793;
@@ -177,7 +177,7 @@ Point3 SphereReference::heading() const {
     return {0.0, 0.0, -1.0};
 }
 
-double SphereReference::maxAngle() const {
+double ReferenceSphere::maxAngle() const {
     const Point3 h = heading();
     const double headingLength = std::sqrt(h[0] * h[0] + h[1] * h[1] + h[2] * h[2]);
     double largest = 0.0;

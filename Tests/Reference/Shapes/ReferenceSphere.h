@@ -6,7 +6,7 @@
 
 namespace quarn::test {
 
-struct SphereReference : CurvedReference {
+struct ReferenceSphere : ReferenceCurved {
     double minPhi = 0.0;
     double maxPhi = 0.0;
 

@@ -1,5 +1,6 @@
 /// \file
-/// The mappings of the cylinder and the sphere on plain numbers, for comparison with the screens' own operations.
+/// The mappings of the cylinder and the sphere, for comparison of times. Unlike ReferenceCylinder and
+/// ReferenceSphere, the compiler sees through them and can inline them.
 #pragma once
 
 #include <algorithm>
@@ -8,12 +9,12 @@
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/SphericalScreen.h>
 
-namespace quarn::bench {
+namespace quarn::test {
 
 inline constexpr double kTurn = 6.283185307179586;
 
 /// A cylinder whose mappings the compiler sees through; the same operations in the same order.
-struct InlineCylinder {
+struct ReferenceCylinderFormulas {
     CylinderScreenParams p;
 
     [[nodiscard]] Point<double, 3> mapInto3D(const Point<double, 2>& uv) const {
@@ -37,7 +38,7 @@ struct InlineCylinder {
 };
 
 /// The same for a sphere.
-struct InlineSphere {
+struct ReferenceSphereFormulas {
     SphericalScreenParams p;
 
     [[nodiscard]] Point<double, 3> mapInto3D(const Point<double, 2>& uv) const {
@@ -66,4 +67,4 @@ struct InlineSphere {
     }
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

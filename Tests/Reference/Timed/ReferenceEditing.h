@@ -1,19 +1,20 @@
 /// \file
-/// Changes of a mesh written plainly, with plain indexes made anew.
+/// Changes of a mesh with its indexes built again, for comparison of times.
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <utility>
 #include <vector>
 
+#include "Reference/Mesh/ReferenceTransform.h"
 #include "Reference/Timed/ReferenceIndexes.h"
 
-namespace quarn::bench {
+namespace quarn::test {
 
-class PlainEditing {
+/// Unlike ReferenceRefinement it counts no steps, and its pieces go into one list.
+class ReferenceEditing {
 public:
-    explicit PlainEditing(std::vector<Triangle> mesh) : triangles(std::move(mesh)), indexes(triangles) {}
+    explicit ReferenceEditing(std::vector<Triangle> mesh) : triangles(std::move(mesh)), indexes(triangles) {}
 
     void refine(double maxEdgeLength) {
         std::vector<Triangle> pieces;
@@ -23,22 +24,7 @@ public:
     }
 
     void applyTransform(const Point<double, 3>& translation, const Point<double, 3>& degrees, double scale) {
-        constexpr double kRadians = 0.017453292;
-        const Matrix rotation = product(product(rotationAbout({0.0, 0.0, 1.0}, degrees[0] * -kRadians),
-                                                rotationAbout({1.0, 0.0, 0.0}, degrees[1] * kRadians)),
-                                        rotationAbout({0.0, 1.0, 0.0}, degrees[2] * kRadians));
-        for (Triangle& triangle : triangles) {
-            for (TriangleVertex& vertex : triangle.vertices) {
-                const Point<double, 3> scaled = vertex.position * scale;
-                vertex.position = Point<double, 3>(dot(rotation[0], scaled), dot(rotation[1], scaled),
-                                                   dot(rotation[2], scaled)) +
-                                  translation;
-            }
-        }
-        for (Triangle& triangle : triangles) {
-            triangle.computeGeometry();
-            for (TriangleVertex& vertex : triangle.vertices) vertex.normal = triangle.normal;
-        }
+        triangles = referenceTransform(std::move(triangles), translation, degrees, scale);
         indexes.build(triangles);
     }
 
@@ -55,29 +41,10 @@ public:
     }
 
     std::vector<Triangle> triangles;
-    PlainIndexes indexes;
+    ReferenceIndexes indexes;
 
 private:
     using Vertex = TriangleVertex;
-    using Matrix = std::array<Point<double, 3>, 3>;
-
-    static Matrix rotationAbout(const Point<double, 3>& axis, double angle) {
-        const auto [x, y, z] = std::array{axis[0], axis[1], axis[2]};
-        const double c = std::cos(angle);
-        const double s = std::sin(angle);
-        const double k = 1.0 - c;
-        return {Point<double, 3>(x * x * k + c, x * y * k - s * z, x * z * k + s * y),
-                Point<double, 3>(x * y * k + s * z, y * y * k + c, y * z * k - s * x),
-                Point<double, 3>(x * z * k - s * y, y * z * k + s * x, z * z * k + c)};
-    }
-
-    static Matrix product(const Matrix& a, const Matrix& b) {
-        Matrix result;
-        for (std::size_t i = 0; i < 3; ++i)
-            for (std::size_t j = 0; j < 3; ++j)
-                result[i][j] = dot(a[i], Point<double, 3>(b[0][j], b[1][j], b[2][j]));
-        return result;
-    }
 
     static double angleAt(const Vertex& corner, const Vertex& first, const Vertex& second) {
         return std::acos(
@@ -143,4 +110,4 @@ private:
     }
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

@@ -1,5 +1,6 @@
 /// \file
-/// The arithmetic of a flat screen on plain numbers, for comparison with the screen's own operations.
+/// The arithmetic of a flat screen, for comparison of times. Unlike ReferenceFlat, the compiler sees through it
+/// and can inline it.
 #pragma once
 
 #include <cmath>
@@ -8,10 +9,10 @@
 
 #include <QuarnScreen/Point.h>
 
-namespace quarn::bench {
+namespace quarn::test {
 
 /// A wall whose operations the compiler sees through.
-struct InlineFlatScreen {
+struct ReferenceFlatFormulas {
     double width;
     double height;
 
@@ -58,4 +59,4 @@ private:
     }
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

@@ -5,10 +5,15 @@
 #include <functional>
 #include <thread>
 
-#include "Inputs/BenchScreen.h"
+#include <QuarnScreen/FlatScreen.h>
 
-namespace quarn::bench {
+namespace quarn::test {
 namespace {
+
+// Opens the digest that a load computes.
+struct Digest : FlatScreen {
+    using ScreenGeometry::calculateHash;
+};
 
 using Floats3 = std::array<float, 3>;
 using Floats2 = std::array<float, 2>;
@@ -154,7 +159,7 @@ void detail::blankContinuations(std::string& text) {
 
 }  // namespace
 
-void PlainObjLoad::load(std::istream& in) {
+void ReferenceObjLoad::load(std::istream& in) {
     in.seekg(0, std::ios::end);
     text.resize(static_cast<std::size_t>(in.tellg()));
     in.seekg(0);
@@ -197,7 +202,7 @@ void PlainObjLoad::load(std::istream& in) {
         for (TriangleVertex& vertex : triangle.vertices) vertex.normal = triangle.normal;
         triangles.push_back(triangle);
     }
-    digest = BenchScreen::calculateHash(text);
+    digest = Digest::calculateHash(text);
 }
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

@@ -1,5 +1,6 @@
 /// \file
-/// The load of an OBJ text written plainly: byte after byte, on two threads, with the lists of triangles growing as they come.
+/// The load of an OBJ text, for comparison of times: byte after byte, on two threads, into lists that grow. Unlike
+/// ReferenceObjReader it checks no index of a byte, and copies each text once.
 #pragma once
 
 #include <array>
@@ -11,10 +12,10 @@
 #include <QuarnScreen/ScreenGeometry.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn::bench {
+namespace quarn::test {
 
 /// What comes of a text, before any index.
-struct PlainObjLoad {
+struct ReferenceObjLoad {
     /// Loads a text whose references are all good.
     void load(std::istream& in);
 
@@ -23,4 +24,4 @@ struct PlainObjLoad {
     std::vector<Triangle> triangles;
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

@@ -1,5 +1,6 @@
 /// \file
-/// A quadtree over UV written plainly: nodes with the indices of their children, or up to eight pointers to triangles.
+/// A quadtree over UV, for comparison of times. Unlike ReferenceRegionMap it counts nothing, and leaves of up to
+/// eight triangles allocate no memory.
 #pragma once
 
 #include <array>
@@ -11,18 +12,18 @@
 
 #include "Reference/Mesh/ReferenceRegionMap.h"
 
-namespace quarn::bench {
+namespace quarn::test {
 
 /// The same tree as RegionMap's, without statistics; a further build appends its nodes, too.
-class PlainQuadtree {
+class ReferenceQuadtree {
 public:
     void build(const std::vector<Triangle>& list) {
         bounds.reserve(list.size());
-        rootRect = test::boxOf(list.front());
+        rootRect = boxOf(list.front());
         for (const Triangle& triangle : list) {
-            bounds.push_back(test::boxOf(triangle));
-            test::growBy(rootRect, bounds.back().minU, bounds.back().minV);
-            test::growBy(rootRect, bounds.back().maxU, bounds.back().maxV);
+            bounds.push_back(boxOf(triangle));
+            growBy(rootRect, bounds.back().minU, bounds.back().minV);
+            growBy(rootRect, bounds.back().maxU, bounds.back().maxV);
         }
         triangles = list.data();
         std::vector<int> indices(list.size());
@@ -31,7 +32,7 @@ public:
         bounds.clear();
     }
 
-    /// The first triangle that holds a UV.
+    /// The first triangle that contains a UV.
     [[nodiscard]] std::optional<const Triangle*> locate(double u, double v) const {
         if (rootRect.minU > u || u > rootRect.maxU || rootRect.minV > v || v > rootRect.maxV)
             return std::nullopt;
@@ -48,22 +49,22 @@ public:
             node = &nodes[static_cast<std::size_t>(node->children[quadrant])];
         }
         const Triangle* const* leaf =
-            node->count <= kInPlace ? node->few.data() : roomy[node->roomyIndex].data();
+            node->count <= kInlineCapacity ? node->inlined.data() : longLeaves[node->longIndex].data();
         for (int i = 0; i < node->count; ++i)
-            if (test::holdsPoint(*leaf[i], u, v)) return leaf[i];
+            if (holdsPoint(*leaf[i], u, v)) return leaf[i];
         return std::nullopt;
     }
 
 private:
-    static constexpr int kInPlace = 8;
+    static constexpr int kInlineCapacity = 8;
     static constexpr int kMaxDepth = 18;
 
     struct Node {
         int count;  // -1 for an inner node
         union {
             std::array<int, 4> children;
-            std::array<const Triangle*, kInPlace> few;
-            std::size_t roomyIndex;  // of a longer list
+            std::array<const Triangle*, kInlineCapacity> inlined;
+            std::size_t longIndex;  // of a longer list
         };
     };
 
@@ -93,13 +94,13 @@ private:
     int makeLeaf(const int* first, const int* last) {
         Node leaf;
         leaf.count = static_cast<int>(last - first);
-        leaf.few = {};
+        leaf.inlined = {};
         const auto pointer = [this](int index) { return triangles + index; };
-        if (leaf.count <= kInPlace) {
-            std::transform(first, last, leaf.few.begin(), pointer);
+        if (leaf.count <= kInlineCapacity) {
+            std::transform(first, last, leaf.inlined.begin(), pointer);
         } else {
-            leaf.roomyIndex = roomy.size();
-            std::transform(first, last, std::back_inserter(roomy.emplace_back()), pointer);
+            leaf.longIndex = longLeaves.size();
+            std::transform(first, last, std::back_inserter(longLeaves.emplace_back()), pointer);
         }
         return append(leaf);
     }
@@ -107,10 +108,10 @@ private:
     // -1 for a node that its parent has to replace, as it failed to reduce the triangles twice running.
     int buildNode(int* first, int* last, const RegionRect& rect, int depth, int parentCount) {
         const int count = static_cast<int>(last - first);
-        if (count <= kInPlace || depth >= kMaxDepth) return makeLeaf(first, last);
-        const std::array<RegionRect, 4> quadrants = test::quadrantsOf(rect);
+        if (count <= kInlineCapacity || depth >= kMaxDepth) return makeLeaf(first, last);
+        const std::array<RegionRect, 4> quadrants = quadrantsOf(rect);
         const std::size_t nodesBefore = nodes.size();
-        const std::size_t roomyBefore = roomy.size();
+        const std::size_t longBefore = longLeaves.size();
         Node node;
         node.count = -1;
         node.children = {};
@@ -120,7 +121,7 @@ private:
             const int child = buildNode(first, end, quadrants[quadrant], depth + 1, count);
             if (child == -1) {
                 nodes.resize(nodesBefore);
-                roomy.resize(roomyBefore);
+                longLeaves.resize(longBefore);
                 return makeLeaf(first, last);
             }
             node.children[quadrant] = child;
@@ -132,7 +133,7 @@ private:
     std::vector<RegionRect> bounds;
     RegionRect rootRect;
     std::vector<Node> nodes;
-    std::vector<std::vector<const Triangle*>> roomy;
+    std::vector<std::vector<const Triangle*>> longLeaves;
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

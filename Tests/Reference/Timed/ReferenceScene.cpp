@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <limits>
 
-namespace quarn::bench {
+namespace quarn::test {
 namespace {
 
 constexpr float kStepBehindHit = 0.001F;  // in lengths of the ray's direction
@@ -43,24 +43,24 @@ bool testTriangle(RTCPointQueryFunctionArguments* arguments) {
 
 }  // namespace
 
-struct PlainScene::Tracer {
+struct ReferenceScene::Tracer {
     RTCDevice device = rtcNewDevice("tessellation_cache_size=100");
     RTCScene scene = rtcNewScene(device);
     RTCGeometry geometry = nullptr;
     const std::vector<Triangle>* triangles = nullptr;
 };
 
-PlainScene::PlainScene() : tracer(std::make_unique<Tracer>()) {
+ReferenceScene::ReferenceScene() : tracer(std::make_unique<Tracer>()) {
     rtcSetSceneFlags(tracer->scene, RTC_SCENE_FLAG_ROBUST);
     rtcSetSceneBuildQuality(tracer->scene, RTC_BUILD_QUALITY_HIGH);
 }
 
-PlainScene::~PlainScene() {
+ReferenceScene::~ReferenceScene() {
     rtcReleaseScene(tracer->scene);
     rtcReleaseDevice(tracer->device);
 }
 
-void PlainScene::upload(const std::vector<Triangle>& triangles) {
+void ReferenceScene::upload(const std::vector<Triangle>& triangles) {
     tracer->triangles = &triangles;
     RTCGeometry mesh = rtcNewGeometry(tracer->device, RTC_GEOMETRY_TYPE_TRIANGLE);
     auto* coordinate = static_cast<float*>(rtcSetNewGeometryBuffer(
@@ -81,7 +81,7 @@ void PlainScene::upload(const std::vector<Triangle>& triangles) {
     rtcCommitScene(tracer->scene);
 }
 
-IntersectionSet PlainScene::intersect(const Point<double, 3>& start, const Point<double, 3>& end) const {
+IntersectionSet ReferenceScene::intersect(const Point<double, 3>& start, const Point<double, 3>& end) const {
     const Point<double, 3> direction = end - start;
     IntersectionSet hits;
     float nearest = 0.0F;
@@ -124,7 +124,7 @@ IntersectionSet PlainScene::intersect(const Point<double, 3>& start, const Point
     return hits;
 }
 
-const Triangle* PlainScene::findContaining(const Point<double, 3>& point) const {
+const Triangle* ReferenceScene::findContaining(const Point<double, 3>& point) const {
     RTCPointQuery query{};
     query.x = static_cast<float>(point[0]);
     query.y = static_cast<float>(point[1]);
@@ -137,4 +137,4 @@ const Triangle* PlainScene::findContaining(const Point<double, 3>& point) const 
     return search.best;
 }
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

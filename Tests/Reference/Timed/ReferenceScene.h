@@ -1,5 +1,5 @@
 /// \file
-/// A mesh in the ray tracer, asked by its calls directly.
+/// A mesh in the ray tracer, queried by the tracer's own calls.
 #pragma once
 
 #include <memory>
@@ -8,14 +8,14 @@
 #include <QuarnScreen/IntersectionSet.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn::bench {
+namespace quarn::test {
 
-class PlainScene {
+class ReferenceScene {
 public:
-    PlainScene();
-    PlainScene(const PlainScene&) = delete;
-    PlainScene& operator=(const PlainScene&) = delete;
-    ~PlainScene();
+    ReferenceScene();
+    ReferenceScene(const ReferenceScene&) = delete;
+    ReferenceScene& operator=(const ReferenceScene&) = delete;
+    ~ReferenceScene();
 
     /// Takes a mesh, which must outlive the scene.
     void upload(const std::vector<Triangle>& triangles);
@@ -23,8 +23,7 @@ public:
     /// Up to ten hits, nearest first.
     [[nodiscard]] IntersectionSet intersect(const Point<double, 3>& start, const Point<double, 3>& end) const;
 
-    /// Of the triangles that hold a position, that with the nearest centroid, by the tracer's own search around a
-    /// position.
+    /// Of the triangles that contain a position, the one with the nearest centroid, by the tracer's point query.
     [[nodiscard]] const Triangle* findContaining(const Point<double, 3>& point) const;
 
 private:
@@ -32,4 +31,4 @@ private:
     std::unique_ptr<Tracer> tracer;
 };
 
-}  // namespace quarn::bench
+}  // namespace quarn::test

@@ -131,14 +131,14 @@ class Check(ObjTest):
         self.file("a.obj", soup(SOUP_SIZE))
         for command, *arguments in (["info"], ["map", "--to", "3d"]):
             self.assertRegex(self.error_line(command, "a.obj", *arguments),
-                             r"a\.obj: found a mesh whose index by UV would take too long to build: (at least )?\d+ of 2000 triangles overlap "
+                             r"a\.obj: found a mesh whose UV index would take too long to build: (at least )?\d+ of 2000 triangles overlap "
                              r"others in UV, expected a UV map without overlaps; try: quarnscreen check a\.obj")
         self.assertIn("cannot be indexed", self.run_tool("check", "a.obj").stdout.decode())
-        self.assertIn("index by UV", self.error_line("info", self.xml("mesh.xml", soup(SOUP_SIZE))))
+        self.assertIn("UV index", self.error_line("info", self.xml("mesh.xml", soup(SOUP_SIZE))))
 
     def test_the_index_by_uv_counts_for_the_memory(self):
         self.file("a.obj", soup(200))
-        self.assertRegex(self.error_line("info", "a.obj", "--max-memory", "1M"), r"index by UV would need \d+\.\d MiB of memory and not 1\.0 MiB")
+        self.assertRegex(self.error_line("info", "a.obj", "--max-memory", "1M"), r"UV index would need \d+\.\d MiB of memory and not 1\.0 MiB")
 
 
 if __name__ == "__main__":

@@ -87,15 +87,15 @@ class Convert(ConvertTest):
     def test_a_mended_file_is_told_of_with_lines(self):
         self.file("a.obj", TRIANGLE + "f -3 -2 -1\nf 1 2 -1 # last\n")
         self.assertEqual(self.convert("a.obj", "-o", "b.obj").splitlines()[:3],
-                         ["note: a.obj:5: mended 1 comment behind a face",
+                         ["note: a.obj:5: mended 1 comment after a face",
                           "note: a.obj:4: mended 4 corners that refer back by negative numbers",
                           "note: a.obj:4: mended 6 corners without a normal"])
         self.assertEqual(self.text("b.obj"), TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n# last\nf 1//1 2//1 3//1\n")
 
     def test_a_mesh_without_uv_is_told_of(self):
         self.file("a.obj", RIGHT)
-        self.assertRegex(self.convert("a.obj", "-o", "b.obj"), r"\Anote: b\.obj: the file holds no vt line; .*\n\Z")
-        self.assertRegex(self.convert("a.obj", "-o", "-", "--to", "obj"), r"\Anote: standard output: the file holds no vt line; .*\n\Z")
+        self.assertRegex(self.convert("a.obj", "-o", "b.obj"), r"\Anote: b\.obj: the file has no vt line; .*\n\Z")
+        self.assertRegex(self.convert("a.obj", "-o", "-", "--to", "obj"), r"\Anote: standard output: the file has no vt line; .*\n\Z")
 
     def test_from_obj_to_xml_and_back_text_and_digest_stay(self):
         for name, text in (("wall", wall()), ("dome", dome()), ("windows", wall().replace("\n", "\r\n"))):

@@ -89,7 +89,7 @@ class Refine(ObjTest):
     def test_a_mesh_without_uv_is_cut_too_and_noted(self):
         self.file("in.obj", wall(corner="{0}//1"))
         result = self.run_tool("refine", "in.obj", "--max-edge", "0.5")
-        self.assertRegex(result.stderr.decode(), r"\Anote: standard output: the file holds no vt line; .*\n\Z")
+        self.assertRegex(result.stderr.decode(), r"\Anote: standard output: the file has no vt line; .*\n\Z")
         self.assertEqual({uv for triangle in mesh_of(result.stdout.decode()) for _, uv in triangle}, {None})
 
     def test_what_would_not_end_or_fit_is_refused(self):

@@ -42,7 +42,7 @@ class MeshInfo(ObjTest):
         text = "\n".join(line for line in wall(corner="{0}//1").split("\n") if not line.startswith("vt"))
         mesh, lines = self.mesh(text)
         self.assertEqual(mesh["status"], "no_uv")
-        self.assertTrue(mesh["statusText"].startswith("the file holds no vt line; rays, normals"))
+        self.assertTrue(mesh["statusText"].startswith("the file has no vt line; rays, normals"))
         self.assertIsNone(mesh["uvRange"])
         self.assertEqual((lines["UV range"], lines["has UV mapping"], lines["is valid"]), ("none", "no", "yes"))
 
@@ -65,7 +65,7 @@ class MeshInfo(ObjTest):
         faces = [line for line in wall().split("\n") if line.startswith("f")]
         mesh, lines = self.mesh(wall().replace(faces[1] + "\n", "").replace(faces[5] + "\n", "").replace(faces[9] + "\n", ""))
         self.assertEqual(mesh["status"], "bad_boundary")
-        self.assertIn("has not one closed outline", lines["status"])
+        self.assertIn("does not have exactly one closed boundary", lines["status"])
         self.assertEqual(lines["has UV mapping"], "no")
 
     def test_what_has_no_effect_is_counted(self):

@@ -37,10 +37,10 @@ LOADS = {
 REFUSED = {
     "a_line_feed_in_a_header_with_solid": (binary(b"solid wall\nby a program"), "found a binary STL file whose header reads as the first line of a text one"),
     "text": (text(), "found an STL file in text form"),
-    "a_count_above": (binary(count=3), "found 2 triangles and a header that tells of 3"),
-    "a_count_of_billions": (binary(count=2**31 - 1), "found 2 triangles and a header that tells of 2147483647"),
-    "a_count_of_nothing": (binary(count=0), "found a header that tells of no triangle"),
-    "a_negative_count": (binary(count=-1), "found a header that tells of no triangle"),
+    "a_count_above": (binary(count=3), "found 2 triangles and a header that declares 3"),
+    "a_count_of_billions": (binary(count=2**31 - 1), "found 2 triangles and a header that declares 2147483647"),
+    "a_count_of_nothing": (binary(count=0), "found a header that declares no triangles"),
+    "a_negative_count": (binary(count=-1), "found a header that declares no triangles"),
     "a_normal_that_is_not_finite": (binary(records=[record(WALL[0]), record(WALL[1], (0, float("nan"), 0))]), "found a normal that is not finite in triangle 2"),
 }
 
@@ -154,7 +154,7 @@ class Stl(ToolTest):
         self.assertEqual(findings["not-finite"]["count"], 2)
 
     def test_check_tells_where_a_file_is_longer_or_shorter_than_it_says(self):
-        self.assertIn("the header tells of 1 triangles, and 2 are there", self.findings(binary(count=1))["stl-count"]["text"])
+        self.assertIn("the header declares 1 triangles; the 2 present are used", self.findings(binary(count=1))["stl-count"]["text"])
         cut = self.findings(text()[:-30])
         self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "no-uv"])
         self.assertEqual(cut["stl-cut-off"]["places"], [{"triangle": None, "line": 14}])
@@ -169,7 +169,7 @@ class Stl(ToolTest):
         self.file("a.xml", f'<ScreenGeometry ClassType="class STLScreen">{base64.b64encode(text()).decode()}</ScreenGeometry>')
         result = self.run_tool("check", "a.xml")
         self.assertEqual(result.returncode, 1)
-        self.assertIn(b"a.xml: an STL file in text form, which the other commands do not load (mend it by: quarnscreen convert a.xml", result.stdout)
+        self.assertIn(b"a.xml: an STL file in text form, which the other commands reject (mend it by: quarnscreen convert a.xml", result.stdout)
         self.file("a.stl", b"solid\nendsolid\n")
         self.assertIn("found no triangle in the STL file", self.run_tool("check", "a.stl").stderr.decode())
 

@@ -96,7 +96,7 @@ class MeshErrors(ObjTest):
         self.file("a.obj", wall())
         for scale in ("0", "much", "nan", "inf", "1e39", "1e-50", ""):
             self.assertEqual(self.error_line("info", "a.obj", "--scale", scale),
-                             f'error: found --scale "{scale}", expected a number other than 0 that a float holds, such as 0.001\n')
+                             f'error: found --scale "{scale}", expected a nonzero number within the range of a float, such as 0.001\n')
         for axes in (["--forward", "X", "--up", "-X"], ["--forward", "Z"], ["--up", "-Y"]):
             self.assertRegex(self.error_line("info", "a.obj", *axes), "found the axes .* expected two different ones of X, Y and Z")
         self.assertRegex(self.error_line("info", "a.obj", "--up", "y"), r"--up: y not in .* \(see --help\)")

@@ -64,7 +64,7 @@ TEST(ChannelPoints, ARayBeyondTheScreenGetsThePointOfTheContinuation) {
 TEST(ChannelPoints, AreTogetherTheAnswerToTheWholeChannel) {
     int withSide = 0;
     int fromExtra = 0;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const OneSidedWall wall(rng.uniform(0.1, 3.0), rng.uniform(0.1, 3.0));

@@ -18,7 +18,8 @@ bool isLead(wchar_t character) {
     return unit >= kFirstLead && unit < kFirstTrail;
 }
 
-// A trail joins a lead at the end of `result`, so that a pair across two texts is joined too.
+// Joins a trail surrogate to a lead surrogate at the end of `result`, also if the two come from
+// adjacent text nodes.
 void appendXmlText(const XMLCh* text, std::wstring& result) {
     if (text == nullptr) return;
     result.reserve(result.size() + xercesc::XMLString::stringLen(text));
@@ -46,8 +47,8 @@ bool isTextNode(const DOMNode& node) {
     return type == DOMNode::TEXT_NODE || type == DOMNode::CDATA_SECTION_NODE;
 }
 
-// The node that follows in document order, the children of `node` left out; null behind the last one below
-// `top`.
+// Returns the node that follows in document order, without the children of `node`; null after the
+// last node below `top`.
 const DOMNode* nextBelow(const DOMNode& top, const DOMNode* node) {
     while (node != &top) {
         if (const DOMNode* sibling = node->getNextSibling()) return sibling;

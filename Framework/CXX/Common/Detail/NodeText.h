@@ -1,5 +1,5 @@
 /// \file
-/// Text of a DOM node as a wide string.
+/// Text of DOM nodes as wide strings.
 #pragma once
 
 #include <string>
@@ -7,14 +7,15 @@
 
 namespace quarn::detail {
 
-/// Wide string from UTF-16 units, surrogate pairs joined; a lone surrogate is kept as it is. Null gives "".
+/// Converts UTF-16 units to a wide string and joins surrogate pairs. A lone surrogate is kept
+/// unchanged. Null gives "".
 [[nodiscard]] std::wstring fromXmlText(const XMLCh* text);
 
-/// The text that DOMNode::getTextContent tells: that of all text below the node, without comments and
-/// processing instructions.
+/// Returns the text of all text nodes below the node, without comments and processing instructions,
+/// as DOMNode::getTextContent does.
 ///
-/// Unlike getTextContent it needs no recursion, so a deep tree cannot exhaust the stack, and it takes no
-/// memory from the document, so it leaves the document as it was.
+/// Unlike getTextContent, the function is not recursive, so a deep tree cannot overflow the stack.
+/// It allocates no memory from the document, so the document is unchanged.
 [[nodiscard]] std::wstring textContent(const xercesc::DOMNode& node);
 
 }  // namespace quarn::detail

@@ -20,18 +20,19 @@ bool isReadAs(float value, const std::string& text) {
     return detail::scanFloatReference(text.c_str()).value == value;
 }
 
-// The reader's mantissa takes eight digits or nine. One digit more does no harm, as it is dropped.
+// The mantissa of the reader has eight or nine digits. It drops one more digit.
 constexpr int kMinDigits = 8;
 constexpr int kMaxDigits = 10;
-// The reader's products with 0.1 shift a number by less than a unit of its last digit.
-constexpr std::int64_t kReach = 2;
+// The reader's products with 0.1 change a number by less than a unit of its last digit.
+constexpr std::int64_t kMantissaReach = 2;
 
-// The text of a mantissa near \p value that is read as it.
+// Returns the text of a mantissa near \p value that is read as \p value.
 std::string textNear(float value) {
     for (int digits = kMinDigits; digits <= kMaxDigits; ++digits) {
         const int tens = static_cast<int>(std::floor(std::log10(std::abs(value)))) + 1 - digits;
         const std::int64_t nearest = std::llround(std::abs(double{value}) * std::pow(10.0, -tens));
-        for (std::int64_t mantissa = nearest - kReach; mantissa <= nearest + kReach; ++mantissa) {
+        for (std::int64_t mantissa = nearest - kMantissaReach; mantissa <= nearest + kMantissaReach;
+             ++mantissa) {
             std::string text =
                 (value < 0.0F ? "-" : "") + std::to_string(mantissa) + "e" + std::to_string(tens);
             if (isReadAs(value, text)) return text;

@@ -1,15 +1,16 @@
 /// \file
-/// Numbers for OBJ texts that the library reads back as they were.
+/// Numbers in OBJ texts that the library reads back unchanged.
 #pragma once
 
 #include <string>
 
 namespace quarn {
 
-/// A number as short as it can be that OBJScreen reads as the float \p value. -0 is written as 0, which it reads alike.
+/// Returns the shortest number that OBJScreen reads as the float \p value. -0 is written as 0, as
+/// which OBJScreen reads it.
 ///
-/// There is one for every float, although the reader's arithmetic is not that of a correct conversion: this was
-/// tried for all 2,139,095,039 positive ones.
+/// Such a number exists for every float, although the reader does not convert correctly: this was
+/// tested for all 2,139,095,039 positive floats.
 /// \pre value is finite
 [[nodiscard]] std::string objNumberText(float value);
 

@@ -1,59 +1,48 @@
 #include "ObjReferences.h"
 
+#include <algorithm>
 #include <vector>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnScreen/Detail/Obj/ObjDigits.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 namespace quarn {
 
 namespace {
 
-// Numbers of a corner as they stand in the text; 0 for what it does not tell.
-struct Corner {
-    std::uint32_t vertex = 0;
-    std::uint32_t uv = 0;
-    std::uint32_t normal = 0;
-};
+using detail::isObjIndexInRange;
 
-// Intended: a blank behind a slash is skipped, and behind the first slash it loses the normal, as in the library.
-Corner cornerAt(const char* p) {
-    Corner corner;
-    corner.vertex = detail::readDigits(p);
-    if (*p != '/') return corner;
-    const char* const second = ++p;
-    if (*second != '/') {
-        p = detail::skipBlanks(second);
-        corner.uv = detail::readDigits(p);
-        if (*second == ' ' || *p != '/') return corner;
-    }
-    p = detail::skipBlanks(p + 1);
-    corner.normal = detail::readDigits(p);
+detail::ObjCorner cornerAt(const char* p) {
+    detail::ObjCorner corner;
+    detail::scanCorner(p, corner);
     return corner;
 }
 
-bool isWithin(std::uint32_t number, std::uint64_t count) {
-    return number >= 1 && number <= count;
+bool isBad(const detail::ObjCorner& corner, const ObjCounts& counts) {
+    return !isObjIndexInRange(corner.vertex, counts.vertices) ||
+           !isObjIndexInRange(corner.normal, counts.normals);
 }
 
-// The first corner that \p isWanted accepts; null where there is none. A face has three corners, whatever it tells.
+// Returns the first corner that \p isWanted accepts; null if there is none. Each face has at least
+// three corners, as in the library.
 template <class IsWanted>
-const char* findCorner(const ObjText& text, IsWanted isWanted) {
-    const char* found = nullptr;
+const char* findCorner(const ObjSourceText& text, IsWanted isWanted) {
+    const char* wanted = nullptr;
     forEachObjLine(text.text, [&](const char* line) {
-        if (found != nullptr || *line != 'f') return;
+        if (wanted != nullptr || *line != 'f') return;
         const char* p = detail::nextArgument(line);
         for (int i = 0; i < 3 || (*p != '\n' && *p != '\r' && *p != '\0'); ++i, p = detail::nextArgument(p)) {
             if (!isWanted(cornerAt(p))) continue;
-            found = p;
+            wanted = p;
             return;
         }
     });
-    return found;
+    return wanted;
 }
 
-std::uint64_t lineOfCorner(const ObjText& text, const char* corner) {
+std::uint64_t lineOfCorner(const ObjSourceText& text, const char* corner) {
     return corner == nullptr ? 0 : text.lineOf(corner);
 }
 
@@ -62,7 +51,8 @@ bool isOutside(const char* p) {
     return value < 0.0F || value > 1.0F;
 }
 
-std::vector<bool> uvsOutside(const ObjText& text) {
+// Returns for each UV whether it is outside of 0 to 1.
+std::vector<bool> findUVsOutside(const ObjSourceText& text) {
     std::vector<bool> outside;
     forEachObjLine(text.text, [&](const char* line) {
         if (*line != 'v' || line[1] != 't') return;
@@ -76,15 +66,9 @@ std::string expectedFor(const std::string& what, std::uint64_t count, const std:
     return "the number of a " + what + " from 1 to " + std::to_string(count) + ", as in " + form;
 }
 
-}  // namespace
-
-Error badReferenceError(const ObjText& text, const ObjCounts& counts) {
-    const char* const corner = findCorner(text, [&](const Corner& candidate) {
-        return !isWithin(candidate.vertex, counts.vertices) || !isWithin(candidate.normal, counts.normals);
-    });
-    if (corner == nullptr) return Error({.found = "the mesh cannot be loaded", .file = text.name});
+Error badReferenceError(const ObjSourceText& text, const char* corner, const ObjCounts& counts) {
     const std::string_view word = wordAt(corner);
-    const bool isVertexBad = !isWithin(cornerAt(corner).vertex, counts.vertices);
+    const bool isVertexBad = !isObjIndexInRange(cornerAt(corner).vertex, counts.vertices);
     return Error({.found = word.empty() ? "found a face with fewer than three corners"
                                         : "found " + quotedExcerpt(word) + " as a corner of a face",
                   .expected = isVertexBad ? expectedFor("vertex", counts.vertices, "1/1/1")
@@ -93,15 +77,31 @@ Error badReferenceError(const ObjText& text, const ObjCounts& counts) {
                   .line = text.lineOf(corner)});
 }
 
-std::uint64_t lineWithoutUV(const ObjText& text, const ObjCounts& counts) {
-    return lineOfCorner(
-        text, findCorner(text, [&](const Corner& corner) { return !isWithin(corner.uv, counts.uvs); }));
+}  // namespace
+
+void requireValidReferences(const ObjSourceText& text, const detail::ObjData& objData) {
+    const ObjCounts counts = countsOf(objData);
+    const auto isBadCorner = [&](const detail::ObjCorner& corner) { return isBad(corner, counts); };
+    const bool isValid = std::none_of(
+        objData.faces.begin(), objData.faces.end(),
+        [&](const detail::ObjFace& face) { return std::any_of(face.begin(), face.end(), isBadCorner); });
+    if (isValid) return;
+    const char* const corner = findCorner(text, isBadCorner);
+    if (corner == nullptr) throw Error({.found = "the mesh cannot be loaded", .file = text.name});
+    throw badReferenceError(text, corner, counts);
 }
 
-std::uint64_t lineWithUVOutside(const ObjText& text, const ObjCounts& counts) {
-    const std::vector<bool> outside = uvsOutside(text);
-    return lineOfCorner(text, findCorner(text, [&](const Corner& corner) {
-                            return isWithin(corner.uv, counts.uvs) && outside[corner.uv - 1];
+std::uint64_t findLineWithoutUV(const ObjSourceText& text, const ObjCounts& counts) {
+    return lineOfCorner(text, findCorner(text, [&](const detail::ObjCorner& corner) {
+                            return !isObjIndexInRange(corner.textureCoordinate, counts.uvs);
+                        }));
+}
+
+std::uint64_t findLineWithUVOutside(const ObjSourceText& text, const ObjCounts& counts) {
+    const std::vector<bool> outside = findUVsOutside(text);
+    return lineOfCorner(text, findCorner(text, [&](const detail::ObjCorner& corner) {
+                            return isObjIndexInRange(corner.textureCoordinate, counts.uvs) &&
+                                   outside[static_cast<std::size_t>(corner.textureCoordinate)];
                         }));
 }
 

@@ -1,24 +1,25 @@
 /// \file
-/// Where an OBJ text refers to something that it does not hold.
+/// Finds faces of an OBJ text that refer to something that does not exist.
 #pragma once
 
 #include <cstdint>
 
-#include <QuarnKit/Base/Error.h>
+#include <QuarnScreen/Detail/Obj/ObjData.h>
 
-#include "ObjText.h"
+#include "ObjSourceText.h"
 #include "ObjValidation.h"
 
 namespace quarn {
 
-/// An error that names the first corner whose vertex or normal does not exist.
-/// \pre the library found one
-[[nodiscard]] Error badReferenceError(const ObjText& text, const ObjCounts& counts);
+/// Throws an Error that names the first corner whose vertex or normal does not exist.
+/// \param objData data of the text
+void requireValidReferences(const ObjSourceText& text, const detail::ObjData& objData);
 
-/// Line of the first face with a corner without UV; 0 where there is none.
-[[nodiscard]] std::uint64_t lineWithoutUV(const ObjText& text, const ObjCounts& counts);
+/// Returns the line of the first face with a corner without UV; 0 if there is none.
+[[nodiscard]] std::uint64_t findLineWithoutUV(const ObjSourceText& text, const ObjCounts& counts);
 
-/// Line of the first face with a corner whose UV lies outside of 0 to 1; 0 where there is none.
-[[nodiscard]] std::uint64_t lineWithUVOutside(const ObjText& text, const ObjCounts& counts);
+/// Returns the line of the first face with a corner whose UV is outside of 0 to 1; 0 if there is
+/// none.
+[[nodiscard]] std::uint64_t findLineWithUVOutside(const ObjSourceText& text, const ObjCounts& counts);
 
 }  // namespace quarn

@@ -1,18 +1,16 @@
 /// \file
-/// Where the text of an OBJ screen comes from, and how it lies in the world.
+/// The text of an OBJ screen before it is loaded, and its frame.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
-#include <QuarnKit/Formats/ScreenFile.h>
-#include <QuarnKit/Formats/Xml/XmlDocument.h>
 #include <QuarnScreen/Matrix.h>
 
 namespace quarn {
 
-/// How the frame of an OBJ text lies in that of the screen.
+/// The axes and the scale that map the frame of an OBJ text to that of the screen.
 struct ObjFrame {
     std::string forward = "Y";  ///< Axis that becomes +Y.
     std::string upward = "Z";   ///< Axis that becomes +Z.
@@ -21,7 +19,7 @@ struct ObjFrame {
     [[nodiscard]] Matrix<float, 4> matrix() const;
 };
 
-/// What the options of a command say about that; nothing where an option is not given.
+/// Values of a frame that replace the defaults.
 struct ObjOptions {
     std::optional<std::string> forward = {};
     std::optional<std::string> upward = {};
@@ -30,22 +28,25 @@ struct ObjOptions {
     [[nodiscard]] bool any() const { return forward || upward || scale; }
 };
 
-/// The text of a mesh that nobody vouches for.
+/// The untrusted text of a mesh.
 struct ObjSource {
-    std::string file;  ///< The file that holds it.
-    std::string name;  ///< What error lines call it.
+    std::string file;  ///< The file that contains it.
+    std::string name;  ///< Its name in error messages.
     std::string text;
     ObjFrame frame;
 };
 
-/// That of an OBJ or STL file. Stops where the options tell axes that do not go together.
-[[nodiscard]] ObjSource objSourceOf(ScreenFile file, const ObjOptions& options);
+/// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are
+/// parallel or unknown.
+[[nodiscard]] ObjSource objSourceOf(const std::string& file, std::string text, const ObjOptions& options);
 
-/// That of a ScreenGeometry element. Stops where it holds no text, or axes or a scale that no mesh can have.
-[[nodiscard]] ObjSource objSourceOf(const std::string& path, const XmlDocument& document,
-                                    xercesc::DOMElement& element);
+/// Throws an Error if the axes of a frame are parallel or unknown.
+/// \param file, line place in the error
+void checkObjAxes(const ObjFrame& frame, const std::string& file, std::uint64_t line);
 
-/// Stops where a factor of positions is not finite as a float, or nothing.
+/// Returns the factor of positions in a text. Throws an Error if it is zero or not finite as a
+/// float.
+/// \param name name of the factor in the error
 [[nodiscard]] float objScaleFrom(const std::string& name, const std::string& text);
 
 }  // namespace quarn

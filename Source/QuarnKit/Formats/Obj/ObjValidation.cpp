@@ -2,94 +2,96 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
+#include <optional>
 #include <string>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
+
+#include "MeshMemory.h"
 
 namespace quarn {
 
 namespace {
 
-// Upper bound of what a triangle needs while its screen is built and told of: 750 to 1000 bytes, measured with shared
-// and unshared vertices and with fans, and some room.
-constexpr std::uint64_t kMemoryPerTriangle = 1400;
+double maxCoordinateOf(float scale) {
+    return kMaxObjNumber / std::max(1.0, std::abs(double{scale}));
+}
 
-class Validator {
+template <std::size_t N>
+bool areWithin(const std::vector<std::array<float, N>>& list, double maxValue) {
+    return std::all_of(list.begin(), list.end(), [&](const std::array<float, N>& values) {
+        return std::all_of(values.begin(), values.end(),
+                           [&](float value) { return std::abs(value) <= maxValue; });
+    });
+}
+
+bool isValid(const detail::ObjData& objData, float scale) {
+    const detail::ObjVertexData& data = objData.vertexData;
+    return !data.vertices.empty() && data.normalCount > 0 && !objData.faces.empty() &&
+           areWithin(data.vertices, maxCoordinateOf(scale)) &&
+           areWithin(data.textureCoordinates, kMaxObjNumber);
+}
+
+// Searches the lines of a text for the first one that is invalid, and counts them.
+class LineValidator {
 public:
-    Validator(const ObjText& objText, float scale)
-        : text(objText), maxCoordinate(kMaxObjNumber / std::max(1.0, std::abs(double{scale}))) {}
+    LineValidator(const ObjSourceText& objText, float scale)
+        : text(objText), maxCoordinate(maxCoordinateOf(scale)) {}
 
     void validateLine(const char* line);
 
     [[nodiscard]] const ObjCounts& counts() const { return result; }
 
 private:
-    void validateVertex(const char* line);
-    void validateUV(const char* line);
     void validateFace(const char* line);
-    void countIgnored(const char* line);
-    const char* validateNumber(const char* p, double maxValue, const char* what) const;
+    void validateNumbers(const char* line, int count, double maxValue, const char* what) const;
 
-    const ObjText& text;
+    const ObjSourceText& text;
     double maxCoordinate;
     ObjCounts result;
 };
 
-void Validator::validateLine(const char* line) {
-    if (*line == 'v' && line[1] == ' ') return validateVertex(line);
-    if (*line == 'v' && line[1] == 't') return validateUV(line);
+void LineValidator::validateLine(const char* line) {
     if (*line == 'f') return validateFace(line);
-    if (*line == 'v' && line[1] == 'n') {
-        ++result.normals;
-        return;
+    if (*line != 'v') return;
+    if (line[1] == ' ') {
+        ++result.vertices;
+        validateNumbers(line, 3, maxCoordinate, "coordinate");
     }
-    countIgnored(line);
+    if (line[1] == 't') {
+        ++result.uvs;
+        validateNumbers(line, 2, kMaxObjNumber, "UV");
+    }
+    if (line[1] == 'n') ++result.normals;
 }
 
-const char* Validator::validateNumber(const char* p, double maxValue, const char* what) const {
-    p = detail::nextArgument(p);
-    if (std::abs(detail::scanFloatReference(p).value) > maxValue)
-        throw Error({.found = "found " + quotedExcerpt(wordAt(p)) + " as a " + what,
-                     .expected = "a number up to " + numberText(maxValue),
-                     .file = text.name,
-                     .line = text.lineOf(p)});
-    return p;
-}
-
-void Validator::validateVertex(const char* line) {
-    ++result.vertices;
+void LineValidator::validateNumbers(const char* line, int count, double maxValue, const char* what) const {
     const char* p = line;
-    for (int i = 0; i < 3; ++i) p = validateNumber(p, maxCoordinate, "coordinate");
-    int extras = 0;
-    if (!isAtLineEnd(p))
-        for (p = detail::nextArgument(p); !isAtLineEnd(p) && extras < 3; p = detail::nextArgument(p))
-            ++extras;
-    if (extras >= 3) ++result.ignored.colors;
-    if (extras == 1 || extras == 2) ++result.ignored.weights;
+    for (int i = 0; i < count; ++i) {
+        p = detail::nextArgument(p);
+        if (std::abs(detail::scanFloatReference(p).value) > maxValue)
+            throw Error({.found = "found " + quotedExcerpt(wordAt(p)) + " as a " + what,
+                         .expected = "a number up to " + numberText(maxValue),
+                         .file = text.name,
+                         .line = text.lineOf(p)});
+    }
 }
 
-void Validator::validateUV(const char* line) {
-    ++result.uvs;
-    const char* p = line;
-    for (int i = 0; i < 2; ++i) p = validateNumber(p, kMaxObjNumber, "UV");
-    if (!isAtLineEnd(p) && !isAtLineEnd(detail::nextArgument(p))) ++result.ignored.thirdUVs;
-}
-
-// Walks over the corners as the library does: at least three, and from then on to a line feed, or to a carriage return
-// behind a blank. What comes first at a NUL never gets there.
-void Validator::validateFace(const char* line) {
-    ++result.faces;
+// Walks over the corners as the library does: at least three, and then up to a line feed, or to a
+// carriage return after a blank. A NUL before that would never end the face.
+void LineValidator::validateFace(const char* line) {
     const char* p = line;
     for (int i = 0; i < 3; ++i) p = detail::nextArgument(p);
     ++result.triangles;
     for (p = detail::nextArgument(p); *p != '\n' && *p != '\r'; p = detail::nextArgument(p)) {
         if (*p == '\0' && p == text.text.data() + text.text.size())
             throw Error({.found = "found a face line that ends with the file",
-                         .expected = "a line feed behind it: add an empty line at the end of the file",
+                         .expected = "a line feed after it: add an empty line at the end of the file",
                          .file = text.name,
                          .line = text.lineOf(line)});
         if (*p == '\0')
@@ -101,57 +103,49 @@ void Validator::validateFace(const char* line) {
     }
 }
 
-void Validator::countIgnored(const char* line) {
-    const std::string_view word = wordAt(line);
-    ObjCounts::Ignored& ignored = result.ignored;
-    if (word.empty() && *line != '\t') return;
-    if (word.starts_with('#') || word.starts_with('$')) return;
-    if (word == "usemtl")
-        ++ignored.materials;
-    else if (word == "mtllib")
-        ++ignored.materialLibraries;
-    else if (word == "g")
-        ++ignored.groups;
-    else if (word == "o")
-        ++ignored.objects;
-    else if (word == "s")
-        ++ignored.smoothing;
-    else
-        ++ignored.otherLines;
-}
-
 void requireAny(std::uint64_t count, const std::string& what, const std::string& expected,
                 const std::string& file) {
     if (count == 0)
         throw Error({.found = "found no " + what + " in the OBJ text", .expected = expected, .file = file});
 }
 
+// Returns the data of a text; nothing if a face does not end, or if the memory is exceeded.
+std::optional<detail::ObjData> parseWithin(std::uint64_t maxMemory, std::string_view text) {
+    try {
+        return detail::parseObj(text, {.maxFaceCount = maxTriangleCount(text.size(), maxMemory)});
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+// Throws the error of the first line that is invalid, or else that of the whole text.
+void refuseInvalid(const ObjSourceText& text, float scale, std::uint64_t maxMemory) {
+    LineValidator validator(text, scale);
+    forEachObjLine(text.text, [&](const char* line) { validator.validateLine(line); });
+    const ObjCounts& counts = validator.counts();
+    requireAny(counts.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
+    requireAny(counts.normals, "normal",
+               R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
+    requireAny(counts.triangles, "face", R"(lines that begin with "f")", text.name);
+    refuseMeshAbove(maxMemory, text.name, {.textBytes = text.text.size(), .triangles = counts.triangles});
+}
+
 }  // namespace
 
-ObjCounts validateObj(const ObjText& text, float scale) {
-    Validator validator(text, scale);
-    forEachObjLine(text.text, [&](const char* line) { validator.validateLine(line); });
-    const ObjCounts& result = validator.counts();
-    requireAny(result.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
-    requireAny(result.normals, "normal",
-               R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
-    requireAny(result.faces, "face", R"(lines that begin with "f")", text.name);
-    return result;
+ObjCounts countsOf(const detail::ObjData& objData) {
+    return {.vertices = objData.vertexData.vertices.size(),
+            .uvs = objData.vertexData.textureCoordinates.size(),
+            .normals = objData.vertexData.normalCount,
+            .triangles = objData.faces.size()};
 }
 
-std::uint64_t meshMemory(std::uint64_t textSize, std::uint64_t triangles) {
-    return textSize * kMeshMemoryPerByte + triangles * kMemoryPerTriangle;
-}
-
-void refuseMeshAbove(std::uint64_t maxMemory, const std::string& name, std::uint64_t textSize,
-                     std::uint64_t triangles) {
-    const std::uint64_t need = meshMemory(textSize, triangles);
-    if (need > maxMemory)
-        throw Error({.found = "found a mesh of " + std::to_string(triangles) + " triangles, which may need " +
-                              memorySizeText(need) + " of memory and not " + memorySizeText(maxMemory),
-                     .expected = "a smaller one",
-                     .file = name,
-                     .remedy = {.kind = RemedyKind::RaiseMemoryLimit}});
+detail::ObjData parseValidObj(const ObjSourceText& text, float scale, std::uint64_t maxMemory) {
+    std::optional<detail::ObjData> objData = parseWithin(maxMemory, text.text);
+    if (objData && isValid(*objData, scale)) return std::move(*objData);
+    objData.reset();
+    refuseInvalid(text, scale, maxMemory);
+    // The text is valid, so the memory of the process did not suffice for its data.
+    throw std::bad_alloc();
 }
 
 }  // namespace quarn

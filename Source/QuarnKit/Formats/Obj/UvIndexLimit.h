@@ -1,23 +1,26 @@
 /// \file
-/// Meshes whose index by UV grows without measure.
+/// Meshes whose UV index would grow without bound.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include <QuarnScreen/Detail/Limits/RegionMapEstimate.h>
+#include <QuarnScreen/Detail/Obj/ObjData.h>
 
-#include "ObjValidation.h"
+#include "ObjSourceText.h"
 
 namespace quarn {
 
-/// How large the index would become: nothing but whole where it is surely small, else as it was counted.
+/// Returns the size of the index of some boxes: counted, or only `isWhole` if it is surely bounded.
 [[nodiscard]] detail::RegionMapEstimate estimateUvIndex(const std::vector<RegionRect>& boxes);
 
-/// Stops with a Error where the index of the mesh of a text would take unreasonably long, or more memory than is left
-/// beside the mesh.
-/// \param file the file that holds the text
-void refuseLargeUvIndex(const std::string& file, const ObjText& text, const ObjCounts& counts,
+/// Throws an Error if the UV index of a mesh would take unreasonably long, or more than the part of
+/// \p maxMemory that the mesh leaves.
+/// \param file file that contains the text
+/// \param objData data of the text
+void refuseLargeUvIndex(const std::string& file, const ObjSourceText& text, const detail::ObjData& objData,
                         std::uint64_t maxMemory);
 
 }  // namespace quarn

@@ -13,18 +13,18 @@ std::optional<StlDefect> findCountDefect(std::string_view text, const std::optio
     if (!layout)
         return StlDefect{.name = "stl-count",
                          .found = std::to_string(text.size()) + " bytes",
-                         .expected = "84 at least, as a binary STL file has"};
+                         .expected = "at least 84, as a binary STL file has"};
     const bool hasRecords = layout->recordCount > 0;
     if (layout->declaredCount < 1)
         return StlDefect{
             .name = "stl-count",
-            .found = hasRecords ? "a header that tells of no triangle" : "no triangle in the STL file",
-            .expected = "one at least",
+            .found = hasRecords ? "a header that declares no triangles" : "no triangle in the STL file",
+            .expected = "at least one",
             .isRepairable = hasRecords};
     if (layout->count() < static_cast<std::uint64_t>(layout->declaredCount))
         return StlDefect{.name = "stl-count",
                          .found = std::to_string(layout->recordCount) +
-                                  " triangles and a header that tells of " +
+                                  " triangles and a header that declares " +
                                   std::to_string(layout->declaredCount),
                          .expected = "all of them",
                          .isRepairable = hasRecords};
@@ -37,7 +37,7 @@ std::optional<StlDefect> findNumberDefect(std::string_view text, const StlLayout
         const auto* const bad =
             std::find_if(numbers.begin(), numbers.end(), [](float value) { return !std::isfinite(value); });
         if (defect || bad == numbers.end()) return;
-        // The normal comes first. Nothing is lost with it, as the winding tells it, too.
+        // The normal comes first. Without it nothing is lost, since the winding also determines it.
         const bool isNormal =
             std::all_of(numbers.begin() + 3, numbers.end(), [](float value) { return std::isfinite(value); });
         defect = {.name = isNormal ? "stl-normal" : "not-finite",

@@ -1,5 +1,5 @@
 /// \file
-/// What keeps the library from loading an STL file.
+/// Finds defects that keep the library from loading an STL file.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +10,15 @@
 namespace quarn {
 
 struct StlDefect {
-    std::string name;   ///< A stable word, as of a finding.
-    std::string found;  ///< What is there, and what should be.
+    std::string name;   ///< A stable word, as for a finding.
+    std::string found;  ///< The contents that were found, and those that are valid.
     std::string expected;
-    std::uint64_t triangle = 0;  ///< Its number from 1; 0 where the trouble is not that of one.
-    bool isRepairable = false;   ///< Whether the command convert makes a mesh of the file.
+    std::uint64_t triangle = 0;  ///< Its number from 1; 0 for a defect of the whole file.
+    bool isRepairable = false;   ///< True if the file can be converted to a mesh.
 };
 
-/// The first reason for which the library would not load the text, or load what is not meant: the text form, fewer triangles
-/// than the header tells of, none at all, and numbers that are not finite.
+/// Returns the first defect for which the library would not load the text, or misread it: the text
+/// form, fewer triangles than the header declares, no triangle, and numbers that are not finite.
 [[nodiscard]] std::optional<StlDefect> findStlDefect(std::string_view text);
 
 }  // namespace quarn

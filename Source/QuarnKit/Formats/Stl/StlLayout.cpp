@@ -16,7 +16,7 @@ std::string_view firstToken(std::string_view text) {
     return text.substr(0, text.find_first_of(kWhiteSpace));
 }
 
-// A byte that no text holds.
+// Returns true for a byte that does not occur in text.
 bool isBinaryByte(char byte) {
     const auto value = static_cast<unsigned char>(byte);
     return value < 0x09U || (value > 0x0DU && value < 0x20U);
@@ -44,8 +44,8 @@ std::optional<StlLayout> stlLayoutOf(std::string_view text) {
     return layout;
 }
 
-// Four bytes of text would be a count of more than 150 million. A greater count counts behind a header that is filled up
-// with NUL.
+// Four bytes of text would be a count of more than 150 million. A greater count is valid after a
+// header that is padded with NUL.
 bool beginsLikeStl(std::string_view beginning) {
     constexpr std::int32_t kMinTextCount = 0x09090909;
     constexpr std::ptrdiff_t kMinPaddingBytes = 8;
@@ -63,7 +63,7 @@ bool isBinaryStl(std::string_view text) {
     return stlLayoutOf(text) && !isSolid(firstToken(text));
 }
 
-// A line of 80 bytes and more behind the word does not fit what the library reads it into.
+// A line of 80 bytes and more after the word does not fit the buffer of the library.
 bool isStlTextToLibrary(std::string_view text) {
     constexpr std::size_t kMaxLineBytes = 79;
     const std::string_view token = firstToken(text);

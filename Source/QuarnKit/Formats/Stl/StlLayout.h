@@ -1,5 +1,5 @@
 /// \file
-/// Which form of STL a text has.
+/// Detects the form of an STL text.
 #pragma once
 
 #include <array>
@@ -10,20 +10,21 @@
 
 namespace quarn {
 
-/// The binary form: a header, a count, and records that follow each other.
+/// The binary form: a header, a count, and consecutive records.
 struct StlLayout {
     static constexpr std::size_t kHeaderSize = 80;
     static constexpr std::size_t kRecordsBegin = 84;
     static constexpr std::size_t kRecordSize = 50;
 
-    std::int32_t declaredCount = 0;  ///< Triangles that the file tells of.
-    std::uint64_t recordCount = 0;   ///< Whole records that it holds.
+    std::int32_t declaredCount = 0;  ///< Triangles that the file declares.
+    std::uint64_t recordCount = 0;   ///< Whole records that it contains.
 
-    /// Triangles that it tells of and holds.
+    /// Returns the number of triangles that it declares and contains.
     [[nodiscard]] std::uint64_t count() const;
 };
 
-/// Calls \p visit with the number from 1 and the numbers of each of the first \p count records: normal, then corners.
+/// Calls \p visit with the number from 1 and the numbers of each of the first \p count records:
+/// normal, then corners.
 template <class Visit>
 void forEachStlRecord(std::string_view text, std::uint64_t count, Visit visit) {
     std::array<float, 12> numbers{};
@@ -34,16 +35,16 @@ void forEachStlRecord(std::string_view text, std::uint64_t count, Visit visit) {
     }
 }
 
-/// Nothing where \p text is shorter than a header and a count.
+/// Returns the layout; nothing if \p text is shorter than a header and a count.
 [[nodiscard]] std::optional<StlLayout> stlLayoutOf(std::string_view text);
 
-/// Whether a file that begins like this is one of STL.
+/// Returns true if a file with this beginning is an STL file.
 [[nodiscard]] bool beginsLikeStl(std::string_view beginning);
 
-/// Whether a whole file is of the binary form, whatever its header says.
+/// Returns true if a whole file has the binary form. The header has no effect.
 [[nodiscard]] bool isBinaryStl(std::string_view text);
 
-/// Whether STLScreen takes a whole file for the text form.
+/// Returns true if STLScreen reads a whole file as the text form.
 [[nodiscard]] bool isStlTextToLibrary(std::string_view text);
 
 }  // namespace quarn

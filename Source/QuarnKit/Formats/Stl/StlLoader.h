@@ -1,11 +1,11 @@
 /// \file
-/// STL screens from files that nobody vouches for.
+/// Loads STL screens from untrusted files.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <string>
 
+#include <QuarnKit/Formats/Obj/ObjSource.h>
 #include <QuarnScreen/STLScreen.h>
 
 namespace quarn {
@@ -15,12 +15,8 @@ struct StlMesh {
     std::uint64_t triangleCount = 0;
 };
 
-/// Loads a binary STL text into the library's screen.
-///
-/// It is looked through first. Stops with a Error where there is an StlDefect.
-/// \param file the file that holds the text
-/// \param name what error lines call the text
-[[nodiscard]] StlMesh loadStl(const std::string& file, const std::string& name, std::string text,
-                              std::uint64_t maxMemory);
+/// Loads a binary STL text into the library's screen. Throws an Error if the text has an StlDefect,
+/// or if the mesh could need more than \p maxMemory bytes. The frame of the source has no effect.
+[[nodiscard]] StlMesh loadStl(ObjSource source, std::uint64_t maxMemory);
 
 }  // namespace quarn

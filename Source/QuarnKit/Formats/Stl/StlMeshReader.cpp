@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Formats/UniqueRecords.h>
+#include <QuarnKit/Base/UniqueRecords.h>
 
 #include "StlLayout.h"
 
@@ -17,9 +17,9 @@ std::optional<StlWarning> forEachBinaryTriangle(const std::string& name, std::st
     const auto layout = stlLayoutOf(text);
     if (!layout)
         throw Error({.found = "found " + std::to_string(text.size()) + " bytes",
-                     .expected = "84 at least, as a binary STL file has",
+                     .expected = "at least 84, as a binary STL file has",
                      .file = name});
-    // A count that lies is no reason to lose what is there.
+    // A wrong count is no reason to lose the triangles that are present.
     forEachStlRecord(text, layout->recordCount, [&](std::uint64_t, const std::array<float, 12>& n) {
         visit({{{n[3], n[4], n[5]}, {n[6], n[7], n[8]}, {n[9], n[10], n[11]}}});
     });
@@ -27,9 +27,8 @@ std::optional<StlWarning> forEachBinaryTriangle(const std::string& name, std::st
         layout->recordCount == static_cast<std::uint64_t>(layout->declaredCount))
         return {};
     return StlWarning{.name = "stl-count",
-                      .text = "the header tells of " + std::to_string(layout->declaredCount) +
-                              " triangles, and " + std::to_string(layout->recordCount) +
-                              " are there and taken"};
+                      .text = "the header declares " + std::to_string(layout->declaredCount) +
+                              " triangles; the " + std::to_string(layout->recordCount) + " present are used"};
 }
 
 }  // namespace
@@ -41,11 +40,11 @@ std::optional<StlWarning> forEachStlTriangle(const std::string& name, std::strin
     if (line == 0) return {};
     return StlWarning{.name = "stl-cut-off",
                       .line = line,
-                      .text = "the file ends within a solid; the triangles before are taken"};
+                      .text = "the file ends within a solid; the triangles before its end are used"};
 }
 
 void refuseStlWithoutTriangle(const std::string& name) {
-    throw Error({.found = "found no triangle in the STL file", .expected = "one at least", .file = name});
+    throw Error({.found = "found no triangle in the STL file", .expected = "at least one", .file = name});
 }
 
 MeshDocument readStlMesh(const std::string& name, std::string_view text, Observer& observer) {

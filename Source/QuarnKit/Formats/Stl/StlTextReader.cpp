@@ -16,13 +16,13 @@ bool isSpace(char byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r') || byte == '\0';
 }
 
-// Letters of either case count.
+// Letters match in either case.
 bool isWord(std::string_view word, std::string_view lowerCase) {
     return std::equal(word.begin(), word.end(), lowerCase.begin(), lowerCase.end(),
                       [](char byte, char small) { return (byte | 0x20) == small; });
 }
 
-// For numbers that no float holds: whether it is their exponent that is too low.
+// Returns true for a number outside of the range of floats if it is too small, and not too large.
 bool isBelowOne(std::string_view digits) {
     const std::size_t exponent = digits.find_first_of("eE");
     return exponent == std::string_view::npos ? digits.find_first_of("123456789") > digits.find('.')
@@ -47,7 +47,7 @@ private:
     void expect(std::string_view lowerCase);
     [[noreturn]] void refuse(std::string_view word, const std::string& expected) const;
 
-    struct End {};  // thrown where the text ends too early
+    struct End {};  // thrown if the text ends too early
 
     const std::string& name;
     std::string_view rest;
@@ -57,7 +57,7 @@ private:
 };
 
 void Parser::refuse(std::string_view word, const std::string& expected) const {
-    // A file that is cut off ends within a word, too.
+    // A truncated file may also end within a word.
     if (rest.empty()) throw End{};
     throw Error({.found = "found " + quotedExcerpt(word), .expected = expected, .file = name, .line = line});
 }
@@ -91,7 +91,7 @@ std::array<float, 3> Parser::takePosition() {
         const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
         if (end != digits.data() + digits.size() || error == std::errc::invalid_argument || word.empty())
             refuse(word, "a number");
-        // Too small for a float is 0; too large is told of where the triangle is taken.
+        // A number too small for a float is 0. One too large is an error of the caller's visitor.
         if (error == std::errc::result_out_of_range)
             number = isBelowOne(digits) ? 0.0F : std::numeric_limits<float>::infinity();
     }
@@ -109,7 +109,7 @@ void Parser::parseLoop() {
 
 void Parser::parseFacet() {
     std::string_view word = takeWord();
-    // What the normal's numbers are does not matter.
+    // The numbers of the normal have no effect.
     if (isWord(word, "normal")) {
         for (int i = 0; i < 3; ++i) static_cast<void>(takeWord());
         word = takeWord();

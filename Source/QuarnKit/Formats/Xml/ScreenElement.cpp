@@ -18,8 +18,8 @@ namespace quarn {
 
 namespace {
 
-// The three numbers of a position. A screen takes what stands between two of them for a word of its own, so
-// that "1,2,3" would be (1, 0, 0).
+// Returns the three numbers of a position. A screen reads "1,2,3" as (1, 0, 0), since it splits at
+// white space only.
 std::optional<std::array<double, 3>> parsePosition(std::string_view text) {
     std::array<double, 3> numbers{};
     for (std::size_t i = 0; i < numbers.size(); ++i) {
@@ -59,7 +59,7 @@ std::vector<Parameter> ScreenElement::parametersOf(const ScreenType& screenType)
 }
 
 Parameter ScreenElement::parameterOf(const ScreenTag& tag) const {
-    // The screen takes the last one where a tag is repeated; all of them have to be right.
+    // The screen uses the last one of repeated tags; all of them have to be valid.
     Parameter parameter{.name = tag.parameter, .kind = tag.kind, .label = tag.label};
     bool exists = false;
     for (const auto* child = element.getFirstChild(); child != nullptr; child = child->getNextSibling()) {

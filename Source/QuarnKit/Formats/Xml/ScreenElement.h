@@ -1,5 +1,5 @@
 /// \file
-/// The element of a screen in an XML document, read and checked.
+/// Reads and checks the element of a screen in an XML document.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@
 
 namespace quarn {
 
-/// A ScreenGeometry element and the file around it, for errors that name the line.
+/// A ScreenGeometry element and its file, for errors with the line.
 class ScreenElement {
 public:
     /// \param warningObserver receives warnings about parameters
@@ -24,9 +24,9 @@ public:
           element(screenElement),
           observer(warningObserver) {}
 
-    /// The class that the element is of. Stops where the tool does not know it.
+    /// Returns the class of the element. Throws an Error if it is unknown.
     [[nodiscard]] std::string typeName() const;
-    /// The parameters of a screen that has a shape. Stops at any that it could not have.
+    /// Returns the parameters of an analytic screen. Throws an Error for a missing or invalid one.
     [[nodiscard]] std::vector<Parameter> parametersOf(const ScreenType& screenType) const;
 
 private:

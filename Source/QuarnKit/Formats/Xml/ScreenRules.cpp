@@ -11,19 +11,21 @@ namespace quarn {
 
 namespace {
 
-// A query squares differences of two lengths and adds three squares, which overflows above 1e154; the rest is
-// room for the positions that are asked about.
+// A query squares differences of two lengths and adds three squares, which overflows above 1e154.
+// The rest is reserve for the positions of queries.
 constexpr double kMaxLength = 1e150;
 
-// In radians, some 160 turns. A query of a cylinder goes through the turns of its limits one by one, and an
-// outline has a position for two degrees: here a query takes a microsecond and an outline 10 MB. From 1e16 on
-// a query does not end, as a turn then changes nothing.
+// In radians, about 160 turns. A query of a cylinder iterates over the turns of its limits, and a
+// boundary has a position for each two degrees: at this limit a query takes a microsecond and a
+// boundary 10 MB. From 1e16 on a query does not terminate, since a turn then changes nothing.
 constexpr double kMaxAngle = 1000.0;
 
-// In radians. The search for a ruling halves a range of pi / arc until it is below 1e-6. Neighbouring numbers
-// of that size lie farther apart for arcs below 1.6e-10, and the search does not end.
+// In radians. The search for a ruling halves a range of pi / arc until it is below 1e-6.
+// Neighboring numbers of that size are farther apart for arcs below 1.6e-10, and the search does
+// not terminate.
 constexpr double kMinArc = 1e-9;
-// The radius of an arc is half the chord over the sine of half the arc, which is 0 for a full circle.
+// The radius of an arc is half the chord over the sine of half the arc, which is 0 for a full
+// circle.
 constexpr double kMaxArc = 2.0 * std::numbers::pi - kMinArc;
 
 std::string fromTo(double low, double high) {

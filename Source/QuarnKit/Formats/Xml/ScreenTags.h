@@ -1,5 +1,5 @@
 /// \file
-/// The types of screens that a file may hold, and the numbers that define each of them.
+/// The types of analytic screens in a file, and the numbers that define each of them.
 #pragma once
 
 #include <string>
@@ -16,8 +16,8 @@ struct Parameter {
     std::string name;
     double value = 0.0;  ///< A length in the screen's unit, or an angle in radians.
     ParameterKind kind = ParameterKind::Length;
-    Point<double, 3> position = {};  ///< Instead of the value, where it is a position.
-    std::string label = {};          ///< The name in words, as in "min theta".
+    Point<double, 3> position = {};  ///< Instead of the value, for a position.
+    std::string label = {};          ///< The name in words, such as "min theta".
 };
 
 /// A tag of a screen's element.
@@ -28,13 +28,13 @@ struct ScreenTag {
     ParameterKind kind = ParameterKind::Length;
 };
 
-/// What the difference of two limits has to be.
+/// Condition for the difference of two limits.
 enum class RangeRule {
-    Section,  ///< Anything; of an empty one UV cannot be computed.
+    Section,  ///< Any difference; UV cannot be computed for zero.
     Arc,      ///< An arc over a chord: above 0 and below a full circle.
 };
 
-/// Two limits that belong together, by the names of their parameters.
+/// Two related limits, by the names of their parameters.
 struct AngleRange {
     std::string label;
     std::string min;
@@ -48,9 +48,10 @@ struct ScreenType {
     std::vector<AngleRange> ranges;
 };
 
+/// Returns the types of analytic screens.
 [[nodiscard]] const std::vector<ScreenType>& screenTypes();
 
-/// The type called \p name; null where there is none.
+/// Returns the type \p name; null if it is unknown.
 [[nodiscard]] const ScreenType* findScreenType(const std::string& name);
 
 }  // namespace quarn

@@ -23,18 +23,18 @@ namespace {
 constexpr int kMaxDepth = 64;
 constexpr XMLSize_t kMaxEntityExpansions = 100;
 
-// The parser looks for a name, and for a repeated attribute, by going through lists of them: 10,000 take it
-// about 0.1 s and 200,000 some 40 s.
+// The parser searches for names and repeated attributes linearly: 10,000 take about 0.1 s and
+// 200,000 about 40 s.
 constexpr std::size_t kMaxNames = 10000;
 constexpr std::size_t kMaxAttributes = 10000;
 
-// Upper bounds of what the tree needs, measured with documents of nothing but the costly thing
-// (Xerces-C++ 3.2). kMemoryPerByte: 11 bytes for each byte of one endless name, 8 of an attribute's value and 6 of
-// text; the file's own included.
-constexpr std::uint64_t kMemoryPerElement = 600;  // an empty one 240; and two pieces of text around its tags
-constexpr std::uint64_t kMemoryPerAttribute = 350;  // one that is empty: 300
+// Upper bounds of the memory of the tree, measured with documents that only contain the costly item
+// (Xerces-C++ 3.2). kMemoryPerByte: 11 bytes for each byte of one long name, 8 for an attribute's
+// value and 6 for text, the bytes of the file included.
+constexpr std::uint64_t kMemoryPerElement = 600;    // an empty one 240, and the text near it
+constexpr std::uint64_t kMemoryPerAttribute = 350;  // an empty one 300
 
-// Once for the life of the process: the parser's library crashes where threads take it up and down.
+// Once for the life of the process: the library crashes if threads initialize and terminate it.
 void initializeXerces() {
     static const bool isInitialized = [] {
         xercesc::XMLPlatformUtils::Initialize();
@@ -58,7 +58,7 @@ public:
 
 }  // namespace
 
-// Builds the tree, remembers where its elements stand, and stops at what is refused.
+// Builds the tree, stores the lines of its elements, and throws for refused contents.
 class XmlDocument::Parser : public xercesc::XercesDOMParser {
 public:
     struct PlacedElement {
@@ -106,7 +106,8 @@ public:
         XercesDOMParser::endElement(declaration, uri, isRoot, prefix);
     }
 
-    // What no screen is made of gets no node: comments, instructions, and borders of CDATA within text.
+    // Comments, instructions and limits of CDATA within text get no node, since no screen uses
+    // them.
     void docComment(const XMLCh* /*text*/) override {}
     void docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) override {}
     void docCharacters(const XMLCh* text, XMLSize_t length, bool /*isCData*/) override {
@@ -132,8 +133,8 @@ private:
 
 namespace {
 
-// Attributes are searched before the parser tells of their element, so they are counted beforehand: each has
-// an equals sign, and none holds a less-than sign.
+// The parser searches attributes before it reports their element, so they are counted beforehand:
+// each has an equals sign, and none contains a less-than sign.
 void refuseManyAttributes(const std::string& text) {
     std::size_t count = 0;
     std::uint64_t line = 1;

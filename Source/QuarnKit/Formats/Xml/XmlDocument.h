@@ -1,5 +1,5 @@
 /// \file
-/// XML documents from files that nobody vouches for.
+/// Parses XML documents of untrusted files.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +12,11 @@ namespace quarn {
 
 /// A parsed document.
 ///
-/// A document type, more than 64 levels of elements and a file that could need more memory than allowed are
-/// refused, and no other file is ever opened for it. Errors are Errors that name the file and the line.
+/// Throws an Error with the file and the line for a document type, for more than 64 levels of
+/// elements, and for a file that could need more memory than allowed. Opens no other file.
 class XmlDocument {
 public:
-    /// Upper bound of what parsing needs for each byte of a document without elements.
+    /// Upper bound of the bytes that parsing needs for each byte of a document without elements.
     static constexpr std::uint64_t kMemoryPerByte = 12;
 
     /// Parses \p text, the bytes of the file \p path.
@@ -25,10 +25,10 @@ public:
     XmlDocument& operator=(const XmlDocument&) = delete;
     ~XmlDocument();
 
-    /// The elements called \p name, in the order of the document.
+    /// Returns the elements \p name, in the order of the document.
     [[nodiscard]] std::vector<xercesc::DOMElement*> elementsNamed(const std::wstring& name) const;
 
-    /// Line on which the start tag of an element of this document ends.
+    /// Returns the line on which the start tag of an element of this document ends.
     [[nodiscard]] std::uint64_t lineOf(const xercesc::DOMNode& element) const;
 
 private:

@@ -1,5 +1,5 @@
 /// \file
-/// Corners and edges of triangles as the outline of a mesh sees them.
+/// Corners and edges of triangles, as the boundary search compares them.
 #pragma once
 
 #include <cstddef>
@@ -8,24 +8,25 @@
 
 namespace quarn::detail {
 
-/// Whether position and UV of two corners agree exactly; a NaN agrees with nothing.
+/// Returns true if position and UV of two corners are equal exactly. NaN is equal to nothing.
 inline bool isSameCorner(const TriangleVertex& a, const TriangleVertex& b) {
     return a.position == b.position && a.uv == b.uv;
 }
 
-/// Lexicographic order by position, then UV. A NaN ends the comparison with "not less".
+/// Compares lexicographically by position, then by UV. At a coordinate with NaN the result is
+/// false.
 inline bool isLesserCorner(const TriangleVertex& a, const TriangleVertex& b) {
     return a.position != b.position ? a.position < b.position : a.uv < b.uv;
 }
 
-/// An edge of a triangle, its ends in order. It refers to the triangle's own corners.
+/// An edge of a triangle with its two ends in order. It points to the triangle's own corners.
 struct BoundaryEdge {
     const TriangleVertex* lower;
     const TriangleVertex* upper;
     const Triangle* triangle;
 };
 
-/// The edge from a corner, 0 to 2, to the next one.
+/// Returns the edge from a corner, 0 to 2, to the next one.
 inline BoundaryEdge boundaryEdge(const Triangle& triangle, std::size_t corner) {
     const TriangleVertex& a = triangle.vertices[corner];
     const TriangleVertex& b = triangle.vertices[(corner + 1) % 3];
@@ -33,13 +34,13 @@ inline BoundaryEdge boundaryEdge(const Triangle& triangle, std::size_t corner) {
     return {&a, &b, &triangle};
 }
 
-/// A step of a walk along an edge: where it leads.
+/// A step of a walk along an edge: the end that it reaches.
 struct BoundaryStep {
     const TriangleVertex* end;
     const Triangle* triangle;
 };
 
-/// Whether a walk takes edges from their lower or from their upper end.
+/// The end from which a walk takes edges: the lower end for Up, the upper end for Down.
 enum class WalkDirection { Up, Down };
 
 }  // namespace quarn::detail

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include <Common/Detail/Assert.h>
+
 namespace {
 
 bool isUpperEnd(std::uint32_t end) {
@@ -24,7 +26,7 @@ BoundaryEdgeLists::BoundaryEdgeLists(const std::vector<Triangle>& triangles,
     for (const std::uint32_t edge : edges) edgeList.push_back(boundaryEdge(triangles[edge / 3], edge % 3));
     sortEnds();
 
-    // Number the corners, and let the cursors of each one point to its first ends.
+    // Number the corners, and set the cursors of each corner to its first ends.
     cornerNumbers.resize(ends.size());
     for (std::size_t i = 0; i < ends.size(); ++i) {
         const bool isNew = i == 0 || !isSameCorner(cornerOf(ends[i - 1]), cornerOf(ends[i]));
@@ -52,7 +54,8 @@ void BoundaryEdgeLists::sortEnds() {
 }
 
 BoundaryEdge BoundaryEdgeLists::takeFirst() {
-    // A lower end: the least corner is an upper end only of edges from itself to itself.
+    QUARN_ASSERT(left != 0 && left == edgeList.size());
+    // This is a lower end: the smallest corner is an upper end only of edges from itself to itself.
     take(ends.front());
     return edgeList[ends.front() / 2];
 }

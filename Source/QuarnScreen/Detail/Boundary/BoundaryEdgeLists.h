@@ -1,5 +1,5 @@
 /// \file
-/// The edges of an outline, ordered for walking along them.
+/// The boundary edges of a mesh, sorted for a walk along them.
 #pragma once
 
 #include <cstddef>
@@ -11,30 +11,32 @@
 
 namespace quarn::detail {
 
-/// The edges of an outline, each of which can be taken once, from either end.
+/// The boundary edges of a mesh. Each edge can be taken once, from either end.
 ///
-/// Where several edges start at a corner, the first of the list is taken first. Corners are told apart
-/// by position and UV, exactly; none may hold a NaN.
+/// If several edges start at a corner, the first one of the list is taken first. Corners are the
+/// same if position and UV are equal exactly. No corner may have a NaN.
 ///
-/// Taking all edges costs O(e log e) for e edges, most of it in the constructor.
+/// Taking all e edges costs O(e log e), most of it in the constructor.
 class BoundaryEdgeLists {
 public:
     /// \param triangles must outlive this object
-    /// \param edges numbers of edges as findBoundaryEdges() gives them
+    /// \param edges numbers of edges as findBoundaryEdges() returns them
     BoundaryEdgeLists(const std::vector<Triangle>& triangles, const std::vector<std::uint32_t>& edges);
 
-    /// Edges that are left; they can be taken in both directions.
+    /// Returns the number of edges that have not been taken. Each of them can be taken in both
+    /// directions.
     [[nodiscard]] std::size_t count(WalkDirection) const { return left; }
 
-    /// The edge whose lower end is least, the first of the list if there are several.
-    /// \pre there is an edge, and none has been taken.
+    /// Takes the edge with the smallest lower end; of several, the first one of the list.
+    /// \pre there is an edge, and none has been taken
     BoundaryEdge takeFirst();
 
-    /// Takes the first edge that leads on from where the last one ended; nothing if there is none.
+    /// Takes the first edge that starts where the last one ended.
+    /// \return the step; nothing if there is no such edge
     std::optional<BoundaryStep> takeNext(WalkDirection direction);
 
 private:
-    // An end of an edge: twice the edge's place in the list, plus one for the upper end.
+    // An end of an edge: twice the index of the edge in the list, plus one for the upper end.
     using End = std::uint32_t;
 
     [[nodiscard]] const TriangleVertex& cornerOf(End end) const;
@@ -43,13 +45,13 @@ private:
 
     std::vector<BoundaryEdge> edgeList;
     std::vector<bool> isTaken;  // for each edge
-    // All ends by corner, for each corner the lower ends before the upper ends, each in the order of the list.
+    // All ends by corner. The lower ends of a corner precede its upper ends, both in list order.
     std::vector<End> ends;
-    std::vector<std::uint32_t> cornerNumbers;  // for each end, by End; equal corners have the same number
-    // For each corner and direction: index in `ends` before which no edge is left to take.
+    std::vector<std::uint32_t> cornerNumbers;  // by End; equal corners share a number
+    // For each corner and direction: an index in `ends` before which all edges have been taken.
     std::vector<std::uint32_t> cursors;
     std::size_t left;
-    std::uint32_t current = 0;  // number of the corner at which the last edge ended
+    std::uint32_t current = 0;  // corner number at which the last edge ended
 };
 
 }  // namespace quarn::detail

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <Common/Detail/Assert.h>
+
 namespace quarn::detail {
 
 BoundaryEdgeMaps::BoundaryEdgeMaps(const std::vector<Triangle>& triangles) {
@@ -38,6 +40,7 @@ void BoundaryEdgeMaps::toggle(const BoundaryEdge& edge) {
 }
 
 BoundaryEdge BoundaryEdgeMaps::takeFirst() {
+    QUARN_ASSERT(!lowerToUpper.empty() && current == nullptr);
     const auto first = lowerToUpper.begin();
     const TriangleVertex* const lower = first->first;
     const BoundaryStep step = take(WalkDirection::Up, first);

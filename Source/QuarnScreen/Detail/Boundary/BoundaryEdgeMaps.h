@@ -1,5 +1,5 @@
 /// \file
-/// The edges of an outline in two multimaps, for meshes with coordinates that are not numbers.
+/// The boundary edges of a mesh in two multimaps, for meshes with NaN coordinates.
 #pragma once
 
 #include <cstddef>
@@ -11,25 +11,26 @@
 
 namespace quarn::detail {
 
-/// The edges with an odd number of triangles, found and kept in two ordered multimaps, from the lower to the
-/// upper end of each edge and the other way round.
+/// The edges that an odd number of triangles share, in two ordered multimaps: from the lower to the
+/// upper end of each edge, and in the opposite direction.
 ///
-/// A NaN agrees with nothing and breaks the order of corners. What becomes of it depends on the very
-/// comparisons that the maps make, and on nothing else. Without a NaN it gives what findBoundaryEdges() and
-/// BoundaryEdgeLists give, for several times the time and memory.
+/// NaN is equal to nothing and breaks the order of corners. For a mesh with NaN the result depends
+/// on the exact comparisons of the maps. Without NaN the result is that of findBoundaryEdges() and
+/// BoundaryEdgeLists, at several times the time and memory.
 class BoundaryEdgeMaps {
 public:
     /// \param triangles must outlive this object
     explicit BoundaryEdgeMaps(const std::vector<Triangle>& triangles);
 
-    /// Edges that are left in the map of a direction.
+    /// Returns the number of edges in the map of a direction.
     [[nodiscard]] std::size_t count(WalkDirection direction) const { return mapOf(direction).size(); }
 
-    /// The edge whose lower end is least, the first of the list if there are several.
-    /// \pre there is an edge, and none has been taken.
+    /// Takes the edge with the smallest lower end; of several, the first one that was added.
+    /// \pre there is an edge, and none has been taken
     BoundaryEdge takeFirst();
 
-    /// Takes the first edge that leads on from where the last one ended; nothing if there is none.
+    /// Takes the first edge that starts where the last one ended.
+    /// \return the step; nothing if there is no such edge
     std::optional<BoundaryStep> takeNext(WalkDirection direction);
 
 private:
@@ -38,7 +39,7 @@ private:
             return isLesserCorner(*a, *b);
         }
     };
-    // From one end to the other.
+    // Maps one end of an edge to the step to its other end.
     using Map = std::multimap<const TriangleVertex*, BoundaryStep, IsLesser>;
 
     static Map::iterator find(Map& map, const TriangleVertex& start, const TriangleVertex& end);

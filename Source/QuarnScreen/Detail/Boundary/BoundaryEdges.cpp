@@ -13,16 +13,16 @@ namespace {
 
 using quarn::detail::isSameCorner;
 
-// Each end of an edge can have a 32-bit number, too.
+// Each end of an edge also needs a 32-bit number.
 constexpr std::size_t kMaxTriangles = std::numeric_limits<std::uint32_t>::max() / 6;
 
-// Enough for the memory to answer while further slots are asked for, and few enough to stay cached.
+// Enough edges to hide the latency of the prefetched slots, and few enough to stay cached.
 constexpr std::size_t kBlock = 32;
 
 constexpr std::uint64_t kHashFactor = 0x9E3779B97F4A7C15U;  // 2^64 divided by the golden ratio, odd
 
-// The shift brings the upper bits, which alone hold the entropy of short numbers, down to where the next
-// product spreads them. The sum folds -0.0 into 0.0.
+// The shift moves the upper bits, which contain all entropy of short numbers, to where the next
+// product spreads them. The sum replaces -0.0 by 0.0.
 std::uint64_t hashWith(std::uint64_t hash, double value) {
     const std::uint64_t product = (hash ^ std::bit_cast<std::uint64_t>(value + 0.0)) * kHashFactor;
     return product ^ (product >> 32U);
@@ -36,17 +36,18 @@ std::uint64_t hashOf(const TriangleVertex& corner) {
 }
 
 bool hasNaN(const TriangleVertex& corner) {
-    // One unordered comparison serves two numbers.
+    // One unordered comparison checks two numbers.
     return std::isunordered(corner.position[0], corner.position[1]) ||
            std::isunordered(corner.position[2], corner.uv[0]) || std::isnan(corner.uv[1]);
 }
 
-// The same for both directions of an edge.
+// Returns the same hash for both directions of an edge.
 std::uint32_t edgeHash(std::uint64_t a, std::uint64_t b) {
     return static_cast<std::uint32_t>(((a + b) * kHashFactor) >> 32U);
 }
 
-// The edges seen an odd number of times so far: open addressing with linear probing, without tombstones.
+// The edges that were seen an odd number of times so far: a hash set with open addressing, linear
+// probing and no tombstones.
 class UnmatchedEdges {
 public:
     explicit UnmatchedEdges(const std::vector<Triangle>& list)
@@ -54,7 +55,7 @@ public:
 
     void prefetchSlot(std::uint32_t hash) const { __builtin_prefetch(&slots[home(hash)], 1); }
 
-    // Removes the edge if it is here, else puts it in.
+    // Removes the edge if the set contains it, else inserts it.
     void toggle(std::uint32_t edge, std::uint32_t hash) {
         std::size_t i = home(hash);
         for (; !slots[i].isFree(); i = next(i)) {
@@ -64,11 +65,11 @@ public:
             return;
         }
         slots[i] = {edge, hash};
-        // At most three quarters full: beyond that probing gets long.
+        // Keep the table at most three quarters full. Beyond that, probe sequences get long.
         if (++count > slots.size() / 4 * 3) grow();
     }
 
-    // Slots passed so far, beyond the one at which a search starts.
+    // Returns the number of slots that were probed so far, without the first slot of each search.
     [[nodiscard]] std::size_t stepsSoFar() const { return steps; }
 
     [[nodiscard]] std::vector<std::uint32_t> sortedEdges() const {
@@ -82,8 +83,8 @@ public:
 
 private:
     static constexpr std::size_t kMinSlots = 64;
-    // In mesh order few edges are open at once. A table that is nearly empty then finds each at its home, and
-    // what the processor foresees of its branches comes true.
+    // In mesh order few edges are unmatched at once. A sparse table then finds each edge in its
+    // home slot, and the probe loop's branches predict well.
     static constexpr std::size_t kTrianglesPerSlot = 16;
 
     struct Slot {
@@ -105,7 +106,8 @@ private:
         return {vertices[edge % 3], vertices[(edge + 1) % 3]};
     }
 
-    // Neighbours of one winding run along their edge in opposite directions, so that case comes first.
+    // Neighbors with the same winding traverse their shared edge in opposite directions, so check
+    // that case first.
     [[nodiscard]] bool isSameEdge(std::uint32_t a, std::uint32_t b) const {
         const Ends first = endsOf(a);
         const Ends second = endsOf(b);
@@ -119,7 +121,8 @@ private:
         return (to - from) & (slots.size() - 1);
     }
 
-    // Moves later edges of the same run up, so that none is cut off from its home by the hole.
+    // Moves later edges of the same probe run up, so that the hole does not separate any of them
+    // from its home slot.
     void removeAt(std::size_t hole) {
         for (std::size_t i = next(hole); !slots[i].isFree(); i = next(i)) {
             ++steps;
@@ -145,12 +148,12 @@ private:
 
     const std::vector<Triangle>& triangles;
     std::vector<Slot> slots;
-    int shift = 32 - std::countr_zero(slots.size());  // so that the upper bits of a hash tell its home
+    int shift = 32 - std::countr_zero(slots.size());  // the upper bits of a hash are its home
     std::size_t count = 0;
     std::size_t steps = 0;
 };
 
-// What is looked up of a run of triangles, in the order of their edges.
+// The hashes of a block of triangles, in the order of their edges.
 struct Block {
     std::array<std::uint32_t, kBlock * 3> hashes{};
     std::size_t count = 0;
@@ -186,11 +189,11 @@ std::optional<std::vector<std::uint32_t>> findBoundaryEdges(const std::vector<Tr
             block.add(edgeHash(hashC, hashA));
         }
 
-        // Look them up when the memory has had time to bring the slots.
+        // Prefetch the slots of the whole block before the first lookup.
         for (const std::uint32_t hash : block) unmatchedEdges.prefetchSlot(hash);
         for (const std::uint32_t hash : block) unmatchedEdges.toggle(edge++, hash);
 
-        // Give up on edges that collide far more often than chance lets them.
+        // Give up if edges collide far more often than by chance.
         if (unmatchedEdges.stepsSoFar() > (last + kBlock) * kMaxStepsPerTriangle) return std::nullopt;
     }
     return unmatchedEdges.sortedEdges();

@@ -1,5 +1,5 @@
 /// \file
-/// The edges of a mesh that an odd number of its triangles have.
+/// Search for the boundary edges of a mesh.
 #pragma once
 
 #include <cstdint>
@@ -10,18 +10,19 @@
 
 namespace quarn::detail {
 
-/// Finds the edges with an odd number of triangles. Two edges are the same if their ends agree exactly in
-/// position and UV, in either direction.
+/// Finds the boundary edges of a mesh: the edges that an odd number of its triangles share. Two
+/// edges are the same if their ends are equal exactly in position and UV, in either direction.
 ///
-/// An edge has the number 3 * triangle + corner, the index of the triangle in the list and of the corner
-/// from which the edge runs to the next one. Each edge found stands for the last triangle that has it.
+/// The number of an edge is 3 * triangle + corner: the index of the triangle in the list, and the
+/// corner from which the edge leads to the next one. A found edge has its number in the last
+/// triangle that shares it.
 ///
-/// The cost is linear in the number of triangles, and the memory in the largest number of edges that are
-/// open at once: in mesh order hardly any, in random order up to 24 bytes a triangle.
+/// Linear in time. The memory is linear in the largest number of edges that are unmatched at once:
+/// nearly none in mesh order, up to 24 bytes per triangle in random order.
 ///
-/// \return the numbers in ascending order; nothing if the answer has to be found in another way: if some
-///         coordinate is NaN, which agrees with nothing, if there are more than 2^32 / 6 triangles, or if the
-///         edges were chosen to collide in the hash.
+/// \return the numbers in ascending order; nothing if the search needs another method: if a
+///         coordinate is NaN, which is equal to nothing, if there are more than 2^32 / 6 triangles,
+///         or if the edges were chosen to collide in the hash table
 [[nodiscard]] std::optional<std::vector<std::uint32_t>> findBoundaryEdges(
     const std::vector<Triangle>& triangles);
 

@@ -11,7 +11,7 @@ using quarn::detail::BoundarySearchResult;
 using quarn::detail::BoundaryStep;
 using quarn::detail::WalkDirection;
 
-// Appends points to an outline and remembers whether all had a UV.
+// Appends points to a boundary and records whether all of them have a UV.
 class BoundaryWriter {
 public:
     BoundaryWriter(Boundary& output, std::size_t expectedPoints) : boundary(output) {
@@ -27,7 +27,7 @@ public:
         uvGood = uvGood && corner.uv != kNoUV;
     }
 
-    // Positions alone decide here, while the search for the next edge compares UVs as well.
+    // Compare positions only, although the search for the next edge compares UVs as well.
     [[nodiscard]] bool isClosed() const { return boundary.points.front() == boundary.points.back(); }
     [[nodiscard]] bool isUVGood() const { return uvGood; }
 
@@ -36,7 +36,7 @@ private:
     bool uvGood = true;
 };
 
-// Edges is BoundaryEdgeLists or BoundaryEdgeMaps.
+// `Edges` is BoundaryEdgeLists or BoundaryEdgeMaps.
 template <class Edges>
 BoundarySearchResult walk(Edges edges, Boundary& boundary) {
     WalkDirection direction = WalkDirection::Up;

@@ -1,5 +1,5 @@
 /// \file
-/// The search for the outline of a mesh.
+/// Search for the boundary of a mesh.
 #pragma once
 
 #include <cstddef>
@@ -10,28 +10,30 @@
 
 namespace quarn::detail {
 
-/// What a search for an outline found.
+/// The result of a boundary search.
 struct BoundarySearchResult {
-    /// Whether there is one outline, closed, and none of its points has kNoUV.
+    /// True if there is a single closed boundary, and no point of it has kNoUV.
     bool isSingleWithUV = false;
-    /// Edges outside of the outline that was found; absent where the outline uses all.
+    /// Number of boundary edges outside of the found boundary; absent if it uses all of them.
     std::optional<std::size_t> edgesLeft;
 };
 
-/// Walks along the outline of a mesh: the edges that an odd number of triangles have.
+/// Finds the boundary of a mesh by a walk along its boundary edges: the edges that an odd number of
+/// triangles share.
 ///
-/// The walk starts at the least point of the outline, in the order of x, y, z, u, v, and follows edges
-/// from their lower to their upper end as long as there is one, then the other way, and so on. Where several
-/// edges lead on, it takes the one whose last triangle stands first in the list. It ends when it has to turn
-/// round at the position, whatever its UV, where it started. Edges that it did not use are left.
+/// The walk starts at the smallest boundary point in the order of x, y, z, u, v. It follows edges
+/// from their lower to their upper end until none continues, then from upper to lower, and so on.
+/// Of several edges, it takes the one whose last triangle is first in the list. The walk ends if
+/// its direction must change at the position where it started, regardless of UV. It leaves the
+/// edges that it did not use.
 ///
-/// Intended: there is no other end. Every corner has an even number of odd edges, so that each walk gets
-/// back to its start; but coordinates that are NaN agree with nothing, and a walk that reaches one may look
-/// for the next edge without end.
+/// \note Intended: the walk has no other end. Every corner has an even number of boundary edges, so
+///       that each walk returns to its start. NaN is equal to nothing, so that a walk that reaches
+///       a NaN may not terminate.
 ///
-/// \param triangles need no derived fields
-/// \param[out] boundary emptied, keeping its capacity, and filled with the first outline; it stays empty for
-///        a closed surface. Its pointers point into \p triangles
+/// \param triangles the mesh; derived fields are not read
+/// \param[out] boundary cleared with its capacity kept, then filled with the first boundary; empty
+///        for a closed surface. Contains pointers into \p triangles
 [[nodiscard]] BoundarySearchResult findBoundary(const std::vector<Triangle>& triangles, Boundary& boundary);
 
 }  // namespace quarn::detail

@@ -8,8 +8,8 @@ namespace {
 
 using UV = Point<double, 2>;
 
-// In UV, that is in parts of the screen: far below a pixel, far above the rounding of a UV. Both numbers are
-// settled as they stand; the second one is not computed from the first.
+// A fraction of the screen's size in UV: far below a pixel, and far above the rounding error of a
+// UV. Both literals are fixed; the second one is not computed from the first.
 constexpr double kBoundaryTolerance = 1e-9;
 constexpr double kBoundaryToleranceSquared = 1e-18;
 
@@ -40,7 +40,8 @@ bool isOnSegment(const UV& from, const UV& to, const UV& point) {
     return dot(offset, offset) <= kBoundaryToleranceSquared;
 }
 
-// Whether the segment crosses the point's height, and at a greater u than the point's.
+// Returns true if the segment crosses the horizontal line through the point, at a greater u than
+// the point.
 bool isCrossed(const UV& from, const UV& to, const UV& point) {
     if ((from[1] > point[1]) == (to[1] > point[1])) return false;
     const double u = (to[0] - from[0]) * (point[1] - from[1]) / (to[1] - from[1]) + from[0];
@@ -75,7 +76,7 @@ PolygonBands::PolygonBands(const std::vector<Point<double, 2>>& polygon) : corne
 
 bool PolygonBands::contains(const Point<double, 2>& point) const {
     if (bandStarts.empty()) return pointWithinPolygon(corners, point);
-    // So written, a NaN is outside.
+    // Negated, so that NaN counts as outside.
     if (!(point[1] >= whole.low && point[1] <= whole.high)) return false;
     bool isInside = false;
     const std::size_t band = bandOf(point[1]);
@@ -92,23 +93,25 @@ std::size_t PolygonBands::previous(std::size_t corner) const {
     return corner == 0 ? corners.size() - 1 : corner - 1;
 }
 
-// The range that isOnSegment() takes, to the last bit; the heights at which the segment is crossed lie in it.
+// Returns the range of v that isOnSegment() accepts, to the last bit. It includes every v at which
+// the segment can be crossed.
 PolygonBands::Range PolygonBands::reachOf(std::size_t segment) const {
     const double a = corners[segment][1];
     const double b = corners[previous(segment)][1];
     return {lowEnd(a, b), highEnd(a, b)};
 }
 
-// Each step of this is monotone, rounding included: a v between the ends of a segment's reach falls into a band
-// between those of the ends.
+// Each operation is monotone, including its rounding. The band of a v within a segment's reach is
+// therefore between the bands of the ends of that reach.
 std::size_t PolygonBands::bandOf(double v) const {
     const auto band = static_cast<std::size_t>((v - whole.low) * bandsPerV);
     return std::min(band, bandStarts.size() - 2);
 }
 
 void PolygonBands::chooseBands() {
-    // Segments are listed in each band that they touch. Of that, the height adds so many for each segment, on
-    // average. A closed polygon is at least twice as long as it is high, so there are half as many bands.
+    // A segment is listed in each band that it overlaps. This is the mean number of entries per
+    // segment that its height causes. A closed polygon is at least twice as long as high, so there
+    // are at most half as many bands as such entries.
     constexpr double kListingsForHeight = 4.0;
 
     whole = reachOf(0);
@@ -121,7 +124,7 @@ void PolygonBands::chooseBands() {
     const double height = whole.high - whole.low;
     if (!std::isfinite(height)) return;
 
-    // One band if there is no height at all, or the sum is not finite.
+    // Use one band if the polygon has no height, or if the sum is not finite.
     const double wanted = kListingsForHeight * static_cast<double>(corners.size()) * (height / sumOfHeights);
     const std::size_t bands = wanted > 1.0 ? static_cast<std::size_t>(wanted) : 1;
     if (bands > 1) bandsPerV = static_cast<double>(bands) / height;
@@ -136,7 +139,7 @@ void PolygonBands::listSegments() {
         for (std::size_t band = bandOf(reach.low); band <= last; ++band) ++bandStarts[band];
     }
 
-    // Let each start point to its band's end, and move it back with each segment that is put in.
+    // Set each start to the end of its band, and decrement it with each inserted segment.
     std::partial_sum(bandStarts.begin(), bandStarts.end(), bandStarts.begin());
     segments.resize(bandStarts.back());
     for (std::size_t i = corners.size(); i-- > 0;) {

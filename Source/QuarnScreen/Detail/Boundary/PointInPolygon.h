@@ -1,5 +1,5 @@
 /// \file
-/// Whether a UV point lies within an polygon.
+/// Point-in-polygon queries in UV.
 #pragma once
 
 #include <cstddef>
@@ -10,37 +10,39 @@
 
 namespace quarn::detail {
 
-/// Whether a point lies within a closed polygon in UV, by the even-odd rule, or on it, within 1e-9.
+/// Returns true if a point is inside of a closed polygon in UV by the even-odd rule, or within 1e-9
+/// of its edges. O(n).
 ///
-/// The last point of the polygon is joined to the first. A corner is above a point only if its v is strictly
-/// greater, so a point at the very height of a corner meets the two edges there as one. False for an empty
-/// polygon. The cost is linear in the number of points.
+/// The last point of the polygon is connected to the first. A corner is above a point only if its v
+/// is strictly greater. A point with exactly the v of a corner therefore meets the two edges there
+/// as one. False for an empty polygon.
 [[nodiscard]] bool pointWithinPolygon(const std::vector<Point<double, 2>>& polygon,
                                       const Point<double, 2>& point);
 
-/// An polygon that is asked many times: gives the answers of pointWithinPolygon(), each of them exactly.
+/// A polygon that is prepared for many queries. The results are exactly those of
+/// pointWithinPolygon().
 ///
-/// The polygon's range of v is cut into bands, and each band lists the segments that can matter to a point in
-/// it. The answer does not depend on the order of the segments: the point is on one of them, or the number of
-/// crossings decides. An polygon of n points makes at most about 2 n bands, which list about 5 n segments in
-/// all; so a question costs a few segments on average. It costs more where the polygon runs along v = const:
-/// all of that run lies in one band.
+/// The polygon's range of v is divided into bands. Each band lists the segments that can affect a
+/// point in it. The result does not depend on the order of segments: either the point is on a
+/// segment, or the number of crossings decides. A polygon of n points has at most about 2 n bands
+/// with about 5 n entries in all, so a query checks a few segments on average. A query costs more
+/// if the polygon runs along v = const: all of that run is in one band.
 ///
-/// All segments are asked if some v of the polygon is not finite, or the range of them is not.
+/// If a v of the polygon or the range of v is not finite, a query checks all segments.
 ///
-/// Thread-safety: any number of threads may ask at once.
+/// Thread-safety: any number of threads may query at once.
 class PolygonBands {
 public:
-    /// Holds no point.
+    /// Creates an empty polygon.
     PolygonBands() = default;
-    /// Copies the polygon. The cost is linear in the number of points.
+    /// Copies the polygon and builds its bands. O(n).
     explicit PolygonBands(const std::vector<Point<double, 2>>& polygon);
 
-    /// What pointWithinPolygon() says of the polygon and the point.
+    /// Returns pointWithinPolygon() of the polygon and the point.
     [[nodiscard]] bool contains(const Point<double, 2>& point) const;
 
 private:
-    // Some interval of v, both ends included.
+    // A closed interval of v.
     struct Range {
         double low = 0.0;
         double high = 0.0;
@@ -52,11 +54,11 @@ private:
     void chooseBands();
     void listSegments();
 
-    std::vector<Point<double, 2>> corners;  // segment i runs from corner i to the one before it
+    std::vector<Point<double, 2>> corners;  // segment i connects corner i to the one before it
     Range whole;                            // of all segments that a point can be on
     double bandsPerV = 0.0;
-    std::vector<std::size_t>
-        bandStarts;  // start of each band in `segments`, and the end of the last; or empty
+    // Start of each band in `segments`, then the end of the last band; empty without bands.
+    std::vector<std::size_t> bandStarts;
     std::vector<std::uint32_t> segments;
 };
 

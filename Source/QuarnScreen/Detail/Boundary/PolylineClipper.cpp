@@ -10,7 +10,8 @@ namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// Position of a point on the line from `end` (0) to `start` (1), by the coordinate in which both differ more.
+// Returns the position of a point on the line from `end` (0) to `start` (1), by the coordinate in
+// which the two differ more.
 double positionOn(const Point<double, 2>& start, const Point<double, 2>& end, const Point<double, 2>& point) {
     const double dx = start[0] - end[0];
     const double dy = start[1] - end[1];
@@ -27,7 +28,7 @@ Point<double, 2> intersectSegments(const Point<double, 2>& a, const Point<double
                                    const Point<double, 2>& c, const Point<double, 2>& d) {
     const double dx = c[0] - d[0];
     const double dy = c[1] - d[1];
-    // Parallel lines divide by zero, and fail the tests by themselves.
+    // Parallel lines divide by zero. The result then fails the range checks below.
     const double t = ((c[0] - a[0]) * dy - (c[1] - a[1]) * dx) / (dy * (b[0] - a[0]) - dx * (b[1] - a[1]));
     const Point<double, 2> meeting = a + t * (b - a);
     if (isInUnitRange(positionOn(a, b, meeting)) && isInUnitRange(positionOn(c, d, meeting))) return meeting;

@@ -1,5 +1,5 @@
 /// \file
-/// Lines in UV, cut off at the polygon of a mesh.
+/// Clipping of polylines in UV.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@
 
 namespace quarn::detail {
 
-/// Cuts polylines at an polygon.
+/// Clips polylines to a polygon.
 class PolylineClipper {
 public:
     using Polyline = std::vector<Point<double, 2>>;
@@ -19,8 +19,9 @@ public:
 
     /// Appends the parts of a polyline inside of the polygon to \p pieces.
     ///
-    /// Intended: a line that begins outside gives an empty first piece, and a segment with both ends outside is passed
-    /// over even where it crosses the polygon.
+    /// \note Intended: a polyline that starts outside gives an empty first piece. A segment with
+    ///       both ends outside is skipped, even if it crosses the polygon. A reader would expect no
+    ///       empty piece, and the part inside of the polygon.
     void clip(const Polyline& polyline, std::vector<Polyline>& pieces) const;
 
 private:
@@ -31,7 +32,8 @@ private:
     PolygonBands bands;
 };
 
-/// Where the segments a-b and c-d meet, ends included; NaN in both coordinates where they do not.
+/// Returns the intersection of the closed segments a-b and c-d; NaN in both coordinates if there is
+/// none.
 [[nodiscard]] Point<double, 2> intersectSegments(const Point<double, 2>& a, const Point<double, 2>& b,
                                                  const Point<double, 2>& c, const Point<double, 2>& d);
 

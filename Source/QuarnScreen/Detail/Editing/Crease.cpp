@@ -5,10 +5,11 @@
 namespace quarn::detail {
 namespace {
 
-// Distance at which corners count as one, in the mesh's unit.
+// Distance below which two corners are the same, in the mesh's unit.
 constexpr double kSameCornerDistance = 1e-6;
 
-// Corners of the first triangle, one for each corner of the second at the same position.
+// Returns corners of the first triangle: one for each pair with a corner of the second triangle at
+// the same position.
 std::vector<Point<double, 3>> sharedCorners(const Triangle& a, const Triangle& b) {
     std::vector<Point<double, 3>> shared;
     for (const TriangleVertex& corner : a.vertices)
@@ -22,15 +23,16 @@ std::vector<Point<double, 3>> sharedCorners(const Triangle& a, const Triangle& b
 
 Crease sharpestCrease(const std::vector<const Triangle*>& triangles) {
     Crease sharpest;
-    double least = std::numeric_limits<double>::max();
-    // A triangle is paired with itself as well, and shares three corners or more with it unless one is NaN.
+    double smallest = std::numeric_limits<double>::max();
+    // A triangle is also paired with itself. It is skipped then, because it shares at least three
+    // corners with itself, unless one of them is NaN.
     for (const Triangle* a : triangles) {
         for (const Triangle* b : triangles) {
             const std::vector<Point<double, 3>> shared = sharedCorners(*a, *b);
             if (shared.size() != 2) continue;
             const double alike = dot(a->normal, b->normal);
-            if (!(least > alike)) continue;
-            least = alike;
+            if (!(smallest > alike)) continue;
+            smallest = alike;
             sharpest = {shared[0], shared[1]};
         }
     }

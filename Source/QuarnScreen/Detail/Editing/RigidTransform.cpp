@@ -6,7 +6,8 @@
 namespace quarn::detail {
 namespace {
 
-// Intended: a degree in radians by eight digits, where a reader would expect all of them; saved set-ups rest on it.
+// Intended: a degree in radians with eight digits; a reader would expect full precision. Stored
+// setups depend on it.
 constexpr double kRadiansPerDegree = 0.017453292;
 
 }  // namespace
@@ -24,7 +25,7 @@ Point<double, 3> RigidTransform::apply(const Point<double, 3>& point) const {
            translation;
 }
 
-// Source: the formula of Rodrigues for a turn about a unit axis.
+// Source: Rodrigues' rotation formula for a unit axis.
 RigidTransform::Rows RigidTransform::rotationAbout(const Point<double, 3>& axis, double angle) {
     const double x = axis[0];
     const double y = axis[1];

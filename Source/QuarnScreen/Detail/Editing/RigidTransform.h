@@ -1,5 +1,5 @@
 /// \file
-/// Scale, turn and move.
+/// Scaling, rotation and translation of positions.
 #pragma once
 
 #include <array>
@@ -8,11 +8,11 @@
 
 namespace quarn::detail {
 
-/// Scales a position, turns it about the origin, then moves it.
+/// Scales a position, rotates it about the origin, then translates it.
 class RigidTransform {
 public:
-    /// \param angles turns in degrees, done in this order as they act on a position: angles[2] about Y, angles[1] about
-    ///        X, then angles[0] about Z, the last one negated
+    /// \param angles rotations in degrees, applied in this order: angles[2] about Y, angles[1]
+    ///        about X, then angles[0] about Z, negated
     RigidTransform(const Point<double, 3>& move, const Point<double, 3>& angles, double factor);
 
     [[nodiscard]] Point<double, 3> apply(const Point<double, 3>& point) const;

@@ -12,7 +12,7 @@ double angleAt(const Vertex& corner, const Vertex& first, const Vertex& second) 
         dot(normalized(first.position - corner.position), normalized(second.position - corner.position)));
 }
 
-// Keeps the pieces.
+// A visitor that stores the pieces.
 class PieceList {
 public:
     explicit PieceList(std::vector<Triangle>& output) : pieces(output) {}
@@ -23,7 +23,7 @@ private:
     std::vector<Triangle>& pieces;
 };
 
-// Counts them alone.
+// A visitor that counts the pieces without storing them.
 class PieceCount {
 public:
     explicit PieceCount(std::uint64_t maxPieces) : maxCount(maxPieces) {}
@@ -36,7 +36,8 @@ private:
     std::uint64_t count = 0;
 };
 
-// Splits triangles by the bound, and their pieces in turn, until the visitor is full.
+// Subdivides a triangle, and its pieces recursively, until all edges are within the bound or the
+// visitor is full.
 template <class Visitor>
 class Splitter {
 public:
@@ -78,15 +79,15 @@ private:
         split(piece);
     }
 
-    // The edge a-b is long.
+    // Subdivides a triangle of which only the edge a-b is long.
     void splitOne(const Vertex& a, const Vertex& b, const Vertex& c) {
         const Vertex m = Vertex::midpoint(a, b);
         splitPiece(a, m, c);
         splitPiece(m, b, c);
     }
 
-    // The edges a-b and b-c are long. What is left of the corner at b is cut along the diagonal that halves its corner
-    // the more evenly.
+    // Subdivides a triangle of which the edges a-b and b-c are long. The quadrilateral without the
+    // corner b is split along the diagonal that divides its corner more evenly.
     void splitTwo(const Vertex& a, const Vertex& b, const Vertex& c) {
         const Vertex m = Vertex::midpoint(a, b);
         const Vertex n = Vertex::midpoint(b, c);

@@ -1,5 +1,5 @@
 /// \file
-/// Triangles cut into smaller ones.
+/// Subdivision of triangles.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,16 @@
 
 namespace quarn::detail {
 
-/// Appends the pieces of a triangle whose edges are no longer than \p maxEdgeLength: the triangle itself where none is.
+/// Subdivides a triangle until no edge is longer than \p maxEdgeLength, and appends the pieces. A
+/// triangle without long edges is appended itself.
 ///
-/// Intended: pieces have corners and centroids alone; their normal, edges and UV edges are zero, where a reader would
-/// expect computed ones. \warning It does not end for edges that stay longer than the bound however often they are
-/// halved, as with a bound of zero.
+/// \note Intended: pieces have corners and centroids only; their normal, edges and UV edges are
+///       zero. A reader would expect computed fields.
+/// \warning Does not terminate if halving does not bring an edge below the bound, as with a bound
+///          of zero.
 void splitTriangle(const Triangle& triangle, double maxEdgeLength, std::vector<Triangle>& pieces);
 
-/// How many pieces those are, counted up to \p maxCount.
+/// Returns the number of pieces that splitTriangle() would append, at most \p maxCount.
 [[nodiscard]] std::uint64_t countPieces(const Triangle& triangle, double maxEdgeLength,
                                         std::uint64_t maxCount);
 

@@ -7,7 +7,7 @@
 namespace quarn::detail {
 namespace {
 
-// How far the rectangle behind the mesh stands out on each side.
+// Width by which the rectangle behind the mesh extends beyond it on each side.
 constexpr double kMargin = 0.2;
 
 struct Extent {

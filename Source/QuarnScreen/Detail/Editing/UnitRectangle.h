@@ -1,5 +1,5 @@
 /// \file
-/// Meshes fitted into a unit rectangle.
+/// Fitting of meshes into a unit rectangle.
 #pragma once
 
 #include <vector>
@@ -8,12 +8,14 @@
 
 namespace quarn::detail {
 
-/// Moves and scales the corners so that the larger of the extents in x and y becomes 1, centred on the origin if it is
-/// both, with z from 0; appends two triangles, without UV, of a rectangle behind that stands out by 0.2 on each side;
-/// prints "..." and a line feed on the standard output.
+/// Translates and scales the corners so that x and y start at -0.5, z starts at 0, and the larger
+/// extent of x and y is 1. Then appends the two triangles, without UV, of a rectangle behind the
+/// mesh that extends beyond it by 0.2 on each side. Prints "..." and a line feed to the standard
+/// output.
 ///
-/// Intended: a maximum starts from the least positive number, so one below zero counts as zero; and only positions
-/// change, not what triangles derive from them. A reader would expect neither.
+/// \note Intended: a maximum starts from the smallest positive number, so that a negative maximum
+///       counts as zero. Only positions change, and the derived fields of the triangles do not. A
+///       reader would expect neither.
 void scaleToUnitRectangle(std::vector<Triangle>& triangles);
 
 }  // namespace quarn::detail

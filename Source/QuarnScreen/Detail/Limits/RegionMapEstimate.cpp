@@ -9,7 +9,7 @@
 namespace quarn::detail {
 namespace {
 
-// Counts what a build makes.
+// A visitor that counts the nodes of a build without creating them.
 class CountingVisitor {
 public:
     struct Checkpoint {
@@ -40,7 +40,7 @@ public:
     [[nodiscard]] const RegionMapEstimate& counted() const { return estimate; }
 
 private:
-    // The number of a node has no use here.
+    // Returns a dummy index, because the visitor does not link nodes.
     int addNode() {
         ++estimate.nodes;
         estimate.peakNodes = std::max(estimate.peakNodes, estimate.nodes);
@@ -53,7 +53,7 @@ private:
 
 using Subdivision = QuadtreeSubdivision<CountingVisitor>;
 
-// A table of equal cells over a rectangle, and how many boxes touch each.
+// A uniform grid over a rectangle that counts the boxes in each cell.
 class CellTable {
 public:
     CellTable(const RegionRect& rectangle, int tableDepth)
@@ -64,7 +64,7 @@ public:
           cellsPerV(size / (rect.maxV - rect.minV)),
           counts(static_cast<std::size_t>(size) * static_cast<std::size_t>(size)) {}
 
-    // Adds one to each cell that a box touches, and returns their number.
+    // Increments the count of each cell that a box overlaps, and returns the number of these cells.
     std::uint64_t add(const RegionRect& box) {
         const Cells cells = cellsOf(box);
         for (int row = cells.top; row <= cells.bottom; ++row)
@@ -82,7 +82,7 @@ public:
         friend bool operator<(const Member& a, const Member& b) { return a.cell < b.cell; }
     };
 
-    // The crowded cells that a box touches.
+    // Appends the overfull cells that a box overlaps.
     void listOverfull(const RegionRect& box, int index, std::vector<Member>& members) const {
         const Cells cells = cellsOf(box);
         for (int row = cells.top; row <= cells.bottom; ++row)
@@ -102,9 +102,10 @@ public:
     [[nodiscard]] int depthInTree() const { return depth + Subdivision::kFirstDepth; }
 
 private:
-    // More than a leaf takes without being cut.
+    // More boxes than a leaf contains without subdivision.
     static constexpr int kOverfull = Subdivision::kLeafCapacity + 1;
-    // The tree's own borders are rounded otherwise; a box so near to one, in cells, counts on both of its sides.
+    // The borders of the tree are rounded differently. A box this close to a border, in cells,
+    // counts on both sides.
     static constexpr double kRounding = 1e-6;
 
     struct Cells {
@@ -141,7 +142,8 @@ private:
     std::vector<std::uint8_t> counts;
 };
 
-// At least two cells for each box, so that the cells of a usual mesh hold few.
+// Returns a depth with at least two cells per box, so that the cells of a usual mesh contain few
+// boxes.
 int tableDepthFor(std::size_t boxes) {
     constexpr int kMaxTableDepth = 13;
     int depth = 0;
@@ -156,7 +158,8 @@ bool canBeCut(const RegionRect& rect) {
     return width > kMinExtent && height > kMinExtent && std::isfinite(width) && std::isfinite(height);
 }
 
-// What crowded cells grow into, each taken as a tree of its own.
+// Subdivides each overfull cell as a tree of its own. Returns false if this takes more than
+// `maxSteps` steps.
 bool areCellSizesBounded(const std::vector<RegionRect>& boxes, const CellTable& table,
                          std::vector<CellTable::Member> members, std::uint64_t maxSteps) {
     std::sort(members.begin(), members.end());
@@ -181,7 +184,8 @@ bool areCellSizesBounded(const std::vector<RegionRect>& boxes, const CellTable& 
 }  // namespace
 
 std::uint64_t RegionMapEstimate::memory() const {
-    // A list that grows holds its old and its new room, which is twice the old one.
+    // During a reallocation, a list occupies its old capacity and the new one, which is twice the
+    // old one.
     constexpr std::uint64_t kReallocationFactor = 3;
     return kReallocationFactor * (peakNodes * sizeof(RegionNode) + peakEntries * sizeof(int));
 }
@@ -209,11 +213,11 @@ RegionMapEstimate countRegionMap(const std::vector<RegionRect>& boxes, std::uint
 }
 
 bool isRegionMapSizeBounded(const std::vector<RegionRect>& boxes) {
-    // Cells that the boxes touch, for each box: a usual triangle is about three cells wide and high.
+    // Overlapped cells per box. A usual triangle is about three cells wide and high.
     constexpr std::uint64_t kCellsPerBox = 64;
-    // Steps in crowded cells, for each box.
+    // Subdivision steps in overfull cells per box.
     constexpr std::uint64_t kStepsPerBox = 64;
-    // Boxes of crowded cells, for each box. Beyond it the whole tree is counted as fast.
+    // Entries of overfull cells per box. Beyond this, counting the whole tree is as fast.
     constexpr std::size_t kOverfullPerBox = 2;
 
     const RegionRect rect = unionOf(boxes);

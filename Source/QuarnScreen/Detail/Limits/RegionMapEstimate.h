@@ -1,5 +1,5 @@
 /// \file
-/// How large the UV quadtree of a mesh would become, without building it.
+/// Size estimates of the UV quadtree of a mesh, without building it.
 #pragma once
 
 #include <array>
@@ -11,36 +11,38 @@
 
 namespace quarn::detail {
 
-/// What RegionMap::rebuild() would make of some UV boxes.
+/// The size that a RegionMap::rebuild() over some UV boxes would have.
 struct RegionMapEstimate {
-    std::uint64_t nodes = 0;        ///< Leaves and inner nodes.
-    std::uint64_t leafEntries = 0;  ///< Triangles of all leaves.
-    std::uint64_t peakNodes = 0;    ///< At most at one time; some are dropped again.
-    std::uint64_t peakEntries = 0;  ///< Likewise.
-    std::uint64_t steps =
-        0;                ///< Boxes of all nodes that were cut, those included that are dropped: the time.
-    bool isWhole = true;  ///< False where it was not counted to its end.
+    std::uint64_t nodes = 0;        ///< Number of leaves and inner nodes.
+    std::uint64_t leafEntries = 0;  ///< Sum of the triangles of all leaves.
+    std::uint64_t peakNodes = 0;    ///< Largest number of nodes at any time.
+    std::uint64_t peakEntries = 0;  ///< Largest number of leaf entries at any time.
+    /// Sum of the boxes of all subdivided nodes, including reverted ones: a measure of the time.
+    std::uint64_t steps = 0;
+    bool isWhole = true;  ///< False if the count stopped early.
 
-    /// Upper bound of the bytes that the build holds at one time.
+    /// Returns an upper bound of the bytes that the build occupies at any time.
     [[nodiscard]] std::uint64_t memory() const;
 };
 
-/// The UV boxes of triangles, from which a RegionMap is built.
+/// Returns the UV bounding boxes of triangles, from which a RegionMap is built.
 [[nodiscard]] std::vector<RegionRect> uvBoxesOf(const std::vector<Triangle>& triangles);
-/// The same of triangles that are given by the UVs of their corners.
+/// Returns the UV bounding boxes of triangles, given by the UVs of their corners.
 [[nodiscard]] std::vector<RegionRect> uvBoxesOf(
     const std::vector<std::array<Point<double, 2>, 3>>& triangles);
 
-/// Counts what a build would make, cut by cut as it would go, and in about half of its time.
-/// \param maxSteps where it would take more, the count ends, and is not whole
+/// Counts the nodes of a build step by step, in about half of the build's time.
+/// \param boxes the UV boxes
+/// \param maxSteps number of steps after which the count stops, with an incomplete result
 [[nodiscard]] RegionMapEstimate countRegionMap(const std::vector<RegionRect>& boxes, std::uint64_t maxSteps);
 
-/// Whether it is sure at first sight that the tree grows no faster than the mesh: where the boxes lie on a table of equal
-/// cells, few cells have more than a leaf holds, and these cannot grow much. That is so for the UVs of all usual meshes.
-/// False says nothing.
+/// Conservative O(n) check that the tree's size is linear in the number of boxes: bins the boxes
+/// into a uniform grid and subdivides only cells above a leaf's capacity. True for usual UV
+/// layouts; false means unknown.
 [[nodiscard]] bool isRegionMapSizeBounded(const std::vector<RegionRect>& boxes);
 
-/// Steps that are within reason for a mesh: several times what the UVs of usual meshes take, some seconds at most.
+/// Returns the maximum number of steps for a mesh of some triangles: several times what usual UV
+/// layouts take, and at most some seconds of time.
 [[nodiscard]] constexpr std::uint64_t reasonableRegionMapSteps(std::uint64_t triangles) {
     constexpr std::uint64_t kAnyMesh = 200'000'000;
     constexpr std::uint64_t kPerTriangle = 60;

@@ -4,19 +4,20 @@
 #include <cmath>
 #include <limits>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Editing/TriangleSubdivision.h>
 
 namespace quarn::detail {
 namespace {
 
-// Edges that are longer may have infinite squares, and then count as long whatever the bound.
+// The square of a longer edge may be infinite. Such an edge counts as long for every bound.
 constexpr double kMaxLength = 6.7e153;
 
-// Beyond it the sum of two UVs overflows.
+// Above it, the sum of two UVs overflows.
 constexpr double kMaxUV = std::numeric_limits<double>::max() / 2.0;
 
-// Least bound as a part of the greatest coordinate: some steps between neighbouring numbers, so that the rounding of
-// a midpoint is small beside half of an edge.
+// Smallest bound as a fraction of the largest coordinate. It is several units in the last place, so
+// that the rounding error of a midpoint is small relative to half of an edge.
 constexpr double kMinBoundRatio = 16.0 * std::numeric_limits<double>::epsilon();
 
 bool hasLongEdge(const Triangle& triangle, double bound) {
@@ -26,38 +27,43 @@ bool hasLongEdge(const Triangle& triangle, double bound) {
 }
 
 double maxCoordinate(const Triangle& triangle) {
-    double greatest = 0.0;
+    double largest = 0.0;
     for (const TriangleVertex& corner : triangle.vertices)
-        for (std::size_t i = 0; i < 3; ++i) greatest = std::max(greatest, std::abs(corner.position[i]));
-    return greatest;
+        for (std::size_t i = 0; i < 3; ++i) largest = std::max(largest, std::abs(corner.position[i]));
+    return largest;
 }
 
 double maxUV(const Triangle& triangle) {
-    double greatest = 0.0;
+    double largest = 0.0;
     for (const TriangleVertex& corner : triangle.vertices)
-        for (std::size_t i = 0; i < 2; ++i) greatest = std::max(greatest, std::abs(corner.uv[i]));
-    return greatest;
+        for (std::size_t i = 0; i < 2; ++i) largest = std::max(largest, std::abs(corner.uv[i]));
+    return largest;
+}
+
+bool hasNoNaN(const Triangle& triangle) {
+    return std::all_of(triangle.vertices.begin(), triangle.vertices.end(), [](const TriangleVertex& corner) {
+        return corner.position == corner.position && corner.uv == corner.uv;
+    });
+}
+
+bool subdivisionTerminates(const Triangle& triangle, double maxEdgeLength) {
+    if (!hasNoNaN(triangle)) return false;
+    if (!hasLongEdge(triangle, maxEdgeLength)) return true;
+    return std::min(maxEdgeLength, kMaxLength) >= kMinBoundRatio * maxCoordinate(triangle) &&
+           maxEdgeLength > 0.0 && maxUV(triangle) <= kMaxUV;
 }
 
 }  // namespace
 
 bool boundarySearchTerminates(const std::vector<Triangle>& triangles) {
-    return std::all_of(triangles.begin(), triangles.end(), [](const Triangle& triangle) {
-        return std::all_of(triangle.vertices.begin(), triangle.vertices.end(),
-                           [](const TriangleVertex& corner) {
-                               return corner.position == corner.position && corner.uv == corner.uv;
-                           });
-    });
+    return std::all_of(triangles.begin(), triangles.end(), hasNoNaN);
 }
 
 bool refinementTerminates(const std::vector<Triangle>& triangles, double maxEdgeLength) {
-    // The pieces' outline is searched for, too: no middle may be NaN.
-    return boundarySearchTerminates(triangles) &&
-           std::all_of(triangles.begin(), triangles.end(), [maxEdgeLength](const Triangle& triangle) {
-               if (!hasLongEdge(triangle, maxEdgeLength)) return true;
-               return std::min(maxEdgeLength, kMaxLength) >= kMinBoundRatio * maxCoordinate(triangle) &&
-                      maxEdgeLength > 0.0 && maxUV(triangle) <= kMaxUV;
-           });
+    // The boundary of the pieces is searched as well, so no midpoint may be NaN.
+    return std::all_of(triangles.begin(), triangles.end(), [maxEdgeLength](const Triangle& triangle) {
+        return subdivisionTerminates(triangle, maxEdgeLength);
+    });
 }
 
 std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles, double maxEdgeLength,
@@ -65,6 +71,7 @@ std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles, doub
     std::uint64_t count = 0;
     for (const Triangle& triangle : triangles) {
         if (count >= maxCount) break;
+        QUARN_ASSERT(subdivisionTerminates(triangle, maxEdgeLength));
         count += countPieces(triangle, maxEdgeLength, maxCount - count);
     }
     return count;

@@ -1,5 +1,5 @@
 /// \file
-/// Which meshes and bounds the mesh engine's own loops do not end for, or not within reason.
+/// Termination checks for the loops of the mesh engine.
 #pragma once
 
 #include <cstdint>
@@ -9,17 +9,20 @@
 
 namespace quarn::detail {
 
-/// Whether MeshScreen::findBoundaryNew(), and so every build of a mesh, is sure to end: no corner holds a NaN. Without
-/// one every corner of the outline has an even number of its edges, so that each walk gets back to its beginning.
+/// Returns true if MeshScreen::findBoundaryNew(), and so every mesh build, is guaranteed to
+/// terminate: no corner is NaN. Then every boundary corner has an even number of boundary edges, so
+/// that each walk returns to its start. O(n).
 [[nodiscard]] bool boundarySearchTerminates(const std::vector<Triangle>& triangles);
 
-/// Whether MeshScreen::refine() is sure to end, the build behind it included: no corner holds a NaN or comes to hold one,
-/// the bound is above zero, edges that are longer have finite squares, and halving gets them below the bound before
-/// neighbouring numbers are reached. It says nothing about the number of pieces.
+/// Returns true if MeshScreen::refine() is guaranteed to terminate, including its build. No corner
+/// may be or become NaN. The bound must be positive. Longer edges must have finite squares, and
+/// halving must bring them below the bound before rounding stops it. The number of pieces is not
+/// checked. O(n).
 [[nodiscard]] bool refinementTerminates(const std::vector<Triangle>& triangles, double maxEdgeLength);
 
-/// How many triangles MeshScreen::refine() makes, counted one by one up to \p maxCount and without room for them.
-/// \pre refinementTerminates()
+/// Returns the number of triangles that MeshScreen::refine() would create, at most \p maxCount,
+/// without storing them.
+/// \pre refinementTerminates() is true for the triangles that are counted
 [[nodiscard]] std::uint64_t countRefinedTriangles(const std::vector<Triangle>& triangles,
                                                   double maxEdgeLength, std::uint64_t maxCount);
 

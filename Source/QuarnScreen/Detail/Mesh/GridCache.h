@@ -1,5 +1,5 @@
 /// \file
-/// The grid last made.
+/// Cache of the last grid.
 #pragma once
 
 #include <atomic>
@@ -11,21 +11,24 @@
 
 namespace quarn::detail {
 
-/// Keeps the grid that was made last, together with its density.
+/// Caches the last grid with its density.
 ///
-/// Intended: a density counts as made from the moment when it is begun. So a caller with the same density gets the
-/// grid of before while another thread computes, or where that failed; a reader would expect to wait.
+/// \note Intended: a density counts as cached as soon as its computation starts. A caller with the
+///       same density gets the previous grid while another thread computes, or after the
+///       computation failed. A reader would expect to wait.
 class GridCache {
 public:
     using Polylines = IScreenGeometry::Polylines;
 
     GridCache() : contents(std::make_shared<const Polylines>()) {}
 
-    /// The grid for a density: `calculate()` where the density is not that of the last grid.
+    /// Returns the grid of a density. Calls `calculate()` if the density is not that of the last
+    /// grid.
     template <class Calculate>
     [[nodiscard]] std::shared_ptr<const Polylines> get(int density, Calculate&& calculate) {
         if (density != cachedDensity) {
-            // Recursive, as the calculation asks virtual operations, which may ask for a grid.
+            // The mutex is recursive, because the calculation calls virtual functions, which may
+            // request a grid.
             const std::lock_guard<std::recursive_mutex> lock(regeneration);
             cachedDensity = density;
             replace(std::make_shared<const Polylines>(calculate()));
@@ -34,18 +37,18 @@ public:
         return contents;
     }
 
-    /// Makes any density but 0 count as not made; the grid itself stays.
+    /// Invalidates every density except 0. The grid itself is kept.
     void invalidate() { cachedDensity = 0; }
 
 private:
-    void replace(std::shared_ptr<const Polylines> made) {
+    void replace(std::shared_ptr<const Polylines> computed) {
         const std::lock_guard<std::mutex> lock(handover);
-        contents.swap(made);
+        contents.swap(computed);
     }
 
     std::recursive_mutex regeneration;
     std::atomic<int> cachedDensity = 0;
-    std::mutex handover;  // held for a copy or a swap of the pointer
+    std::mutex handover;  // locked for a copy or a swap of the pointer
     std::shared_ptr<const Polylines> contents;
 };
 

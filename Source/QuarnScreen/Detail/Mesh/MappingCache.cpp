@@ -9,8 +9,8 @@ MappingCache::MappingCache() {
     mappings.reserve(kCapacity);
 }
 
-// The first entry from the cursor on, then from the beginning. The keys of all entries are compared before any entry is
-// looked at: that needs no branch which depends on where the answer stands.
+// Returns the first entry from the cursor to the end, then from the beginning. Compares the keys of
+// all entries first, so that no branch depends on the position of the match.
 std::optional<std::size_t> MappingCache::indexOf(const Point<double, 2>& uv) const {
     std::uint32_t matches = 0;
     for (std::size_t i = 0; i < kCapacity; ++i) matches |= static_cast<std::uint32_t>(keys[i] == uv[0]) << i;

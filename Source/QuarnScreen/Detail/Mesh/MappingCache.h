@@ -1,5 +1,5 @@
 /// \file
-/// The last answers of mapInto3D().
+/// Cache of the last results of MeshScreen::mapInto3D().
 #pragma once
 
 #include <array>
@@ -12,23 +12,26 @@
 
 namespace quarn::detail {
 
-/// A ring of the last twenty answers, searched from the entry that was last hit or written.
+/// A ring buffer of the last twenty results. A search starts at the entry that was last found or
+/// written.
 ///
-/// Intended: a hit moves the place at which the next answer is written, so an entry just behind a hot one may go sooner
-/// than an older one elsewhere; a UV may stand twice; and nothing empties the ring, not even a change of the mesh. A
-/// reader would expect the oldest entry to go, and all of them with the mesh that they were taken from.
+/// \note Intended: a found entry moves the position of the next write, so that the entry after a
+///       frequently found one may be replaced before an older one elsewhere. A UV may occur twice.
+///       Nothing clears the cache, not even a change of the mesh. A reader would expect the oldest
+///       entry to be replaced, and all entries to be removed with their mesh.
 ///
-/// Safe on any number of threads. The lock is held for one search or one write, never while an answer is computed.
+/// Thread-safety: any number of threads may call at once. The mutex is locked for one search or one
+/// write, and never during a computation.
 class MappingCache {
 public:
     using Mapping = MeshScreen::MappingInto3D;
 
     MappingCache();
 
-    /// A copy of the first entry from the cursor on whose UV equals \p uv exactly.
+    /// Returns a copy of the first entry from the cursor on whose UV equals \p uv exactly.
     [[nodiscard]] std::optional<Mapping> find(const Point<double, 2>& uv);
 
-    /// Writes an entry: at the end while there is room, else behind the cursor.
+    /// Appends an entry if the buffer is not full, else replaces the entry after the cursor.
     void add(const Mapping& mapping);
 
 private:

@@ -17,7 +17,7 @@ void grow(Point<double, N, Indices>& min, Point<double, N, Indices>& max,
     }
 }
 
-// Heron's formula; rounding may take the product below zero.
+// Source: Heron's formula. Rounding may make the product negative.
 double areaOf(const Triangle& triangle) {
     const auto& [v0, v1, v2] = triangle.vertices;
     const double a = length(v1.position - v0.position);
@@ -48,6 +48,15 @@ MeshBounds boundsOf(const std::vector<Triangle>& triangles) {
     }
     if (total > 0.0) bounds.centroid = weighted / total;
     return bounds;
+}
+
+bool hasVaryingUV(const std::vector<Triangle>& triangles) {
+    if (triangles.empty()) return false;
+    const Point<double, 2>& reference = triangles.front().vertices[0].uv;
+    return std::any_of(triangles.begin(), triangles.end(), [&reference](const Triangle& triangle) {
+        return std::any_of(triangle.vertices.begin(), triangle.vertices.end(),
+                           [&reference](const TriangleVertex& vertex) { return vertex.uv != reference; });
+    });
 }
 
 }  // namespace quarn::detail

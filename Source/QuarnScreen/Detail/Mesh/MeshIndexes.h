@@ -11,12 +11,12 @@
 
 namespace quarn::detail {
 
-/// Everything that is derived from a mesh's triangles, but for its boundaryUV and the ray tracer's scene.
+/// The search structures of a mesh, except the ray tracer's scene.
 struct MeshIndexes {
-    CentroidSearch centroidSearch;  ///< By position.
-    UVTree uvTree;                  ///< By UV centroid.
-    RegionMap regionMap;            ///< By UV.
-    PolygonBands boundaryUV;        ///< The boundaryUV in UV, for the question whether it holds a UV.
+    CentroidSearch centroidSearch;  ///< Finds triangles by position.
+    UVTree uvTree;                  ///< Finds triangles by UV centroid.
+    RegionMap regionMap;            ///< Finds triangles by UV.
+    PolygonBands boundaryUV;        ///< The boundary in UV, for containment queries.
     MeshBounds bounds;              ///< All zero until the first build.
 };
 

@@ -14,7 +14,8 @@ Point<double, 3> meanOf(const Points& points) {
     return sum * (1.0 / static_cast<double>(points.size()));
 }
 
-// By insertion, as the positions are nearly in order from the round before; equal distances keep their order.
+// Insertion sort: the positions are nearly sorted from the previous round. Equal distances keep
+// their order.
 void sortByDistance(Points& points, const Point<double, 3>& from, std::vector<double>& distances) {
     for (std::size_t i = 0; i < points.size(); ++i) {
         const Point<double, 3> point = points[i];

@@ -1,5 +1,5 @@
 /// \file
-/// The mean of the positions that agree.
+/// Mean of positions without outliers.
 #pragma once
 
 #include <vector>
@@ -8,11 +8,12 @@
 
 namespace quarn::detail {
 
-/// Peels off the position farthest from the mean, one at a time with the mean taken anew, until \p keep are left, and
-/// returns their mean. There is no limit on the distance. The mean of no positions is NaN.
+/// Removes the position farthest from the mean and recomputes the mean, until \p keep positions are
+/// left, and returns their mean. Distances are not limited. The mean of no positions is NaN.
 ///
-/// \param[in,out] points left are those that were kept, nearest to the mean first; where none has to go they stay as
-///        they are
+/// \param keep number of positions to keep
+/// \param[in,out] points the kept positions, sorted by their distance from the mean; unchanged if
+///        none is removed
 [[nodiscard]] Point<double, 3> filterOutliersAndAverage(int keep, std::vector<Point<double, 3>>& points);
 
 }  // namespace quarn::detail

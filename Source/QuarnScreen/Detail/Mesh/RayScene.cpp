@@ -1,24 +1,25 @@
 #include "RayScene.h"
 
+#include <embree3/rtcore.h>
+
 #include <cmath>
 #include <cstddef>
-#include <embree3/rtcore.h>
 #include <limits>
 #include <mutex>
 
 namespace quarn::detail {
 namespace {
 
-// The tracer's own limit on a coordinate: beyond it (and for NaN) it ends the process.
+// The ray tracer's own limit of a coordinate. It ends the process for greater ones and for NaN.
 constexpr float kMaxCoordinate = 1.844e18F;
 
-// Bytes from one corner to the next: the tracer reads 16 bytes of each.
+// Bytes between two corners: the ray tracer reads 16 bytes of each.
 constexpr std::size_t kCornerStride = 4 * sizeof(float);
 
-// 100 MiB for tessellated surfaces, which the scenes do not have.
+// 100 MiB for tessellated surfaces, which the scenes do not contain.
 constexpr const char* kConfiguration = "tessellation_cache_size=100";
 
-// The one device of the process, and how many scenes hold it open.
+// The device of the process, and the number of scenes that use it.
 std::mutex deviceMutex;
 RTCDevice device = nullptr;
 int sceneUsers = 0;

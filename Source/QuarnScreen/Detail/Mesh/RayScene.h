@@ -1,5 +1,5 @@
 /// \file
-/// The ray tracer, and a mesh in it.
+/// Meshes in the ray tracer.
 #pragma once
 
 #include <array>
@@ -13,14 +13,16 @@
 
 namespace quarn::detail {
 
-/// A triangle mesh as the ray tracer sees it: in single precision, built for exactness before speed.
+/// A triangle mesh in the ray tracer: single precision, with settings for accuracy over speed.
 ///
-/// The first scene of the process opens the tracer and the last one closes it, on whatever threads they are. No result
-/// of the tracer is checked: where it fails, rays hit nothing. cast() may run on any number of threads; upload() must
-/// not overlap with it.
+/// The first scene of the process opens the ray tracer and the last one closes it, on any threads.
+/// Errors of the ray tracer are not reported: after an error, rays hit nothing.
+///
+/// Thread-safety: cast() may run on any number of threads at once. upload() must not overlap with
+/// it.
 class RayScene {
 public:
-    /// Position or direction in single precision.
+    /// A position or a direction in single precision.
     using Vector = std::array<float, 3>;
 
     struct Hit {
@@ -36,14 +38,17 @@ public:
     RayScene& operator=(const RayScene&) = delete;
     ~RayScene();
 
-    /// Replaces the mesh. Intended: without triangles the old one stays.
+    /// Replaces the mesh.
+    /// \note Intended: without triangles the previous mesh is kept; a reader would expect an empty
+    ///       scene.
     void upload(const std::vector<Triangle>& triangles);
 
-    /// The first hit at or after \p nearest, in lengths of the direction. A ray that the tracer cannot work with hits
-    /// nothing: one with a coordinate that is NaN, infinite, or beyond 1.844e18.
+    /// Returns the first hit at or after the distance \p nearest, in lengths of the direction. A
+    /// ray with a coordinate that is NaN, infinite or beyond 1.844e18 hits nothing, because the ray
+    /// tracer does not support it.
     [[nodiscard]] std::optional<Hit> cast(const Vector& origin, const Vector& direction, float nearest) const;
 
-    /// A position or direction narrowed, coordinate by coordinate.
+    /// Rounds each coordinate of a position or a direction to single precision.
     [[nodiscard]] static Vector narrowed(const Point<double, 3>& point);
 
 private:

@@ -6,7 +6,7 @@ namespace quarn::detail {
 
 namespace {
 
-// The exponent of a number, wrapped at 32 bits. Intended: any minus sign in it makes it negative.
+// Reads an exponent, which wraps at 32 bits. Intended: any minus sign in it makes it negative.
 std::uint32_t readExponent(const char*& p) {
     std::uint32_t exponent = 0;
     bool isNegative = false;
@@ -25,7 +25,7 @@ std::uint32_t readExponent(const char*& p) {
 
 float scaledFloat(std::uint32_t mantissa, std::int32_t scale) {
     double value = mantissa;
-    // A value that has become 0 or infinite stays so, which is soon whatever the scale.
+    // A value that is 0 or infinite does not change any more, which bounds the loops for any scale.
     for (; scale > 0 && value != 0.0; --scale) value = value * 0.1;
     for (; scale < 0 && !std::isinf(value); ++scale) value = value * 10.0;
     return static_cast<float>(value);
@@ -33,7 +33,7 @@ float scaledFloat(std::uint32_t mantissa, std::int32_t scale) {
 
 ScannedFloat scanFloatReference(const char* text) {
     std::uint32_t mantissa = 0;
-    // Unsigned, so that it may wrap behind billions of digits.
+    // Unsigned, so that it may wrap after billions of digits.
     std::uint32_t scale = 0;
     bool isNegative = false;
     bool isAfterPoint = false;
@@ -53,7 +53,7 @@ ScannedFloat scanFloatReference(const char* text) {
             break;
         }
     }
-    // Intended: no sign and no exponent is looked at, so that a negative zero gives positive zero.
+    // Intended: sign and exponent are ignored, so that a negative zero gives positive zero.
     if (mantissa == 0) return {0.0F, p};
     if (*p == 'e' || *p == 'E') {
         ++p;

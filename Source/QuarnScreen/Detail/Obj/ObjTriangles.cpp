@@ -1,6 +1,6 @@
 #include "ObjTriangles.h"
 
-#include <cstddef>
+#include <new>
 #include <span>
 #include <string>
 
@@ -20,29 +20,25 @@ ObjOutcome normalFailure(const std::wstring& message) {
     return {ObjStatus::BadNormals, ObjLoadException(kNormalError, message)};
 }
 
-// Whether an index from zero refers to one of a list; a negative one becomes larger than any count.
-bool isWithin(std::int32_t index, std::size_t count) {
-    return static_cast<std::size_t>(index) < count;
-}
-
-// The first bad reference of a face, the vertex of a corner before its normal.
+// Returns the failure of the first bad reference of a face, the vertex of a corner before its
+// normal.
 std::optional<ObjOutcome> failureOf(const ObjFace& face, const ObjVertexData& data) {
     for (const ObjCorner& corner : face) {
-        if (!isWithin(corner.vertex, data.vertices.size()))
+        if (!isObjIndexInRange(corner.vertex, data.vertices.size()))
             return vertexFailure(L"Bad vertex references in the file.");
-        if (!isWithin(corner.normal, data.normalCount))
+        if (!isObjIndexInRange(corner.normal, data.normalCount))
             return normalFailure(L"Bad Normal references in the file.");
     }
     return std::nullopt;
 }
 
-// The faces that become triangles, and what is wrong with the text behind them.
-struct SoundFaces {
+// The faces before the first bad reference, and the failure that follows them.
+struct ValidFaces {
     std::span<const ObjFace> faces;
     std::optional<ObjOutcome> failure;
 };
 
-SoundFaces soundFacesOf(const ObjData& objData) {
+ValidFaces findValidFaces(const ObjData& objData) {
     const ObjVertexData& data = objData.vertexData;
     if (data.vertices.empty()) return {{}, vertexFailure(L"No vertices found in the file.")};
     if (data.normalCount == 0) return {{}, normalFailure(L"No normals found in the file.")};
@@ -52,7 +48,7 @@ SoundFaces soundFacesOf(const ObjData& objData) {
     return {faces, std::nullopt};
 }
 
-// Fills triangles and notes what it sees of their UVs.
+// Fills triangles and records the state of their UVs.
 class TriangleFiller {
 public:
     TriangleFiller(const ObjVertexData& vertexData, const Matrix<float, 4>& positionTransform)
@@ -68,7 +64,7 @@ public:
         }
         triangle.computeCentroids();
         triangle.computeGeometry();
-        // Intended: the normals that the text gives for the corners have no effect.
+        // Intended: the normals that the text specifies for the corners have no effect.
         for (TriangleVertex& vertex : triangle.vertices) vertex.normal = triangle.normal;
     }
 
@@ -85,9 +81,9 @@ private:
         return {position[0], position[1], position[2]};
     }
 
-    // Intended: a corner without a texture coordinate keeps kNoUV; this is the one reference that may be bad.
+    // Intended: a corner without a texture coordinate keeps kNoUV. Only this reference may be bad.
     void setUV(Point<double, 2>& uv, const ObjCorner& corner) {
-        if (!isWithin(corner.textureCoordinate, data.textureCoordinates.size())) {
+        if (!isObjIndexInRange(corner.textureCoordinate, data.textureCoordinates.size())) {
             isUVMissing = true;
             return;
         }
@@ -105,14 +101,29 @@ private:
 
 }  // namespace
 
+std::size_t reserveObjTriangles(const std::vector<ObjFace>& faces, std::size_t textSize,
+                                std::vector<Triangle>& triangles) {
+    constexpr std::size_t kMinBytes = std::size_t{1} << 24U;
+    constexpr std::size_t kMaxTextRatio = 8;
+    const std::size_t size = faces.size() * sizeof(Triangle);
+    if (size < kMinBytes || size / kMaxTextRatio > textSize) return 0;
+    if (faces.front()[0].vertex < 0 || faces.front()[0].normal < 0) return 0;
+    try {
+        triangles.reserve(triangles.size() + faces.size());
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+    return size;
+}
+
 ObjOutcome buildObjTriangles(const ObjData& objData, const Matrix<float, 4>& transform,
                              std::vector<Triangle>& triangles) {
-    // The references come first, so that no room is taken for triangles that do not come.
-    const SoundFaces sound = soundFacesOf(objData);
-    triangles.reserve(triangles.size() + sound.faces.size());
+    // Check the references first, so that no memory is reserved for triangles that are not built.
+    const ValidFaces valid = findValidFaces(objData);
+    triangles.reserve(triangles.size() + valid.faces.size());
     TriangleFiller filler(objData.vertexData, transform);
-    for (const ObjFace& face : sound.faces) filler.fill(triangles.emplace_back(), face);
-    return sound.failure.value_or(ObjOutcome{filler.status(), std::nullopt});
+    for (const ObjFace& face : valid.faces) filler.fill(triangles.emplace_back(), face);
+    return valid.failure.value_or(ObjOutcome{filler.status(), std::nullopt});
 }
 
 }  // namespace quarn::detail

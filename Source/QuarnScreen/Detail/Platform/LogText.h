@@ -1,5 +1,5 @@
 /// \file
-/// Numbers in log messages.
+/// Text of numbers in log messages.
 #pragma once
 
 #include <locale>
@@ -10,7 +10,7 @@
 
 namespace quarn::detail {
 
-/// Text of a number as a log stream writes it, but in the classic locale.
+/// Returns the text that a stream of the classic locale writes for a number.
 [[nodiscard]] inline std::string logText(double number) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
@@ -18,7 +18,7 @@ namespace quarn::detail {
     return text.str();
 }
 
-/// A position as (x,y,z), a UV as (u,v).
+/// Returns the text of a position as (x,y,z), or of a UV as (u,v).
 template <std::size_t N, class Indices>
 [[nodiscard]] std::string logText(const Point<double, N, Indices>& point) {
     std::string text = "(";

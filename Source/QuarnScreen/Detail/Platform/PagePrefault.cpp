@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include <Common/Detail/Assert.h>
+
 #if defined(__linux__)
 #include <sys/mman.h>
 #endif
@@ -10,7 +12,7 @@ namespace quarn::detail {
 
 namespace {
 
-// A multiple of any page's size, and a millisecond or two of work.
+// A multiple of every page size. A piece takes a millisecond or two.
 constexpr std::size_t kPiece = std::size_t{1} << 22U;
 
 void prefaultPiece([[maybe_unused]] char* first) {
@@ -22,6 +24,7 @@ void prefaultPiece([[maybe_unused]] char* first) {
 }  // namespace
 
 void PagePrefault::setRange(void* first, std::size_t size) {
+    QUARN_ASSERT(!hasRange);
     const std::size_t misalignment = reinterpret_cast<std::uintptr_t>(first) % kPiece;
     const std::size_t skipped = (kPiece - misalignment) % kPiece;
     if (size < skipped) return;

@@ -1,5 +1,5 @@
 /// \file
-/// Memory that is about to be filled from end to end.
+/// Prefault of memory that is about to be written.
 #pragma once
 
 #include <atomic>
@@ -7,18 +7,17 @@
 
 namespace quarn::detail {
 
-/// Fresh memory that several threads have the system back with pages, each when it has nothing else to do. In
-/// a large range the first touch of the pages costs more than the work on what is put there.
-///
-/// It changes no contents. Where the system cannot do it, nothing happens.
+/// Prefaults a newly allocated range from several idle threads. For large ranges the page faults
+/// cost more than the writes that follow. Leaves the contents unchanged; does nothing if the kernel
+/// lacks support.
 class PagePrefault {
 public:
-    /// Gives a range to prefault. It must stay until no thread is in prefault() any more.
-    /// \pre no range has been given
+    /// Sets the range. It must stay allocated until no thread is in prefault().
+    /// \pre no range has been set
     void setRange(void* first, std::size_t size);
 
-    /// Works on the range until nothing of it is left; returns at once where none has been given yet. Any
-    /// number of threads may be in here.
+    /// Prefaults pieces of the range until none is left. Returns at once if no range has been set.
+    /// Any number of threads may call at once.
     void prefault();
 
 private:

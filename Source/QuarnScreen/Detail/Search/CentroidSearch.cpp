@@ -17,7 +17,7 @@ bool isNumber(const Point<double, 3>& point) {
     return point == point;
 }
 
-// Asks the processor for what testContainment() reads of a triangle.
+// Prefetches the fields that testContainment() reads.
 void prefetch(const Triangle& triangle) {
     __builtin_prefetch(&triangle.vertices[0].position);
     __builtin_prefetch(&triangle.normal);
@@ -27,7 +27,7 @@ void prefetch(const Triangle& triangle) {
 }  // namespace
 
 void CentroidSearch::build(const std::vector<Triangle>& triangles) {
-    // Boxes of the tree before must not stay where memory runs out.
+    // If the build runs out of memory, no bounds of the previous tree may remain.
     boxes = ContainmentBounds();
     buildOver(centroidTree, triangles);
     boxes.build(centroidTree, triangles);
@@ -35,8 +35,8 @@ void CentroidSearch::build(const std::vector<Triangle>& triangles) {
                             [](const Triangle& triangle) { return isNumber(triangle.centroid); });
 }
 
-// A walk of the tree prunes nothing before it has found a triangle, so the candidates are gathered through the boxes
-// instead, and the walk's order tells between equal distances.
+// A search of the tree prunes nothing before its first match. Therefore the bounds yield the
+// candidates, and the tree's visit order breaks ties between equal distances.
 const Triangle* CentroidSearch::findContaining(const Point<double, 3>& point) const {
     if (!isOrdered) return walkTree(point);
     std::optional<std::size_t> best;
@@ -49,7 +49,7 @@ const Triangle* CentroidSearch::findContaining(const Point<double, 3>& point) co
         bestSquared = squared;
         best = slot;
     };
-    // Triangles lie far apart in memory, so those of the first candidates are asked for before any is tested.
+    // Triangles are far apart in memory, so prefetch the first candidates before any is tested.
     std::array<std::size_t, kCandidatesAhead> ahead{};
     std::size_t aheadCount = 0;
     boxes.visitCandidates(centroidTree, point, [&](std::size_t slot) {

@@ -1,5 +1,5 @@
 /// \file
-/// Which triangles of a mesh lie at a position.
+/// Search for the triangles that contain a position.
 #pragma once
 
 #include <optional>
@@ -12,25 +12,29 @@ namespace quarn::detail {
 
 /// Searches over the stored centroids of a mesh.
 ///
-/// Thread-safety: after build() any number of threads may search at once.
+/// Thread-safety: after build(), any number of threads may search at once.
 class CentroidSearch {
 public:
-    /// Makes the indexes. The triangles must not move or change until the next build.
+    /// Builds the indexes. The triangles must not move or change until the next build.
     void build(const std::vector<Triangle>& triangles);
 
-    /// The tree over the centroids.
+    /// Returns the tree over the centroids.
     [[nodiscard]] const CentroidTree& tree() const { return centroidTree; }
 
-    /// Of the triangles that hold a position, that with the nearest centroid; null where there is none. Of equally
-    /// near ones it is that which the walk of the tree meets first.
+    /// Returns the triangle that contains a position; of several, the one with the nearest
+    /// centroid, and of equally near ones, the first that a search of the tree visits. Null if
+    /// there is none.
     [[nodiscard]] const Triangle* findContaining(const Point<double, 3>& point) const;
 
-    /// UV at which the walk of the tree for findContaining() first meets a triangle that does not hold the position:
-    /// that of the foot, or of corner 0 where the foot lies outside of the triangle. None where it meets none.
+    /// Returns the UV of the first triangle that a search of the tree for findContaining() visits
+    /// and that does not contain the position. The UV is that of the position's projection, or of
+    /// corner 0 if the projection is outside of the triangle.
+    /// \return nothing if the search visits no such triangle
     [[nodiscard]] std::optional<Point<double, 2>> firstRejectedUV(const Point<double, 3>& point) const;
 
-    /// Face normals of the \p count triangles with the nearest centroids, nearest first. Intended: \p direction is not
-    /// read, where a reader would expect it to choose a side.
+    /// Returns the face normals of the \p count triangles with the nearest centroids, nearest
+    /// first.
+    /// \note Intended: \p direction is not read; a reader would expect it to select a side.
     [[nodiscard]] std::vector<Point<double, 3>> getNearestNormals(const Point<double, 3>& point,
                                                                   const Point<double, 3>& direction,
                                                                   int count) const;
@@ -40,7 +44,7 @@ private:
 
     CentroidTree centroidTree;
     ContainmentBounds boxes;
-    bool isOrdered = true;  // no centroid holds a NaN, which would hide others from the walk
+    bool isOrdered = true;  // no centroid is NaN, which would hide others from a search
 };
 
 }  // namespace quarn::detail

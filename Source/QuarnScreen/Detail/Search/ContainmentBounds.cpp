@@ -11,25 +11,26 @@ namespace {
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
-// Limits of a triangle for which the margins below hold. The squared sine of the angle between the edges: it divides
-// the rounding of the parameters a and b. The tilt: how far the stored normal leans along an edge. Lengths: far from
-// those whose fourth powers leave the range of a number.
+// Limits within which the margins below are valid. The squared sine of the angle between the edges
+// divides the rounding errors of the parameters a and b. The tilt is the component of the stored
+// normal along an edge. Lengths must be far from those whose fourth power overflows or underflows.
 constexpr double kMinSquaredSine = 1e-8;
 constexpr double kMaxTilt = 1e-7;
 constexpr double kMaxCoordinate = 1e18;
 constexpr double kMinEdgeLength = 1e-18;
 constexpr double kUnitTolerance = 1e-6;
 
-// Margins around the triangle, several times what is needed. Off the plane: kContainmentDistance. Along the edges: the
-// slack of a and b (1e-6 each) and the tilt. Rounding: each quantity takes some tens of operations.
+// Margins around the triangle, several times the necessary ones. Off the plane:
+// kContainmentDistance. Along the edges: the tolerance of a and b, 1e-6 each, and the tilt.
+// Rounding: each quantity takes some tens of operations.
 constexpr double kMarginOffPlane = 2.0 * kContainmentDistance;
 constexpr double kMarginAlongEdges = 1e-5;
 constexpr double kRoundingSteps = 1024.0;
 
-// Greatest magnitude that is rounded to a float and not to infinity: half of the greatest float.
+// Largest magnitude that certainly rounds to a finite float: half of the largest float.
 constexpr double kMaxRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
 
-// A float at most as great as a number, which is one step of the float's rounding away from it at the most.
+// Returns a float that is not greater than a number, and less by at most one rounding step.
 float roundedDown(double number) {
     using Limits = std::numeric_limits<float>;
     if (number < -kMaxRounded) return -Limits::infinity();
@@ -40,12 +41,13 @@ float roundedUp(double number) {
     return -roundedDown(-number);
 }
 
-// A bound of the coordinates, and of the length. NaN where one is NaN, which a maximum would hide.
+// Returns a bound of the coordinates and of the length. NaN if a coordinate is NaN, which a maximum
+// would hide.
 double sizeOf(const Point<double, 3>& point) {
     return std::abs(point[0]) + std::abs(point[1]) + std::abs(point[2]);
 }
 
-// Products of a triangle's stored edges, as the test of a position forms them.
+// The products of a triangle's stored edges, computed as testContainment() does.
 struct EdgeProducts {
     double d11;
     double d22;
@@ -58,12 +60,13 @@ struct EdgeProducts {
     }
 };
 
-// A zero normal counts as parallel to every line, and without a determinant there are no parameters.
+// A zero normal is parallel to every line. A zero determinant gives no parameters.
 bool containsNothing(const Triangle& triangle, const EdgeProducts& products) {
     return triangle.normal == Point<double, 3>() || products.determinant == 0.0;
 }
 
-// Whether the stored fields fit together, and are neither too large nor too small to reckon with. NaN fails.
+// Returns true if the stored fields are consistent, and neither too large nor too small for the
+// margins. False for NaN.
 bool isOrdinary(const Triangle& triangle, const EdgeProducts& products, double size) {
     const double minSquaredEdge = std::min(products.d11, products.d22);
     const double tilt1 = dot(triangle.normal, triangle.edge1);
@@ -105,7 +108,8 @@ void ContainmentBounds::Box::include(const Box& other) {
     }
 }
 
-// The ball through the corners of the box. Coordinates are far below the greatest float, so that nothing overflows.
+// Returns the ball through the corners of the box. Coordinates are far below the largest float, so
+// that nothing overflows.
 ContainmentBounds::Ball ContainmentBounds::ballAround(const Box& box) {
     if (box.lower[0] > box.upper[0]) return {{}, -1.0F};
     if (box.upper[0] == kInfinity) return {{}, kInfinity};
@@ -124,7 +128,8 @@ ContainmentBounds::Ball ContainmentBounds::ballAround(const Box& box) {
 void ContainmentBounds::build(const CentroidTree& tree, const std::vector<Triangle>& triangles) {
     nodes.clear();
     if (triangles.empty()) return;
-    // Triangle by triangle first: that reads the mesh, which is large, from its beginning to its end.
+    // Compute the boxes in the order of the triangles first: that reads the large mesh
+    // sequentially.
     std::vector<Box> boxes(triangles.size());
     std::transform(triangles.begin(), triangles.end(), boxes.begin(), boxOf);
 

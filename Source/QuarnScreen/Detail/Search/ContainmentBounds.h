@@ -1,5 +1,5 @@
 /// \file
-/// Boxes that bound where triangles can hold a position.
+/// Bounds of the positions that triangles can contain.
 #pragma once
 
 #include <array>
@@ -11,22 +11,26 @@
 
 namespace quarn::detail {
 
-/// For each subtree of a centroid tree a box outside of which none of its triangles contains a position.
+/// One box for each subtree of a centroid tree. No triangle of the subtree contains a position
+/// outside of its box.
 ///
-/// The boxes are conservative: they allow for the tolerances of testContainment() and for rounding. A triangle whose
-/// stored fields do not fit together, or are too large or too thin for that, gets all of space; one that can hold
-/// nothing gets none of it.
+/// The boxes are conservative: they include the tolerances of testContainment() and rounding
+/// errors. A triangle with inconsistent fields, or too large or too thin for the margins, has an
+/// infinite box. A triangle that contains nothing has an empty box.
 class ContainmentBounds {
 public:
-    /// Makes the boxes of a tree over \p triangles. Both must outlive every search, and not change.
+    /// Builds the boxes of a tree over \p triangles. Both must outlive every search and must not
+    /// change.
     void build(const CentroidTree& tree, const std::vector<Triangle>& triangles);
 
-    /// Calls `visit(slot)` for each triangle of the tree that may hold a position, in no particular order.
+    /// Calls `visit(slot)` for each triangle of the tree that may contain a position, in
+    /// unspecified order.
     template <class Visit>
     void visitCandidates(const CentroidTree& tree, const Point<double, 3>& point, Visit&& visit) const;
 
 private:
-    // Single precision, rounded outwards: half the memory, which is what a search waits for.
+    // A box in single precision, rounded outwards. Half the memory means half the memory traffic,
+    // which limits a search.
     struct Box {
         std::array<float, 3> lower;
         std::array<float, 3> upper;
@@ -39,7 +43,8 @@ private:
                                         {kInfinity, kInfinity, kInfinity}};
     static constexpr Box kNowhere = {{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}};
 
-    // A ball around the root's own triangle; its squared radius is below 0 where the triangle contains nothing.
+    // A ball around the triangle of the subtree's root. The squared radius is negative if the
+    // triangle contains nothing.
     struct Ball {
         std::array<float, 3> center;
         float squaredRadius;
@@ -47,21 +52,21 @@ private:
         [[nodiscard]] bool contains(const Point<double, 3>& point) const;
     };
 
-    // All that a search reads of a subtree, in one cache line.
+    // The data that a search reads of a subtree, in one cache line.
     struct alignas(64) Node {
         Box left;
         Box right;
         Ball own;
     };
 
-    // A tree of 2^63 values is less deep.
+    // Sufficient for 2^63 values.
     static constexpr std::size_t kMaxDepth = 64;
 
     static Box boxOf(const Triangle& triangle);
     static Ball ballAround(const Box& box);
 
     Box whole = {};
-    std::vector<Node> nodes;  // by slot; a leaf's box is its parent's affair
+    std::vector<Node> nodes;  // by slot; the box of a leaf is in its parent
 };
 
 inline bool ContainmentBounds::Box::contains(const Point<double, 3>& point) const {
@@ -87,7 +92,7 @@ void ContainmentBounds::visitCandidates(const CentroidTree& tree, const Point<do
     std::array<CentroidTree::Subtree, kMaxDepth> waiting;
     std::size_t waitingCount = 0;
     waiting[waitingCount++] = tree.whole();
-    // A leaf needs no more than its box.
+    // The box of a leaf has been checked already, and the leaf has no subtrees.
     const auto enter = [&](const CentroidTree::Subtree& child) {
         if (child.size == 1)
             visit(child.slot);

@@ -6,7 +6,7 @@
 namespace quarn::detail {
 namespace {
 
-// A million cells at the most, and not many more than there are leaves.
+// At most a million cells, and at most two per leaf.
 constexpr int kMaxDepth = 10;
 constexpr std::size_t kCellsPerLeaf = 2;
 
@@ -31,7 +31,7 @@ void QuadtreeLookup::Axis::build(double low, double high, int depth) {
     cellsPerUnit = static_cast<double>(std::size_t{1} << depth) / (high - low);
 }
 
-// NaN and infinite ranges fail, and those whose middles are not in order.
+// False for NaN and infinite ranges, and if the middles are not in ascending order.
 bool QuadtreeLookup::Axis::canBeCut() const {
     return borders.back() - borders.front() <= kMaxDouble && cellsPerUnit > 0.0 &&
            cellsPerUnit <= kMaxDouble && std::is_sorted(borders.begin(), borders.end());
@@ -39,7 +39,7 @@ bool QuadtreeLookup::Axis::canBeCut() const {
 
 std::size_t QuadtreeLookup::Axis::cellOf(double x) const {
     const std::size_t last = borders.size() - 2;
-    // A guess, which rounding may have put beside the cell.
+    // An estimate. Rounding may make it a neighbor of the right cell.
     std::size_t i = std::min(static_cast<std::size_t>((x - borders.front()) * cellsPerUnit), last);
     while (i < last && x > borders[i + 1]) ++i;
     while (i > 0 && !(x > borders[i])) --i;

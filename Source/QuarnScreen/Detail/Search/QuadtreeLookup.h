@@ -1,5 +1,5 @@
 /// \file
-/// Short ways into a quadtree.
+/// Lookup table for a quadtree.
 #pragma once
 
 #include <cstddef>
@@ -10,25 +10,28 @@
 
 namespace quarn::detail {
 
-/// A table of equal cells that leads to the node at which a descent from the root arrives: a search then reads one
-/// place instead of ten nodes one after the other.
+/// A uniform grid of cells. Each cell stores the node at which a descent from the root arrives, so
+/// that a search reads one entry instead of ten dependent nodes.
 ///
-/// The borders of the cells are those that the descent itself computes, so that both agree on every point.
+/// The borders of the cells are those that the descent itself computes, so that both agree for
+/// every point.
 class QuadtreeLookup {
 public:
-    /// A node, and its rectangle where it is an inner one.
+    /// A node, and its rectangle if it is an inner node.
     struct Arrival {
         int node;
         RegionRect rect;
     };
 
-    /// Makes the table of a tree, its root being the last node. There is none where the rectangle is too wide or too
-    /// narrow to be cut into cells.
+    /// Builds the table of a tree whose root is the last node. There is no table if the rectangle
+    /// is too wide or too narrow for cells.
     void build(const std::vector<RegionNode>& nodes, const RegionRect& rootRect, int leafCount);
 
     void clear();
 
-    /// Where the descent of a point passes or ends; none without a table, or beyond the root's rectangle.
+    /// Returns the node that the descent of a point visits at the depth of the table, or the leaf
+    /// at which it ends before.
+    /// \return nothing without a table, or for a point outside of the root's rectangle
     [[nodiscard]] std::optional<Arrival> find(double u, double v) const;
 
 private:

@@ -1,5 +1,5 @@
 /// \file
-/// The rule by which a quadtree over UV is cut.
+/// Subdivision rule of a quadtree over UV.
 #pragma once
 
 #include <array>
@@ -21,14 +21,14 @@ namespace quarn::detail {
     return (rect.maxV - rect.minV) * 0.5 + rect.minV;
 }
 
-/// Smallest rectangle around the UVs of a triangle's corners.
+/// Returns the bounding box of the UVs of a triangle's corners.
 [[nodiscard]] RegionRect uvBoxOf(const Point<double, 2>& a, const Point<double, 2>& b,
                                  const Point<double, 2>& c);
 
-/// Smallest rectangle around all boxes; inverted where there is none.
+/// Returns the bounding box of all boxes; inverted without boxes.
 [[nodiscard]] RegionRect unionOf(const std::vector<RegionRect>& boxes);
 
-/// Indices of boxes, a part of one array.
+/// A range of box indices within one array.
 struct BoxRange {
     int* first;
     int* last;
@@ -36,14 +36,17 @@ struct BoxRange {
     [[nodiscard]] int size() const { return static_cast<int>(last - first); }
 };
 
-/// Cuts a rectangle and its boxes into quadrants, children before their parent, and tells a visitor what comes of it.
+/// Subdivides a rectangle and its boxes into quadrants and reports the nodes to a visitor, children
+/// before their parent.
 ///
 /// A visitor has:
-///  - `Checkpoint save()` and `void restore(const Checkpoint&)`: what it holds, for a node that drops its children;
-///  - `bool mayCut(int count)`: asked before that many boxes are cut; where it says no they become a leaf;
-///  - `int leaf(BoxRange, int depth)` and `int inner(const std::array<int, 4>& children)`: the numbers of new nodes, from
-///    0;
-///  - `void giveUp()`: a node dropped its children.
+///  - `Checkpoint save()` and `void restore(const Checkpoint&)`: its state, for a node that reverts
+///    its subdivision;
+///  - `bool mayCut(int count)`: called before the subdivision of that many boxes; on false they
+///    become a leaf;
+///  - `int leaf(BoxRange, int depth)` and `int inner(const std::array<int, 4>& children)`: return
+///    the index of a new node, from 0;
+///  - `void giveUp()`: called if a node reverts its subdivision.
 template <class Visitor>
 class QuadtreeSubdivision {
 public:
@@ -51,11 +54,11 @@ public:
     static constexpr int kLeafCapacity = 8;
     static constexpr int kFirstDepth = 1;
 
-    /// Both have to outlive it.
+    /// Both arguments must outlive this object.
     QuadtreeSubdivision(const std::vector<RegionRect>& rectangles, Visitor& nodeVisitor)
         : boxes(rectangles), visitor(nodeVisitor), misplaced(boxes.size()), quadrants(kMaxDepth) {}
 
-    /// Cuts all boxes from a rectangle on, which has a depth in its tree.
+    /// Subdivides all boxes, starting with a rectangle of the given depth.
     void run(const RegionRect& rect, int depth = kFirstDepth) {
         std::vector<int> indices(boxes.size());
         std::iota(indices.begin(), indices.end(), 0);
@@ -74,9 +77,9 @@ private:
         return part;
     }
 
-    // Notes for each box which quadrants it overlaps, and counts them by quadrant. Touching counts as overlap, so a
-    // triangle on a split line belongs to both sides. The boxes of a node overlap its rectangle, so that only the two
-    // inner sides of a quadrant tell.
+    // Records the quadrants that each box overlaps, and counts the boxes of each quadrant. Contact
+    // counts as overlap, so a triangle on a split line belongs to both sides. The boxes of a node
+    // overlap its rectangle, so only the two inner sides of a quadrant need a check.
     std::array<int, 4> findQuadrants(const BoxRange& range, double midU, double midV, int depth) {
         std::vector<std::uint8_t>& found = quadrants[static_cast<std::size_t>(depth)];
         found.resize(boxes.size());
@@ -96,10 +99,10 @@ private:
         return counts;
     }
 
-    // Moves the boxes that overlap a quadrant to the front, and returns where the others begin. The order decides which
-    // of several triangles is found: the first from the front that does not belong there changes places with the first
-    // from the back that does, and so on. Both kinds are gathered before, as that needs no branch that depends on the
-    // data.
+    // Moves the boxes that overlap a quadrant to the front, and returns the start of the others.
+    // The order determines which of several triangles a search finds: the first misplaced box from
+    // the front is swapped with the first misplaced box from the back, and so on. Both kinds are
+    // collected first, so that no branch depends on the data.
     int* partition(const BoxRange& range, int overlapping, int quadrant, int depth) {
         const std::vector<std::uint8_t>& found = quadrants[static_cast<std::size_t>(depth)];
         const auto overlaps = [&](int box) { return (found[static_cast<std::size_t>(box)] >> quadrant) & 1; };
@@ -133,7 +136,7 @@ private:
         for (int quadrant = 0; quadrant < kQuadrants; ++quadrant) {
             int* const end =
                 partition(range, overlapping[static_cast<std::size_t>(quadrant)], quadrant, depth);
-            // A second level in a row without reduction: the parent becomes a leaf.
+            // The second level in a row does not reduce the boxes: the parent becomes a leaf.
             if (end == range.last && count == parentCount) return kGivenUp;
 
             const RegionRect part = quadrantOf(rect, midU, midV, quadrant);
@@ -151,7 +154,7 @@ private:
     const std::vector<RegionRect>& boxes;
     Visitor& visitor;
     std::vector<int> misplaced;  // positions within a range
-    // By depth, then by box: a bit for each quadrant that it overlaps.
+    // By depth, then by box: one bit for each quadrant that the box overlaps.
     std::vector<std::vector<std::uint8_t>> quadrants;
 };
 

@@ -11,14 +11,14 @@
 
 namespace quarn::detail {
 
-/// Coordinate of a triangle's stored centroid.
+/// Returns a coordinate of a triangle's stored centroid.
 struct CentroidOf {
     double operator()(const Triangle* triangle, int axis) const {
         return triangle->centroid[static_cast<std::size_t>(axis)];
     }
 };
 
-/// Coordinate of a triangle's stored centroid in UV.
+/// Returns a coordinate of a triangle's stored centroid in UV.
 struct UVCentroidOf {
     double operator()(const Triangle* triangle, int axis) const {
         return triangle->uvCentroid[static_cast<std::size_t>(axis)];

@@ -1,5 +1,5 @@
 /// \file
-/// The order of calibration points.
+/// Order of calibration points.
 #pragma once
 
 #include <cstddef>
@@ -9,9 +9,11 @@
 
 namespace quarn::detail {
 
-/// Positions column by column, each column from its first row to its last; none where a count is not
-/// positive.
-/// \param column called with the index of a column; it returns what makes a position from the index of a row
+/// Returns positions column by column, each column from its first to its last row; empty if a count
+/// is not positive.
+/// \param columns, rows size of the grid
+/// \param column called with the index of a column; returns a function from the index of a row to
+///        its position
 template <class Column>
 [[nodiscard]] std::vector<Point<double, 3>> columnByColumn(int columns, int rows, Column column) {
     if (columns <= 0 || rows <= 0) return {};

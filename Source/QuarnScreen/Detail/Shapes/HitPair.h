@@ -1,20 +1,26 @@
 /// \file
-/// The hits of a ray on a surface that it meets at most twice.
+/// Hits of a ray on a surface that it meets at most twice.
 #pragma once
 
 #include <array>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/IntersectionSet.h>
 
 namespace quarn::detail {
 
-/// Up to two hits in the order in which they were found. Unlike an IntersectionSet it allocates nothing.
+/// Up to two hits in the order in which they were found. Unlike IntersectionSet, it does not
+/// allocate memory.
 class HitPair {
 public:
-    /// \pre fewer than two hits are hitCount.
-    void add(const Intersection& hit) { hits[hitCount++] = hit; }
+    /// Appends a hit.
+    /// \pre fewer than two hits have been added
+    void add(const Intersection& hit) {
+        QUARN_ASSERT(hitCount < hits.size());
+        hits[hitCount++] = hit;
+    }
 
-    /// The set of those hits that \p keep accepts.
+    /// Returns the set of the hits for which \p keep returns true.
     template <class Keep>
     [[nodiscard]] IntersectionSet filtered(Keep keep) const {
         IntersectionSet result;

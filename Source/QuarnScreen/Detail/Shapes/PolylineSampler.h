@@ -8,7 +8,7 @@
 
 namespace quarn::detail {
 
-/// Appends positions by UV to a polyline, leaving out those that the screen does not map.
+/// Appends positions by UV to a polyline. Skips UVs that the screen does not map.
 class PolylineSampler {
 public:
     PolylineSampler(const IScreenGeometry& sampledScreen, std::vector<Point<double, 3>>& sampledPolyline)

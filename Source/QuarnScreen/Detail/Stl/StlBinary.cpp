@@ -14,10 +14,10 @@ namespace {
 constexpr std::streamsize kHeaderSize = 80;
 constexpr std::size_t kRecordSize = 50;
 
-// Sum of a normal's components below which it counts as not given.
+// Sum of a normal's components below which the normal counts as missing.
 constexpr double kMinNormalSum = 1e-6;
 
-// Twelve floats, little-endian as this machine: the normal, then the corners.
+// Twelve little-endian floats, as on this machine: the normal, then the corners.
 using Numbers = std::array<float, 12>;
 
 Point<double, 3> pointAt(const Numbers& numbers, std::size_t first) {

@@ -1,5 +1,5 @@
 /// \file
-/// The binary form of STL files.
+/// Reader of binary STL files.
 #pragma once
 
 #include <cstddef>
@@ -10,14 +10,18 @@
 
 namespace quarn::detail {
 
-/// Reads a binary STL stream from its start and appends its triangles: positions, the file's normal, no UV.
+/// Reads a binary STL stream from its start and appends its triangles, with the file's normals and
+/// without UV.
 ///
-/// Intended: only where the components of the normal add up to less than 1e-6 does a triangle get its own normal and
-/// its edges; a reader would expect edges on all of them, and a test of the normal's length.
+/// \note Intended: a triangle gets computed edges and normal only if the components of the file's
+///       normal add up to less than 1e-6. A reader would expect edges for all triangles, and a
+///       check of the normal's length.
 ///
-/// \param size bytes in the stream, for which room is made
-/// \return false where the stream ends before the records that it announces; those before that stay. A count below 1 is
-///         no error
+/// \param in the stream
+/// \param size number of bytes in the stream; limits the reserved capacity
+/// \param[in,out] triangles receives the triangles, also those before a premature end
+/// \return false if the stream ends before the number of triangles that it declares; a number below
+///         1 is not an error
 bool readStlBinary(std::istream& in, std::size_t size, std::vector<Triangle>& triangles);
 
 }  // namespace quarn::detail

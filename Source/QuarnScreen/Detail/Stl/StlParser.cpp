@@ -1,7 +1,10 @@
 #include "StlParser.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iostream>
+#include <streambuf>
 #include <string>
 
 #include "StlBinary.h"
@@ -9,10 +12,10 @@
 namespace quarn::detail {
 namespace {
 
-// Room for the rest of a line and its end.
+// Capacity for the rest of a line and its terminator.
 constexpr std::streamsize kLineBufferSize = 80;
 
-// The text form, word by word. Errors are thrown as texts, and leave through readStl() alone.
+// Parses the text form token by token. Throws error messages as strings, which readStl() catches.
 class StlParser {
 public:
     StlParser(std::istream& stream, std::size_t streamSize, std::vector<Triangle>& output)
@@ -46,7 +49,7 @@ private:
         throw "Error: got \"" + token + "\" while expecting " + expected + "\n";
     }
 
-    // Empty where there is none.
+    // Returns an empty string if no token is left.
     [[nodiscard]] std::string nextToken() {
         std::string token;
         in >> token;
@@ -68,7 +71,7 @@ private:
         in.getline(line.data(), kLineBufferSize);
         state = State::InSolid;
         if (!in.fail()) return;
-        // Binary files may begin with the word too.
+        // Binary files may also begin with "solid".
         if (!readStlBinary(in, size, triangles)) throw std::string("Error: solid name exceeded limit\n");
         state = State::End;
     }
@@ -87,7 +90,7 @@ private:
     }
 
     void inFacet(const std::string& token) {
-        // Intended: no corner is counted, so no facet is ever complete.
+        // Intended: vertices are not counted, so no facet is ever complete.
         if (token == "endfacet") throw std::string("Error:  vertex count for triangle wasn't 3 (got 0)\n");
         if (token != "outer") fail(token, R"("outer" or "endfacet")");
         const std::string next = nextToken();
@@ -111,6 +114,25 @@ private:
 };
 
 }  // namespace
+
+std::string readRest(std::istream& in) {
+    constexpr std::size_t kBlock = std::size_t{1} << 16U;
+    using Traits = std::streambuf::traits_type;
+    std::string bytes;
+    std::streambuf* const buffer = in.rdbuf();
+    if (buffer == nullptr) return bytes;
+    // A file reports its remaining size, so that the string is not reallocated.
+    bytes.reserve(static_cast<std::size_t>(std::max<std::streamsize>(buffer->in_avail(), 0)));
+    while (!Traits::eq_int_type(buffer->sgetc(), Traits::eof())) {
+        const std::size_t start = bytes.size();
+        const std::size_t available = bytes.capacity() - start;
+        bytes.resize(start + (available == 0 ? kBlock : std::min(kBlock, available)));
+        const std::streamsize count =
+            buffer->sgetn(bytes.data() + start, static_cast<std::streamsize>(bytes.size() - start));
+        bytes.resize(start + static_cast<std::size_t>(count));
+    }
+    return bytes;
+}
 
 bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangles) {
     try {

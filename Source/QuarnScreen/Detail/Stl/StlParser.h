@@ -1,22 +1,31 @@
 /// \file
-/// Triangles from STL files.
+/// Reader of STL files.
 #pragma once
 
 #include <cstddef>
 #include <istream>
+#include <string>
 #include <vector>
 
 #include <QuarnScreen/Triangle.h>
 
 namespace quarn::detail {
 
-/// Reads an STL stream, binary or text, and appends its triangles. What is wrong is printed on the standard error
-/// stream; nothing is thrown.
+/// Returns the bytes from the current position of the stream to its end. Reads from the stream's
+/// buffer, so that the state of the stream is neither checked nor changed.
+[[nodiscard]] std::string readRest(std::istream& in);
+
+/// Reads an STL stream, binary or text, and appends its triangles. Errors are printed to the
+/// standard error stream. Throws nothing.
 ///
-/// Intended: text is read up to the first "endfacet", which is always an error, so that it gives no triangle.
+/// \note Intended: text is read up to the first "endfacet", which is always an error, so that it
+///       yields no triangle; a reader would expect the triangles of the text.
 ///
-/// \param size bytes in the stream, for which room is made; a file's own count is not trusted with that
-/// \return whether the stream was read without an error. The triangles read before one stay
+/// \param in the stream
+/// \param size number of bytes in the stream; limits the reserved capacity, because a file's own
+///        count is untrusted
+/// \param[in,out] triangles receives the triangles, also those before an error
+/// \return true if the stream was read without an error
 bool readStl(std::istream& in, std::size_t size, std::vector<Triangle>& triangles);
 
 }  // namespace quarn::detail

@@ -8,7 +8,7 @@
 namespace quarn::detail {
 namespace {
 
-// A multiple of the three bytes that make up a group of base64, so that no piece but the last is padded.
+// A multiple of the three bytes of a base64 group, so that only the last piece is padded.
 constexpr std::size_t kPiece = 3 * (std::size_t{1} << 16U);
 
 bool isAscii(char byte) {
@@ -32,7 +32,7 @@ std::string throughWideText(const std::string& bytes) {
     auto start = bytes.begin();
     while (start != bytes.end()) {
         const auto remaining = bytes.end() - start;
-        // In front of an ASCII byte no sequence is cut.
+        // Split only before an ASCII byte, so that no multi-byte sequence is cut.
         const auto end =
             std::find_if(start + std::min<std::ptrdiff_t>(remaining, kPiece), bytes.end(), isAscii);
         result += toUtf8(fromUtf8(std::string(start, end)));

@@ -1,5 +1,5 @@
 /// \file
-/// Long texts inside of an XML element, as base64.
+/// Base64 of long texts in XML elements.
 #pragma once
 
 #include <ostream>
@@ -7,10 +7,11 @@
 
 namespace quarn::detail {
 
-/// Writes the base64 of \p bytes, piece by piece: the text would take several times their memory as a whole.
+/// Writes the base64 of \p bytes piece by piece. The whole text would take several times their
+/// memory.
 void writeBase64(std::wostream& out, const std::string& bytes);
 
-/// The same as toUtf8(fromUtf8(bytes)), without the wide text in memory as a whole: what is UTF-8 stays.
+/// Returns toUtf8(fromUtf8(bytes)) without the whole wide text in memory. Valid UTF-8 is unchanged.
 [[nodiscard]] std::string throughWideText(const std::string& bytes);
 
 }  // namespace quarn::detail

@@ -1,5 +1,5 @@
 /// \file
-/// Child elements that hold a number or a position.
+/// XML child elements with a number or a position.
 #pragma once
 
 #include <ostream>
@@ -12,13 +12,13 @@ namespace quarn::detail {
 /// Writes a child element with 16 significant digits.
 void writeNumberTag(int indent, std::wostream& out, const wchar_t* tag, double value);
 
-/// Whether \p child is the element \p tag, by exact comparison.
+/// Returns true if \p child is the element \p tag, by exact comparison.
 [[nodiscard]] bool isTag(const xercesc::DOMNode& child, const wchar_t* tag);
 
-/// Reads \p child into \p value where it is the element \p tag.
+/// Reads \p child into \p value if it is the element \p tag.
 void readNumberTag(xercesc::DOMNode* child, const wchar_t* tag, double& value);
 
-/// Reads \p child into \p point where it is the element \p tag.
+/// Reads \p child into \p point if it is the element \p tag.
 void readPointTag(xercesc::DOMNode* child, const wchar_t* tag, Point<double, 3>& point);
 
 }  // namespace quarn::detail

@@ -19,12 +19,12 @@ namespace quarn::test {
 
 /// Calls fill(number) for each parameter in the order of the records.
 template <class Fill>
-void fillParameters(CylinderReference& r, Fill fill) {
+void fillParameters(ReferenceCylinder& r, Fill fill) {
     for (double* number : {&r.cx, &r.cy, &r.cz, &r.radius, &r.minTheta, &r.maxTheta, &r.height})
         *number = fill();
 }
 template <class Fill>
-void fillParameters(SphereReference& r, Fill fill) {
+void fillParameters(ReferenceSphere& r, Fill fill) {
     for (double* number : {&r.cx, &r.cy, &r.cz, &r.radius, &r.minTheta, &r.maxTheta, &r.minPhi, &r.maxPhi})
         *number = fill();
 }
@@ -32,7 +32,7 @@ void fillParameters(SphereReference& r, Fill fill) {
 struct CylinderCase {
     using Screen = CylinderScreen;
     using Params = CylinderScreenParams;
-    using Reference = CylinderReference;
+    using Reference = ReferenceCylinder;
     static constexpr std::size_t kParameters = 7;
 
     static Screen screenOf(const Reference& r) {
@@ -47,7 +47,7 @@ struct CylinderCase {
 struct SphereCase {
     using Screen = SphericalScreen;
     using Params = SphericalScreenParams;
-    using Reference = SphereReference;
+    using Reference = ReferenceSphere;
     static constexpr std::size_t kParameters = 8;
 
     static Screen screenOf(const Reference& r) {
@@ -91,7 +91,7 @@ typename Case::Reference usualReference(Rng& rng) {
 }
 
 /// A position on the surface, near it, or of any kind.
-inline Point3 pointNear(const CurvedReference& r, Rng& rng) {
+inline Point3 pointNear(const ReferenceCurved& r, Rng& rng) {
     Point3 point = r.positionAt(rng.uniform(-0.3, 1.3), rng.uniform(-0.3, 1.3));
     switch (rng.integer(0, 3)) {
         case 0:

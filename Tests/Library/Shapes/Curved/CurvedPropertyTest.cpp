@@ -17,7 +17,7 @@ constexpr double kPositionRoundings = 16.0 * kEpsilon;
 // A screen whose limits mapInto2D takes back: within a turn, in the order of their names, away from the
 // poles.
 template <class Case>
-typename Case::Reference plainReference(Rng& rng) {
+typename Case::Reference simpleReference(Rng& rng) {
     typename Case::Reference r;
     r.cx = rng.uniform(-3.0, 3.0);
     r.cy = rng.uniform(-3.0, 3.0);
@@ -35,19 +35,19 @@ typename Case::Reference plainReference(Rng& rng) {
 }
 
 // Vector from the axis or the centre to a position.
-Point3 spoke(const CylinderReference& r, const Point3& p) {
+Point3 spoke(const ReferenceCylinder& r, const Point3& p) {
     return {p[0] - r.cx, p[1] - r.cy, 0.0};
 }
-Point3 spoke(const SphereReference& r, const Point3& p) {
+Point3 spoke(const ReferenceSphere& r, const Point3& p) {
     return {p[0] - r.cx, p[1] - r.cy, p[2] - r.cz};
 }
 
 // Where the roots of a ray are those of the geometry: a cylinder's only around the Z axis.
-void centreOnAxis(CylinderReference& r) {
+void centreOnAxis(ReferenceCylinder& r) {
     r.cx = 0.0;
     r.cy = 0.0;
 }
-void centreOnAxis(SphereReference&) {}
+void centreOnAxis(ReferenceSphere&) {}
 
 // A length that bounds all terms of the positions of a plain screen.
 constexpr double kReach = 3.0 + 9.0 + 4.0;
@@ -70,7 +70,7 @@ protected:
         for (int i = 0; i < kCases && !::testing::Test::HasFailure(); ++i) {
             Rng rng(i);
             SCOPED_TRACE(i);
-            const auto reference = plainReference<Case>(rng);
+            const auto reference = simpleReference<Case>(rng);
             check(reference, Case::screenOf(reference), rng);
         }
     }

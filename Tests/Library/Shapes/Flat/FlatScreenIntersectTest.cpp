@@ -172,7 +172,7 @@ TEST(FlatScreenIntersect, DerivedClassDecidesAboutSectionAndNormal) {
 TEST(FlatScreenIntersect, HitIsWhereTheLineCrossesThePlane) {
     const FlatScreen screen(1.0, 1.0);
     constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Point3 from = rng.point(-10.0, 10.0);

@@ -77,7 +77,7 @@ TEST(FlatScreenMapping, MapInto2DIsInverseOfMapInto3DInsideTheSection) {
     // Position: half an epsilon for the product and a quarter for the sum, of the size. UV: half an epsilon
     // each for the sum and the quotient.
     constexpr double kTolerance = 2.0 * kEpsilon;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double w = std::abs(rng.spread(-300, 300));
@@ -93,7 +93,7 @@ TEST(FlatScreenMapping, MapInto2DIsInverseOfMapInto3DInsideTheSection) {
 TEST(FlatScreenMapping, ClosestPointIsTheNearestOfTheRectangle) {
     // Of the size: an epsilon from the UV, half from the product and a quarter from the sum.
     constexpr double kTolerance = 2.0 * kEpsilon;
-    for (int i = 0; i < 5000; ++i) {
+    for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double w = rng.uniform(0.1, 20.0);

@@ -119,7 +119,7 @@ TEST(FlatScreenSampling, OneColumnOrRowOfCalibrationPointsIsNaN) {
 
 TEST(FlatScreenSampling, CalibrationPointsLieEvenlyOverTheRectangle) {
     constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double w = rng.uniform(0.1, 50.0);

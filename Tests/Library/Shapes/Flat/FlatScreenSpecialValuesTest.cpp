@@ -18,7 +18,7 @@ void forEachSpecialScreen(const Check& check) {
     for (const double w : kSpecialValues) {
         for (const double h : kSpecialValues) {
             SCOPED_TRACE(::testing::Message() << "width " << w << " height " << h);
-            check(FlatReference{w, h}, FlatScreen(w, h));
+            check(ReferenceFlat{w, h}, FlatScreen(w, h));
             if (::testing::Test::HasFailure()) return;
         }
     }
@@ -33,7 +33,7 @@ void forEachSpecialPair(const Check& check) {
 }  // namespace
 
 TEST(FlatScreenSpecialValues, InMapInto2D) {
-    forEachSpecialScreen([](const FlatReference& reference, const FlatScreen& screen) {
+    forEachSpecialScreen([](const ReferenceFlat& reference, const FlatScreen& screen) {
         forEachSpecialPair([&](double x, double z) {
             for (const double y : kSpecialValues)
                 EXPECT_TRUE(sameBits(screen.mapInto2D({x, y, z}, false), reference.uvOf({x, 0.0, z})));
@@ -42,7 +42,7 @@ TEST(FlatScreenSpecialValues, InMapInto2D) {
 }
 
 TEST(FlatScreenSpecialValues, InMapInto3D) {
-    forEachSpecialScreen([](const FlatReference& reference, const FlatScreen& screen) {
+    forEachSpecialScreen([](const ReferenceFlat& reference, const FlatScreen& screen) {
         forEachSpecialPair([&](double u, double v) {
             const Point3 expected = reference.positionAt(u, v);
             Point3 point;
@@ -54,7 +54,7 @@ TEST(FlatScreenSpecialValues, InMapInto3D) {
 }
 
 TEST(FlatScreenSpecialValues, InSectionTestAndClosestPoint) {
-    forEachSpecialScreen([](const FlatReference& reference, const FlatScreen& screen) {
+    forEachSpecialScreen([](const ReferenceFlat& reference, const FlatScreen& screen) {
         forEachSpecialPair([&](double x, double z) {
             for (const double y : kSpecialValues)
                 EXPECT_EQ(screen.isOnScreenSection(Point3(x, y, z)), reference.isOnSection({x, y, z}));
@@ -66,7 +66,7 @@ TEST(FlatScreenSpecialValues, InSectionTestAndClosestPoint) {
 TEST(FlatScreenSpecialValues, InEveryPairOfRayCoordinates) {
     // An ordinary ray of which any two coordinates are replaced.
     constexpr std::array<double, 6> kOrdinary = {0.25, -2.0, 0.5, 0.5, 1.0, -0.25};
-    const FlatReference reference{4.0, 3.0};
+    const ReferenceFlat reference{4.0, 3.0};
     const FlatScreen screen(4.0, 3.0);
     for (std::size_t i = 0; i < kOrdinary.size(); ++i) {
         for (std::size_t j = i + 1; j < kOrdinary.size(); ++j) {
@@ -85,7 +85,7 @@ TEST(FlatScreenSpecialValues, InEveryPairOfRayCoordinates) {
 }
 
 TEST(FlatScreenSpecialValues, InTheSizesThatARayMeets) {
-    forEachSpecialScreen([](const FlatReference& reference, const FlatScreen& screen) {
+    forEachSpecialScreen([](const ReferenceFlat& reference, const FlatScreen& screen) {
         const Point3 from(0.25, -2.0, 0.5);
         const Point3 to(0.5, 1.0, -0.25);
         EXPECT_TRUE(sameBits(screen.intersect(from, to), asSet(reference.hit(from, to))));
@@ -93,7 +93,7 @@ TEST(FlatScreenSpecialValues, InTheSizesThatARayMeets) {
 }
 
 TEST(FlatScreenSpecialValues, InHorizontalSamples) {
-    for (const FlatReference& reference : {FlatReference{4.0, 3.0}, FlatReference{1e300, 5e-324}}) {
+    for (const ReferenceFlat& reference : {ReferenceFlat{4.0, 3.0}, ReferenceFlat{1e300, 5e-324}}) {
         const FlatScreen screen(reference.w, reference.h);
         forEachSpecialPair([&](double uStart, double uEnd) {
             for (const double v : kSpecialValues) {
@@ -109,7 +109,7 @@ TEST(FlatScreenSpecialValues, InHorizontalSamples) {
 }
 
 TEST(FlatScreenSpecialValues, InTheSizesOfGridOutlineAndCalibrationPoints) {
-    forEachSpecialScreen([](const FlatReference& reference, const FlatScreen& screen) {
+    forEachSpecialScreen([](const ReferenceFlat& reference, const FlatScreen& screen) {
         const auto positionsAt = [&](const std::vector<Point2>& path) {
             std::vector<Point3> positions;
             for (const Point2& uv : path) positions.push_back(reference.positionAt(uv[0], uv[1]));
@@ -133,7 +133,7 @@ TEST(FlatScreenSpecialValues, InTheSizesOfGridOutlineAndCalibrationPoints) {
 
 TEST(FlatScreenSpecialValues, InBothPointsOfTheClosestIntersection) {
     FlatScreen screen(4.0, 3.0);
-    const FlatReference reference{4.0, 3.0};
+    const ReferenceFlat reference{4.0, 3.0};
     forEachSpecialPair([&](double a, double b) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             Point3 from(0.5, -1.0, 0.25);

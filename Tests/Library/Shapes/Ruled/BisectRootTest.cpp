@@ -101,7 +101,7 @@ TEST(BisectRoot, RefusesAValueAboveTheAcceptanceAndNoneAtIt) {
 
 TEST(BisectRoot, AgreesWithTheReferenceForRandomFunctions) {
     int refused = 0;
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double a = rng.uniform(-5.0, 5.0);

@@ -46,7 +46,7 @@ double distanceFromLine(const Point3& p, const Point3& from, const Point3& to) {
 }  // namespace
 
 TEST(RuledScreenProperty, CornersLieAtHalfTheChordAndHeight) {
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);
@@ -61,7 +61,7 @@ TEST(RuledScreenProperty, CornersLieAtHalfTheChordAndHeight) {
 }
 
 TEST(RuledScreenProperty, ArcsAreCirclesTangentToTheirDerivatives) {
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);
@@ -79,7 +79,7 @@ TEST(RuledScreenProperty, ArcsAreCirclesTangentToTheirDerivatives) {
 
 TEST(RuledScreenProperty, HitsLieOnTheRayAndOnTheirRuling) {
     int hits = 0;
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);
@@ -103,7 +103,7 @@ TEST(RuledScreenProperty, HitsLieOnTheRayAndOnTheirRuling) {
 }
 
 TEST(RuledScreenProperty, UVIsRecoveredFromAPositionOnTheSurface) {
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);
@@ -117,7 +117,7 @@ TEST(RuledScreenProperty, UVIsRecoveredFromAPositionOnTheSurface) {
 }
 
 TEST(RuledScreenProperty, EqualArcsAreASectionOfACylinder) {
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         Example example = ordinaryExample(rng);
@@ -145,7 +145,7 @@ TEST(RuledScreenProperty, EqualArcsAreASectionOfACylinder) {
 }
 
 TEST(RuledScreenProperty, NormalsAreSquareToTheRulingAndPointAwayFromTheCentres) {
-    for (int i = 0; i < kScreens; ++i) {
+    for (int i = 0; i < seedCount(kScreens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);
@@ -163,7 +163,7 @@ TEST(RuledScreenProperty, NormalsAreSquareToTheRulingAndPointAwayFromTheCentres)
 }
 
 TEST(RuledScreenProperty, MirroredRaysGiveMirroredHits) {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Example example = ordinaryExample(rng);

@@ -13,11 +13,11 @@ constexpr int kScreens = 10000;
 // Calls `check` with random screens of every kind and their reference.
 template <class Check>
 void withAnyScreens(Check check, int screens = kScreens) {
-    for (int i = 0; i < screens; ++i) {
+    for (int i = 0; i < seedCount(screens); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const RuledSurfaceScreenParams params = anyParams(rng);
-        check(rng, OpenRuledScreen(params), RuledReference(params));
+        check(rng, OpenRuledScreen(params), ReferenceRuled(params));
         if (::testing::Test::HasFailure()) return;
     }
 }
@@ -29,7 +29,7 @@ IntersectionSet asSet(const std::optional<Intersection>& hit) {
 }  // namespace
 
 TEST(RuledScreenReference, CurvesAndTheirDerivativesAgree) {
-    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const double t = rng.coin() ? rng.uniform(-2.0, 3.0) : wildNumber(rng);
         EXPECT_TRUE(sameBits(screen.alongTopCurve(t), reference.top(t)));
         EXPECT_TRUE(sameBits(screen.alongBottomCurve(t), reference.bottom(t)));
@@ -40,7 +40,7 @@ TEST(RuledScreenReference, CurvesAndTheirDerivativesAgree) {
 
 TEST(RuledScreenReference, SidesOfRulingsAgree) {
     int left = 0;
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const double t = rng.uniform(-2.0, 3.0);
         const Line line = anyLine(rng, reference);
         const bool isLeft = reference.isLeft(t, line.from, line.to);
@@ -53,7 +53,7 @@ TEST(RuledScreenReference, SidesOfRulingsAgree) {
 
 TEST(RuledScreenReference, HitsOnTheScreenAgree) {
     int hits = 0;
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Line line = anyLine(rng, reference);
         const IntersectionSet expected = asSet(reference.hit(line.from, line.to, false));
         hits += expected.count();
@@ -65,7 +65,7 @@ TEST(RuledScreenReference, HitsOnTheScreenAgree) {
 TEST(RuledScreenReference, ExtrapolatedHitsAgreeForEverySign) {
     int hits = 0;
     int signs[3] = {};
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Line line = anyLine(rng, reference);
         const IntersectionSet expected = asSet(reference.hit(line.from, line.to, true));
         for (const Intersection& hit : expected) {
@@ -82,7 +82,7 @@ TEST(RuledScreenReference, ExtrapolatedHitsAgreeForEverySign) {
 
 TEST(RuledScreenReference, PositionsOnTheSectionAgree) {
     int onSection = 0;
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Point3 p = anyPosition(rng, reference);
         const bool expected = reference.isOnSection(p);
         onSection += expected;
@@ -93,7 +93,7 @@ TEST(RuledScreenReference, PositionsOnTheSectionAgree) {
 
 TEST(RuledScreenReference, NormalsAgree) {
     int found = 0;
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Point3 p = anyPosition(rng, reference);
         const Point3 expected = reference.normal(p);
         found += expected != Point3();
@@ -105,7 +105,7 @@ TEST(RuledScreenReference, NormalsAgree) {
 
 TEST(RuledScreenReference, MappingsAgree) {
     int accepted = 0;
-    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Point3 p = anyPosition(rng, reference);
         EXPECT_TRUE(sameBits(screen.mapInto2D(p, rng.coin()), reference.uvOf(p)));
 
@@ -125,7 +125,7 @@ TEST(RuledScreenReference, MappingsAgree) {
 }
 
 TEST(RuledScreenReference, ClosestPointsAndDistancesAgree) {
-    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const Point3 p = anyPosition(rng, reference);
         const Point3 closest = reference.closestPoint(p);
         EXPECT_TRUE(sameBits(screen.getClosestPoint(p), closest));
@@ -138,7 +138,7 @@ TEST(RuledScreenReference, ClosestPointsAndDistancesAgree) {
 
 TEST(RuledScreenReference, EyepointAndAngleAgree) {
     int numbers = 0;
-    withAnyScreens([&](Rng&, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([&](Rng&, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const double angle = reference.maxAngle();
         numbers += !std::isnan(angle);
         EXPECT_TRUE(sameBits(screen.getEyepoint(), reference.eyepoint()));
@@ -150,7 +150,7 @@ TEST(RuledScreenReference, EyepointAndAngleAgree) {
 }
 
 TEST(RuledScreenReference, SamplesAgree) {
-    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+    withAnyScreens([](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
         const double v = rng.integer(0, 9) == 0 ? wildNumber(rng) : anyCoordinate(rng);
         const double uStart = rng.integer(0, 9) == 0 ? wildNumber(rng) : anyCoordinate(rng);
         const double uEnd = anyCoordinate(rng);
@@ -170,7 +170,7 @@ TEST(RuledScreenReference, SamplesAgree) {
 
 TEST(RuledScreenReference, DisplayGeometryAgrees) {
     withAnyScreens(
-        [](Rng&, const OpenRuledScreen& screen, const RuledReference& reference) {
+        [](Rng&, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
             Point3 viewPoint;
             std::vector<int> indices;
             std::vector<Point3> vertices;
@@ -186,7 +186,7 @@ TEST(RuledScreenReference, DisplayGeometryAgrees) {
 TEST(RuledScreenReference, ScreensLogAsManyLines) {
     const LogCapture log(L"Quarn.QuarnScreen.ScreenGeometry");
     withAnyScreens(
-        [&](Rng& rng, const OpenRuledScreen& screen, const RuledReference& reference) {
+        [&](Rng& rng, const OpenRuledScreen& screen, const ReferenceRuled& reference) {
             const std::size_t before = log.records().size();
             const Point3 p = anyPosition(rng, reference);
             (void)screen.getClosestPoint(p);

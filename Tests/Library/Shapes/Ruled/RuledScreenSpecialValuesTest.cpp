@@ -13,7 +13,7 @@ IntersectionSet asSet(const std::optional<Intersection>& hit) {
 }
 
 // Asks all that takes no special argument of its own.
-void expectAgreement(const OpenRuledScreen& screen, const RuledReference& reference) {
+void expectAgreement(const OpenRuledScreen& screen, const ReferenceRuled& reference) {
     const Point3 from(0.3, -4.0, 0.2);
     const Point3 to(0.2, 4.0, 0.3);
     EXPECT_TRUE(sameBits(screen.intersect(from, to), asSet(reference.hit(from, to, false))));
@@ -43,7 +43,7 @@ TEST(RuledScreenSpecialValues, InTheParameters) {
         const RuledSurfaceScreenParams params{a[0], a[1], a[2], a[3], a[4], a[5]};
         if (!searchEnds(params)) return;
         ++searched;
-        expectAgreement(OpenRuledScreen(params), RuledReference(params));
+        expectAgreement(OpenRuledScreen(params), ReferenceRuled(params));
     });
     EXPECT_GT(searched, 3000);
 }
@@ -51,7 +51,7 @@ TEST(RuledScreenSpecialValues, InTheParameters) {
 TEST(RuledScreenSpecialValues, InTheLine) {
     for (const RuledSurfaceScreenParams& params : kScreens) {
         const OpenRuledScreen screen(params);
-        const RuledReference reference(params);
+        const ReferenceRuled reference(params);
         withSpecialArguments<6>({0.1, -4.0, 0.2, 0.2, 4.0, 0.1}, [&](const std::array<double, 6>& a) {
             const Point3 from(a[0], a[1], a[2]);
             const Point3 to(a[3], a[4], a[5]);
@@ -66,7 +66,7 @@ TEST(RuledScreenSpecialValues, InTheLine) {
 TEST(RuledScreenSpecialValues, InThePosition) {
     for (const RuledSurfaceScreenParams& params : kScreens) {
         const OpenRuledScreen screen(params);
-        const RuledReference reference(params);
+        const ReferenceRuled reference(params);
         withSpecialArguments<3>({0.1, 0.3, 0.2}, [&](const std::array<double, 3>& a) {
             const Point3 p(a[0], a[1], a[2]);
             EXPECT_EQ(screen.isOnScreenSection(p), reference.isOnSection(p));
@@ -80,7 +80,7 @@ TEST(RuledScreenSpecialValues, InThePosition) {
 TEST(RuledScreenSpecialValues, InTheUVAndTheSamples) {
     for (const RuledSurfaceScreenParams& params : kScreens) {
         const OpenRuledScreen screen(params);
-        const RuledReference reference(params);
+        const ReferenceRuled reference(params);
         withSpecialArguments<3>({0.25, 0.1, 0.9}, [&](const std::array<double, 3>& a) {
             Point3 point(9, 9, 9);
             const Point3 expected = reference.position(a[0], a[1]);
@@ -102,6 +102,6 @@ TEST(RuledScreenSpecialValues, PositionAtTheEndOfARulingHasANormal) {
     for (const double u : {0.25, 0.5, 0.75}) {
         const Point3 normal = screen.getScreenNormal(screen.alongBottomCurve(u));
         EXPECT_NEAR(length(normal), 1.0, 1e-14);
-        EXPECT_TRUE(sameBits(normal, RuledReference(kQuarters).normal(RuledReference(kQuarters).bottom(u))));
+        EXPECT_TRUE(sameBits(normal, ReferenceRuled(kQuarters).normal(ReferenceRuled(kQuarters).bottom(u))));
     }
 }

@@ -27,7 +27,7 @@ bool isOnAt(const RuledSurfaceScreen& screen, double u, double v) {
 TEST(RuledScreenTolerance, SearchEndsAfterTwentyOneHalvingsOfARangeOfTwo) {
     // 2 / 2^21 = 0.95e-6 is the first length of at most 1e-6, so u lies in the middle of such a cell.
     const OpenRuledScreen screen(kQuarters);
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Point3 p(rng.uniform(-1.3, 1.3), 0.0, rng.uniform(-1.0, 1.0));
@@ -92,7 +92,7 @@ TEST(RuledScreenTolerance, NormalReachesOnePercentOfTheWidth) {
 TEST(RuledScreenTolerance, NormalsRootIsFoundInSeventeenHalvings) {
     // At the root's u, a multiple of 2^-17, the horizontal derivatives give the normal's x over its y.
     const OpenRuledScreen screen(kQuarters);
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const double u = rng.uniform(0.01, 0.99);

@@ -100,7 +100,7 @@ inline double anyCoordinate(Rng& rng) {
 }
 
 /// A position on the surface, near it, or anywhere.
-inline Point3 anyPosition(Rng& rng, const RuledReference& screen) {
+inline Point3 anyPosition(Rng& rng, const ReferenceRuled& screen) {
     const double u = anyCoordinate(rng);
     Point3 p = screen.position(u, anyCoordinate(rng));
     const int kind = rng.integer(0, 9);
@@ -115,7 +115,7 @@ struct Line {
     Point3 from;
     Point3 to;
 };
-inline Line anyLine(Rng& rng, const RuledReference& screen) {
+inline Line anyLine(Rng& rng, const ReferenceRuled& screen) {
     const Point3 through = anyPosition(rng, screen);
     const int kind = rng.integer(0, 9);
     if (kind == 0) return {through, wildPoint<3>(rng)};

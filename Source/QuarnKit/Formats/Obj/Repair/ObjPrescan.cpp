@@ -1,0 +1,112 @@
+#include "ObjPrescan.h"
+
+#include <algorithm>
+
+#include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/PrintableText.h>
+#include <QuarnScreen/Detail/Obj/ObjNumbers.h>
+
+namespace quarn {
+
+namespace {
+
+// Removes a run of digits and returns true if there was one.
+bool skipDigits(std::string_view& word) {
+    const std::size_t length = std::min(word.find_first_not_of("0123456789"), word.size());
+    word.remove_prefix(length);
+    return length > 0;
+}
+
+void skipSign(std::string_view& word) {
+    if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
+}
+
+// Returns the number of a word with a known form.
+float numberOf(std::string_view word) {
+    // The scan needs a byte after the number.
+    return detail::scanFloatReference(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
+}
+
+float coordinateOf(std::string_view word, const ObjLogicalLine& logicalLine, const std::string& name) {
+    if (numberFormOf(word) == ObjNumberForm::NoNumber)
+        throw Error({.found = "found " + quotedExcerpt(word) + " as a coordinate",
+                     .expected = R"("v" and three numbers)",
+                     .file = name,
+                     .line = logicalLine.line});
+    return numberOf(word);
+}
+
+std::array<float, 3> coordinatesOf(const ObjLogicalLine& logicalLine, const std::string& name) {
+    if (logicalLine.words.size() < 2)
+        throw Error({.found = "found a vertex without coordinates",
+                     .expected = R"("v" and three numbers)",
+                     .file = name,
+                     .line = logicalLine.line});
+    // The library reads missing coordinates as 0, as other programs do.
+    std::array<float, 3> position{};
+    for (std::size_t i = 0; i < position.size() && i + 1 < logicalLine.words.size(); ++i)
+        position.at(i) = coordinateOf(logicalLine.words[i + 1], logicalLine, name);
+    return position;
+}
+
+bool isReadableUV(const ObjLogicalLine& logicalLine) {
+    const auto end = logicalLine.words.begin() +
+                     static_cast<std::ptrdiff_t>(std::min<std::size_t>(logicalLine.words.size(), 3));
+    return logicalLine.words.size() > 1 &&
+           std::all_of(logicalLine.words.begin() + 1, end,
+                       [](std::string_view word) { return numberFormOf(word) != ObjNumberForm::NoNumber; });
+}
+
+}  // namespace
+
+ObjNumberForm numberFormOf(std::string_view word) {
+    const bool hasPlusSign = word.starts_with('+');
+    skipSign(word);
+    const bool hasWhole = skipDigits(word);
+    if (word.starts_with('.')) word.remove_prefix(1);
+    const bool hasFraction = skipDigits(word);
+    if (!hasWhole && !hasFraction) return ObjNumberForm::NoNumber;
+    if (word.starts_with('e') || word.starts_with('E')) {
+        word.remove_prefix(1);
+        skipSign(word);
+        if (!skipDigits(word)) return ObjNumberForm::NoNumber;
+    }
+    if (!word.empty()) return ObjNumberForm::NoNumber;
+    return hasPlusSign ? ObjNumberForm::WithPlusSign : ObjNumberForm::Plain;
+}
+
+ObjLineKind kindOf(const ObjLogicalLine& logicalLine) {
+    if (logicalLine.words.empty()) return ObjLineKind::Other;
+    const std::string_view keyword = logicalLine.words.front();
+    if (keyword == "v") return ObjLineKind::Vertex;
+    if (keyword == "vt") return ObjLineKind::UV;
+    if (keyword == "vn") return ObjLineKind::Normal;
+    if (keyword == "f" || keyword == "fo") return ObjLineKind::Face;
+    const bool isMisread = keyword.starts_with("vt") || keyword.starts_with("vn") || keyword.starts_with('f');
+    return isMisread ? ObjLineKind::Misread : ObjLineKind::Other;
+}
+
+ObjPrescan prescanObj(const std::string& name, std::string_view text) {
+    ObjPrescan prescan;
+    ObjLogicalLines logicalLines(text);
+    for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) {
+        const ObjLineKind kind = kindOf(logicalLine);
+        if (kind == ObjLineKind::Vertex) prescan.positions.push_back(coordinatesOf(logicalLine, name));
+        if (kind == ObjLineKind::UV) prescan.areUVsReadable.push_back(isReadableUV(logicalLine));
+        if (kind == ObjLineKind::Normal) {
+            ++prescan.normalCount;
+            prescan.lastNormalLine = logicalLine.line;
+        }
+        if (kind == ObjLineKind::Face && prescan.firstFaceLine == 0) prescan.firstFaceLine = logicalLine.line;
+    }
+    const auto refuse = [&](const char* what, const char* expected) {
+        throw Error({.found = std::string("found no ") + what + " in the OBJ text",
+                     .expected = expected,
+                     .file = name});
+    };
+    if (prescan.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
+    if (prescan.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
+    return prescan;
+}
+
+}  // namespace quarn

@@ -1,0 +1,156 @@
+#include "CommandLine/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+#include <QuarnKit/Base/Error.h>
+
+namespace quarn::tool {
+
+namespace {
+
+// The parser's names of an option, and the word for its value.
+struct NameParts {
+    std::string names;
+    std::string valueName;
+};
+
+NameParts partsOf(const std::string& name) {
+    const std::size_t blank = name.find(' ');
+    if (blank == std::string::npos) return {.names = name, .valueName = {}};
+    return {.names = name.substr(0, blank), .valueName = name.substr(blank + 1)};
+}
+
+std::string footerOf(const CommandTexts& texts) {
+    return (texts.details.empty() ? "" : texts.details + "\n\n") + "Example:\n  " + texts.example;
+}
+
+// The parser shows choices after the word for the value, as in "NAME:{mm,cm}".
+std::vector<std::string> choicesIn(const std::string& typeName) {
+    const std::size_t first = typeName.find('{');
+    const std::size_t last = typeName.find('}');
+    std::vector<std::string> words;
+    if (first == std::string::npos || last == std::string::npos) return words;
+    std::istringstream list(typeName.substr(first + 1, last - first - 1));
+    for (std::string word; std::getline(list, word, ',');) words.push_back(word);
+    return words;
+}
+
+OptionFacts factsOf(const CLI::Option& option) {
+    OptionFacts facts;
+    for (const std::string& name : option.get_snames()) facts.names.push_back("-" + name);
+    for (const std::string& name : option.get_lnames()) facts.names.push_back("--" + name);
+    const std::string typeName = option.get_type_name();
+    facts.choices = choicesIn(typeName);
+    facts.valueName = typeName.substr(0, typeName.find(':'));
+    facts.takesValue = option.get_items_expected_max() > 0;
+    return facts;
+}
+
+}  // namespace
+
+Option& Option::required() {
+    option->required();
+    return *this;
+}
+
+Option& Option::choices(const std::vector<std::string>& words) {
+    option->check(CLI::IsMember(words));
+    return *this;
+}
+
+Option& Option::defaultText(const std::string& text) {
+    option->default_str(text);
+    return *this;
+}
+
+Option& Option::excludes(const Option& other) {
+    option->excludes(other.option);
+    return *this;
+}
+
+Option& Option::needs(const Option& other) {
+    option->needs(other.option);
+    return *this;
+}
+
+Command Command::addCommand(const CommandTexts& texts) {
+    CLI::App* const added = command->add_subcommand(texts.name, texts.summary);
+    added->footer(footerOf(texts));
+    return Command(*added);
+}
+
+void Command::requireCommand() {
+    command->require_subcommand(1);
+}
+
+Option Command::argument(const std::string& name, std::string& value, const std::string& description) {
+    return option(name, value, description);
+}
+
+Option Command::option(const std::string& name, std::string& value, const std::string& description) {
+    return option(
+               name, [&value](const std::string& text) { value = text; }, description)
+        .defaultText(value);
+}
+
+Option Command::option(const std::string& name, std::function<void(const std::string&)> setValue,
+                       const std::string& description) {
+    const NameParts parts = partsOf(name);
+    CLI::Option* const added = command->add_option_function(parts.names, std::move(setValue), description);
+    added->type_name(parts.valueName);
+    return Option(*added);
+}
+
+Option Command::flag(const std::string& name, std::function<void()> onGiven, const std::string& description) {
+    return Option(*command->add_flag_callback(name, std::move(onGiven), description));
+}
+
+void Command::onRun(std::function<void()> action) {
+    command->callback(std::move(action));
+}
+
+std::string Command::name() const {
+    return command->get_name();
+}
+
+std::vector<Command> Command::commands() const {
+    std::vector<Command> all;
+    for (CLI::App* const added : command->get_subcommands([](const CLI::App* /*any*/) { return true; }))
+        all.emplace_back(*added);
+    return all;
+}
+
+std::vector<OptionFacts> Command::options() const {
+    std::vector<OptionFacts> all;
+    for (const CLI::Option* const option : std::as_const(*command).get_options())
+        all.push_back(factsOf(*option));
+    return all;
+}
+
+CommandLine::CommandLine(const CommandTexts& texts, const std::string& version)
+    : app(std::make_unique<CLI::App>(texts.summary, texts.name)) {
+    app->set_version_flag("--version", version);
+    app->footer(footerOf(texts));
+}
+
+CommandLine::~CommandLine() = default;
+
+Command CommandLine::root() {
+    return Command(*app);
+}
+
+std::optional<std::string> CommandLine::run(int argc, const char* const* argv) {
+    try {
+        app->parse(argc, argv);
+        return std::nullopt;
+    } catch (const CLI::Success& request) {
+        std::ostringstream text;
+        app->exit(request, text, text);
+        return text.str();
+    } catch (const CLI::ParseError& error) {
+        throw Error({.found = std::string(error.what()) + " (see --help)"});
+    }
+}
+
+}  // namespace quarn::tool

@@ -1,0 +1,152 @@
+/// \file
+/// Command lines: commands with their arguments, options and help texts. For the commands of the tool, which see nothing
+/// of the parser that does the work.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace quarn::tool {
+
+/// An argument, option or flag of a command. Copies refer to the same one; all are valid as long as its CommandLine.
+class Option {
+public:
+    explicit Option(CLI::Option& parserOption) : option(&parserOption) {}
+
+    /// Makes a command line without it an error.
+    Option& required();
+
+    /// Makes any other value an error; the help and the completion list the words.
+    Option& choices(const std::vector<std::string>& words);
+
+    /// Sets the default that the help shows.
+    Option& defaultText(const std::string& text);
+
+    /// Makes a command line with both an error.
+    Option& excludes(const Option& other);
+
+    /// Makes a command line with this one and without the other an error.
+    Option& needs(const Option& other);
+
+private:
+    CLI::Option* option;
+};
+
+/// An argument, option or flag as the completion of a shell needs it.
+struct OptionFacts {
+    std::vector<std::string> names;    ///< With their dashes; empty for an argument.
+    std::vector<std::string> choices;  ///< The only values, if they are limited.
+    std::string valueName;             ///< Such as FILE; empty for a flag.
+    bool takesValue = false;
+};
+
+/// The texts of a command's help.
+struct CommandTexts {
+    std::string name;
+    std::string summary;       ///< One line.
+    std::string details = {};  ///< Paragraphs after the options; may be empty.
+    std::string example;       ///< A command line that works in the project's folder.
+};
+
+/// A command of a CommandLine. Copies refer to the same one; all are valid as long as the CommandLine.
+class Command {
+public:
+    explicit Command(CLI::App& parserCommand) : command(&parserCommand) {}
+
+    /// Adds a command whose name follows the name of this one.
+    Command addCommand(const CommandTexts& texts);
+
+    /// Makes a command line without one of the added commands an error.
+    void requireCommand();
+
+    /// Adds an argument, an optional one unless Option::required() is called.
+    /// \param name a word for the argument and one for its value, as in "SCREEN FILE"
+    /// \param value set to the argument's text, and shown by the help as the default if it is not empty. It has to outlive
+    /// the CommandLine, as all targets below
+    Option argument(const std::string& name, std::string& value, const std::string& description);
+
+    /// Adds an option with a value.
+    /// \param name the option's names and a word for its value, as in "-o,--output FILE"
+    Option option(const std::string& name, std::string& value, const std::string& description);
+
+    /// Adds an option with a value.
+    /// \param setValue called with the option's text; its exceptions leave CommandLine::run()
+    Option option(const std::string& name, std::function<void(const std::string&)> setValue,
+                  const std::string& description);
+
+    /// Adds an option whose value is one of some words, each of which stands for a value of \p target.
+    template <class Value>
+    Option choice(const std::string& name, Value& target,
+                  const std::vector<std::pair<std::string, std::type_identity_t<Value>>>& values,
+                  const std::string& description) {
+        std::vector<std::string> words;
+        for (const auto& [word, value] : values) words.push_back(word);
+        const auto setTarget = [values, &target](const std::string& text) {
+            for (const auto& [word, value] : values)
+                if (word == text) target = value;
+        };
+        return option(name, setTarget, description).choices(words);
+    }
+
+    /// Adds an option without a value.
+    /// \param value what \p target becomes if the option is given
+    template <class Value>
+    Option flag(const std::string& name, Value& target, std::type_identity_t<Value> value,
+                const std::string& description) {
+        return flag(
+            name, [value, &target] { target = value; }, description);
+    }
+    Option flag(const std::string& name, std::function<void()> onGiven, const std::string& description);
+
+    /// Sets what the command does.
+    void onRun(std::function<void()> action);
+
+    /// Sets what the command does, and returns the options that it does it with: targets for the methods above, which
+    /// live as long as the command line.
+    template <class Options>
+    Options& onRun(void (*action)(const Options& options)) {
+        const auto options = std::make_shared<Options>();
+        onRun([options, action] { action(*options); });
+        return *options;
+    }
+
+    [[nodiscard]] std::string name() const;
+    [[nodiscard]] std::vector<Command> commands() const;
+    [[nodiscard]] std::vector<OptionFacts> options() const;
+
+private:
+    CLI::App* command;
+};
+
+/// The command line of a program. Every command has the option --help.
+class CommandLine {
+public:
+    /// \param version the text of the option --version
+    CommandLine(const CommandTexts& texts, const std::string& version);
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+    ~CommandLine();
+
+    /// Returns the program itself, whose commands are the first words of a command line.
+    [[nodiscard]] Command root();
+
+    /// Parses the arguments of main(), and runs the command that they name.
+    /// \return the text of --help or --version if they ask for one; no command ran
+    /// \throws Error for arguments that no command has; the exceptions of the command itself are not changed
+    [[nodiscard]] std::optional<std::string> run(int argc, const char* const* argv);
+
+private:
+    std::unique_ptr<CLI::App> app;
+};
+
+}  // namespace quarn::tool

@@ -1,0 +1,38 @@
+/// \file
+/// The options of the commands that read a screen, as plain values.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include <QuarnKit/Base/MemoryLimit.h>
+#include <QuarnKit/Formats/Obj/ObjSource.h>
+
+#include "Rows/ResultRows.h"
+
+namespace quarn::tool {
+
+/// More threads than any machine that the tool is used on has processors.
+inline constexpr int kMaxThreads = 256;
+
+/// Returns the number of processors that the process may use, at most kMaxThreads.
+[[nodiscard]] std::size_t defaultThreadCount();
+
+/// Options of every command that reads a screen.
+struct ScreenOptions {
+    std::string screen;
+    ObjOptions obj;
+    std::string unit = "m";
+    ResultFormat format = ResultFormat::Csv;
+    std::uint64_t maxMemory = defaultMemoryLimit();  ///< In bytes.
+    std::string output = "-";
+};
+
+/// Options of the commands that write a result for each row of an input.
+struct QueryOptions : ScreenOptions {
+    bool areResultsRequired = false;
+    std::size_t threads = defaultThreadCount();
+};
+
+}  // namespace quarn::tool
