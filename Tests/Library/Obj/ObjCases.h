@@ -23,7 +23,8 @@ struct ScannedText {
 /// Vertices, texture coordinates and faces bit for bit, and the number of normals.
 [[nodiscard]] ::testing::AssertionResult sameLists(const detail::ObjData& lists, const PlainLists& plain);
 
-/// Whether the scans of a text agree with the plain reader, and the triangles too where its faces end.
+/// Whether the scans of a text agree with the plain reader, and the triangles too where its faces
+/// end.
 [[nodiscard]] ::testing::AssertionResult isReadAsPlainly(
     const std::string& text, const Matrix<float, 4>& transform = Matrix<float, 4>::identity());
 

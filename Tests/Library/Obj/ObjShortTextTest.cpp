@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Obj/ObjContinuations.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
+#include <QuarnScreen/Detail/Obj/ObjText.h>
 
 #include <functional>
 #include <new>
@@ -46,11 +46,10 @@ TEST(ObjShortText, TextsOfUpToThreeLettersPassThroughAllThreads) {
             detail::blankContinuations(text);
             ASSERT_EQ(text, expected);
             const PlainLists plain = plainLists(text);
-            std::vector<Triangle> triangles;
             if (plain.isEndless)
-                ASSERT_THROW((void)detail::parseObj(text, triangles, [] {}), std::bad_alloc) << text;
+                ASSERT_THROW((void)detail::parseObj(text), std::bad_alloc) << text;
             else
-                ASSERT_TRUE(sameLists(detail::parseObj(text, triangles, [] {}), plain)) << text;
+                ASSERT_TRUE(sameLists(detail::parseObj(text), plain)) << text;
         });
     }
 }
