@@ -26,7 +26,7 @@ struct ScannedText {
 
 /// Whether the scans of a text agree with the plain reader, and the triangles too where its faces
 /// end.
-[[nodiscard]] ::testing::AssertionResult isReadAsPlainly(
+[[nodiscard]] ::testing::AssertionResult isReadAsByReference(
     const std::string& text, const Matrix<float, 4>& transform = Matrix<float, 4>::identity());
 
 }  // namespace quarn::test

@@ -79,7 +79,7 @@ inline const Point3 kRayTo(0.7, 0.0, 0.4);
 [[nodiscard]] std::string objTextOf(const std::vector<Triangle>& mesh);
 
 /// The expected contents of an OBJ screen after each load, step by step.
-struct PlainObjScreen {
+struct ReferenceObjScreen {
     LoadEnd load(const std::string& newText);
 
     Matrix<float, 4> transform = Matrix<float, 4>::identity();
@@ -92,6 +92,6 @@ struct PlainObjScreen {
 
 /// Returns whether a screen has the expected status, digest, text, triangles, and hits of a few
 /// rays.
-[[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const PlainObjScreen& plain);
+[[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const ReferenceObjScreen& plain);
 
 }  // namespace quarn::test

@@ -32,7 +32,7 @@ private:
 
 // A directory, a missing file, none, a file taken for a folder, a lone surrogate, a value past
 // Unicode.
-void expectNotOpened(OpenObjScreen& screen, PlainObjScreen& plain) {
+void expectNotOpened(OpenObjScreen& screen, ReferenceObjScreen& plain) {
     const TemporaryFolder folder;
     const std::wstring file = fromUtf8(folder.write("a.obj", kSquare));
     for (const std::wstring& path :
