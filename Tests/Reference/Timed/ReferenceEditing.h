@@ -29,7 +29,7 @@ public:
     }
 
     /// How many pieces refine() makes of a mesh.
-    static std::size_t detail::countPieces(const std::vector<Triangle>& mesh, double maxEdgeLength) {
+    static std::size_t countPieces(const std::vector<Triangle>& mesh, double maxEdgeLength) {
         std::vector<Triangle> pieces;
         std::size_t count = 0;
         for (const Triangle& triangle : mesh) {

@@ -43,7 +43,7 @@ public:
             double b = 0.0;
             Point<double, 3> hit;
             if (intersectTrianglePlane(point, point + triangle->normal, *triangle, t, hit, a, b, false) &&
-                detail::kContainmentDistance > std::abs(t))
+                kContainmentDistance > std::abs(t))
                 return true;
             if (isOutsideChecked) return false;
             const Point<double, 2> uv = triangle->uvAt(a, b);
@@ -67,7 +67,7 @@ public:
 
 private:
     struct EndOfSearch {};
-    static constexpr double detail::kContainmentDistance = 1e-5;  // in the mesh's unit
+    static constexpr double kContainmentDistance = 1e-5;  // in the mesh's unit
 };
 
 }  // namespace quarn::test

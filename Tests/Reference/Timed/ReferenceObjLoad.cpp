@@ -20,14 +20,14 @@ using Floats2 = std::array<float, 2>;
 // Vertex, UV and normal of each corner.
 using Face = std::array<std::array<int, 3>, 3>;
 
-const char* detail::skipBlanks(const char* p) {
+const char* skipBlanks(const char* p) {
     while (*p == ' ') ++p;
     return p;
 }
 
-const char* detail::nextArgument(const char* p) {
+const char* nextArgument(const char* p) {
     while (*p != ' ' && *p != '\n' && *p != '\0') ++p;
-    return detail::skipBlanks(p);
+    return skipBlanks(p);
 }
 
 bool isDigit(char c) {
@@ -38,19 +38,19 @@ float readFloat(const char* p) {
     std::uint32_t mantissa = 0;
     int scale = 0;
     bool isNegative = false;
-    bool isAfterPoint = false;
+    bool isBehindPoint = false;
     for (;; ++p) {
         if (isDigit(*p)) {
             if (mantissa < 16777216) {
                 mantissa = mantissa * 10 + static_cast<std::uint32_t>(*p - '0');
-                if (isAfterPoint) ++scale;
-            } else if (!isAfterPoint) {
+                if (isBehindPoint) ++scale;
+            } else if (!isBehindPoint) {
                 --scale;
             }
         } else if (*p == '-') {
             isNegative = true;
         } else if (*p == '.') {
-            isAfterPoint = true;
+            isBehindPoint = true;
         } else {
             break;
         }
@@ -81,7 +81,7 @@ void readFloats(const char* p, std::vector<std::array<float, N>>& list) {
     std::array<float, N>& values = list.emplace_back();
     for (float& value : values) {
         value = readFloat(p);
-        p = detail::nextArgument(p);
+        p = nextArgument(p);
     }
 }
 
@@ -97,24 +97,24 @@ const char* skipDigits(const char* p) {
 }
 
 void readCorner(const char* p, std::array<int, 3>& corner) {
-    p = detail::skipBlanks(p);
+    p = skipBlanks(p);
     corner = {readIndex(p), -1, -1};
     p = skipDigits(p);
     if (*p != '/') return;
     if (p[1] == '/') {
-        corner[2] = readIndex(detail::skipBlanks(p + 2));
+        corner[2] = readIndex(skipBlanks(p + 2));
         return;
     }
-    corner[1] = readIndex(detail::skipBlanks(p + 1));
+    corner[1] = readIndex(skipBlanks(p + 1));
     p = skipDigits(p + 1);
-    if (*p == '/') corner[2] = readIndex(detail::skipBlanks(p + 1));
+    if (*p == '/') corner[2] = readIndex(skipBlanks(p + 1));
 }
 
 void readFace(const char* p, std::vector<Face>& faces) {
     faces.emplace_back();
     for (std::array<int, 3>& corner : faces.back()) {
         readCorner(p, corner);
-        p = detail::nextArgument(p);
+        p = nextArgument(p);
     }
     while (*p != '\n' && *p != '\r') {
         const Face before = faces.back();
@@ -122,7 +122,7 @@ void readFace(const char* p, std::vector<Face>& faces) {
         face[0] = before[0];
         face[1] = before[2];
         readCorner(p, face[2]);
-        p = detail::nextArgument(p);
+        p = nextArgument(p);
     }
 }
 
@@ -132,14 +132,14 @@ void forEachLine(const std::string& text, const Action& action) {
     const char* p = text.data();
     const char* const end = p + text.size();
     while (p < end) {
-        p = detail::skipBlanks(p);
-        action(p, detail::nextArgument(p));
+        p = skipBlanks(p);
+        action(p, nextArgument(p));
         while (*p != '\n' && *p != '\0') ++p;
         ++p;
     }
 }
 
-void detail::blankContinuations(std::string& text) {
+void blankContinuations(std::string& text) {
     const std::function<void(std::string*, int, int)> blank = [](std::string* all, int from, int to) {
         for (int i = from; i < to; ++i) {
             char* const p = all->data() + i;
@@ -164,7 +164,7 @@ void ReferenceObjLoad::load(std::istream& in) {
     text.resize(static_cast<std::size_t>(in.tellg()));
     in.seekg(0);
     in.read(text.data(), static_cast<std::streamsize>(text.size()));
-    detail::blankContinuations(text);
+    blankContinuations(text);
 
     std::vector<Floats3> vertices;
     std::vector<Floats2> uvs;

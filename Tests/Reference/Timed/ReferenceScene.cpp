@@ -10,13 +10,13 @@ namespace quarn::test {
 namespace {
 
 constexpr float kStepBehindHit = 0.001F;  // in lengths of the ray's direction
-constexpr int kMaxHits = 10;
+constexpr int kMostHits = 10;
 constexpr std::size_t kCornerStride = 4 * sizeof(float);
 
 // What a search around a position looks for. The radius is that of the test, and some more for the rounding to single
 // precision.
 constexpr float kRadius = 1.2e-5F;
-constexpr double detail::kContainmentDistance = 1e-5;
+constexpr double kHoldingDistance = 1e-5;
 struct Search {
     const std::vector<Triangle>& triangles;
     Point<double, 3> point;
@@ -35,7 +35,7 @@ bool testTriangle(RTCPointQueryFunctionArguments* arguments) {
         return false;
     const Point<double, 3> offset = search.point - triangle.centroid;
     const double squared = dot(offset, offset);
-    if (!(detail::kContainmentDistance > std::abs(t)) || !(search.bestSquared > squared)) return false;
+    if (!(kHoldingDistance > std::abs(t)) || !(search.bestSquared > squared)) return false;
     search.best = &triangle;
     search.bestSquared = squared;
     return false;  // the radius stays
@@ -85,7 +85,7 @@ IntersectionSet ReferenceScene::intersect(const Point<double, 3>& start, const P
     const Point<double, 3> direction = end - start;
     IntersectionSet hits;
     float nearest = 0.0F;
-    for (int i = 0; i < kMaxHits; ++i) {
+    for (int i = 0; i < kMostHits; ++i) {
         RTCRayHit query;
         query.ray.org_x = static_cast<float>(start[0]);
         query.ray.org_y = static_cast<float>(start[1]);

@@ -25,7 +25,7 @@ PI = Fraction("3.14159265358979323846264338327950288419716939937510")
 
 
 def radians(degrees):
-    """The number nearest to the true one; math.radians() may be its neighbour."""
+    """The number nearest to the true one; math.radians() may be its neighbor."""
     return float(Fraction(degrees) * PI / 180)
 
 
@@ -134,8 +134,8 @@ add_cases(Make, [
     refused("dome_without_angle", ["make", "dome", "--radius", "1"], r"--angle is required \(see --help\)"),
     refused("sphere_without_limit", SPHERE[:-2], r"--max-phi is required \(see --help\)"),
     refused("ruled_without_arc", MADE["ruled"][:-2], r"--bottom-arc is required \(see --help\)"),
-    refused("cylinder_without_limits", CYLINDER, "found too few limits, expected --arc, or --min-theta and --max-theta"),
-    refused("cylinder_with_one_limit", [*CYLINDER, "--max-theta", "1rad"], "found too few limits, expected --arc, or --min-theta and --max-theta"),
+    refused("cylinder_without_limits", CYLINDER, "missing --arc, or --min-theta and --max-theta"),
+    refused("cylinder_with_one_limit", [*CYLINDER, "--max-theta", "1rad"], "missing --arc, or --min-theta and --max-theta"),
     refused("cylinder_with_both", [*CYLINDER, "--arc", "1rad", "--max-theta", "1rad"], r"--arc excludes --max-theta \(see --help\)"),
     refused("option_of_another_shape", [*MADE["flat"], "--radius", "1"], r".* \(see --help\)"),
     refused("option_twice", [*MADE["flat"], "--width", "1"], r".* \(see --help\)"),

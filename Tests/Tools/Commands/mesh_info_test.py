@@ -1,4 +1,4 @@
-"""What info tells about meshes: how good they are, their measures, and what of the file had no effect."""
+"""What info reports about meshes: their status, their measures, and the parts of the file without effect."""
 import json
 import math
 import unittest
