@@ -38,7 +38,7 @@ public:
     explicit PositionCache(const TriangleTree& measuringTree) : tree(measuringTree), slots(kSlots) {}
 
     [[nodiscard]] const MeasuredPosition& measure(const Point<double, 3>& position) {
-        MeasuredPosition& slot = slots[hashOf<3>(position) % kSlots];
+        MeasuredPosition& slot = slots[bitHashOf<3>(position) % kSlots];
         if (slot.nearest.index == TriangleTree::kNone || slot.position != position)
             slot = measurePosition(tree, position, hint);
         hint = slot.nearest.index;
