@@ -13,7 +13,7 @@ namespace {
 
 using ::testing::Each;
 
-// Runs \p count parts, and tells how often each of them ran.
+// Runs \p count tasks, and returns how often each of them ran.
 std::vector<int> runsOf(ThreadPool& pool, std::size_t count) {
     std::vector<std::atomic<int>> runs(count);
     pool.parallelFor(count, [&](std::size_t i) { ++runs[i]; });

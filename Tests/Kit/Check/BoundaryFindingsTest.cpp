@@ -62,7 +62,7 @@ TEST(BoundaryCheck, RandomSingleHolesAreCounted) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::vector<std::pair<int, int>> cells;
-        // Every other cell, so that none touches another one or the rim.
+        // Every other cell, so that none touches another one or the boundary.
         for (int row = 1; row < 14; row += 2)
             for (int column = 1; column < 14; column += 2)
                 if (rng.coin()) cells.emplace_back(column, row);
@@ -83,7 +83,7 @@ TEST(BoundaryCheck, WholeCylinderHasOneOutlineAlongItsSeam) {
             }
     computeFields(mesh);
     EXPECT_THAT(namesOf(check(mesh)), IsEmpty());
-    // Without UVs there is no seam, and two rims are left.
+    // Without UVs there is no seam, and two boundary loops are left.
     stripUV(mesh);
     EXPECT_EQ(findingNamed("hole", check(mesh)).count, 1U);
 }

@@ -16,7 +16,7 @@ inline std::uint64_t lineOfTriangle(std::uint64_t triangle) {
     return 100 + triangle;
 }
 
-/// All findings of a mesh in metres whose file has no other records.
+/// All findings of a mesh in meters whose file has no other records.
 inline std::vector<Finding> check(const Mesh& mesh, const std::string& unit = "m") {
     std::vector<std::uint64_t> lines;
     for (std::uint64_t i = 1; i <= mesh.size(); ++i) lines.push_back(lineOfTriangle(i));
@@ -36,7 +36,7 @@ inline Finding findingNamed(const std::string& name, const std::vector<Finding>&
     return found == findings.end() ? Finding() : *found;
 }
 
-/// Numbers of the triangles that a finding tells.
+/// Numbers of the triangles that a finding reports.
 inline std::vector<std::uint64_t> trianglesOf(const Finding& finding) {
     std::vector<std::uint64_t> numbers;
     for (const Place& place : finding.places) numbers.push_back(place.triangle);

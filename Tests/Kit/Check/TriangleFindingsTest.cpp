@@ -59,7 +59,7 @@ TEST(MeshCheck, TriangleWithARepeatedCornerIsDegenerate) {
 }
 
 TEST(MeshCheck, TriangleIsDegenerateWhereFloatsCannotTellItFromALine) {
-    // A step between neighbouring floats at 4 is 4.8e-7.
+    // A step between neighboring floats at 4 is 4.8e-7.
     for (const auto& [height, isDegenerate] : {std::pair{0.0, true}, {3e-7, true}, {1e-5, false}}) {
         const Mesh mesh = {wholeTriangle({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0}, {1.0, 0.0, -height})};
         EXPECT_EQ(findingNamed("degenerate-triangle", check(mesh)).count, isDegenerate ? 1U : 0U) << height;

@@ -30,8 +30,9 @@ Precise difference(const Precise& to, const Precise& from) {
     return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
 }
 
-// The least distance to the corners, to the feet on the edges, and to the foot in the plane by least squares. Each of
-// them lies in the triangle, so that the result is never too small.
+// The least distance to the corners, to the projections onto the edges, and to the projection onto
+// the plane by least squares. Each of them lies in the triangle, so that the result is never too
+// small.
 double referenceDistance(const Point3& point, const TriangleCorners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;
@@ -99,7 +100,7 @@ TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
     }
 }
 
-TEST(TriangleDistance, OfSliversIsThatOfTheReference) {
+TEST(TriangleDistance, OfNearlyDegenerateTrianglesIsThatOfTheReference) {
     for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -44,7 +44,8 @@ void expectNoRepeats(const MeshDocument& mesh) {
     EXPECT_EQ(std::set(mesh.normals.begin(), mesh.normals.end()).size(), mesh.normals.size());
 }
 
-// Whether all corners are where the screen has their UV, and all triangles are turned to the viewer, with normals that are too.
+// Whether all corners are where the screen has their UV, and all triangles are turned to the
+// viewer, with normals that are too.
 void expectOnScreen(const MeshDocument& mesh, const IScreenGeometry& screen) {
     double reach = 0.0;
     for (const auto& [x, y, z] : mesh.positions)

@@ -1,5 +1,5 @@
 /// \file
-/// Short ways to mend texts and to load them.
+/// Short ways to repair texts and to load them.
 #pragma once
 
 #include <sstream>

@@ -64,7 +64,8 @@ TEST(ObjRepairerNormals, AFaceWithoutAreaGetsAny) {
 }
 
 TEST(ObjRepairerNormals, HollowPolygonsGetThatOfTheirWholeArea) {
-    // Its first corner is the inner one of an arrowhead, so that one triangle of its fan is turned over.
+    // Its first corner is the inner one of an arrowhead, so that one triangle of its fan is turned
+    // over.
     EXPECT_THAT(repairedText("v 0 1 0\nv 2 0 0\nv 0 4 0\nv -2 0 0\nf 2 3 4 1\nf 1 2 3 4\n"),
                 ::testing::HasSubstr("vn 0 0 1\nf 2//1 3//1 4//1 1//1\nf 1//1"));
 }
@@ -72,10 +73,10 @@ TEST(ObjRepairerNormals, HollowPolygonsGetThatOfTheirWholeArea) {
 TEST(ObjRepairerNormals, AFanOfAMillionCornersGetsOne) {
     std::string text = kVertices + "f";
     for (int i = 0; i < 1000000; ++i) text += i % 2 == 0 ? " -4" : " 3";
-    const RepairedObj mended = repairObj("a.obj", text);
-    EXPECT_EQ(mended.triangleLines.size(), 999998U);
-    EXPECT_THAT(mended.text, ::testing::StartsWith(kVertices + "vn 0 0 1\nf 1//1 3//1"));
-    EXPECT_THAT(mended.text, ::testing::EndsWith(" 1//1 3//1\n"));
+    const RepairedObj repaired = repairObj("a.obj", text);
+    EXPECT_EQ(repaired.triangleLines.size(), 999998U);
+    EXPECT_THAT(repaired.text, ::testing::StartsWith(kVertices + "vn 0 0 1\nf 1//1 3//1"));
+    EXPECT_THAT(repaired.text, ::testing::EndsWith(" 1//1 3//1\n"));
 }
 
 }  // namespace

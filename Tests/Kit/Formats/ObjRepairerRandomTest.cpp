@@ -23,7 +23,8 @@ std::string joined(std::initializer_list<std::string_view> texts) {
     return all;
 }
 
-// A text as some program or other writes it. Each text has a few habits of its own, and all of them at times.
+// A text as some program or other writes it. Each text has a few habits of its own, and all of them
+// at times.
 class TextMaker {
 public:
     explicit TextMaker(Rng& random) : rng(random) {
@@ -160,16 +161,16 @@ TEST(ObjRepairerRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
             continue;
         }
         SCOPED_TRACE(text);
-        const RepairedObj mended = repairObj("a.obj", text);
-        expectSameTriangles(load(mended.text), expected);
-        ASSERT_EQ(mended.triangleLines.size(), expected.size());
+        const RepairedObj repaired = repairObj("a.obj", text);
+        expectSameTriangles(load(repaired.text), expected);
+        ASSERT_EQ(repaired.triangleLines.size(), expected.size());
         for (std::size_t k = 0; k < expected.size(); ++k)
-            ASSERT_EQ(mended.triangleLines[k], expected[k].line);
+            ASSERT_EQ(repaired.triangleLines[k], expected[k].line);
         if (HasFailure()) return;
     }
 }
 
-TEST(ObjRepairerRandom, NothingIsToBeMendedInAMendedText) {
+TEST(ObjRepairerRandom, ARepairedTextNeedsNoRepair) {
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -182,8 +183,8 @@ TEST(ObjRepairerRandom, NothingIsToBeMendedInAMendedText) {
     }
 }
 
-// Mends a text that may be anything. What comes of it is to load, and to stay as it is.
-void expectMendedOrRefused(const std::string& text) {
+// Repairs an arbitrary text. The result must load, and a second repair must leave it unchanged.
+void expectRepairedOrRefused(const std::string& text) {
     std::string once;
     try {
         once = repairObj("a.obj", text).text;
@@ -204,27 +205,27 @@ std::string wordOf(int number, int length) {
     return word;
 }
 
-TEST(ObjRepairerRandom, ShortTextsAreMendedOrRefused) {
+TEST(ObjRepairerRandom, ShortTextsAreRepairedOrRefused) {
     int count = 1;
     for (int length = 0; length <= 4; ++length, count *= static_cast<int>(kLetters.size()))
-        for (int i = 0; i < count; ++i) expectMendedOrRefused(wordOf(i, length));
+        for (int i = 0; i < count; ++i) expectRepairedOrRefused(wordOf(i, length));
 }
 
-TEST(ObjRepairerRandom, ShortTextsAroundAFaceAreMendedOrRefused) {
+TEST(ObjRepairerRandom, ShortTextsAroundAFaceAreRepairedOrRefused) {
     int count = 1;
     for (int length = 0; length <= 2; ++length, count *= static_cast<int>(kLetters.size()))
         for (int i = 0; i < count; ++i) {
             const std::string word = wordOf(i, length);
-            expectMendedOrRefused(joined({kHead, word, "f 1 2 3\n"}));
-            expectMendedOrRefused(joined({kHead, "f 1 2 3", word}));
-            expectMendedOrRefused(joined({kHead, "f 1 2", word, "3\nvn 1 0 0", word}));
-            expectMendedOrRefused(
+            expectRepairedOrRefused(joined({kHead, word, "f 1 2 3\n"}));
+            expectRepairedOrRefused(joined({kHead, "f 1 2 3", word}));
+            expectRepairedOrRefused(joined({kHead, "f 1 2", word, "3\nvn 1 0 0", word}));
+            expectRepairedOrRefused(
                 joined({kHead, "vn 0 0 1\nf 1//1 2/1/1", word, " 3//1\n# x", word, "f 3//1 2//1 1//1\n"}));
             if (HasFatalFailure()) return;
         }
 }
 
-TEST(ObjRepairerRandom, RandomTextsAreMendedOrRefused) {
+TEST(ObjRepairerRandom, RandomTextsAreRepairedOrRefused) {
     for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -243,7 +244,7 @@ TEST(ObjRepairerRandom, RandomTextsAreMendedOrRefused) {
                                "g",       "\nv 1 2 3",
                                "1e9",     ".5",
                                "fo",      "\nvn 0"});
-        expectMendedOrRefused(text);
+        expectRepairedOrRefused(text);
         if (HasFatalFailure()) return;
     }
 }

@@ -32,7 +32,7 @@ TEST(ObjRepairer, ATextThatLoadsComesBackWhole) {
     expectWhole(kHead + kFace + "v 1 2 3 \\\n");
 }
 
-// Where the library reads what the others read, nothing is to be mended.
+// Where the library reads what the others read, nothing is to be repaired.
 TEST(ObjRepairer, AnOddTextThatIsReadAsItIsMeantComesBackWhole) {
     expectWhole("\xEF\xBB\xBF# made\n" + kHead + kFace);
     expectWhole(kHead + "f 1/1/1 2/2/1 3/3/1\t\n");
@@ -137,8 +137,9 @@ TEST(ObjRepairer, ReferencesToUVsThatAreNotThereAreLeftOut) {
 }
 
 TEST(ObjRepairer, TrianglesNameTheLineOfTheirFace) {
-    const RepairedObj mended = repairObj("a.obj", "\n" + kHead + "f 1 2 \\\n3 1 2\nf 1 2\nf 1 2 3 # last\n");
-    EXPECT_THAT(mended.triangleLines, ElementsAre(9, 9, 9, 12));
+    const RepairedObj repaired =
+        repairObj("a.obj", "\n" + kHead + "f 1 2 \\\n3 1 2\nf 1 2\nf 1 2 3 # last\n");
+    EXPECT_THAT(repaired.triangleLines, ElementsAre(9, 9, 9, 12));
 }
 
 }  // namespace

@@ -46,8 +46,8 @@ TEST(StlLayout, ABinaryFileMayBeginWithSolid) {
     EXPECT_FALSE(isBinaryStl("solid wall\nendsolid\n" + std::string(200, ' ')));
 }
 
-// The text form without a facet loads, and a binary file that is empty: what differs is the word that is needed behind
-// the first line.
+// The text form without a facet loads, and a binary file that is empty: what differs is the word
+// that is needed behind the first line.
 TEST(StlLayout, TheLibraryTakesTheSameFilesForText) {
     for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);

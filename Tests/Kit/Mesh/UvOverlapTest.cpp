@@ -117,7 +117,7 @@ TEST(UvOverlap, RoundingIsNoOverlap) {
 }
 
 TEST(UvOverlap, WhatCannotBeFoundInTimeIsNotWhole) {
-    // Fans of slivers: all boxes overlap, and no triangle.
+    // Fans of thin triangles: all boxes overlap, and no triangle.
     std::vector<TriangleUVs> triangles;
     constexpr int kCount = 20000;
     for (int i = 0; i < kCount; ++i) {

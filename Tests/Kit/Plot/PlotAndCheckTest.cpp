@@ -28,8 +28,7 @@ MeshCounts expectAgreement(const Mesh& mesh, const std::string& name) {
     const std::vector<Finding> findings = checkMesh({.objData = {}, .triangles = mesh, .lines = {}}, "m");
     const MeshCounts counts = buildPlotMeshData(TriangleScreen(mesh)).counts;
     EXPECT_EQ(counts.holes, countOf("hole", findings));
-    EXPECT_EQ(counts.components > 1 ? counts.components : 0,
-              countOf("disconnected-components", findings));
+    EXPECT_EQ(counts.components > 1 ? counts.components : 0, countOf("disconnected-components", findings));
     EXPECT_EQ(counts.flipped, countOf("flipped-triangle", findings));
     EXPECT_EQ(counts.mirrored, countOf("mirrored-uv", findings));
     EXPECT_EQ(counts.overlapping, countOf("overlapping-uv", findings));

@@ -24,7 +24,8 @@ struct ScannedText {
 [[nodiscard]] ::testing::AssertionResult sameLists(const detail::ObjData& lists,
                                                    const ReferenceObjData& plain);
 
-/// Whether the scans of a text agree with the plain reader, and the triangles too where its faces end.
+/// Whether the scans of a text agree with the plain reader, and the triangles too where its faces
+/// end.
 [[nodiscard]] ::testing::AssertionResult isReadAsByReference(
     const std::string& text, const Matrix<float, 4>& transform = Matrix<float, 4>::identity());
 

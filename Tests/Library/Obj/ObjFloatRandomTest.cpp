@@ -55,14 +55,16 @@ void appendDecimal(Choices& choices, std::string& text, unsigned mostWhole, unsi
     appendDigits(choices, text, choices.below(mostFraction + 1));
 }
 
-// A decimal number half-way between two neighbouring floats: eight digits, one of them behind the point.
+// A decimal number half-way between two neighboring floats: eight digits, one of them after the
+// point.
 void appendHalf(Choices& choices, std::string& text) {
     const unsigned whole =
         8388608 + 65536 * choices.below(128) + 256 * choices.below(256) + choices.below(256);
     text += std::to_string(whole) + ".5";
 }
 
-// Letters of numbers in any order. The exponent is kept short: the plain scan makes one step for each ten.
+// Letters of numbers in any order. The exponent is kept short: the plain scan makes one step for
+// each ten.
 void appendLetters(Choices& choices, std::string& text, std::string_view letters, unsigned most) {
     for (unsigned i = choices.below(most + 1); i > 0; --i) text += choices.of(letters);
     if (choices.below(3) != 0) return;
@@ -164,7 +166,7 @@ TEST(ObjFloat, DigitRunsOfAllLengthsAreRead) {
         std::string text;
         const unsigned count = choices.below(9);
         appendDigits(choices, text, count);
-        // The nearest neighbours of the digits, and bytes with the top bit.
+        // The nearest neighbors of the digits, and bytes with the top bit.
         text += choices.of("/:. \n\x80\xB5\xFF");
         while (text.size() < 8) text += static_cast<char>(choices.below(256));
         const detail::DigitRun run = detail::readDigitRun(text.c_str());

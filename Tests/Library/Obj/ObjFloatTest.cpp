@@ -21,7 +21,7 @@ struct NumberCase {
     float value;
 };
 
-// Both ways of scanning, at the end of a text and with room behind the number.
+// Both ways of scanning, at the end of a text and with further characters after the number.
 void expectScanned(const NumberCase& number) {
     for (const char* rest : {"", " 0.25 17 and so on"}) {
         const std::string text = number.text + rest;
@@ -112,7 +112,8 @@ TEST(ObjFloat, AnyMinusSignInTheExponentMakesItNegative) {
 }
 
 TEST(ObjFloat, TensAreMultipliedOneAfterAnother) {
-    // So near to the middle of two floats that the roundings of the many products lead to the farther one.
+    // So near to the middle of two floats that the roundings of the many products lead to the
+    // farther one.
     for (const auto& [text, nearest] : {NumberCase{"71965803e-20", 71965803e-20F},
                                         {"79876533e-26", 79876533e-26F},
                                         {"85139031e-32", 85139031e-32F}})

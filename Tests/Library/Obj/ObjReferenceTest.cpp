@@ -45,7 +45,7 @@ private:
 
     std::string number() {
         std::string result = std::to_string(rng.uniform(-100.0, 100.0));
-        // Whatever the locale writes.
+        // Independent of the locale.
         for (char& c : result)
             if (c == ',') c = '.';
         if (rng.integer(0, 3) == 0) result += "e" + std::to_string(rng.integer(-12, 12));

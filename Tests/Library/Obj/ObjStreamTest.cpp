@@ -29,7 +29,7 @@ private:
     std::string bytes;
 };
 
-// Tells more bytes than it gives.
+// Reports more bytes than it gives.
 class ShortBuffer : public std::stringbuf {
 public:
     ShortBuffer(const std::string& contents, std::streamoff toldBytes)

@@ -7,8 +7,9 @@
 
 namespace quarn::test {
 
-/// A curved sheet of triangles with shared vertices; the same with carriage returns, exponents and quads with
-/// trailing blanks; and a text with groups, materials, comments, colours, continuations and an n-gon.
+/// A curved sheet of triangles with shared vertices; the same with carriage returns, exponents and
+/// quads with trailing blanks; and a text with groups, materials, comments, colors, continuations
+/// and an n-gon.
 [[nodiscard]] std::vector<std::string> sampleTexts();
 
 }  // namespace quarn::test

@@ -1,5 +1,5 @@
 /// \file
-/// OBJ screens and texts to load into them, and what a load is to leave, told step by step.
+/// OBJ screens, texts to load into them, and the expected state after each load.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ inline const LoadEnd kOutOfMemory{0, L"", true};
 
 void PrintTo(const LoadEnd& end, std::ostream* out);
 
-/// Calls \p load and tells how it ended. The source of an exception is looked at too.
+/// Calls \p load and returns how it ended. The source of an exception is looked at too.
 template <class Load>
 LoadEnd endOf(const Load& load) {
     try {
@@ -78,7 +78,7 @@ inline const Point3 kRayTo(0.7, 0.0, 0.4);
 /// OBJ text of a mesh, a vertex for each corner, with nine digits.
 [[nodiscard]] std::string objTextOf(const std::vector<Triangle>& mesh);
 
-/// What an OBJ screen is to hold after each load, by one told step after the other.
+/// Reference implementation of the loads of an OBJ screen: its state after each of them.
 struct ReferenceObjScreen {
     LoadEnd load(const std::string& newText);
 
@@ -90,7 +90,8 @@ struct ReferenceObjScreen {
     std::vector<Triangle> scene;  ///< What the ray tracer holds.
 };
 
-/// Whether a screen holds what is told: status, digest, text, triangles, and the hits of a few rays.
+/// True if a screen has the state of the reference: status, digest, text, triangles, and the hits
+/// of a few rays.
 [[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const ReferenceObjScreen& plain);
 
 }  // namespace quarn::test

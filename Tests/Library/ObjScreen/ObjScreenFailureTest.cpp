@@ -43,7 +43,7 @@ std::vector<FailingText> failingTexts() {
     };
 }
 
-// Asks all that reads an index. None may reach a triangle that went.
+// Runs all queries that read an index. None may reach a removed triangle.
 void expectNothingFound(const OpenObjScreen& screen) {
     EXPECT_TRUE(screen.outline().points.empty());
     EXPECT_TRUE(screen.outline().uvPoints.empty());

@@ -30,7 +30,8 @@ private:
     std::string before;
 };
 
-// A directory, a missing file, none, a file taken for a folder, a lone surrogate, a value past Unicode.
+// A directory, a missing file, none, a file taken for a folder, a lone surrogate, a value past
+// Unicode.
 void expectNotOpened(OpenObjScreen& screen, ReferenceObjScreen& plain) {
     const TemporaryFolder folder;
     const std::wstring file = fromUtf8(folder.write("a.obj", kSquare));

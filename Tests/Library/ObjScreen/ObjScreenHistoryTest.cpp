@@ -6,7 +6,7 @@
 #include "Library/ObjScreen/ObjScreenCases.h"
 #include "Support/Mesh/Meshes.h"
 
-// One screen after another load, compared with the told steps.
+// One screen after another load, compared with the reference implementation.
 
 using namespace quarn::test;
 using namespace std::string_literals;
@@ -19,7 +19,8 @@ const std::string& generatedSheet() {
     return text;
 }
 
-// The same with its lines from last to first: each face before its vertices, and the normal at the end.
+// The same with its lines from last to first: each face before its vertices, and the normal at the
+// end.
 const std::string& sheetFromBehind() {
     static const std::string text = [] {
         std::istringstream lines(generatedSheet());

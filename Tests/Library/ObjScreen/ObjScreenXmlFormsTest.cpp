@@ -220,7 +220,8 @@ TEST(ObjScreenXmlForms, ScaleIsReadAsTheCLibraryDoes) {
         {"1e", L"1.000000000000000e+00"},
         {"1<!-- -->2", L"1.200000000000000e+01"},
         {"1e-45", L"1.401298464324817e-45"},
-        // A little above the middle of two floats: by way of a double it goes to the even one, below.
+        // A little above the middle of two floats: by way of a double it goes to the even one,
+        // below.
         {"1.0000000596046447753906250001", L"1.000000000000000e+00"},
     };
     for (const auto& [text, scale] : cases)

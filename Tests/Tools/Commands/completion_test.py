@@ -1,4 +1,4 @@
-"""The completion script for bash, loaded and asked."""
+"""The completion script for bash, loaded and queried."""
 import re
 import subprocess
 import unittest
@@ -27,9 +27,9 @@ class Completion(ToolTest):
         for command in self.complete(""):
             if command.startswith("-"):
                 continue
-            told = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*", self.text_of(command, "--help").split("Options:")[1].split("Example:")[0])
+            listed = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*", self.text_of(command, "--help").split("Options:")[1].split("Example:")[0])
             with self.subTest(command):
-                self.assertEqual(sorted(self.complete(command, "-")), sorted(set(told)))
+                self.assertEqual(sorted(self.complete(command, "-")), sorted(set(listed)))
 
     def test_values(self):
         self.assertEqual(self.complete("map", "--to", ""), ["3d", "2d"])
@@ -46,10 +46,10 @@ class Completion(ToolTest):
         self.assertEqual(self.complete("make", "ruled", "--unit", "c"), ["cm"])
         self.assertEqual(self.complete("make", "dome", "--radius", ""), [])
         for shape in self.complete("make", ""):
-            told = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*(?= [A-Z,]|,)", self.text_of("make", shape, "--help").split("Options:")[1].split("Example:")[0])
+            listed = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*(?= [A-Z,]|,)", self.text_of("make", shape, "--help").split("Options:")[1].split("Example:")[0])
             with self.subTest(shape):
-                self.assertLessEqual(set(told), set(self.complete("make", shape, "-")))
-                self.assertIn("--unit", told)
+                self.assertLessEqual(set(listed), set(self.complete("make", shape, "-")))
+                self.assertIn("--unit", listed)
 
     def test_files(self):
         self.file("wall.xml", "")

@@ -1,4 +1,4 @@
-"""quarnscreen convert: OBJ files of whatever program become files that load, and screens go from one format to another."""
+"""quarnscreen convert: OBJ files of any program become files that load, and screens go from one format to another."""
 import json
 import os
 import re
@@ -13,7 +13,7 @@ from tool_case import SCREENS, TOOL, WALL
 TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 0 1\n"
 RIGHT = TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n"
 BARE = TRIANGLE + "f 1 2 3\n"
-MENDED = TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n"
+REPAIRED = TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n"
 
 
 class ConvertTest(ObjTest):
@@ -124,21 +124,21 @@ class Convert(ConvertTest):
         self.file("a.obj", wall())
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]
         self.convert("a.obj", "-o", "b.obj", *options)
-        asked, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
+        queried, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
         for key in ("bounds", "eyePoint", "size"):
-            self.assertEqual(baked[key], asked[key])
+            self.assertEqual(baked[key], queried[key])
         for key in ("triangles", "area", "status", "uvRange", "boundaryPoints"):
-            self.assertEqual(baked["mesh"][key], asked["mesh"][key])
+            self.assertEqual(baked["mesh"][key], queried["mesh"][key])
 
     def test_axes_and_scale_are_kept_in_xml(self):
         self.file("a.obj", wall())
         self.convert("a.obj", "-o", "a.xml", "--forward", "-Z", "--up", "Y", "--scale", "0.5")
-        asked, kept = self.json_info("a.obj", "--forward", "-Z", "--up", "Y", "--scale", "0.5"), self.json_info("a.xml")
-        for document in (asked, kept):
+        queried, kept = self.json_info("a.obj", "--forward", "-Z", "--up", "Y", "--scale", "0.5"), self.json_info("a.xml")
+        for document in (queried, kept):
             del document["screen"]
-        self.assertEqual(kept, asked)
+        self.assertEqual(kept, queried)
         self.convert("a.xml", "-o", "b.obj")
-        self.assertEqual(self.json_info("b.obj")["bounds"], asked["bounds"])
+        self.assertEqual(self.json_info("b.obj")["bounds"], queried["bounds"])
 
     def test_shapes_become_meshes(self):
         uvs = b"0.31,0.62\n0.5,0.5\n0.03,0.98\n"
@@ -169,7 +169,7 @@ class Convert(ConvertTest):
     def test_the_standard_output_is_a_file(self):
         self.file("a.obj", BARE)
         result = self.run_tool("convert", "a.obj", "-o", "-", "--to", "obj")
-        self.assertEqual(result.stdout.decode(), MENDED)
+        self.assertEqual(result.stdout.decode(), REPAIRED)
         self.assertIn(b"note: a.obj:4: mended 3 corners without a normal\n", result.stderr)
 
     def test_faces_without_area_stay(self):
@@ -225,7 +225,7 @@ class Safety(ConvertTest):
                 self.assertIsNotNone(match, line)
                 command = match[1].replace("quarnscreen", shlex.quote(TOOL), 1)
                 subprocess.run(["sh", "-c", command], cwd=self.folder, check=True, capture_output=True, timeout=60)
-                self.assertEqual(self.text("mended.obj"), MENDED)
+                self.assertEqual(self.text("mended.obj"), REPAIRED)
                 (self.folder / "mended.obj").unlink()
 
     def test_an_error_that_no_command_mends_tells_none(self):

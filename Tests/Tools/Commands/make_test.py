@@ -25,7 +25,7 @@ PI = Fraction("3.14159265358979323846264338327950288419716939937510")
 
 
 def radians(degrees):
-    """The number nearest to the true one; math.radians() may be its neighbour."""
+    """The number nearest to the true one; math.radians() may be its neighbor."""
     return float(Fraction(degrees) * PI / 180)
 
 

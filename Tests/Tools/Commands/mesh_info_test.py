@@ -1,4 +1,4 @@
-"""What info tells about meshes: how good they are, their measures, and what of the file had no effect."""
+"""The report of info about meshes: their quality, their sizes, and what of the file had no effect."""
 import json
 import math
 import unittest

@@ -174,7 +174,7 @@ class MeshAnswers(ObjTest):
             self.assertEqual(self.info(screen)["digest"], self.info("wall.obj")["digest"])
 
     def test_axes_and_scale(self):
-        # Of a file in millimetres with y upwards, seen along -z.
+        # Of a file in millimeters with y upwards, seen along -z.
         turned = re.sub(r"^v (\S+) (\S+) (\S+)$", lambda m: f"v {float(m[1]) * 1000} {float(m[3]) * 1000} 0", wall(), flags=re.MULTILINE)
         self.file("turned.obj", turned)
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]

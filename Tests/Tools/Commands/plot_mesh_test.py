@@ -35,7 +35,7 @@ def octahedron():
 
 
 def area(path):
-    """Twice the area of a polygon, with the sign of its way round."""
+    """Twice the area of a polygon, with the sign of its orientation."""
     numbers = [float(number) for number in path.split()]
     corners = list(zip(numbers[::2], numbers[1::2]))
     return sum(a[0] * b[1] - a[1] * b[0] for a, b in zip(corners, corners[1:] + corners[:1]))

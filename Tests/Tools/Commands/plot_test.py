@@ -1,4 +1,4 @@
-"""Plots are valid SVG with the right words and numbers, the same bytes on every run, whatever the screen and its file's name are."""
+"""Plots are valid SVG with the right words and numbers, the same bytes on every run, for any screen and any file name."""
 import os
 import pathlib
 import re

@@ -1,4 +1,4 @@
-"""Grids, outlines and positions to calibrate at."""
+"""Grids, boundaries and positions to calibrate at."""
 import math
 import os
 import re

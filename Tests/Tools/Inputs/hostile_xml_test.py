@@ -9,7 +9,7 @@ CANARY = "canary-of-another-file"
 
 class HostileXml(ToolTest):
     def assert_settled(self, content):
-        """The exit code is one of those told; an error is one line."""
+        """The exit code is one of the documented ones; an error is one line."""
         self.file("a.xml", content)
         result = self.run_tool("info", "a.xml", "--max-memory", "100M")
         self.assertIn(result.returncode, (0, 2))
@@ -40,7 +40,7 @@ class HostileXml(ToolTest):
                 with self.subTest(other[:60]):
                     self.assertEqual(self.assert_settled(other).returncode, 0)
             server.setblocking(False)
-            with self.assertRaises(BlockingIOError):  # nobody has called
+            with self.assertRaises(BlockingIOError):  # no connection was made
                 server.accept()
 
     def test_depth(self):

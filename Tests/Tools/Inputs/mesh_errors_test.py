@@ -1,4 +1,4 @@
-"""OBJ files that cannot be read: one line tells what is wrong, where, and what to do."""
+"""OBJ files that cannot be read: one line states what is wrong, where, and what to do."""
 import re
 import unittest
 
@@ -40,8 +40,8 @@ REFUSED = {
     "only_a_comment": ("# Wall\n", ": found no vertex in the OBJ text, .*"),
 }
 
-# Those that quarnscreen convert mends; the others refer to vertices that are not there, or hold numbers that are too large.
-MENDED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
+# Those that quarnscreen convert repairs; the others refer to missing vertices, or contain numbers that are too large.
+REPAIRED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
     "relative_reference", "normal_beyond", "no_normal_in_the_face", "uv_without_normal", "comment_behind_a_face",
     "carriage_return_without_blank_alone", "nul_in_a_face"}
 REMEDY = "; mend it by: quarnscreen convert a.obj -o mended.obj"
@@ -70,7 +70,7 @@ class MeshErrors(ObjTest):
             with self.subTest(name):
                 self.file("a.obj", content)
                 line = self.error_line("info", "a.obj").removesuffix("\n")
-                self.assertEqual(line.endswith(REMEDY), name in MENDED, line)
+                self.assertEqual(line.endswith(REMEDY), name in REPAIRED, line)
                 self.assertRegex(line.removesuffix(REMEDY), r"\Aerror: a\.obj" + message + r"\Z")
 
     def test_a_text_that_is_odd_but_right_is_read(self):

@@ -25,7 +25,7 @@ class Terminal:
             while chunk := os.read(self.end, 4096):
                 self.text += chunk
         except OSError:
-            pass  # nobody has the other side open any more
+            pass  # the other side is closed
 
     def text_at_end(self):
         os.close(self.side_of_tool)

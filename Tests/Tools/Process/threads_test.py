@@ -1,4 +1,4 @@
-"""Many rows on several threads: the same answers, the same errors and the same exit code whatever --threads says."""
+"""Many rows on several threads: the same answers, the same errors and the same exit code for any value of --threads."""
 import random
 import pathlib
 import resource

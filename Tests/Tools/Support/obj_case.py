@@ -61,7 +61,7 @@ class ObjTest(ToolTest):
         return result.stderr.decode()
 
     def xml(self, name, text=None, forward="Y", up="Z", scale="1"):
-        """The XML file of an OBJ screen with such a text, a wall where none is told."""
+        """The XML file of an OBJ screen with such a text, a wall by default."""
         encoded = base64.b64encode((wall() if text is None else text).encode()).decode()
         self.file(name, f'<ScreenGeometry ClassType="class OBJScreen">\n<ScreenString>{encoded}</ScreenString>\n<AxisForward>{forward}</AxisForward>\n'
                         f"<AxisUpward>{up}</AxisUpward>\n<Scale>{scale}</Scale>\n</ScreenGeometry>\n")

@@ -21,7 +21,7 @@ class Style:
     color: str = ""  # behind a position
     third_uv: str = ""
     normal: str = "0 -1 0"
-    group: str = ""  # in front of the faces
+    group: str = ""  # before the faces
     footer: str = ""
     final_end: bool = True
     mark: bytes = b""
@@ -157,9 +157,9 @@ STYLES = {
     "as a modelling program with points": replace(MODELLER, footer="p 1 2 3\np -1"),
     "as a modelling program with vertex groups as comments": replace(MODELLER, footer="# group: \\\n# vertex 1"),
     "as a sculpting program": SCULPTOR,
-    "as a sculpting program with its own colour comments": replace(SCULPTOR, color="", footer="#MRGB ffffffffff\n#MRGB ffff"),
+    "as a sculpting program with its own color comments": replace(SCULPTOR, color="", footer="#MRGB ffffffffff\n#MRGB ffff"),
     "as a sculpting program with an open last line": replace(SCULPTOR, final_end=False),
-    "as a sculpting program with w and colour": replace(SCULPTOR, color="1.0 0.5 0.5 0.5"),
+    "as a sculpting program with w and color": replace(SCULPTOR, color="1.0 0.5 0.5 0.5"),
     "as a sculpting program with old line ends": replace(SCULPTOR, end="\r"),
     "as a sculpting program with triangles": replace(SCULPTOR, cut="triangles"),
     "as a sculpting program with groups and no members": replace(SCULPTOR, group="g a\ng b\ng"),
@@ -185,9 +185,9 @@ STYLES = {
     "as a CAD program with an empty object": replace(CAD, header="o Empty\no Wall"),
     "as a CAD program with the last UV out of order": replace(CAD, footer="vt 0 0\nvn 1 0 0"),
     "as a scanning program": SCANNER,
-    "as a scanning program without colours": replace(SCANNER, color=""),
-    "as a scanning program with colours from 0 to 1": replace(SCANNER, color="0.5 0.5 0.5"),
-    "as a scanning program with colour and opacity": replace(SCANNER, color="0.5 0.5 0.5 1.0"),
+    "as a scanning program without colors": replace(SCANNER, color=""),
+    "as a scanning program with colors from 0 to 1": replace(SCANNER, color="0.5 0.5 0.5"),
+    "as a scanning program with color and opacity": replace(SCANNER, color="0.5 0.5 0.5 1.0"),
     "as a scanning program with a normal for each vertex": replace(SCANNER, corner="vn"),
     "as a scanning program with normals that are no numbers": replace(SCANNER, corner="vn", normal="nan nan nan"),
     "as a scanning program with normals of nothing": replace(SCANNER, corner="vn", normal="0 0 0"),
@@ -204,7 +204,7 @@ STYLES = {
     "as a game program with lines of one object each": replace(GAME, order="rows", group="o part\ng part\nusemtl part"),
     "as a game program with relative numbers by object": replace(GAME, order="rows", relative=True, group="o part"),
     "as a game program with a byte order mark": replace(GAME, mark=b"\xef\xbb\xbf"),
-    "as a game program with a byte order mark in front of a vertex": replace(GAME, mark=b"\xef\xbb\xbf", header=""),
+    "as a game program with a byte order mark before a vertex": replace(GAME, mark=b"\xef\xbb\xbf", header=""),
     "as a game program with empty lines": replace(GAME, header="\n\n# Level\n\n", footer="\n\n"),
     "as a game program with degrees of detail": replace(GAME, header="bevel on\nc_interp off\nd_interp on"),
     "as a game program with shadows": replace(GAME, footer="shadow_obj wall.obj\ntrace_obj wall.obj"),
