@@ -10,8 +10,9 @@
 
 namespace {
 
-// A caller may have closed a standard stream. The next file to be opened would take its number, and messages
-// would land in it. /dev/null takes it instead, opened so that the stream's use still fails.
+// A caller may have closed a standard stream. The next file to be opened would get its number, and
+// messages would be written to that file. Open /dev/null instead, so that using the stream still
+// fails.
 void reserveStandardStreams() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (::fcntl(descriptor, F_GETFD) == -1)
@@ -27,9 +28,10 @@ void writeToStandardOutput(const std::string& text) {
 void runTool(int argc, const char* const* argv) {
     quarn::tool::CommandLine commandLine(
         {.name = "quarnscreen",
-         .summary = "Models of physical display screens: answers questions about a screen from a file.",
-         .details = "Exit codes: 0 success, 1 a required answer is missing or a check found something, 2 bad "
-                    "input or usage, 3 the system failed.",
+         .summary = "Models of physical display screens: queries a screen read from a file.",
+         .details =
+             "Exit codes: 0 success, 1 a required result is missing or a check reported findings, 2 bad "
+             "input or usage, 3 the system failed.",
          .example = "quarnscreen info Samples/flat-wall.xml"},
         "quarnscreen " QUARN_VERSION);
     quarn::tool::Command tool = commandLine.root();

@@ -1,4 +1,4 @@
-# The tool, and what it tells about itself: its man page and its completion are made by running it.
+# The tool, its man page and its shell completion. The tool generates the last two itself.
 install(TARGETS quarnscreen)
 
 set(quarn_completion "${quarn_generated_dir}/quarnscreen.bash")

@@ -88,7 +88,7 @@ public:
     [[nodiscard]] const Point<double, 3>& getCentroid() const;
 
     /// Returns the hits of the ray from \p start through \p end, nearest first, at most ten. The
-    /// ray does not end at \p end, and hits behind \p start are not found.
+    /// ray continues beyond \p end. Hits behind \p start are not found.
     ///
     /// Positions are in single precision. Every hit has a UV, which is unspecified on a mesh
     /// without UVs. O(log n) per hit on average.
@@ -190,8 +190,8 @@ public:
     /// O(n).
     [[nodiscard]] double getMaxAngleFromHeading() const override;
 
-    /// Replaces \p outline by the boundary in UV. O(boundary points).
-    void sampleBoundaryUV(std::vector<Point<double, 2>>& outline) const override;
+    /// Replaces \p boundaryUV by the boundary in UV. O(boundary points).
+    void sampleBoundaryUV(std::vector<Point<double, 2>>& boundaryUV) const override;
     /// Returns false.
     [[nodiscard]] bool isPlanar() const override;
     /// Returns (0, 0, 0).
@@ -280,7 +280,7 @@ protected:
 
     /// Returns true if a UV lies inside of a closed polygon by the even-odd rule, or within 1e-9 of
     /// its edges. O(n).
-    [[nodiscard]] static bool pointWithinBoundary(const std::vector<Point<double, 2>>& outline,
+    [[nodiscard]] static bool pointWithinBoundary(const std::vector<Point<double, 2>>& polygon,
                                                   Point<double, 2> point);
 
     /// The mesh. initTriangleData() or addScreenToScene() must follow any change, as the indexes

@@ -70,8 +70,8 @@ public:
     [[nodiscard]] static DataHash calculateHash(const std::string& data);
 
     /// Writes the center of getBounds(), or (0, 0, 0) for a screen without bounds.
-    /// \pre \p centre is not null
-    void getCentreFromScreenBounds(Point<double, 3>* centre) const;
+    /// \pre \p center is not null
+    void getCentreFromScreenBounds(Point<double, 3>* center) const;
 
     [[nodiscard]] std::vector<Point<double, 3>> intersectChannelBoundary(
         const PointPairs& rays, const PointPairs& extraRays) const override;

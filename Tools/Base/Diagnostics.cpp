@@ -12,10 +12,10 @@ namespace quarn::tool {
 
 namespace {
 
-// The width of the narrowest terminal in use, without its last column, where some begin a new line.
+// The width of the narrowest terminal in use, without its last column: some wrap after it.
 constexpr std::size_t kStatusWidth = 79;
 
-// What the last line of the terminal shows.
+// The status text at the bottom of the terminal.
 struct Status {
     std::mutex mutex;
     std::size_t width = 0;
@@ -26,7 +26,7 @@ Status& status() {
     return only;
 }
 
-// Blanks over the text and not a control sequence, which not every terminal knows.
+// Overwrites the text with blanks, because not every terminal supports control sequences.
 std::string eraserOf(Status& shown) {
     if (shown.width == 0) return {};
     std::string eraser = '\r' + std::string(shown.width, ' ') + '\r';
@@ -34,7 +34,7 @@ std::string eraserOf(Status& shown) {
     return eraser;
 }
 
-// One call writes the line, so that lines of several programs on one terminal do not mix.
+// Write the line by one call, so that lines of several programs on one terminal do not mix.
 void writeLine(std::string_view kind, std::string_view text) {
     const std::lock_guard<std::mutex> lock(status().mutex);
     std::string line = eraserOf(status());

@@ -1,8 +1,9 @@
 /// \file
-/// Lines that the tool writes for people, on the standard error stream.
+/// Lines for people on the standard error stream. For every part of the tool.
+/// Bytes that a terminal would interpret are escaped. Safe on any number of threads; a stream that
+/// fails is ignored.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -17,11 +18,12 @@ void writeWarningLine(std::string_view text);
 /// Writes "note: " and the text as one line.
 void writeNoteLine(std::string_view text);
 
-/// Shows a text below all lines, in the place of the one that was shown before. It is cut to the width that a terminal
-/// has at least, and a line that follows takes its place. For terminals alone.
+/// Shows a status text below all lines, until the next line or status text replaces it. The text is
+/// cut to the width of the narrowest terminal.
+/// \pre standard error is a terminal
 void writeStatusLine(std::string_view text);
 
-/// Takes the text of writeStatusLine() away.
+/// Erases the text of writeStatusLine().
 void clearStatusLine();
 
 }  // namespace quarn::tool

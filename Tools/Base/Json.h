@@ -1,6 +1,6 @@
 /// \file
-/// JSON documents and rows. For the reports and result rows of the tool, which see nothing of the library that does the
-/// work.
+/// JSON documents and rows, for reports and result rows. Json.cpp alone includes the JSON library,
+/// because its headers take seconds to compile.
 #pragma once
 
 #include <concepts>
@@ -21,10 +21,11 @@ enum class JsonLayout {
     Indented,  ///< One line for each value, indented by two blanks a level.
 };
 
-/// A JSON value: null, a Boolean, a number, a string, an array, or an object whose members keep their order.
+/// A JSON value: null, a Boolean, a number, a string, an array, or an object whose members keep
+/// their order.
 ///
-/// The constructors convert implicitly, so that a document reads as in Json::object({{"name", "hole"}, {"count", 2}}).
-/// A value that was moved from may only be destroyed or assigned to.
+/// The constructors convert implicitly, as in Json::object({{"name", "hole"}, {"count", 2}}). A
+/// value that was moved from may only be destroyed or assigned to.
 class Json {
 public:
     Json(std::nullptr_t = nullptr);
@@ -53,7 +54,8 @@ public:
     /// Appends a member, or replaces the one of this name. \pre the value is an object
     void set(const std::string& name, Json value);
 
-    /// Returns the value as text without a line feed at its end. Each byte of a string that is not UTF-8 becomes U+FFFD.
+    /// Returns the value as text, without a final line feed. Invalid UTF-8 in strings becomes
+    /// U+FFFD.
     [[nodiscard]] std::string text(JsonLayout layout = JsonLayout::Compact) const;
 
 private:

@@ -14,8 +14,8 @@ namespace quarn::tool {
 
 namespace {
 
-// The first logger that is made would read a configuration from the working folder. The library makes its
-// loggers before main(), so this has to run before them.
+// The first logger that is created would read a configuration from the working folder. The library
+// creates its loggers before main(), so this has to run before them.
 struct LogConfiguration {
     LogConfiguration() { log4cxx::LogManager::getLoggerRepository()->setConfigured(true); }
 };

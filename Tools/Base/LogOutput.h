@@ -1,12 +1,11 @@
 /// \file
-/// Where the library's log goes.
+/// Destination of the library's log. For main().
 #pragma once
 
 namespace quarn::tool {
 
-/// Makes the library's warnings lines on the standard error stream, one for a warning that comes several
-/// times in a row. Nothing else of the log goes anywhere,
-/// and no configuration file is read.
+/// Writes the library's warnings as lines on the standard error stream, repeated warnings once.
+/// Discards the rest of the log, and reads no configuration file.
 void installLogOutput();
 
 }  // namespace quarn::tool

@@ -1,5 +1,6 @@
 /// \file
-/// Warnings of the library's log, in an order that does not depend on threads.
+/// Warnings of the library's log, in an order that does not depend on threads. For the log's
+/// appender, and for code that runs queries on several threads.
 #pragma once
 
 #include <string>
@@ -7,14 +8,16 @@
 
 namespace quarn::tool {
 
-/// Writes a warning line, but not the same line twice in a row, as a query may tell the same of each of its samples. On
-/// a thread with LogWarningCollector the text is only kept. Safe on any number of threads.
+/// Writes a warning line. Drops a text that repeats the previous one, because a query may report
+/// the same for each of its samples. On a thread with a LogWarningCollector, collects the text
+/// instead. Safe on any number of threads.
 void addLogWarning(const std::string& text);
 
-/// While it lives, addLogWarning() keeps the texts of this thread, but no text twice in a row.
+/// Collects the texts that addLogWarning() gets on this thread during the lifetime of the object,
+/// except repeated ones.
 class LogWarningCollector {
 public:
-    /// \param texts that are kept; they have to outlive this object
+    /// \param texts the collected texts; they have to outlive this object
     explicit LogWarningCollector(std::vector<std::string>& texts);
     LogWarningCollector(const LogWarningCollector&) = delete;
     LogWarningCollector& operator=(const LogWarningCollector&) = delete;

@@ -10,10 +10,10 @@ namespace quarn::tool {
 
 namespace {
 
-constexpr std::chrono::milliseconds kFirstDelay(1000);     // what stopCondition sooner needs no line
+constexpr std::chrono::milliseconds kFirstDelay(1000);     // shorter operations need no line
 constexpr std::chrono::milliseconds kUpdateInterval(500);  // between two lines
 
-// Tenths of seconds as long as they can be read, then seconds.
+// Tenths of seconds below ten seconds, then whole seconds.
 std::string durationText(std::chrono::steady_clock::duration duration) {
     constexpr std::int64_t kFirstWhole = 100;
     const auto tenths = std::chrono::duration_cast<std::chrono::milliseconds>(duration).count() / 100;
@@ -29,7 +29,7 @@ ProgressLine::ProgressLine(ProgressVisibility visibility) {
     try {
         thread = std::thread([this] { show(); });
     } catch (const std::system_error&) {
-        // The work goes on without a line about it.
+        // Continue without a progress line.
     }
 }
 

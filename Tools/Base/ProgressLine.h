@@ -1,5 +1,5 @@
 /// \file
-/// What the tool does at the moment and since when, for a person who waits.
+/// Progress display for long operations: the current stage and the elapsed time.
 #pragma once
 
 #include <chrono>
@@ -12,8 +12,9 @@ namespace quarn::tool {
 
 enum class ProgressVisibility { Hidden, Shown };
 
-/// Shows a line such as "reading dome.obj, 1.2 s" on the standard error stream, from the first second on, and takes it
-/// away when it dies. Nothing where that stream is no terminal.
+/// Shows a line such as "reading dome.obj, 1.2 s" on the standard error stream, from the first
+/// second on, and erases it when destroyed. Does nothing if that stream is not a terminal, or if no
+/// thread can be started.
 class ProgressLine {
 public:
     /// Starts the clock. \param visibility Hidden for a line that never appears
@@ -22,10 +23,10 @@ public:
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine();
 
-    /// Says what is done from now on; nothing is shown before.
+    /// Sets the stage. Nothing is shown before the first call.
     void setStage(std::string newStage);
 
-    /// Whether there is anybody to look at it.
+    /// True if there is a terminal that shows the line.
     [[nodiscard]] bool isShown() const { return thread.joinable(); }
 
 private:
@@ -33,7 +34,7 @@ private:
     [[nodiscard]] std::string line() const;
 
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-    std::mutex mutex;  // of the two below
+    std::mutex mutex;  // guards the two members below
     std::string stage;
     bool isStopping = false;
     std::condition_variable stopCondition;

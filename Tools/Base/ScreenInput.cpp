@@ -25,7 +25,7 @@ Screen openScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
 
 void warnWithoutUV(const Screen& screen) {
     if (screen.mesh && !screen.geometry->hasParameterization())
-        writeWarningLine(withLocation(screen.file, 0, "the mesh has no UV to map by, see quarnscreen info"));
+        writeWarningLine(withLocation(screen.file, 0, "the mesh has no usable UV, see quarnscreen info"));
 }
 
 }  // namespace quarn::tool

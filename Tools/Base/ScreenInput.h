@@ -1,5 +1,6 @@
 /// \file
-/// Screens from files, with their progress and warnings on standard error.
+/// Screens from files, with progress and warnings on standard error. For all commands that read a
+/// screen.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +24,8 @@ private:
     ProgressLine progress;
 };
 
-/// Reads a screen as quarn::readScreen() does, and shows what that reports.
+/// Reads a screen as quarn::readScreen() does, and shows its notices and stages.
+/// \throws Error like quarn::readScreen()
 [[nodiscard]] Screen openScreen(const std::string& path, std::uint64_t maxMemory,
                                 const ObjOptions& objOptions,
                                 const std::function<void(ObjSource&)>& prepare = {});

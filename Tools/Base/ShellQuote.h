@@ -1,5 +1,5 @@
 /// \file
-/// Words for command lines that people copy.
+/// Quoting for command lines that people copy from messages.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace quarn::tool {
 
-/// The name of a file as one word of a shell's command line, in quotes where it needs them.
+/// Returns a file name as one word of a shell command line, quoted if necessary.
 [[nodiscard]] inline std::string shellQuote(std::string_view text) {
     constexpr std::string_view kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=.,:/@%";
-    // The tool would take it for an option.
+    // The tool would parse it as an option.
     if (text.starts_with('-')) return shellQuote("./" + std::string(text));
     if (!text.empty() && text.find_first_not_of(kPlain) == std::string_view::npos) return std::string(text);
     std::string word = "'";

@@ -1,6 +1,7 @@
 /// \file
-/// Command lines: commands with their arguments, options and help texts. For the commands of the tool, which see nothing
-/// of the parser that does the work.
+/// Command lines: commands with their arguments, options and help texts. For main() and the
+/// commands. CommandLine.cpp alone includes the parser library, because its headers take seconds to
+/// compile.
 #pragma once
 
 #include <functional>
@@ -18,31 +19,32 @@ class Option;
 
 namespace quarn::tool {
 
-/// An argument, option or flag of a command. Copies refer to the same one; all are valid as long as its CommandLine.
+/// An argument, option or flag of a command. Copies refer to the same one, and are valid as long as
+/// its CommandLine.
 class Option {
 public:
     explicit Option(CLI::Option& parserOption) : option(&parserOption) {}
 
-    /// Makes a command line without it an error.
+    /// Rejects command lines without this option.
     Option& required();
 
-    /// Makes any other value an error; the help and the completion list the words.
+    /// Rejects other values than \p words, which the help and the completion list.
     Option& choices(const std::vector<std::string>& words);
 
     /// Sets the default that the help shows.
     Option& defaultText(const std::string& text);
 
-    /// Makes a command line with both an error.
+    /// Rejects command lines with both options.
     Option& excludes(const Option& other);
 
-    /// Makes a command line with this one and without the other an error.
+    /// Rejects command lines with this option and without \p other.
     Option& needs(const Option& other);
 
 private:
     CLI::Option* option;
 };
 
-/// An argument, option or flag as the completion of a shell needs it.
+/// The properties of an argument, option or flag that a shell completion needs.
 struct OptionFacts {
     std::vector<std::string> names;    ///< With their dashes; empty for an argument.
     std::vector<std::string> choices;  ///< The only values, if they are limited.
@@ -58,7 +60,8 @@ struct CommandTexts {
     std::string example;       ///< A command line that works in the project's folder.
 };
 
-/// A command of a CommandLine. Copies refer to the same one; all are valid as long as the CommandLine.
+/// A command of a CommandLine. Copies refer to the same one, and are valid as long as the
+/// CommandLine.
 class Command {
 public:
     explicit Command(CLI::App& parserCommand) : command(&parserCommand) {}
@@ -66,17 +69,18 @@ public:
     /// Adds a command whose name follows the name of this one.
     Command addCommand(const CommandTexts& texts);
 
-    /// Makes a command line without one of the added commands an error.
+    /// Rejects command lines that name none of the added commands.
     void requireCommand();
 
-    /// Adds an argument, an optional one unless Option::required() is called.
+    /// Adds an argument. It is optional unless Option::required() is called.
     /// \param name a word for the argument and one for its value, as in "SCREEN FILE"
-    /// \param value set to the argument's text, and shown by the help as the default if it is not empty. It has to outlive
-    /// the CommandLine, as all targets below
+    /// \param value set to the argument's text; it has to outlive the CommandLine. The help shows
+    /// its present text as the default, unless that is empty
     Option argument(const std::string& name, std::string& value, const std::string& description);
 
     /// Adds an option with a value.
     /// \param name the option's names and a word for its value, as in "-o,--output FILE"
+    /// \param value as for argument()
     Option option(const std::string& name, std::string& value, const std::string& description);
 
     /// Adds an option with a value.
@@ -84,7 +88,7 @@ public:
     Option option(const std::string& name, std::function<void(const std::string&)> setValue,
                   const std::string& description);
 
-    /// Adds an option whose value is one of some words, each of which stands for a value of \p target.
+    /// Adds an option whose value is one of several words. Sets \p target to the value of the word.
     template <class Value>
     Option choice(const std::string& name, Value& target,
                   const std::vector<std::pair<std::string, std::type_identity_t<Value>>>& values,
@@ -99,7 +103,7 @@ public:
     }
 
     /// Adds an option without a value.
-    /// \param value what \p target becomes if the option is given
+    /// \param value assigned to \p target if the option is given
     template <class Value>
     Option flag(const std::string& name, Value& target, std::type_identity_t<Value> value,
                 const std::string& description) {
@@ -108,11 +112,11 @@ public:
     }
     Option flag(const std::string& name, std::function<void()> onGiven, const std::string& description);
 
-    /// Sets what the command does.
+    /// Sets the action of the command.
     void onRun(std::function<void()> action);
 
-    /// Sets what the command does, and returns the options that it does it with: targets for the methods above, which
-    /// live as long as the command line.
+    /// Sets the action of the command, and returns the options that the action gets. They live as
+    /// long as the CommandLine, so that they can be targets of the functions above.
     template <class Options>
     Options& onRun(void (*action)(const Options& options)) {
         const auto options = std::make_shared<Options>();
@@ -141,8 +145,8 @@ public:
     [[nodiscard]] Command root();
 
     /// Parses the arguments of main(), and runs the command that they name.
-    /// \return the text of --help or --version if they ask for one; no command ran
-    /// \throws Error for arguments that no command has; the exceptions of the command itself are not changed
+    /// \return the text of --help or --version if one is given; then no command runs
+    /// \throws Error if the arguments are not valid, and every exception of the command
     [[nodiscard]] std::optional<std::string> run(int argc, const char* const* argv);
 
 private:

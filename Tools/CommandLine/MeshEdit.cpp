@@ -11,9 +11,10 @@ namespace quarn::tool {
 
 void addMeshEditOptions(Command& command, MeshEditOptions& options) {
     command.argument("FILE FILE", options.input, "OBJ or STL file, or XML file of a mesh").required();
-    addOutputOption(command, options.output,
-                    "File to write, whole or not at all: XML where its name ends with .xml, else OBJ; - is "
-                    "the standard output");
+    addOutputOption(
+        command, options.output,
+        "File to write, replaced atomically: XML if its name ends with .xml, otherwise OBJ; - is the "
+        "standard output");
     addUnitOption(command, options.unit,
                   "Unit of the lengths in the file, to which all others are converted");
     addMemoryOption(command, options.maxMemory);
@@ -26,7 +27,7 @@ bool writesXml(const MeshEditOptions& options) {
 MeshScreen& meshOf(const Screen& screen) {
     auto* mesh = dynamic_cast<MeshScreen*>(screen.geometry.get());
     if (mesh == nullptr)
-        throw Error({.found = "found a shape, " + screen.geometry->getType(),
+        throw Error({.found = "found an analytic screen, " + screen.geometry->getType(),
                      .expected = "a mesh",
                      .file = screen.file,
                      .remedy = {.kind = RemedyKind::ConvertToObj, .file = screen.file}});

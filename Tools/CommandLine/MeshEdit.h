@@ -1,5 +1,5 @@
 /// \file
-/// What the commands share that read a mesh, change it and write it.
+/// Options, input and output of the commands that read a mesh, change it and write it.
 #pragma once
 
 #include <string>
@@ -20,18 +20,20 @@ struct MeshEditOptions {
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
-/// Adds the argument FILE and the options, but those that say how an OBJ file lies in the world. \p options has to
-/// outlive \p command.
+/// Adds the argument FILE and the options, except those for the frame of an OBJ file. \p options
+/// has to outlive the CommandLine.
 void addMeshEditOptions(Command& command, MeshEditOptions& options);
 
-/// Whether the output's name asks for XML; it is OBJ where the name tells nothing.
+/// True if the output's name ends with .xml; all other outputs are OBJ.
 [[nodiscard]] bool writesXml(const MeshEditOptions& options);
 
-/// The mesh of a screen. Stops where it has a shape instead.
+/// Returns the mesh of a screen.
+/// \throws Error if it is an analytic screen
 [[nodiscard]] MeshScreen& meshOf(const Screen& screen);
 
 /// Writes triangles as OBJ or XML.
-/// \param comment the text's first line
+/// \param comment the first line of an OBJ text
+/// \throws Error if the file cannot be written
 void writeMesh(const std::vector<Triangle>& triangles, const std::string& comment,
                const MeshEditOptions& options);
 

@@ -45,7 +45,7 @@ void addAxisOption(Command& command, const std::string& name, std::optional<std:
         .choices({"X", "Y", "Z", "-X", "-Y", "-Z"});
 }
 
-// Cells of a grid that is written, each way; a mesh of them has 33 million triangles.
+// Cells of a grid in each direction. The largest mesh has 33 million triangles.
 constexpr int kMaxCells = 4096;
 
 GridSize gridSizeFrom(const std::string& text) {
@@ -84,7 +84,7 @@ void addScreenOptions(Command& command, ScreenOptions& options) {
 
 void addQueryOptions(Command& command, QueryOptions& options) {
     addScreenOptions(command, options);
-    command.flag("--require", options.areResultsRequired, true, "Exit with 1 when a row has no answer");
+    command.flag("--require", options.areResultsRequired, true, "Exit with 1 if a row has no result");
 }
 
 void addPointOptions(Command& command, PointOptions& options) {
@@ -101,9 +101,8 @@ void addObjOptions(Command& command, ObjOptions& options) {
 void addObjAxisOptions(Command& command, ObjOptions& options, const std::string& suffix,
                        const std::string& file) {
     addAxisOption(command, "--forward" + suffix, options.forward,
-                  file + ": axis that leads away from the viewer; Y if not told");
-    addAxisOption(command, "--up" + suffix, options.upward,
-                  file + ": axis that leads upwards; Z if not told");
+                  file + ": axis that points away from the viewer; default Y");
+    addAxisOption(command, "--up" + suffix, options.upward, file + ": axis that points up; default Z");
 }
 
 void addObjScaleOption(Command& command, ObjOptions& options, const std::string& suffix,
@@ -112,7 +111,7 @@ void addObjScaleOption(Command& command, ObjOptions& options, const std::string&
     command.option(
         name + " FACTOR",
         [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
-        file + ": factor of all positions; 1 if not told");
+        file + ": factor of all positions; default 1");
 }
 
 void addUnitOption(Command& command, std::string& unit, const std::string& description) {
@@ -120,7 +119,7 @@ void addUnitOption(Command& command, std::string& unit, const std::string& descr
 }
 
 void addJsonFlag(Command& command, ResultFormat& format) {
-    command.flag("--json", format, ResultFormat::Json, "Answer with one JSON document");
+    command.flag("--json", format, ResultFormat::Json, "Write one JSON document");
 }
 
 void addThreadsOption(Command& command, std::size_t& threads) {
@@ -129,13 +128,13 @@ void addThreadsOption(Command& command, std::size_t& threads) {
         [&threads](const std::string& text) {
             threads = static_cast<std::size_t>(countFrom("--threads", text, kThreadCounts));
         },
-        "Threads that answer; one for each processor if not told. The answers are the same");
+        "Worker threads; default one per processor. The results do not depend on it");
 }
 
 void addMemoryOption(Command& command, std::uint64_t& maxMemory) {
     command.option(
         "--max-memory SIZE", [&maxMemory](const std::string& text) { maxMemory = memorySizeFrom(text); },
-        "Refuse inputs that could need more, such as 500M or 2G; by default 3/4 of the free memory");
+        "Reject inputs that could need more, such as 500M or 2G; default 3/4 of the free memory");
 }
 
 Option addOutputOption(Command& command, std::string& path, const std::string& description) {
@@ -147,7 +146,7 @@ void addGridOption(Command& command, std::optional<GridSize>& grid) {
     command
         .option(
             "--grid ROWSxCOLUMNS", [&grid](const std::string& text) { grid = gridSizeFrom(text); },
-            "Cells of the mesh that a shape becomes")
+            "Cells of the mesh generated from an analytic screen")
         .defaultText(std::to_string(kDefault.rows) + "x" + std::to_string(kDefault.columns));
 }
 

@@ -1,6 +1,7 @@
 /// \file
-/// Options that several commands share. Each function adds options to a command; the values that they set have to outlive
-/// its command line. A text that is not valid ends CommandLine::run() with an Error.
+/// Options that several commands share. Each function adds options to a command. The values that
+/// the options set have to outlive its CommandLine; CommandLine::run() throws an Error for an
+/// invalid text.
 #pragma once
 
 #include <cstddef>
@@ -47,9 +48,10 @@ void addThreadsOption(Command& command, std::size_t& threads);
 void addMemoryOption(Command& command, std::uint64_t& maxMemory);
 Option addOutputOption(
     Command& command, std::string& path,
-    const std::string& description = "File to write, whole or not at all; - is the standard output");
+    const std::string& description = "File to write, replaced atomically; - is the standard output");
 
-/// Adds --grid. \param grid stays empty if the option is not given; the help shows GridSize() as the default
+/// Adds --grid. The help shows GridSize() as the default.
+/// \param grid stays empty if the option is not given
 void addGridOption(Command& command, std::optional<GridSize>& grid);
 
 /// Adds an option for a whole number of at least 2, with the default \p count.

@@ -11,7 +11,7 @@ namespace quarn::tool {
 
 namespace {
 
-// The parts between the commas; nothing where there are not three.
+// The parts between the commas; none unless there are three.
 std::optional<std::array<std::string, 3>> threeParts(const std::string& text) {
     std::array<std::string, 3> parts;
     std::string rest = text;
@@ -25,7 +25,7 @@ std::optional<std::array<std::string, 3>> threeParts(const std::string& text) {
     return parts;
 }
 
-// A part of an option's text; the error shows all of it.
+// Parses a part of an option's text; the error shows the whole text.
 double lengthFrom(const std::string& option, const std::string& text, const std::string& part,
                   const std::string& unit) {
     const auto length = parseLength(part, unit);

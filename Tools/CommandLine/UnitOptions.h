@@ -1,5 +1,6 @@
 /// \file
-/// Lengths, angles and positions from the texts of options.
+/// Lengths, angles and positions from the texts of options. Each parser throws an Error that names
+/// the option if its text is not valid.
 #pragma once
 
 #include <string>
@@ -10,21 +11,21 @@
 
 namespace quarn::tool {
 
-/// The error of an option with such a text.
+/// Returns the error for an option with an invalid text.
 [[nodiscard]] Error unexpectedText(const std::string& option, const std::string& text,
                                    const std::string& expected);
 
-/// A length in \p unit; see parseLength(). Stops where the text is none, as all of these do.
+/// Parses a length, converted to \p unit; see parseLength().
 [[nodiscard]] double lengthFrom(const std::string& option, const std::string& text, const std::string& unit);
 
-/// An angle with its unit.
+/// Parses an angle with its unit.
 [[nodiscard]] Angle angleFrom(const std::string& option, const std::string& text);
 
-/// Three lengths with commas between them.
+/// Parses three lengths, separated by commas.
 [[nodiscard]] Point<double, 3> positionFrom(const std::string& option, const std::string& text,
                                             const std::string& unit);
 
-/// Three angles in degrees with commas between them; a number alone is in degrees.
+/// Parses three angles, separated by commas. Returns degrees; a number without unit is in degrees.
 [[nodiscard]] Point<double, 3> degreesFrom(const std::string& option, const std::string& text);
 
 }  // namespace quarn::tool

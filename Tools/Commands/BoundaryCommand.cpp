@@ -19,10 +19,10 @@ void run(const QueryOptions& options) {
 void registerBoundaryCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "boundary",
-         .summary = "Walk once around the screen's outline",
+         .summary = "Sample the screen's boundary",
          .details =
              "Each of the four edges is a polyline, from 1 to 4. A full circle has no sides, and an arc "
-             "below\ntwo degrees no top and bottom; the numbers of the others stay.",
+             "below\ntwo degrees no top and bottom; the numbers of the others do not change.",
          .example = "quarnscreen boundary Samples/cylinder-200.xml"});
     addScreenOptions(command, command.onRun(run));
 }

@@ -16,7 +16,7 @@ namespace {
 
 using Ray = ChannelPoints::Ray;
 
-// A growing list holds its elements twice while it moves them.
+// A growing vector has its elements twice while it moves them, and reserves as many again.
 constexpr std::uint64_t kMemoryPerWaitingRay = 3 * sizeof(Ray);
 
 struct ChannelOptions : QueryOptions {
@@ -33,7 +33,7 @@ Ray rayOf(const std::vector<double>& numbers) {
     return {pointAt(numbers, 0), pointAt(numbers, 3)};
 }
 
-// The first extra ray that hits. All of them are read, so that a line that is wrong is told.
+// The first extra ray that hits. Reads all of them, so that each invalid line is an error.
 std::optional<Ray> firstHitOf(const std::string& path, const ChannelPoints& channel) {
     std::optional<Ray> first;
     if (path.empty()) return first;
@@ -44,7 +44,8 @@ std::optional<Ray> firstHitOf(const std::string& path, const ChannelPoints& chan
     return first;
 }
 
-// The rows of a channel. Rays wait until the first of them hits, since none has a point without its side.
+// The rows of a channel. Rays wait until the first of them hits, because no ray has a point before
+// the side is known.
 class ChannelRows {
 public:
     ChannelRows(std::uint64_t maxMemory, ChannelPoints& channelPoints, QueryResults& rows)
@@ -56,7 +57,7 @@ public:
         if (channel.hasSide()) processWaiting();
         if (waiting.size() > maxWaiting)
             throw Error({.found = std::to_string(waiting.size()) + " rays before the first that hits",
-                         .expected = "fewer, or a greater --max-memory",
+                         .expected = "fewer, or a larger --max-memory",
                          .file = inputName});
     }
 
@@ -119,7 +120,7 @@ void registerChannelCommand(Command& tool) {
                   "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input")
         .required();
     command.option("--extra FILE", options.extraRays,
-                   "CSV with rays that only help to find the side of the screen that the channel shows");
+                   "CSV with further rays, used only to find the side of the screen that the channel shows");
 }
 
 }  // namespace quarn::tool

@@ -19,11 +19,11 @@ struct CheckOptions : ScreenOptions {
     std::string repairedFile;
 };
 
-// What was mended is no problem any more.
+// Turns findings that were repaired into notes.
 void noteAsRepaired(std::vector<Finding>& findings) {
     for (Finding& finding : findings) {
         finding.severity = Severity::Note;
-        finding.text = "mended " + finding.text;
+        finding.text = "repaired " + finding.text;
         finding.hint = "geometry, order and UVs stay";
         finding.remedy = {};
     }
@@ -63,24 +63,23 @@ void run(const CheckOptions& options) {
 }  // namespace
 
 void registerCheckCommand(Command& tool) {
-    Command command = tool.addCommand({.name = "check",
-                                       .summary = "Look for what would make a calibration with a mesh fail",
-                                       .details = "Looks for values that are not finite, triangles that are "
-                                                  "degenerate, doubled or flipped, edges of "
-                                                  "more\nthan two triangles, pieces, holes, UVs that are "
-                                                  "missing, outside of 0 to 1, flat, mirrored or"
-                                                  "\noverlapping, and a size that is implausible for --unit; "
-                                                  "in STL files also for what keeps them from"
-                                                  "\nloading. Exits with 1 when something was found.",
-                                       .example = "quarnscreen check Samples/measured-dome.obj --unit mm"});
+    Command command = tool.addCommand(
+        {.name = "check",
+         .summary = "Check a mesh for defects that make a calibration fail",
+         .details =
+             "Checks for values that are not finite; degenerate, duplicate and flipped triangles; "
+             "non-manifold edges;\nseveral components; holes; UVs that are missing, outside of 0 to 1, "
+             "degenerate, mirrored or\noverlapping; a size that is implausible for --unit; in STL files "
+             "also for defects that prevent\nloading. Exits with 1 if there are findings.",
+         .example = "quarnscreen check Samples/measured-dome.obj --unit mm"});
     CheckOptions& options = command.onRun(run);
     addScreenInput(command, options);
     addJsonFlag(command, options.format);
     addMemoryOption(command, options.maxMemory);
     Option fix = command.flag("--fix", options.repairedText, RepairedText::Build,
-                              "Write what can be mended without changing geometry: OBJ text that loads");
+                              "Write a repaired OBJ text, geometry unchanged");
     Option output = command.option("-o,--output FILE", options.repairedFile,
-                                   "File for --fix to write, whole or not at all");
+                                   "File for --fix to write, replaced atomically");
     fix.needs(output);
     output.needs(fix);
 }

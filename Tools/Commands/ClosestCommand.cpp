@@ -8,11 +8,11 @@ namespace quarn::tool {
 
 namespace {
 
-// Sine of the angle below which two directions count as one.
+// Sine of the angle below which two directions are equal.
 constexpr double kSameDirection = 1e-9;
 
-// A mesh answers zero where it has no answer. Zero is one only where the origin lies on the mesh, and the position
-// above it.
+// A mesh returns zero if it has no result. Zero is a result only if the origin lies on the mesh,
+// and the position above it.
 bool isValidResult(const Screen& screen, const Point<double, 3>& point, const Point<double, 3>& closest) {
     if (!screen.mesh || closest != Point<double, 3>()) return true;
     const Point<double, 3> normal = screen.geometry->getScreenNormal(closest);
@@ -38,10 +38,11 @@ void run(const PointOptions& options) {
 void registerClosestCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "closest",
-         .summary = "Find the screen's position for positions beside it",
+         .summary = "Find the position on the screen closest to each position",
          .details =
-             "It is nearest in UV, and not always in space. On a mesh it is the foot on the triangle with "
-             "the\nnearest centre; there is none where that lies beyond the triangle.",
+             "The result is closest in UV, and not always in space. On a mesh it is the projection onto "
+             "the triangle\nwith the nearest centroid; there is none if the projection lies outside of "
+             "the triangle.",
          .example = "quarnscreen closest Samples/flat-wall.xml Samples/flat-wall-points.csv"});
     addPointOptions(command, command.onRun(run));
 }

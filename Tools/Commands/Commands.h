@@ -1,12 +1,12 @@
 /// \file
-/// The commands of the tool. Their names are for good.
+/// The commands of the tool. For main(). Their names, and those of their options, do not change.
 #pragma once
 
 #include "CommandLine/CommandLine.h"
 
 namespace quarn::tool {
 
-/// Each of these adds one command, with its options and what it does, to the tool.
+/// Each of these functions adds one command, with its options and its action, to the tool.
 void registerInfoCommand(Command& tool);
 void registerMapCommand(Command& tool);
 void registerIntersectCommand(Command& tool);

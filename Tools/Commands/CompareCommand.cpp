@@ -19,9 +19,10 @@ namespace quarn::tool {
 
 namespace {
 
-// Of the screens' size: what the greatest distance is known to, where no option tells.
+// Default accuracy of the maximum distance, as a fraction of the screens' size.
 constexpr double kDefaultAccuracy = 2e-5;
-// Of the accuracy that is asked for: what the triangles of each shape may take of it.
+// The chord error that the triangles of each analytic screen may have, as a fraction of the
+// accuracy.
 constexpr double kChordErrorRatio = 0.25;
 
 struct CompareOptions {
@@ -38,11 +39,11 @@ struct CompareOptions {
     std::string output = "-";
 };
 
-// What is told of two screens.
+// The results for two screens.
 struct Comparison {
-    std::string_view digests;  // what is told of them
+    std::string_view digests;  // status of their comparison
     std::optional<UvDistance> atEqualUv;
-    double chordErrors = 0.0;  // of both
+    double chordErrors = 0.0;  // sum over both surfaces
     SurfaceDistance aToB;
     SurfaceDistance bToA;
 
@@ -65,14 +66,15 @@ std::optional<double> maxFrom(const CompareOptions& options) {
 
 using Digest = std::array<unsigned char, 20>;
 
-// A digest of zero bytes alone, as that of an STL screen, tells nothing.
+// A digest of zero bytes only, as that of an STL screen, carries no information.
 std::string_view digestStatus(const Digest& a, const Digest& b) {
     constexpr Digest kNoDigest{};
     if (a == kNoDigest || b == kNoDigest) return "none";
     return a == b ? "same" : "different";
 }
 
-// The screens themselves are let go before their surfaces are measured, as both may be large.
+// The surfaces of two screens. The screens themselves are released before the measurement, because
+// both may be large.
 struct Surfaces {
     Surface a;
     Surface b;
@@ -119,7 +121,7 @@ std::vector<Column> columns() {
 
 constexpr std::monostate kNothing;
 
-// A number, or nothing for NaN.
+// A number, or an empty cell for NaN.
 Cell cellOf(double number) {
     if (std::isnan(number)) return kNothing;
     return number;
@@ -186,17 +188,16 @@ void run(const CompareOptions& options) {
 void registerCompareCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "compare",
-                         .summary = "Tell how far the surfaces of two screens are apart",
+                         .summary = "Measure the distance between the surfaces of two screens",
                          .example = "quarnscreen compare Samples/dome.xml Samples/dome.xml --max 1mm"});
     CompareOptions& options = command.onRun(run);
     command.argument("A FILE", options.a, "OBJ or STL file, or XML file with a ScreenGeometry element")
         .required();
-    command.argument("B FILE", options.b, "The same for the other screen").required();
+    command.argument("B FILE", options.b, "The other screen, as A").required();
     command.option("--max LENGTH", options.max,
-                   "Exit with 1 where a position is farther from the other surface");
-    command.option(
-        "--accuracy LENGTH", options.accuracy,
-        "To which the greatest distances are looked for; if not told, a 50,000th of the screens' size");
+                   "Exit with 1 if a position is farther from the other surface");
+    command.option("--accuracy LENGTH", options.accuracy,
+                   "Tolerance of the maximum distances; default 1/50,000 of the screens' size");
     addObjAxisOptions(command, options.objA, "", "OBJ file A");
     addObjScaleOption(command, options.objA, "", "OBJ file A");
     addObjAxisOptions(command, options.objB, "-b", "OBJ file B");

@@ -34,8 +34,9 @@ std::vector<std::string> namesOf(const std::vector<Command>& commands) {
     return names;
 }
 
-// The branches of one command and those below it: its options, what each of them takes, and what stands
-// elsewhere. \p words are the words that lead to it.
+// The branches of one command and of its commands: its options, the values of each, and its
+// arguments.
+// \p words are the words of the command.
 std::string branchesFor(const Command& command, const std::string& words) {
     std::vector<std::string> names;
     std::string values;
@@ -84,7 +85,7 @@ std::string bashCompletion(const Command& tool) {
     for (const OptionFacts& option : tool.options())
         firstWords.insert(firstWords.end(), option.names.begin(), option.names.end());
 
-    return R"(# Completion of quarnscreen for bash, made by "quarnscreen completion bash".
+    return R"(# Completion of quarnscreen for bash, written by "quarnscreen completion bash".
 _quarnscreen() {
     local current=${COMP_WORDS[COMP_CWORD]}
     local previous=${COMP_WORDS[COMP_CWORD - 1]}

@@ -16,7 +16,7 @@ namespace {
 struct ConvertOptions {
     std::string input;
     std::string output;
-    std::optional<ScreenFormat> format;  // by the output's name if empty
+    std::optional<ScreenFormat> format;  // from the output's name if empty
     ObjOptions obj;
     std::optional<GridSize> grid;
     std::uint64_t maxMemory = defaultMemoryLimit();
@@ -24,10 +24,11 @@ struct ConvertOptions {
 
 void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
     for (const ObjRepairs::Tally& tally : repairs.tallies())
-        writeNoteLine(withLocation(name, tally.firstLine, "mended " + repairText(tally)));
+        writeNoteLine(withLocation(name, tally.firstLine, "repaired " + repairText(tally)));
 }
 
-// Reads the input and mends it where it is an OBJ text. An input that is refused all the same gives no notes.
+// Reads the input, and repairs it if it is an OBJ text. An input that is still rejected gets no
+// notes.
 Screen readRepaired(const ConvertOptions& options) {
     std::string name;
     ObjRepairs repairs;
@@ -68,15 +69,16 @@ void run(const ConvertOptions& options) {
 }  // namespace
 
 void registerConvertCommand(Command& tool) {
-    Command command = tool.addCommand({.name = "convert",
-                                       .summary = "Convert a screen between OBJ and XML, and mend OBJ files",
-                                       .example = "quarnscreen convert Samples/dome.xml -o dome.obj"});
+    Command command =
+        tool.addCommand({.name = "convert",
+                         .summary = "Convert a screen between OBJ and XML, and repair OBJ files",
+                         .example = "quarnscreen convert Samples/dome.xml -o dome.obj"});
     ConvertOptions& options = command.onRun(run);
     command.argument("INPUT FILE", options.input, "OBJ or STL file from any program, or XML file of a screen")
         .required();
     addOutputOption(command, options.output).required();
     command.choice("--to TEXT", options.format, {{"obj", ScreenFormat::Obj}, {"xml", ScreenFormat::Xml}},
-                   "Format of the output, where its name does not tell");
+                   "Output format; default from the file name");
     addObjOptions(command, options.obj);
     addGridOption(command, options.grid);
     addMemoryOption(command, options.maxMemory);

@@ -12,7 +12,8 @@ struct GridOptions : QueryOptions {
 };
 
 void run(const GridOptions& options) {
-    // The density is rounded up to odd. Each of its lines has 21 positions and 3 up to the next, both ways.
+    // The density is rounded up to an odd number. In both directions, each line has 21 positions,
+    // and 3 more connect it to the next one.
     constexpr std::uint64_t kPositionsPerLine = 48;
     const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
     refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
@@ -28,7 +29,7 @@ void run(const GridOptions& options) {
 void registerGridCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "grid",
-         .summary = "Follow the lines of a regular grid on the screen, as one closed polyline",
+         .summary = "Sample the lines of a regular grid on the screen, as one closed polyline",
          .example = "quarnscreen grid Samples/dome.xml --density 5"});
     GridOptions& options = command.onRun(run);
     addScreenOptions(command, options);

@@ -21,7 +21,7 @@ namespace quarn::tool {
 
 namespace {
 
-// A file holds 16 digits of an angle in radians, so a 16th digit of its degrees would be noise.
+// A file contains 16 digits of an angle in radians, so a 16th digit of its degrees would be noise.
 constexpr int kDegreeDigits = 15;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -31,7 +31,7 @@ struct Bounds {
     Point<double, 3> max;
 };
 
-// Shapes without bounds leave both positions as they were.
+// Screens without bounds do not change the positions.
 std::optional<Bounds> boundsOf(const IScreenGeometry& geometry) {
     Bounds bounds{{kNaN, kNaN, kNaN}, {kNaN, kNaN, kNaN}};
     geometry.getBounds(&bounds.min, &bounds.max);
@@ -39,7 +39,7 @@ std::optional<Bounds> boundsOf(const IScreenGeometry& geometry) {
     return bounds;
 }
 
-// It is estimated from UV.
+// The aspect ratio is estimated from UV.
 std::optional<double> aspectRatioOf(IScreenGeometry& geometry) {
     if (!geometry.hasParameterization()) return std::nullopt;
     return ScreenUtils::estimateAspectRatioUV(geometry);
@@ -97,7 +97,7 @@ Json jsonInfo(const Screen& screen, const std::string& unit) {
                          {"digest", hexText(geometry.getUniqueDataHash())}});
 }
 
-// Lines of "key: value" with the values below each other.
+// Lines of "key: value" with aligned values.
 class AlignedText {
 public:
     void add(const std::string& key, const std::string& value) { lines.emplace_back(key, value); }
@@ -139,10 +139,6 @@ std::string parameterText(const Parameter& parameter, const std::string& unit) {
     }
 }
 
-std::string yesOrNo(bool isSo) {
-    return isSo ? "yes" : "no";
-}
-
 std::string textInfo(const Screen& screen, const std::string& unit) {
     IScreenGeometry& geometry = *screen.geometry;
     AlignedText info;
@@ -152,8 +148,8 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
         info.add(parameter.label, parameterText(parameter, unit));
     if (screen.mesh)
         for (const auto& [label, text] : meshLines(screen, unit)) info.add(label, text);
-    info.add("is valid", yesOrNo(geometry.isValid()));
-    info.add("has UV mapping", yesOrNo(geometry.hasParameterization()));
+    info.add("is valid", geometry.isValid() ? "yes" : "no");
+    info.add("has UV mapping", geometry.hasParameterization() ? "yes" : "no");
     if (const auto bounds = boundsOf(geometry)) {
         info.add("bounds", pointText(bounds->min) + " to " + pointText(bounds->max) + " " + unit);
         info.add("width by height", numberText(bounds->max[0] - bounds->min[0]) + " by " +
@@ -181,7 +177,7 @@ void run(const ScreenOptions& options) {
 
 void registerInfoCommand(Command& tool) {
     Command command = tool.addCommand({.name = "info",
-                                       .summary = "Tell what the screen in a file is",
+                                       .summary = "Describe the screen in a file",
                                        .example = "quarnscreen info Samples/flat-wall.xml"});
     addScreenOptions(command, command.onRun(run));
 }

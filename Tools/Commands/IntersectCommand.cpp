@@ -19,13 +19,14 @@ struct IntersectOptions : QueryOptions {
     std::optional<int> side;
 };
 
-// Where a hit lies along its ray: 0 at its first position, 1 at its second one, negative behind the first.
+// The parameter of a hit along its ray: 0 at the first position, 1 at the second one, negative
+// before the first.
 double parameterOf(const Intersection& hit, const Point<double, 3>& from, const Point<double, 3>& to) {
     const Point<double, 3> direction = to - from;
     return dot(hit.point - from, direction) / dot(direction, direction);
 }
 
-// The hits on the screen, or those on its continuation, on one side or on both.
+// The hits on the screen, or on its continuation, on one side or both.
 IntersectionSet hitsOf(const IScreenGeometry& geometry, const Point<double, 3>& from,
                        const Point<double, 3>& to, const IntersectOptions& options) {
     if (!options.extrapolates) return geometry.intersect(from, to);
@@ -33,9 +34,9 @@ IntersectionSet hitsOf(const IScreenGeometry& geometry, const Point<double, 3>& 
 }
 
 bool hasBoundary(const IScreenGeometry& geometry) {
-    IScreenGeometry::Polylines outline;
-    geometry.sampleBoundary(outline);
-    return !outline.empty() && !outline.front().empty();
+    IScreenGeometry::Polylines boundary;
+    geometry.sampleBoundary(boundary);
+    return !boundary.empty() && !boundary.front().empty();
 }
 
 class RayQuery {
@@ -58,7 +59,8 @@ public:
     }
 
 private:
-    // A mesh has no continuation: it tells where the ray passes nearest to its outline, by a hit without triangle.
+    // A mesh has no continuation. It returns the position of its boundary nearest to the ray, as a
+    // hit without triangle.
     [[nodiscard]] bool isFallback(const Intersection& hit) const { return isMesh && hit.triangleIndex < 0; }
 
     void addHit(std::int64_t ray, const Intersection& hit, double t, ResultRows& results) const {
@@ -113,12 +115,11 @@ void registerIntersectCommand(Command& tool) {
                      "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input");
     command.flag(
         "--extrapolate", options.extrapolates, true,
-        "Answer beyond the screen too: on the continued surface, or where a ray passes nearest to the "
-        "outline of a mesh");
-    command.choice(
-        "--side SIGN", options.side, {{"+1", 1}, {"1", 1}, {"0", 0}, {"-1", -1}},
-        "With --extrapolate, side of the surface that counts: -1 is the front, 0 for meshes any; 0 if "
-        "not told");
+        "Extrapolate beyond the screen: to hits on the continued surface, or to the position nearest to "
+        "the ray on the boundary of a mesh");
+    command.choice("--side SIGN", options.side, {{"+1", 1}, {"1", 1}, {"0", 0}, {"-1", -1}},
+                   "With --extrapolate, side of the surface to hit: -1 is the front, 0 is any for meshes; "
+                   "default 0");
 }
 
 }  // namespace quarn::tool

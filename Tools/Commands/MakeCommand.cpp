@@ -25,7 +25,7 @@ constexpr const char* kAngle = "ANGLE";
 
 struct Shape;
 
-// What the command line tells of a screen.
+// The options for a screen.
 class MakeOptions {
 public:
     const Shape* shape = nullptr;
@@ -51,7 +51,7 @@ struct ShapeOption {
     bool isRequired = true;
 };
 
-// A shape that can be made: its options, and what they mean for the parameters of the screen.
+// A kind of screen: its options, and their conversion to the parameters of the screen.
 struct Shape {
     std::string name;
     std::string description;
@@ -61,7 +61,7 @@ struct Shape {
     void (*fill)(const MakeOptions& options, ScreenValues& values);
 };
 
-const ShapeOption kCenter{"--center", "Centre of the shape, three lengths; the origin by default", "X,Y,Z",
+const ShapeOption kCenter{"--center", "Center of the screen, three lengths; default the origin", "X,Y,Z",
                           false};
 
 void setAround(ScreenValues& values, const std::string& min, const std::string& max, const Angle& arc) {
@@ -87,7 +87,7 @@ void fillCylinder(const MakeOptions& options, ScreenValues& values) {
         return;
     }
     if (!options.has("--min-theta") || !options.has("--max-theta"))
-        throw Error({.found = "found too few limits", .expected = "--arc, or --min-theta and --max-theta"});
+        throw Error({.found = "missing --arc, or --min-theta and --max-theta"});
     values.set("minTheta", options.angle("--min-theta").radians());
     values.set("maxTheta", options.angle("--max-theta").radians());
 }
@@ -163,7 +163,7 @@ const std::vector<Shape>& shapes() {
          {{"--width", "Distance between the sides, the chord of both arcs"},
           {"--height", "Height"},
           {"--top-arc", "Angle of the top arc, more than 0 and less than 360deg", kAngle},
-          {"--bottom-arc", "Angle of the bottom arc, likewise", kAngle}},
+          {"--bottom-arc", "Angle of the bottom arc, same range", kAngle}},
          fillRuled},
     };
     return all;
@@ -202,7 +202,7 @@ void registerShape(Command& make, const Shape& shape) {
     if (added.contains("--arc"))
         added.at("--arc").excludes(added.at("--min-theta")).excludes(added.at("--max-theta"));
     addUnitOption(command, options.unit,
-                  "Unit of the lengths in the file, which holds no unit itself; lengths are converted to it");
+                  "Unit of the lengths in the file, which stores no unit; lengths are converted to it");
     addOutputOption(command, options.output);
     addGridOption(command, options.grid);
 }

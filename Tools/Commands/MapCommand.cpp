@@ -53,7 +53,7 @@ void registerMapCommand(Command& tool) {
         .choice("--to TEXT", options.target, {{"3d", MapTarget::Position}, {"2d", MapTarget::UV}},
                 "What to map to")
         .required();
-    command.flag("--extrapolate", options.beyond, BeyondScreen::Extrapolate, "Answer beyond the screen too");
+    command.flag("--extrapolate", options.beyond, BeyondScreen::Extrapolate, "Extrapolate beyond the screen");
 }
 
 }  // namespace quarn::tool

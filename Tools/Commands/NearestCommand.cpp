@@ -43,14 +43,14 @@ void run(const NearestOptions& options) {
 void registerNearestCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "nearest",
-                         .summary = "Find the hit nearest to a position, both ways along a line",
+                         .summary = "Find the hit nearest to a position, in both directions of a line",
                          .example = "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv"});
     NearestOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
     command.argument("LINES FILE", options.lines,
                      "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input");
-    command.flag("--extrapolate", options.extrapolates, true, "Look for hits on the continued surface");
+    command.flag("--extrapolate", options.extrapolates, true, "Extrapolate to hits on the continued surface");
 }
 
 }  // namespace quarn::tool

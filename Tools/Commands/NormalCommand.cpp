@@ -23,8 +23,9 @@ void run(const PointOptions& options) {
 void registerNormalCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "normal",
-         .summary = "Tell the surface's normal at positions",
-         .details = "A mesh has a normal where it is, and the other screens also beyond their edges.",
+         .summary = "Compute the surface normal at positions",
+         .details =
+             "A mesh has normals only at positions on it; other screens also have them beyond their edges.",
          .example = "quarnscreen normal Samples/dome.xml Samples/flat-wall-points.csv"});
     addPointOptions(command, command.onRun(run));
 }

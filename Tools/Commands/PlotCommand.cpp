@@ -25,17 +25,17 @@ void run(const PlotOptions& options) {
 }  // namespace
 
 void registerPlotCommand(Command& tool) {
-    Command command = tool.addCommand(
-        {.name = "plot",
-         .summary = "Draw a screen, with the faults of a mesh, as an SVG page with four views",
-         .example = "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg"});
+    Command command =
+        tool.addCommand({.name = "plot",
+                         .summary = "Draw a screen, with a mesh's defects, as an SVG page with four views",
+                         .example = "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg"});
     PlotOptions& options = command.onRun(run);
     addScreenInput(command, options);
     addMemoryOption(command, options.maxMemory);
     addOutputOption(command, options.output);
     command
         .choice("--color NAME", options.color, {{"side", PlotColor::Side}, {"stretch", PlotColor::Stretch}},
-                "What colours tell: the side of the surface, or its area over its area in UV")
+                "Meaning of the colors: the side of the surface, or its area over its area in UV")
         .defaultText("side");
 }
 

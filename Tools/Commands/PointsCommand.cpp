@@ -20,11 +20,23 @@ struct Place {
     Cell row;
 };
 
-// Meshes go row by row, and leave out positions beyond them: then nothing tells which ones are there.
-Place placeOf(std::int64_t index, bool areAllThere, bool isMesh, const PointsOptions& options) {
-    if (!isMesh) return {index / options.rows + 1, index % options.rows + 1};
-    if (!areAllThere) return {};
-    return {index % options.columns + 1, index / options.columns + 1};
+enum class PointOrder {
+    ByColumn,
+    ByRow,
+    Unknown,  // positions are missing, and it is not known which ones
+};
+
+// Analytic screens list all positions by column. Meshes list them by row, and omit those beyond the
+// mesh.
+PointOrder orderOf(const Screen& screen, std::uint64_t pointCount, std::uint64_t fullCount) {
+    if (!screen.mesh) return PointOrder::ByColumn;
+    return pointCount == fullCount ? PointOrder::ByRow : PointOrder::Unknown;
+}
+
+Place placeOf(std::int64_t index, PointOrder order, const PointsOptions& options) {
+    if (order == PointOrder::Unknown) return {};
+    if (order == PointOrder::ByRow) return {index % options.columns + 1, index / options.columns + 1};
+    return {index / options.rows + 1, index % options.rows + 1};
 }
 
 void run(const PointsOptions& options) {
@@ -38,9 +50,10 @@ void run(const PointsOptions& options) {
     for (const Column& column : positionColumns()) columns.push_back(column);
     QueryResults results(options, {options.screen},
                          {.command = "points", .members = {{"screen", screen.file}}}, columns);
+    const PointOrder order = orderOf(screen, points.size(), count);
     std::int64_t index = 0;
     for (const Point<double, 3>& point : points) {
-        const auto [column, row] = placeOf(index, points.size() == count, screen.mesh.has_value(), options);
+        const auto [column, row] = placeOf(index, order, options);
         results.add({column, row, point[0], point[1], point[2]}, HasResult::Yes);
         ++index;
     }
@@ -52,11 +65,11 @@ void run(const PointsOptions& options) {
 void registerPointsCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "points",
-         .summary = "Lay out positions to calibrate at",
+         .summary = "List calibration positions",
          .details =
-             "The positions stand column by column from the left, each column from the top; those of a "
-             "mesh\nrow by row, without those beyond it, and then without their numbers. Those of a "
-             "cylinder or a\nsphere are relative to its centre.",
+             "Positions are listed column by column from the left, each column from the top; those of a "
+             "mesh row by\nrow. Positions beyond a mesh are omitted, and then the numbers of columns and "
+             "rows are empty. Positions\nof a cylinder or sphere are relative to its center.",
          .example = "quarnscreen points Samples/ruled.xml --columns 3 --rows 2"});
     PointsOptions& options = command.onRun(run);
     addScreenOptions(command, options);

@@ -17,8 +17,8 @@ namespace quarn::tool {
 
 namespace {
 
-// Bytes for each triangle that is made: the screen's own, its indexes, a copy, the text, and the mesh of the text. In XML
-// the text stands three more times, in wide characters.
+// Bytes for each resulting triangle: the screen's own, its indexes, a copy, the text, and the mesh
+// of the text. For XML there are three more copies of the text, in wide characters.
 constexpr std::uint64_t kMemoryPerTriangle = 2500;
 constexpr std::uint64_t kMemoryPerTriangleInXml = 5000;
 // Corners are counted by 32-bit numbers.
@@ -28,13 +28,13 @@ struct RefineOptions : MeshEditOptions {
     std::string maxEdge;
 };
 
-// The refinement could take all memory, or not end at all.
+// A refinement without limit could take all memory, or not terminate.
 void refuseUnboundedRefinement(const std::vector<Triangle>& triangles, double maxEdge,
                                const RefineOptions& options) {
     if (!(maxEdge > 0.0)) throw unexpectedText("--max-edge", options.maxEdge, "a length above 0");
     if (!detail::refinementTerminates(triangles, maxEdge))
         throw unexpectedText("--max-edge", options.maxEdge,
-                             "a length that floating-point numbers of the mesh's size can tell apart");
+                             "a length above the floating-point resolution at the mesh's size");
     const std::uint64_t memory = writesXml(options) ? kMemoryPerTriangleInXml : kMemoryPerTriangle;
     const std::uint64_t maxTriangles = std::min(options.maxMemory / memory, kMaxTriangles);
     if (detail::countRefinedTriangles(triangles, maxEdge, maxTriangles + 1) > maxTriangles)
@@ -42,7 +42,7 @@ void refuseUnboundedRefinement(const std::vector<Triangle>& triangles, double ma
                               ", for which the mesh becomes more than " + std::to_string(maxTriangles) +
                               " triangles and could need more than " + memorySizeText(options.maxMemory) +
                               " of memory",
-                     .expected = "a greater length, or a greater --max-memory",
+                     .expected = "a larger length, or a larger --max-memory",
                      .file = options.input});
 }
 
@@ -57,7 +57,7 @@ void run(const RefineOptions& options) {
     mesh.refine(maxEdge);
     mesh.getTesselation(triangles);
     if (triangles.size() == before)
-        writeNoteLine(withLocation(options.input, 0, "no edge is longer; the triangles are those of before"));
+        writeNoteLine(withLocation(options.input, 0, "no edge is longer; the triangles are unchanged"));
     writeMesh(triangles,
               "refined to edges of " + numberText(maxEdge) + " " + options.unit + " by quarnscreen", options);
 }
@@ -67,12 +67,12 @@ void run(const RefineOptions& options) {
 void registerRefineCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "refine",
-         .summary = "Cut the triangles of a mesh until no edge is longer than told",
+         .summary = "Subdivide the triangles of a mesh until no edge is longer than a limit",
          .example = "quarnscreen refine Samples/measured-dome.obj --max-edge 500 -o fine.obj"});
     RefineOptions& options = command.onRun(run);
     command
         .option("--max-edge LENGTH", options.maxEdge,
-                "Greatest length of an edge. Positions are written in single precision, so an edge may be "
+                "Maximum length of an edge. Positions are written in single precision, so an edge may be "
                 "longer by that rounding")
         .required();
     addMeshEditOptions(command, options);

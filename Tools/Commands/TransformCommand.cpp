@@ -13,7 +13,7 @@ namespace quarn::tool {
 
 namespace {
 
-// Of a coordinate, as in a file that is read.
+// Limit of a coordinate, as in a file that is read.
 constexpr double kMaxCoordinate = 1e37;
 
 struct TransformOptions : MeshEditOptions {
@@ -51,27 +51,27 @@ Transform transformFrom(const TransformOptions& options) {
     return transform;
 }
 
-// A turn makes no coordinate greater than the distance from the origin. What is not finite would keep the search for
-// the outline from ending.
+// A rotation makes no coordinate larger than the distance from the origin. With coordinates that
+// are not finite, the search for the boundary would not terminate.
 void refuseTooLarge(const MeshScreen& mesh, const Transform& transform, const std::string& file) {
-    Point<double, 3> low;
-    Point<double, 3> high;
-    mesh.getBounds(&low, &high);
+    Point<double, 3> min;
+    Point<double, 3> max;
+    mesh.getBounds(&min, &max);
     Point<double, 3> farthest;
-    for (std::size_t i = 0; i < 3; ++i) farthest[i] = std::max(std::abs(low[i]), std::abs(high[i]));
+    for (std::size_t i = 0; i < 3; ++i) farthest[i] = std::max(std::abs(min[i]), std::abs(max[i]));
     const double reach = length(farthest) * std::abs(transform.scale) + length(transform.translation);
     if (!(reach <= kMaxCoordinate))
-        throw Error({.found = "found --scale or --translate that lead to coordinates beyond " +
+        throw Error({.found = "found --scale or --translate that lead to coordinates above " +
                               numberText(kMaxCoordinate),
-                     .expected = "smaller ones",
+                     .expected = "smaller values",
                      .file = file});
 }
 
 void flip(MeshScreen& mesh, const TransformOptions& options) {
     if (!options.flipsU && !options.flipsV) return;
     if (!mesh.hasParameterization())
-        throw Error({.found = "found --flip-u or --flip-v for a mesh on which UV does not work",
-                     .expected = "a mesh with UV; quarnscreen info tells what it lacks",
+        throw Error({.found = "found --flip-u or --flip-v for a mesh without usable UV",
+                     .expected = "a mesh with UV; see quarnscreen info",
                      .file = options.input});
     mesh.applyParameterizationTransform(options.flipsU, options.flipsV);
 }
@@ -93,18 +93,18 @@ void run(const TransformOptions& options) {
 void registerTransformCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "transform",
-         .summary = "Scale, turn and move a mesh, and turn its UV round",
-         .example = "quarnscreen transform Samples/measured-dome.obj --rotate 90,0,0 -o turned.obj"});
+         .summary = "Scale, rotate and translate a mesh, and flip its UV",
+         .example = "quarnscreen transform Samples/measured-dome.obj --rotate 90,0,0 -o rotated.obj"});
     TransformOptions& options = command.onRun(run);
     command.option("--scale FACTOR", options.scale,
-                   "Done first: factor of all positions; below 0 it mirrors");
+                   "Applied first: factor of all positions; mirrors if negative");
     command.option(
         "--rotate Z,X,Y", options.rotation,
-        "Done second: three angles, in degrees or such as 0.5rad. Z turns +Y towards +X, X turns +Y "
-        "towards +Z, Y turns +Z towards +X, all about the origin; Y is done first, then X, then Z");
-    command.option("--translate X,Y,Z", options.translation, "Done last: three lengths");
-    command.flag("--flip-u", options.flipsU, true, "Turn UV round from left to right: u becomes 1 - u");
-    command.flag("--flip-v", options.flipsV, true, "Turn UV round from top to bottom: v becomes 1 - v");
+        "Applied second: three angles, in degrees or such as 0.5rad. Z rotates +Y to +X, X rotates +Y to +Z, "
+        "Y rotates +Z to +X, all about the origin; Y is applied first, then X, then Z");
+    command.option("--translate X,Y,Z", options.translation, "Applied last: three lengths");
+    command.flag("--flip-u", options.flipsU, true, "Flip UV horizontally: u becomes 1 - u");
+    command.flag("--flip-v", options.flipsV, true, "Flip UV vertically: v becomes 1 - v");
     addMeshEditOptions(command, options);
     addObjAxisOptions(command, options.obj);
 }

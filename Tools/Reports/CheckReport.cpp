@@ -16,7 +16,7 @@ Json numberOrNull(std::uint64_t number) {
     return number == 0 ? Json() : Json(number);
 }
 
-// As in "triangles 3, 7 and more"; empty where no triangle is meant.
+// As in "triangles 3, 7 and more"; empty if no place has a triangle.
 std::string trianglesText(const Finding& finding) {
     std::string numbers;
     std::uint64_t listed = 0;
@@ -30,7 +30,7 @@ std::string trianglesText(const Finding& finding) {
            (listed < finding.count || !finding.isCountExact ? " and more" : "");
 }
 
-// What to do about a finding: the hint, a command, or both.
+// The hint of a finding, a command, or both.
 std::string hintOf(const Finding& finding) {
     const std::string command = remedyCommand(finding.remedy);
     if (command.empty()) return finding.hint;

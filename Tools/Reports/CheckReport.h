@@ -1,5 +1,5 @@
 /// \file
-/// Findings of a check as text and as JSON.
+/// Findings of a check as text and as JSON. For the command check.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +12,22 @@
 
 namespace quarn::tool {
 
-/// What a check found in a file.
+/// The findings of a check of one file.
 struct CheckReport {
     std::string file;
     std::string unit;
     std::uint64_t triangles = 0;
     std::vector<Finding> findings = {};
 
-    /// Findings that are more than a note.
+    /// Returns the number of findings that are not notes.
     [[nodiscard]] std::uint64_t problemCount() const;
 };
 
-/// A line for each finding, as in "wall.obj:12: text (hint)", and a last one that counts them.
+/// Returns a line for each finding, as in "wall.obj:12: text (hint)", and a last one that counts
+/// them.
 [[nodiscard]] std::string reportText(const CheckReport& report);
 
+/// Returns the report as a JSON document.
 [[nodiscard]] Json reportJson(const CheckReport& report);
 
 }  // namespace quarn::tool

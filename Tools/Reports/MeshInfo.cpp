@@ -67,7 +67,7 @@ Facts factsOf(const Screen& screen) {
     return facts;
 }
 
-// What had no effect, by name in JSON and in words.
+// Statements of an OBJ text without effect: name in JSON, words for people.
 struct Ignored {
     const char* name;
     const char* words;
@@ -81,8 +81,8 @@ std::vector<Ignored> ignoredIn(const ObjSourceText& text) {
             {"groups", "groups (g)", ignored.groups},
             {"objects", "objects (o)", ignored.objects},
             {"smoothing", "smoothing groups (s)", ignored.smoothing},
-            {"colors", "colours behind v", ignored.colors},
-            {"weights", "weights behind v", ignored.weights},
+            {"colors", "colors after v", ignored.colors},
+            {"weights", "weights after v", ignored.weights},
             {"thirdUVs", "third values of vt", ignored.thirdUVs},
             {"otherLines", "other lines", ignored.otherLines}};
 }
@@ -137,7 +137,7 @@ std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
     std::vector<std::pair<std::string, std::string>> lines = {{"status", facts.status.text}};
-    // An STL file has no axes, and nothing in it is ignored.
+    // STL files have no axes, and nothing in them is ignored.
     const bool isObj = !source.text.name.empty();
     if (isObj)
         lines.emplace_back("frame", "forward " + printable(source.frame.forward) + ", up " +

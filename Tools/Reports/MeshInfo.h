@@ -1,5 +1,5 @@
 /// \file
-/// What the command info tells of meshes alone.
+/// The properties that only meshes have. For the command info.
 #pragma once
 
 #include <string>
@@ -12,11 +12,12 @@
 
 namespace quarn::tool {
 
-/// The member "mesh" of the JSON document.
-/// \pre screen.mesh is there, here and below
+/// Returns the member "mesh" of the JSON document.
+/// \pre screen.mesh has a value
 [[nodiscard]] Json jsonMesh(const Screen& screen);
 
-/// Labels with their values, for people.
+/// Returns labels with their values, for people.
+/// \pre screen.mesh has a value
 [[nodiscard]] std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen,
                                                                          const std::string& unit);
 

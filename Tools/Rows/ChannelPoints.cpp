@@ -13,7 +13,7 @@ void ChannelPoints::useSideOf(const Ray& ray) {
 
 std::optional<Point<double, 3>> ChannelPoints::pointOf(const Ray& ray) const {
     if (!reference) return std::nullopt;
-    // The screen takes the side from the first ray that hits, so the reference stands first.
+    // The screen takes the side from the first ray that hits, so the reference comes first.
     const auto points = screen.intersectChannelBoundary({*reference, ray}, {});
     if (points.size() <= referencePointCount) return std::nullopt;
     return points[referencePointCount];

@@ -1,5 +1,5 @@
 /// \file
-/// The point of each boundary ray of a channel.
+/// The point of each boundary ray of a channel. For the command channel.
 #pragma once
 
 #include <optional>
@@ -9,10 +9,10 @@
 
 namespace quarn::tool {
 
-/// Asks IScreenGeometry::intersectChannelBoundary() ray by ray, since its one answer for many rays leaves out
-/// those without a point and so does not tell which ray a point belongs to.
+/// Calls IScreenGeometry::intersectChannelBoundary() for each ray by itself. A call for many rays
+/// omits those without a point, so that the points cannot be assigned to rays.
 ///
-/// The points of all rays one after the other are the answer to all of them at once. Not safe on several
+/// The points of all rays in their order equal the result of one call for all. Not safe on several
 /// threads.
 class ChannelPoints {
 public:
@@ -21,21 +21,21 @@ public:
     /// \p channelScreen has to outlive this object.
     explicit ChannelPoints(const IScreenGeometry& channelScreen) : screen(channelScreen) {}
 
-    /// Whether the screen itself, and not its continuation, is hit.
+    /// True if the ray hits the screen itself and not only its continuation.
     [[nodiscard]] bool hits(const Ray& ray) const;
 
-    /// Takes the side of the surface from \p ray: the channel's first ray that hits. Before that no ray has a
-    /// point.
+    /// Takes the side of the surface from \p ray, the channel's first ray that hits. Before this
+    /// call no ray has a point.
     void useSideOf(const Ray& ray);
     [[nodiscard]] bool hasSide() const { return reference.has_value(); }
 
-    /// Where the ray meets the screen or its continuation on the channel's side.
+    /// Returns the point where the ray meets the screen or its continuation on the channel's side.
     [[nodiscard]] std::optional<Point<double, 3>> pointOf(const Ray& ray) const;
 
 private:
     const IScreenGeometry& screen;
-    std::optional<Ray> reference;         // the ray that shows the side
-    std::size_t referencePointCount = 0;  // 1 where the reference has a point itself
+    std::optional<Ray> reference;         // the ray that determines the side
+    std::size_t referencePointCount = 0;  // 1 if the reference itself has a point
 };
 
 }  // namespace quarn::tool

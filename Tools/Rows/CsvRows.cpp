@@ -42,7 +42,8 @@ bool CsvFormat::parse(std::string_view line, std::vector<double>& numbers) const
     return true;
 }
 
-// Reads what programs write: numbers without blanks or plus signs. Whatever else stands there is left to parseCells().
+// Parses the usual output of programs: numbers without blanks or plus signs. parseCells() parses
+// the rest.
 bool CsvFormat::parseFast(std::string_view text, std::vector<double>& numbers) const {
     const char* position = text.data();
     const char* const last = position + text.size();

@@ -1,5 +1,5 @@
 /// \file
-/// Rows of numbers from lines of comma-separated text.
+/// Rows of numbers from lines of comma-separated text. For the readers of CSV inputs.
 #pragma once
 
 #include <cstdint>
@@ -13,20 +13,21 @@
 
 namespace quarn::tool {
 
-/// Takes the first line off \p lines, and hands it out without its line feed.
+/// Removes the first line from \p lines, and returns it without its line feed.
 [[nodiscard]] std::string_view takeLine(std::string_view& lines);
 
-/// How a line becomes a row: a fixed count of numbers with commas between them, and blanks around them. Safe on any
-/// number of threads.
+/// The format of a row: a fixed count of numbers, separated by commas and optional blanks. Safe on
+/// any number of threads.
 class CsvFormat {
 public:
-    /// \param columnNames what the numbers of a row are called in errors
+    /// \param columnNames names of a row's numbers, for errors
     explicit CsvFormat(std::vector<std::string> columnNames) : columns(std::move(columnNames)) {}
 
     [[nodiscard]] std::size_t columnCount() const { return columns.size(); }
 
-    /// Appends the numbers of \p line, or stops with a Error without file and line.
-    /// \return false where it holds no row: it is blank or begins with #
+    /// Appends the numbers of \p line.
+    /// \return false if the line contains no row: it is blank or begins with #
+    /// \throws Error without file and line if the line is not valid
     bool parse(std::string_view line, std::vector<double>& numbers) const;
 
 private:
@@ -36,10 +37,11 @@ private:
     std::vector<std::string> columns;
 };
 
-/// The beginning of a CSV input: a byte order mark, and a header where the first cell is no number.
+/// The beginning of a CSV input: an optional byte order mark, and an optional header.
 class CsvHead {
 public:
-    /// Takes what stands before the first row off \p lines. \return how many lines that were
+    /// Removes the text before the first row from \p lines.
+    /// \return the number of removed lines
     std::uint64_t skip(std::string_view& lines);
 
 private:
@@ -47,13 +49,13 @@ private:
     bool isPassed = false;
 };
 
-/// The rows of some lines.
+/// The rows of several lines.
 struct CsvRows {
     std::vector<double> numbers;      ///< Row after row.
-    std::uint64_t lineCount = 0;      ///< Lines that were read, with the one that is wrong.
-    std::optional<Error> error = {};  ///< What is wrong with the last of them.
+    std::uint64_t lineCount = 0;      ///< Number of parsed lines, including an invalid one.
+    std::optional<Error> error = {};  ///< The error of the last line, if it is not valid.
 
-    /// Replaces all by the rows of \p lines, as far as the first line that is wrong.
+    /// Replaces the contents by the rows of \p lines, up to the first line that is not valid.
     void read(std::string_view lines, const CsvFormat& format);
 };
 

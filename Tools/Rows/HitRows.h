@@ -1,5 +1,5 @@
 /// \file
-/// Rows that tell of a hit or its absence.
+/// Rows that report a hit or its absence. For the commands intersect and nearest.
 #pragma once
 
 #include <array>
@@ -13,20 +13,21 @@
 
 namespace quarn::tool {
 
-/// The cells of such a row.
+/// The cells of a row.
 using HitRow = std::array<Cell, 10>;
 
-/// The columns of a hit: \p number counts the lines of the input, \p last is the command's own.
+/// Returns the columns of a row: \p number counts the rows of the input, \p last is specific to the
+/// command.
 [[nodiscard]] std::vector<Column> hitColumns(const std::string& number, const Column& last);
 
-/// The row of a hit, with \p last in the command's own column.
+/// Returns the row of a hit, with \p last in the command's own column.
 [[nodiscard]] HitRow hitRow(std::int64_t number, const Intersection& hit, double last,
                             std::string_view status = "hit");
 
-/// The row where there is no hit.
+/// Returns the row of an input without hit.
 [[nodiscard]] HitRow missRow(std::int64_t number, std::string_view status);
 
-/// The hit with its UV; shapes that do not tell it with the hit are asked for it.
+/// Returns the hit with its UV, which is computed if the screen did not report it with the hit.
 [[nodiscard]] Intersection withUV(Intersection hit, const IScreenGeometry& geometry);
 
 }  // namespace quarn::tool

@@ -16,7 +16,7 @@ void LineBlockReader::discardConsumedLines() {
     consumed = 0;
 }
 
-// Small inputs need no more than a small buffer.
+// Grow step by step, so that small inputs need only a small buffer.
 bool LineBlockReader::ensureCapacity(bool hasLine) {
     if (filled < buffer.size()) return true;
     const std::size_t limit = hasLine ? blockSize : std::max(blockSize, kMaxLineBytes + 1);
@@ -27,7 +27,7 @@ bool LineBlockReader::ensureCapacity(bool hasLine) {
 
 bool LineBlockReader::next(std::string_view& lines) {
     discardConsumedLines();
-    std::size_t complete = 0;  // what is left has no line feed
+    std::size_t complete = 0;  // bytes of whole lines; the rest has no line feed
     while (!isAtEnd && ensureCapacity(complete > 0) && (complete == 0 || input.isReady())) {
         char* const target = buffer.data() + filled;
         const std::size_t count = input.read(target, buffer.size() - filled);

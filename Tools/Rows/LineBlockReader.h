@@ -1,5 +1,5 @@
 /// \file
-/// Input in blocks of whole lines.
+/// Input in blocks of whole lines. For the readers of CSV inputs.
 #pragma once
 
 #include <cstddef>
@@ -11,22 +11,23 @@
 
 namespace quarn::tool {
 
-/// A line of a million bytes holds no row of numbers; without a limit an endless line would fill the memory.
+/// Longest line of an input. Without a limit an endless line would fill the memory.
 inline constexpr std::size_t kMaxLineBytes = 1000000;
 
-/// Cuts an input between lines. Not safe on several threads.
+/// Splits an input between lines. Not safe on several threads.
 class LineBlockReader {
 public:
-    /// \param size bytes of a block, where no line needs more
+    /// \param size bytes of a block, unless a line is longer
     LineBlockReader(InputStream source, std::size_t size) : input(std::move(source)), blockSize(size) {}
 
-    /// Hands out all lines that are at hand, as far as they fit into a block. Waits for input only where not one line is
-    /// complete. A line of more than kMaxLineBytes bytes may be cut.
-    /// \param[out] lines whole lines, valid until the next call; the last one of the input may lack its line feed
+    /// Returns the lines that are available, as far as they fit into a block. Waits for input only if
+    /// no line is complete. A line of more than kMaxLineBytes bytes may be split.
+    /// \param[out] lines whole lines, valid until the next call; the last line of the input may
+    /// lack its line feed
     /// \return false at the end of the input
     [[nodiscard]] bool next(std::string_view& lines);
 
-    /// What error lines call the input.
+    /// Returns the name of the input, as errors show it.
     [[nodiscard]] const std::string& name() const { return input.name(); }
 
 private:
@@ -37,7 +38,7 @@ private:
     std::size_t blockSize;
     std::vector<char> buffer;
     std::size_t filled = 0;    // bytes in use, from the buffer's beginning
-    std::size_t consumed = 0;  // of them, those of the last block
+    std::size_t consumed = 0;  // bytes of the last block among them
     bool isAtEnd = false;
 };
 

@@ -9,7 +9,7 @@ namespace quarn::tool {
 
 namespace {
 
-// A position with the word that says how it was got.
+// A mapped point and its status.
 template <std::size_t N>
 struct MappedPoint {
     std::string_view status = "outside";
@@ -17,8 +17,9 @@ struct MappedPoint {
     [[nodiscard]] bool isValid() const { return status != "outside"; }
 };
 
-// A mesh hands out its last results again, also that of 0 for -0. The order of the questions does not show in that: the
-// sum that a position is begins with a corner, and the corners of a mesh that was read are never -0.
+// A mesh caches its last results, and returns that of 0 for -0. Results do not depend on the order
+// of queries all the same: a position is a sum that begins with a corner, and the corners of a mesh
+// from a file are never -0.
 MappedPoint<3> mapTo3D(const IScreenGeometry& geometry, const Point<double, 2>& uv, BeyondScreen beyond) {
     Point<double, 3> point;
     if (geometry.mapInto3D(uv, point, false) && isFinite(point)) return {"on_screen", point};
@@ -40,7 +41,7 @@ MappedPoint<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& 
     return {};
 }
 
-// The input and the answer are five numbers in all, whichever way they are result.
+// Input and result have five numbers in total for both targets.
 template <std::size_t N>
 void addRow(ResultRows& rows, std::span<const double> numbers, const MappedPoint<N>& result) {
     std::array<Cell, 6> cells;

@@ -1,5 +1,5 @@
 /// \file
-/// Answers to rows of UVs or positions that are mapped.
+/// Results of rows of UVs or positions that are mapped. For the command map.
 #pragma once
 
 #include <QuarnScreen/IScreenGeometry.h>
@@ -10,15 +10,15 @@ namespace quarn::tool {
 
 enum class MapTarget { Position, UV };
 
-/// What becomes of a row whose result is beyond the screen.
+/// The handling of points that are not on the screen.
 enum class BeyondScreen {
-    Reject,       ///< It has no result.
-    Extrapolate,  ///< Its result is on the continuation of the screen.
+    Reject,       ///< They have no result.
+    Extrapolate,  ///< They are mapped by the continuation of the screen.
 };
 
-/// The answer to a row u,v, or x,y,z for the target UV: the row itself, a word that says how the answer was got, and
-/// the answer, or nothing where the word is "outside".
-/// \param screen it has to outlive the result
+/// Returns the query for rows u,v, or x,y,z for the target UV. A result row consists of the input
+/// row, a status, and the mapped point, which is empty if the status is "outside".
+/// \param screen it has to outlive the query
 [[nodiscard]] RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, BeyondScreen beyond);
 
 }  // namespace quarn::tool

@@ -1,5 +1,5 @@
 /// \file
-/// Commands that query a position or direction for each position of the input.
+/// Rows of the commands that compute a position or direction for each position of the input.
 #pragma once
 
 #include <functional>
@@ -17,11 +17,13 @@ struct PointOptions : QueryOptions {
     std::string points = "-";
 };
 
-/// What a screen answers for a position; nothing where it has no query.
+/// Computes the result for a position; empty if there is none.
 using PointQuery = std::optional<Point<double, 3>> (*)(const Screen& screen, const Point<double, 3>& point);
 
 /// Writes a row for each position, with the status "found" or "none".
-/// \param columns three, those of the query
+/// \param columns the three columns of the result
+/// \throws Error if the screen or the input cannot be read; NegativeResult as
+/// QueryResults::finish()
 void runPointQuery(const std::string& command, const std::vector<Column>& columns,
                    const PointOptions& options, PointQuery query);
 

@@ -9,7 +9,7 @@ namespace quarn::tool {
 
 namespace {
 
-// A growing list holds its elements twice while it moves them, and has room for as many again.
+// A growing vector has its elements twice while it moves them, and reserves as many again.
 constexpr std::uint64_t kMemoryPerPosition = 3 * sizeof(Point<double, 3>);
 
 }  // namespace
@@ -19,7 +19,7 @@ void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory) {
         throw Error({.found = "found counts of " + std::to_string(count) +
                               " positions, which may need more than " + memorySizeText(maxMemory) +
                               " of memory",
-                     .expected = "fewer, or a greater --max-memory"});
+                     .expected = "fewer, or a larger --max-memory"});
 }
 
 void writePolylines(const std::string& command, const Screen& screen,

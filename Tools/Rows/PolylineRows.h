@@ -1,5 +1,5 @@
 /// \file
-/// Answers of the commands that sample a screen.
+/// Rows of the commands that sample a screen.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 namespace quarn::tool {
 
-/// Stops where \p count positions could need more memory than \p maxMemory.
+/// Throws an Error if \p count positions could need more memory than \p maxMemory bytes.
 void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory);
 
 /// Writes a row for each position, with the number of its polyline from 1.

@@ -1,5 +1,5 @@
 /// \file
-/// The options of the commands that read a screen, as plain values.
+/// The options of the commands that read a screen, as plain values. For commands and result rows.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace quarn::tool {
 
-/// More threads than any machine that the tool is used on has processors.
+/// More than the processors of any machine that the tool is used on.
 inline constexpr int kMaxThreads = 256;
 
 /// Returns the number of processors that the process may use, at most kMaxThreads.

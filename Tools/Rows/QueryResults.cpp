@@ -15,7 +15,8 @@ ResultHead withUnit(ResultHead head, const std::string& unit) {
     return head;
 }
 
-// Results on a terminal show the progress by themselves, and a progress line would appear between them.
+// Results on a terminal show the progress by themselves, and a progress line would appear between
+// them.
 ProgressVisibility visibilityFor(const QueryOptions& options) {
     const bool areResultsOnTerminal = options.output == "-" && ::isatty(STDOUT_FILENO) != 0;
     return areResultsOnTerminal ? ProgressVisibility::Hidden : ProgressVisibility::Shown;
@@ -61,8 +62,8 @@ void QueryResults::finish() {
     output.finish();
     if (options.areResultsRequired && missingResultCount > 0)
         throw NegativeResult({.found = std::to_string(missingResultCount) + " of " +
-                                       std::to_string(rowCount) + " rows without an answer",
-                              .expected = "an answer in each"});
+                                       std::to_string(rowCount) + " rows have no result",
+                              .expected = "a result in each"});
 }
 
 RowPipeline openRows(const QueryOptions& options, const std::string& path, const std::string& expected,

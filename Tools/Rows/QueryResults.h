@@ -1,5 +1,5 @@
 /// \file
-/// The rows that a query command answers.
+/// The output of the commands that write a row for each result.
 #pragma once
 
 #include <cstdint>
@@ -18,10 +18,11 @@
 
 namespace quarn::tool {
 
-/// Writes a command's rows where and how the options say, and keeps count of those without an answer.
+/// Writes a command's rows to the output of its options, and counts those without a result.
 class QueryResults : public RowSink {
 public:
     /// \param inputs files that the output must not replace
+    /// \throws Error if the output cannot be written
     /// \param head its unit is replaced by that of the options
     QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs, ResultHead head,
                  std::vector<Column> columns);
@@ -32,10 +33,12 @@ public:
     void write(const ResultRows& rows) override;
     void flush() override;
 
-    /// Hands over what is there where the next row of \p input may keep the reader of the output waiting.
+    /// Flushes the output if the next row of \p input may not be available yet.
     void flushBeforeWaiting(const CsvReader& input);
 
-    /// Completes the output. Stops with ExitCode::NegativeResult where an answer is required and missing.
+    /// Completes the output.
+    /// \throws NegativeResult if a required result is missing; Error if the output cannot be
+    /// written
     void finish();
 
 private:
@@ -50,16 +53,18 @@ private:
     ProgressLine progress;
 };
 
-/// QueryResults each row of the file \p path, or of the standard input for "-", on as many threads as the options say.
-/// \param expected what the file should be, as in "a CSV file of points"
-/// \param columnNames what the numbers of a row are called in errors
+/// Opens the file \p path, or the standard input for "-", for queries on the threads of the
+/// options.
+/// \param expected the kind of file, as in "a CSV file of points", for errors
+/// \param columnNames names of a row's numbers, for errors
+/// \throws Error if the file cannot be opened
 [[nodiscard]] RowPipeline openRows(const QueryOptions& options, const std::string& path,
                                    const std::string& expected, std::vector<std::string> columnNames);
 
-/// The columns of a position.
+/// Returns the columns of a position.
 [[nodiscard]] std::vector<Column> positionColumns();
 
-/// Three consecutive numbers of a row as a position.
+/// Returns three consecutive numbers of a row as a position.
 [[nodiscard]] inline Point<double, 3> pointAt(std::span<const double> numbers, std::size_t first) {
     return {numbers[first], numbers[first + 1], numbers[first + 2]};
 }

@@ -1,5 +1,5 @@
 /// \file
-/// Rows of answers as text.
+/// Rows of results as text.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace quarn::tool {
 
 enum class ResultFormat { Csv, Json };
 
-/// What the numbers of a column count.
+/// The kind of a column's numbers.
 enum class Quantity { Plain, Length };
 
 struct Column {
@@ -24,16 +24,16 @@ struct Column {
     Quantity quantity = Quantity::Plain;
 };
 
-/// One value of a row: nothing, a number, a count or a word.
+/// One value of a row: none, a number, a count or a word.
 using Cell = std::variant<std::monostate, double, std::int64_t, std::string_view>;
 
-/// Whether a row holds what was asked for.
+/// States if a row has the result of its query.
 enum class HasResult { No, Yes };
 
-/// Consecutive rows, kept as the text that they become.
+/// Consecutive rows, stored as text.
 ///
-/// In CSV what is not there is an empty cell; in JSON that, and what is not finite, is null. Different objects may be
-/// used on different threads.
+/// A missing value is an empty cell in CSV and null in JSON; a number that is not finite is also
+/// null in JSON. Different objects may be used on different threads.
 class ResultRows {
 public:
     ResultRows(ResultFormat format, const std::vector<Column>& columns);
@@ -43,7 +43,7 @@ public:
 
     void clear();
 
-    /// The rows: lines of CSV, or JSON objects each after a comma and a line feed.
+    /// Returns the rows: lines of CSV, or JSON objects, each after a comma and a line feed.
     [[nodiscard]] std::string_view text() const { return std::string_view(rows).substr(0, length); }
     [[nodiscard]] std::uint64_t rowCount() const { return count; }
     [[nodiscard]] std::uint64_t missingResultCount() const { return missingResults; }
@@ -51,7 +51,7 @@ public:
 private:
     std::optional<JsonRow> jsonRow;  // none for CSV
     std::string rows;
-    std::size_t length = 0;  // of the whole rows in it
+    std::size_t length = 0;  // of the complete rows in it
     std::uint64_t count = 0;
     std::uint64_t missingResults = 0;
 };

@@ -8,7 +8,7 @@ namespace quarn::tool {
 
 namespace {
 
-// A text that grows exists twice while it moves, and the output's buffer holds it once more at the end.
+// A growing text exists twice while it moves, and once more in the output's buffer at the end.
 constexpr std::uint64_t kMemoryPerByte = 4;
 
 std::string csvHeader(const std::vector<Column>& columns, const std::string& unit) {
@@ -37,7 +37,7 @@ ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::u
         return;
     }
     document = jsonHead(head).text();
-    document.back() = ',';  // in the place of the closing brace
+    document.back() = ',';  // replaces the closing brace
     document += "\"rows\":[";
 }
 
@@ -50,7 +50,7 @@ void ResultWriter::write(const ResultRows& rows) {
     document += rows.text().substr(hasRows || rows.text().empty() ? 0 : 1);
     hasRows = hasRows || rows.rowCount() > 0;
     if (document.size() > maxDocumentBytes)
-        throw Error({.found = "found more rows than one JSON document may hold within --max-memory",
+        throw Error({.found = "found more rows than fit into one JSON document within --max-memory",
                      .expected = "fewer rows, or CSV"});
 }
 

@@ -1,5 +1,5 @@
 /// \file
-/// Answers as CSV or JSON.
+/// Results as CSV or JSON. For commands that write rows.
 #pragma once
 
 #include <cstdint>
@@ -13,34 +13,35 @@
 
 namespace quarn::tool {
 
-/// The facts about a result that a JSON document has before its rows.
+/// The members of a JSON document before its rows.
 struct ResultHead {
     std::string command;
-    std::vector<std::pair<std::string, std::string>> members = {};  ///< By their names, such as "screen".
+    std::vector<std::pair<std::string, std::string>> members = {};  ///< Names and texts, as in "screen".
     std::string unit = {};
 };
 
 /// Writes rows with named columns.
 ///
-/// CSV goes out as it comes, under a header that names the unit of each length, as in "x[m]". JSON goes out in finish()
-/// as one document whose "rows" are objects. Not safe on several threads.
+/// Writes CSV immediately, under a header with the unit of each length, as in "x[m]". Writes JSON
+/// in finish(), as one document whose "rows" are objects. Not safe on several threads.
 class ResultWriter {
 public:
-    /// \param maxMemory bytes that the JSON document may need
+    /// \param maxMemory limit for the JSON document in bytes
     ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
                  const ResultHead& head, const std::vector<Column>& columns);
 
-    /// \param rows of the same format
+    /// Appends rows of the same format.
+    /// \throws Error if the JSON document exceeds its limit, or the output cannot be written
     void write(const ResultRows& rows);
 
-    /// Writes what is left; no row may follow.
+    /// Writes the rest of the output. No row may follow.
     void finish();
 
 private:
     OutputFile& out;
     ResultFormat format;
     std::uint64_t maxDocumentBytes;
-    std::string document;  // JSON so far
+    std::string document;  // the JSON document up to the last row
     bool hasRows = false;
 };
 

@@ -8,10 +8,11 @@ namespace quarn::tool {
 
 namespace {
 
-// A thread's share of a block: some thousand rows, which take it a few milliseconds, so that threads seldom wait for
-// each other.
+// A thread's share of a block: several thousand rows, which take a few milliseconds, so that
+// threads rarely wait for each other.
 constexpr std::size_t kBlockBytesPerThread = 262144;
-// A chunk: so small that the threads end at about the same time, and so large that handing it out costs nothing.
+// Small enough that the threads finish at about the same time, and large enough that the
+// cost of scheduling does not show.
 constexpr std::size_t kChunkBytes = 8192;
 
 }  // namespace
@@ -46,7 +47,7 @@ void RowPipeline::split(std::string_view lines, const RowSink& sink) {
     }
 }
 
-// Numbers the rows, as far as the first chunk with a line that is wrong.
+// Numbers the rows, up to the first chunk with a line that is not valid.
 void RowPipeline::countRows() {
     for (std::size_t i = 0; i < chunkCount; ++i) {
         Chunk& chunk = chunks[i];

@@ -1,5 +1,6 @@
 /// \file
-/// Answers to many rows of a CSV input, on several threads and in the order of the input.
+/// Queries for many rows of a CSV input, on several threads, with results in the order of the
+/// input.
 #pragma once
 
 #include <cstdint>
@@ -17,12 +18,12 @@
 
 namespace quarn::tool {
 
-/// Adds the rows that query one row of the input. Several threads call it at once.
-/// \param number of the row, from 1
+/// Adds the result rows of one row of the input. Several threads call it at once.
+/// \param number number of the input row, from 1
 using RowQuery =
     std::function<void(std::int64_t number, std::span<const double> numbers, ResultRows& results)>;
 
-/// Takes the results in their order. One thread calls it.
+/// Receives the results in the order of the input, on one thread.
 class RowSink {
 public:
     RowSink() = default;
@@ -30,27 +31,30 @@ public:
     RowSink& operator=(const RowSink&) = delete;
     virtual ~RowSink() = default;
 
-    /// Empty rows of the sink's format.
+    /// Returns empty rows of the sink's format.
     [[nodiscard]] virtual ResultRows makeRows() const = 0;
     virtual void write(const ResultRows& rows) = 0;
-    /// Is called before the input may have to be waited for.
+    /// Called before the pipeline may have to wait for input.
     virtual void flush() = 0;
 };
 
-/// Reads, results and writes in blocks.
+/// Reads, computes and writes in blocks.
 ///
-/// Each block holds the lines that are at hand, so that a caller who waits for an query before the next question gets
-/// it. What comes out, warnings of the log included, does not depend on the number of threads: where a line is wrong, or an query fails, all results
-/// to the rows before it are written before the error is thrown. The memory used does not grow with the input.
+/// Each block contains the lines that are available, so that a caller who waits for a result before
+/// writing the next row gets it. The output, including the log's warnings, does not depend on the
+/// number of threads: if a line is not valid or a query fails, all results of the rows before it
+/// are written before the error is thrown. The memory used does not grow with the input.
 class RowPipeline {
 public:
-    /// \param columnNames what the numbers of a row are called in errors
+    /// \param columnNames names of a row's numbers, for errors
     RowPipeline(InputStream source, std::vector<std::string> columnNames, std::size_t threads);
 
+    /// Runs the query for each row.
+    /// \throws Error if a line is not valid, and every exception of the query and the sink
     void run(const RowQuery& query, RowSink& sink);
 
 private:
-    // Some lines of a block. One thread reads them, and one results them.
+    // Several lines of a block. One thread parses them, and one runs their queries.
     struct Chunk {
         explicit Chunk(ResultRows emptyRows) : results(std::move(emptyRows)) {}
 
@@ -59,7 +63,7 @@ private:
         std::int64_t rowsBefore = 0;
         ResultRows results;
         std::vector<std::string> warnings;
-        std::exception_ptr error;  // why not all of the rows are answered
+        std::exception_ptr error;  // of a query; the rows after it have no result
     };
 
     void split(std::string_view lines, const RowSink& sink);
@@ -71,10 +75,10 @@ private:
     CsvFormat format;
     CsvHead head;
     ThreadPool pool;
-    std::vector<Chunk> chunks;    // kept for their memory
+    std::vector<Chunk> chunks;    // reused for their memory
     std::size_t chunkCount = 0;   // chunks of the block
-    std::uint64_t lineCount = 0;  // lines that were written the results of
-    std::int64_t rowCount = 0;    // rows that were read
+    std::uint64_t lineCount = 0;  // lines whose results were written
+    std::int64_t rowCount = 0;    // rows that were parsed
 };
 
 }  // namespace quarn::tool

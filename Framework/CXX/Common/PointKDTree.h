@@ -171,7 +171,7 @@ private:
 /// position.
 ///
 /// The iterator does not own the tree. The tree must outlive it and must not be rebuilt meanwhile.
-/// The order suffices for callers that average a few values. A step is O(log n) on average.
+/// The order is sufficient if a caller averages a few values. A step is O(log n) on average.
 ///
 /// \note Intended: a nearer value may follow a farther one. If distances are NaN, values may repeat
 ///       without end and subtrees may be missed. A reader would expect ascending order.

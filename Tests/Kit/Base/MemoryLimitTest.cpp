@@ -19,7 +19,7 @@ TEST(MemoryLimit, OtherTextIsNoSize) {
         EXPECT_FALSE(parseMemorySize(text)) << text;
 }
 
-TEST(MemoryLimit, ASizeThatDoesNotFitIsNoSize) {
+TEST(MemoryLimit, SizeThatDoesNotFitIsNoSize) {
     EXPECT_EQ(parseMemorySize("16777215T"), 16777215ULL << 40U);
     EXPECT_FALSE(parseMemorySize("16777216T"));
     EXPECT_EQ(parseMemorySize("18446744073709551615"), 18446744073709551615U);
@@ -33,7 +33,7 @@ TEST(MemoryLimit, SizesForPeopleHaveOneDigitBehindThePoint) {
     EXPECT_EQ(memorySizeText(5000ULL << 40U), "5000.0 TiB");
 }
 
-TEST(MemoryLimit, TheDefaultIsSomeOfTheMachinesMemory) {
+TEST(MemoryLimit, DefaultIsSomeOfTheMachinesMemory) {
     EXPECT_GT(defaultMemoryLimit(), 1ULL << 20U);
     EXPECT_LT(defaultMemoryLimit(), 1ULL << 50U);
 }

@@ -30,7 +30,7 @@ TEST(PrintableText, BytesThatAreNotUtf8BecomeTheReplacementCharacter) {
     EXPECT_EQ(printable("a\xFFz"), "a\xEF\xBF\xBDz");
 }
 
-TEST(PrintableText, AnExcerptIsCutBehindFortyBytes) {
+TEST(PrintableText, ExcerptIsCutBehindFortyBytes) {
     EXPECT_EQ(quotedExcerpt("x"), "\"x\"");
     EXPECT_EQ(quotedExcerpt(std::string(40, 'x')), '"' + std::string(40, 'x') + '"');
     EXPECT_EQ(quotedExcerpt(std::string(41, 'x')), '"' + std::string(40, 'x') + "...\"");

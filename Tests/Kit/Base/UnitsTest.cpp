@@ -63,14 +63,14 @@ TEST(Angle, TextWithoutItsUnitIsNone) {
         EXPECT_FALSE(Angle::parse(text).has_value()) << text;
 }
 
-TEST(Length, ANumberAloneIsInTheUnit) {
+TEST(Length, NumberAloneIsInTheUnit) {
     for (const char* unit : {"m", "mm", "yd", "km", ""}) {
         EXPECT_EQ(parseLength("6", unit), 6.0) << unit;
         EXPECT_EQ(parseLength(" -0.5 ", unit), -0.5) << unit;
     }
 }
 
-TEST(Length, UnitsAreWholeTenthsOfAMillimetre) {
+TEST(Length, UnitsAreWholeTenthsOfAMillimeter) {
     struct Pair {
         const char* text;
         const char* unit;

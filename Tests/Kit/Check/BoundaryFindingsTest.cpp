@@ -38,22 +38,22 @@ TEST(BoundaryCheck, HolesThatTouchInACornerAreTwo) {
     EXPECT_EQ(findingNamed("hole", check(gridWithout({6, 6}, {{2, 2}, {3, 3}}))).count, 2U);
 }
 
-TEST(BoundaryCheck, TrianglesBesideAHoleAreTold) {
+TEST(BoundaryCheck, TrianglesNextToAHoleAreReported) {
     const Mesh mesh = gridWithout({6, 6}, {{3, 2}});
     const Finding finding = findingNamed("hole", check(mesh));
     ASSERT_EQ(finding.places.size(), 1U);
     const Triangle& beside = mesh.at(static_cast<std::size_t>(finding.places[0].triangle) - 1);
     // The hole is the cell from (0, 0.5) to (1, 1), seen in the plane.
-    int onRim = 0;
+    int onBoundary = 0;
     for (const TriangleVertex& corner : beside.vertices)
-        onRim += corner.position[0] >= 0.0 && corner.position[0] <= 1.0 && corner.position[2] >= 0.0 &&
-                         corner.position[2] <= 1.0
-                     ? 1
-                     : 0;
-    EXPECT_EQ(onRim, 2);
+        onBoundary += corner.position[0] >= 0.0 && corner.position[0] <= 1.0 && corner.position[2] >= 0.0 &&
+                              corner.position[2] <= 1.0
+                          ? 1
+                          : 0;
+    EXPECT_EQ(onBoundary, 2);
 }
 
-TEST(BoundaryCheck, NotchInTheRimIsNoHole) {
+TEST(BoundaryCheck, NotchInTheBoundaryIsNoHole) {
     EXPECT_THAT(namesOf(check(gridWithout({6, 6}, {{0, 2}, {3, 0}, {5, 5}}))), IsEmpty());
 }
 
@@ -72,7 +72,7 @@ TEST(BoundaryCheck, RandomSingleHolesAreCounted) {
     }
 }
 
-TEST(BoundaryCheck, WholeCylinderHasOneOutlineAlongItsSeam) {
+TEST(BoundaryCheck, WholeCylinderHasOneBoundaryAlongItsSeam) {
     Mesh mesh = cylinderSection({40, 10}, 5.0, 3.0, 6.283185307179586);
     // The right end gets the very positions of the left one.
     for (Triangle& triangle : mesh)

@@ -1,5 +1,5 @@
 /// \file
-/// Checks of meshes that tests make.
+/// Checks of meshes that tests build.
 #pragma once
 
 #include <algorithm>
@@ -11,12 +11,12 @@
 
 namespace quarn::test {
 
-/// Line of the face of a triangle, counted from 1, in the meshes of these tests.
+/// Returns the line of the face of a triangle, counted from 1, in the meshes of these tests.
 inline std::uint64_t lineOfTriangle(std::uint64_t triangle) {
     return 100 + triangle;
 }
 
-/// All findings of a mesh in meters whose file has no other records.
+/// Returns all findings of a mesh in meters whose file has no other data.
 inline std::vector<Finding> check(const Mesh& mesh, const std::string& unit = "m") {
     std::vector<std::uint64_t> lines;
     for (std::uint64_t i = 1; i <= mesh.size(); ++i) lines.push_back(lineOfTriangle(i));
@@ -29,14 +29,14 @@ inline std::vector<std::string> namesOf(const std::vector<Finding>& findings) {
     return names;
 }
 
-/// The finding of a name; an empty one where there is none.
+/// Returns the finding with a name; an empty one if there is none.
 inline Finding findingNamed(const std::string& name, const std::vector<Finding>& findings) {
     const auto found = std::find_if(findings.begin(), findings.end(),
                                     [&](const Finding& finding) { return finding.name == name; });
     return found == findings.end() ? Finding() : *found;
 }
 
-/// Numbers of the triangles that a finding reports.
+/// Returns the numbers of the triangles of a finding.
 inline std::vector<std::uint64_t> trianglesOf(const Finding& finding) {
     std::vector<std::uint64_t> numbers;
     for (const Place& place : finding.places) numbers.push_back(place.triangle);

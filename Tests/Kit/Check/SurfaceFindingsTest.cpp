@@ -52,7 +52,7 @@ TEST(SurfaceCheck, OneFlippedTriangleIsOneFinding) {
     }
 }
 
-TEST(SurfaceCheck, RandomFlippedTrianglesAreTheMinorityInTheirPiece) {
+TEST(SurfaceCheck, RandomFlippedTrianglesAreTheMinorityOfTheirComponent) {
     for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -75,19 +75,19 @@ TEST(SurfaceCheck, RandomFlippedTrianglesAreTheMinorityInTheirPiece) {
     }
 }
 
-TEST(SurfaceCheck, MeshThatIsTurnedOverAsAWholeIsNotFlipped) {
+TEST(SurfaceCheck, MeshThatIsFlippedAsAWholeHasNoFinding) {
     Mesh mesh = flatGrid({3, 3});
     for (Triangle& triangle : mesh) flipWinding(triangle);
     EXPECT_THAT(namesOf(check(mesh)), IsEmpty());
 }
 
-TEST(SurfaceCheck, OneSidedSurfaceHasNoWinding) {
+TEST(SurfaceCheck, NonOrientableSurfaceHasNoWinding) {
     EXPECT_THAT(namesOf(check(band(true))), Contains("non-orientable-surface"));
     EXPECT_THAT(namesOf(check(band(false))), Not(Contains("non-orientable-surface")));
     EXPECT_EQ(findingNamed("non-orientable-surface", check(band(true))).count, 1U);
 }
 
-TEST(SurfaceCheck, EdgeOfThreeTrianglesIsCrowded) {
+TEST(SurfaceCheck, EdgeOfThreeTrianglesIsNonManifold) {
     Mesh mesh = flatGrid({3, 3});
     Triangle fin = mesh[8];
     fin.vertices[1].position[1] = 1.0;
@@ -99,14 +99,14 @@ TEST(SurfaceCheck, EdgeOfThreeTrianglesIsCrowded) {
     EXPECT_THAT(trianglesOf(finding), ElementsAre(19));
 }
 
-TEST(SurfaceCheck, PiecesAreCountedAndTheirBeginningsTold) {
+TEST(SurfaceCheck, ComponentsAreCountedAndTheirFirstTrianglesReported) {
     const auto findings = check(separatePieces(4, {2, 3}));
     ASSERT_THAT(namesOf(findings), ElementsAre("disconnected-components"));
     EXPECT_EQ(findings[0].count, 4U);
     EXPECT_THAT(trianglesOf(findings[0]), ElementsAre(13, 25, 37));
 }
 
-TEST(SurfaceCheck, TrianglesThatTouchInACornerAreTwoPieces) {
+TEST(SurfaceCheck, TrianglesThatTouchInACornerAreTwoComponents) {
     Mesh mesh = {wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0}),
                  wholeTriangle({0.0, 0.0, 0.0}, {-1.0, 0.0, 0.0}, {0.0, 0.0, -1.0})};
     EXPECT_EQ(findingNamed("disconnected-components", check(mesh)).count, 2U);

@@ -77,7 +77,7 @@ TEST(MeshCheck, PoleOfManyTrianglesIsDegenerateWhereItsCornersAreOne) {
     EXPECT_EQ(findings[0].count, 12U);
 }
 
-TEST(MeshCheck, DuplicateIsFoundInAnyTurnAndTurnedOver) {
+TEST(MeshCheck, DuplicateIsFoundInAnyRotationAndFlipped) {
     const Mesh grid = flatGrid({3, 3});
     for (int turn = 0; turn < 3; ++turn) {
         for (const bool isOver : {false, true}) {
@@ -95,7 +95,7 @@ TEST(MeshCheck, DuplicateIsFoundInAnyTurnAndTurnedOver) {
     }
 }
 
-TEST(MeshCheck, OnlyTheFirstFewPlacesAreTold) {
+TEST(MeshCheck, OnlyTheFirstFewPlacesAreReported) {
     Mesh mesh = flatGrid({3, 3});
     const Mesh copy = mesh;
     mesh.insert(mesh.end(), copy.begin(), copy.end());

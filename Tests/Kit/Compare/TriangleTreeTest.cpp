@@ -12,8 +12,8 @@ namespace {
 
 using Point3 = Point<double, 3>;
 
-// Of some forms: in a cloud, nearly degenerate, without area, many of them in one place, or all
-// over each other.
+// Returns triangles of one kind: a cloud, nearly degenerate, degenerate, many at one position, or
+// overlapping.
 std::vector<TriangleCorners> anyTriangles(Rng& rng) {
     const int form = rng.integer(0, 4);
     std::vector<TriangleCorners> triangles(static_cast<std::size_t>(rng.integer(1, 200)));

@@ -1,4 +1,4 @@
-#include <QuarnKit/Formats/MeshDocument.h>
+#include <QuarnKit/Formats/Obj/MeshDocument.h>
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include <QuarnKit/Formats/Obj/ObjLogicalLines.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjLogicalLines.h>
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 /// \file
-/// Short ways to repair texts and to load them.
+/// Helpers that repair texts and load them.
 #pragma once
 
 #include <sstream>
@@ -8,7 +8,7 @@
 
 #include <QuarnScreen/OBJScreen.h>
 
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 
 namespace quarn::test {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QuarnKit/Base/Error.h>
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 
 namespace quarn::test {
 namespace {

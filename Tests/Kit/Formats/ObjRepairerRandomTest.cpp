@@ -170,8 +170,8 @@ TEST(ObjRepairerRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
     }
 }
 
-TEST(ObjRepairerRandom, ARepairedTextNeedsNoRepair) {
-    for (int i = 0; i < seedCount(5000); ++i) {
+TEST(ObjRepairerRandom, RepairedTextNeedsNoRepair) {
+    for (int i = 0; i < 5000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::string text = TextMaker(rng).make();
@@ -183,7 +183,7 @@ TEST(ObjRepairerRandom, ARepairedTextNeedsNoRepair) {
     }
 }
 
-// Repairs an arbitrary text. The result must load, and a second repair must leave it unchanged.
+// Repairs any text. The result must load, and a second repair must not change it.
 void expectRepairedOrRefused(const std::string& text) {
     std::string once;
     try {
@@ -226,7 +226,7 @@ TEST(ObjRepairerRandom, ShortTextsAroundAFaceAreRepairedOrRefused) {
 }
 
 TEST(ObjRepairerRandom, RandomTextsAreRepairedOrRefused) {
-    for (int i = 0; i < seedCount(20000); ++i) {
+    for (int i = 0; i < 20000; ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         std::string text = kHead;

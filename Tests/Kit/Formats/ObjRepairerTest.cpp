@@ -1,4 +1,4 @@
-#include <QuarnKit/Formats/Obj/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 
 #include <gmock/gmock.h>
 
@@ -32,7 +32,7 @@ TEST(ObjRepairer, ATextThatLoadsComesBackWhole) {
     expectWhole(kHead + kFace + "v 1 2 3 \\\n");
 }
 
-// Where the library reads what the others read, nothing is to be repaired.
+// A text that the library reads as other programs do needs no repair.
 TEST(ObjRepairer, AnOddTextThatIsReadAsItIsMeantComesBackWhole) {
     expectWhole("\xEF\xBB\xBF# made\n" + kHead + kFace);
     expectWhole(kHead + "f 1/1/1 2/2/1 3/3/1\t\n");

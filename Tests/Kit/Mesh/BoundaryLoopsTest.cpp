@@ -32,7 +32,7 @@ Mesh openCylinder(const GridSize& size, bool hasUV) {
     return mesh;
 }
 
-TEST(BoundaryLoops, ASheetHasOneRim) {
+TEST(BoundaryLoops, SheetHasOneBoundaryLoop) {
     const MeshBoundary boundary = boundaryOfMesh(flatGrid({6, 4}, {.width = 6.0, .height = 4.0}));
     ASSERT_THAT(boundary.loops, SizeIs(1));
     EXPECT_THAT(boundary.loops[0].edges, SizeIs(2 * (6 + 4)));
@@ -40,14 +40,14 @@ TEST(BoundaryLoops, ASheetHasOneRim) {
     EXPECT_FALSE(boundary.loops[0].isHole);
 }
 
-TEST(BoundaryLoops, EachIslandHasAnOutlineAndEachFurtherRimIsAHole) {
+TEST(BoundaryLoops, EachIslandHasAnOuterBoundaryAndFurtherLoopsAreHoles) {
     const MeshBoundary boundary = boundaryOfMesh(gridWithHoles({9, 3}, 3));
     EXPECT_THAT(boundary.loops, SizeIs(4));
     EXPECT_EQ(holesIn(boundary), 3U);
     EXPECT_EQ(holesIn(boundaryOfMesh(separatePieces(3, {2, 2}))), 0U);
 }
 
-TEST(BoundaryLoops, AnOpenCylinderHasOneRimAlongItsSeamAndTwoWithoutUv) {
+TEST(BoundaryLoops, OpenCylinderHasOneLoopAlongItsSeamAndTwoWithoutUv) {
     const MeshBoundary withSeam = boundaryOfMesh(openCylinder({24, 3}, true));
     ASSERT_THAT(withSeam.loops, SizeIs(1));
     EXPECT_THAT(withSeam.loops[0].edges, SizeIs(2 * (24 + 3)));
@@ -56,7 +56,7 @@ TEST(BoundaryLoops, AnOpenCylinderHasOneRimAlongItsSeamAndTwoWithoutUv) {
     EXPECT_EQ(holesIn(without), 1U);
 }
 
-TEST(BoundaryLoops, APatchThatIsAnIslandOfTheMapIsNoHole) {
+TEST(BoundaryLoops, PatchThatIsAnIslandOfTheMapIsNoHole) {
     constexpr int kColumns = 6;
     Mesh mesh = flatGrid({kColumns, 5});
     for (int column = 2; column < 4; ++column)
@@ -74,7 +74,7 @@ TEST(BoundaryLoops, APatchThatIsAnIslandOfTheMapIsNoHole) {
     EXPECT_EQ(holesIn(boundaryOfMesh(mesh)), 1U);
 }
 
-TEST(BoundaryLoops, AClosedMeshWithoutUvHasNoRim) {
+TEST(BoundaryLoops, ClosedMeshWithoutUvHasNoBoundary) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
     const Point<double, 3> c(0.0, 1.0, 0.0);

@@ -25,7 +25,7 @@ TEST(EdgeLoops, EdgesInAnyOrderAndDirectionAreOneWalk) {
     EXPECT_THAT(loops[0].edges, ElementsAre(0, 2, 1));
 }
 
-TEST(EdgeLoops, ALoopRepeatsItsFirstPoint) {
+TEST(EdgeLoops, LoopRepeatsItsFirstPoint) {
     const auto loops = buildEdgeLoops({{1, 2}, {3, 1}, {2, 3}});
     ASSERT_THAT(loops, SizeIs(1));
     EXPECT_THAT(loops[0].points, ElementsAre(1, 2, 3, 1));
@@ -38,7 +38,7 @@ TEST(EdgeLoops, LoopsThatTouchStayApart) {
     EXPECT_THAT(loops[1].points, ElementsAre(0, 3, 4, 0));
 }
 
-TEST(EdgeLoops, ALoopThatAWalkPassesIsAnotherWalk) {
+TEST(EdgeLoops, LoopThatAWalkPassesIsAnotherWalk) {
     const auto loops = buildEdgeLoops({{0, 1}, {1, 2}, {2, 3}, {3, 1}, {1, 4}});
     ASSERT_THAT(loops, SizeIs(2));
     EXPECT_THAT(loops[0].points, ElementsAre(1, 2, 3, 1));

@@ -18,13 +18,13 @@ void flipWinding(Triangle& triangle) {
     std::swap(triangle.vertices[1], triangle.vertices[2]);
 }
 
-TEST(MeshTopology, PiecesBeginWithTheirFirstTriangle) {
+TEST(MeshTopology, ComponentsBeginWithTheirFirstTriangle) {
     EXPECT_THAT(buildMeshTopology(flatGrid({6, 4})).components, ElementsAre(0));
     EXPECT_THAT(buildMeshTopology(separatePieces(3, {2, 2})).components, ElementsAre(0, 8, 16));
     EXPECT_THAT(buildMeshTopology(gridWithSeam({4, 5})).components, ElementsAre(0)) << "UV does not count";
 }
 
-TEST(MeshTopology, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
+TEST(MeshTopology, TrianglesFlippedAgainstMostOfTheirPatchAreFound) {
     for (int i = 0; i < seedCount(100); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -40,7 +40,7 @@ TEST(MeshTopology, TrianglesTurnedAgainstMostOfTheirPieceAreFound) {
     }
 }
 
-TEST(MeshTopology, WhereMostOfAPieceIsTurnedTheOthersAre) {
+TEST(MeshTopology, MinorityOfAPatchIsFlipped) {
     Mesh mesh = flatGrid({4, 4});
     for (std::size_t i = 1; i < mesh.size(); ++i) flipWinding(mesh[i]);
     const std::vector<bool> flipped = buildMeshTopology(mesh).isFlipped;
@@ -48,7 +48,7 @@ TEST(MeshTopology, WhereMostOfAPieceIsTurnedTheOthersAre) {
     EXPECT_EQ(std::count(flipped.begin(), flipped.end(), true), 1);
 }
 
-TEST(MeshTopology, ATriangleWithTwoEqualCornersIsNoPiece) {
+TEST(MeshTopology, TriangleWithTwoEqualCornersIsNoPiece) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
     const MeshTopology topology =
@@ -58,7 +58,7 @@ TEST(MeshTopology, ATriangleWithTwoEqualCornersIsNoPiece) {
     EXPECT_THAT(topology.isDegenerate, ElementsAre(true, false));
 }
 
-TEST(MeshTopology, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
+TEST(MeshTopology, DuplicateIsFoundInWhateverOrderItsCornersAre) {
     Mesh mesh = flatGrid({3, 3});
     Triangle copy = mesh[4];
     std::rotate(copy.vertices.begin(), copy.vertices.begin() + 1, copy.vertices.end());
@@ -73,7 +73,7 @@ TEST(MeshTopology, ADuplicateIsFoundInWhateverOrderItsCornersAre) {
     EXPECT_THAT(topology.isFlipped, Each(false));
 }
 
-TEST(MeshTopology, AnEdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
+TEST(MeshTopology, EdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
     const MeshTopology topology =

@@ -37,7 +37,7 @@ MeshCounts expectAgreement(const Mesh& mesh, const std::string& name) {
     return counts;
 }
 
-TEST(PlotAndCheck, CountTheSameFaultsOfWholeMeshes) {
+TEST(PlotAndCheck, CountTheSameDefectsOfWholeMeshes) {
     Mesh folded = flatGrid({8, 4});
     foldUV(folded);
     Mesh twisted = wave({12, 9});
@@ -48,7 +48,7 @@ TEST(PlotAndCheck, CountTheSameFaultsOfWholeMeshes) {
         {"sheet", flatGrid({6, 4})},
         {"holes", gridWithHoles({9, 3}, 3)},
         {"seam", gridWithSeam({4, 5})},
-        {"pieces", separatePieces(3, {3, 2})},
+        {"components", separatePieces(3, {3, 2})},
         {"dome", dome({16, 4}, kHalfSphere)},
         {"cylinder", cylinderSection({20, 4}, 5.0, 3.0, 6.283185307179586)},
         {"folded", folded},
@@ -58,8 +58,9 @@ TEST(PlotAndCheck, CountTheSameFaultsOfWholeMeshes) {
     for (const auto& [name, mesh] : meshes) (void)expectAgreement(mesh, name);
 }
 
-// Cells are gone, triangles turned over, doubled, moved in UV, mirrored, torn off or without UV.
-TEST(PlotAndCheck, CountTheSameFaultsOfDamagedMeshes) {
+// Cells are removed; triangles are flipped, duplicated, moved in UV, mirrored, detached or without
+// UV.
+TEST(PlotAndCheck, CountTheSameDefectsOfDamagedMeshes) {
     MeshCounts sums;
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);

@@ -16,14 +16,14 @@ const std::vector<TriangleCorners> kSquare = {
     {Point<double, 3>(0.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 1.0)},
     {Point<double, 3>(0.0, 0.0, 0.0), Point<double, 3>(1.0, 0.0, 1.0), Point<double, 3>(0.0, 0.0, 1.0)}};
 
-TEST(PlotLines, AStraightLineNeedsItsEndsAlone) {
+TEST(PlotLines, StraightLineNeedsItsEndsAlone) {
     std::vector<ViewPoint> line;
     for (int i = 0; i <= 100; ++i) line.emplace_back(i * 0.01, i * 0.02);
     EXPECT_THAT(simplifyLine(line, 1e-6), ElementsAre(line.front(), line.back()));
     EXPECT_THAT(simplifyLine({}, 1e-6), IsEmpty());
 }
 
-TEST(PlotLines, NoPointLiesFartherFromASimplifiedLineThanTold) {
+TEST(PlotLines, NoPointIsFartherFromASimplifiedLineThanTheTolerance) {
     std::vector<ViewPoint> circle;
     for (int i = 0; i <= 720; ++i) circle.emplace_back(std::cos(i * 0.00872665), std::sin(i * 0.00872665));
     const double tolerance = 0.01;
@@ -34,7 +34,7 @@ TEST(PlotLines, NoPointLiesFartherFromASimplifiedLineThanTold) {
         EXPECT_GE(length((few[i - 1] + few[i]) * 0.5), 1.0 - tolerance - 1e-9);
 }
 
-TEST(PlotLines, ALineThatGoesBehindASurfaceHasTwoParts) {
+TEST(PlotLines, LineThatGoesBehindASurfaceHasTwoParts) {
     const Camera camera = Camera::front();
     const PlotRaster raster(kSquare, camera, 200);
     const auto parts = visibleParts({{0.5, -0.5, 0.5}, {0.6, 0.5, 0.5}}, camera, raster);
@@ -45,7 +45,7 @@ TEST(PlotLines, ALineThatGoesBehindASurfaceHasTwoParts) {
     EXPECT_NEAR(parts[0].points.back()[0], 0.55, 0.01);
 }
 
-TEST(PlotLines, ALineOnTheSurfaceIsSeenAsOnePart) {
+TEST(PlotLines, LineOnTheSurfaceIsSeenAsOnePart) {
     for (const Camera& camera : {Camera::front(), Camera::perspective(0.0), Camera::plan()}) {
         const PlotRaster raster(kSquare, camera, 200);
         const auto parts = visibleParts({{0.0, 0.0, 0.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 1.0}}, camera, raster);
@@ -54,7 +54,7 @@ TEST(PlotLines, ALineOnTheSurfaceIsSeenAsOnePart) {
     }
 }
 
-TEST(PlotLines, APointIsNoLine) {
+TEST(PlotLines, PointIsNoLine) {
     const Camera camera = Camera::front();
     EXPECT_THAT(visibleParts({{0.5, 0.0, 0.5}}, camera, PlotRaster(kSquare, camera, 10)), IsEmpty());
 }

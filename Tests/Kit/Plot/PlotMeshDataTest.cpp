@@ -33,14 +33,14 @@ TEST(PlotMeshData, PositionsAreCentredAndOfSizeOne) {
     EXPECT_EQ(data.toScene({20.0, 0.0, 15.0}), (Point<double, 3>(0.5, 0.0, 0.375)));
 }
 
-TEST(PlotMeshData, TheOutlineIsNoHoleAndAHoleNoOutline) {
+TEST(PlotMeshData, BoundaryIsNoHoleAndAHoleIsNoBoundary) {
     const PlotMeshData data = dataOf(gridWithHoles({9, 3}, 2));
     EXPECT_THAT(data.boundaries, SizeIs(1));
     EXPECT_THAT(data.holes, SizeIs(2));
     EXPECT_EQ(data.counts.holes, 2U);
 }
 
-TEST(PlotMeshData, EachPieceHasAnOutline) {
+TEST(PlotMeshData, EachComponentHasABoundary) {
     const PlotMeshData data = dataOf(separatePieces(3, {2, 2}));
     EXPECT_THAT(data.boundaries, SizeIs(3));
     EXPECT_EQ(data.counts.components, 3U);
@@ -69,7 +69,7 @@ TEST(PlotMeshData, UvLinesRunOnWhereTrianglesNearlyMeet) {
     EXPECT_THAT(data.grid, SizeIs(14));
 }
 
-TEST(PlotMeshData, AMirroredPatchIsMarkedAndATurnedTriangleIsAnotherThing) {
+TEST(PlotMeshData, MirroredPatchIsMarkedAndAFlippedTriangleIsNot) {
     Mesh mesh = flatGrid({6, 4});
     std::swap(mesh[5].vertices[0], mesh[5].vertices[1]);
     // Two corners change their UVs alone.
@@ -85,7 +85,7 @@ TEST(PlotMeshData, AMirroredPatchIsMarkedAndATurnedTriangleIsAnotherThing) {
     EXPECT_EQ(data.counts.mirrored, 1U);
 }
 
-TEST(PlotMeshData, AMapThatIsMirroredAsAWholeIsToldOnce) {
+TEST(PlotMeshData, MapThatIsMirroredAsAWholeIsReportedOnce) {
     Mesh mesh = flatGrid({6, 4});
     for (Triangle& triangle : mesh)
         for (TriangleVertex& corner : triangle.vertices) corner.uv[0] = 1.0 - corner.uv[0];
@@ -109,13 +109,13 @@ TEST(PlotMeshData, UvsOutsideAndMissingOnesAreCounted) {
     EXPECT_THAT(dataOf(mesh).grid, IsEmpty());
 }
 
-TEST(PlotMeshData, TheStretchOfAWallIsItsArea) {
+TEST(PlotMeshData, StretchOfAWallIsItsArea) {
     const PlotMeshData data = dataOf(flatGrid({4, 3}, {.width = 4.0, .height = 3.0}));
     for (const StretchPatch& patch : data.patches())
         EXPECT_NEAR(patch.area * data.size * data.size / patch.uvArea, 12.0, 1e-12);
 }
 
-TEST(PlotMeshData, AScreenWithoutTrianglesIsNotDrawable) {
+TEST(PlotMeshData, ScreenWithoutTrianglesIsNotDrawable) {
     EXPECT_FALSE(buildPlotMeshData(FlatScreen(4.0, 3.0)).isDrawable());
     Mesh point = flatGrid({1, 1});
     scale(point, 0.0);

@@ -32,7 +32,7 @@ std::ptrdiff_t areaCount(const Mesh& mesh, const Camera& camera, const std::stri
     });
 }
 
-TEST(PlotMesh, TheViewerSeesTheFrontOfAWallAndTheBackOfADome) {
+TEST(PlotMesh, ViewerSeesTheFrontOfAWallAndTheBackOfADome) {
     EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::front(), kFrontClass), 48);
     EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::front(), kBackClass), 0);
     EXPECT_EQ(areaCount(flatGrid({6, 4}), Camera::plan(), ""), 0) << "seen from its edge";
@@ -40,7 +40,7 @@ TEST(PlotMesh, TheViewerSeesTheFrontOfAWallAndTheBackOfADome) {
     EXPECT_GT(areaCount(dome({24, 8}, kHalfSphere), Camera::plan(), kBackClass), 200);
 }
 
-TEST(PlotMesh, TurnedTrianglesHaveTheirOwnColour) {
+TEST(PlotMesh, FlippedTrianglesHaveTheirOwnColor) {
     Mesh mesh = flatGrid({6, 4});
     for (const std::size_t i : {3, 17, 30}) std::swap(mesh[i].vertices[1], mesh[i].vertices[2]);
     EXPECT_EQ(areaCount(mesh, Camera::front(), kFlippedClass), 3);
@@ -48,7 +48,7 @@ TEST(PlotMesh, TurnedTrianglesHaveTheirOwnColour) {
     EXPECT_THAT(pageOf(flatGrid({6, 4})), HasSubstr("flipped: none<"));
 }
 
-TEST(PlotMesh, AManyTriangleMeshIsDrawnInFewAreasAndShowsASingleTurnedOne) {
+TEST(PlotMesh, LargeMeshIsDrawnInFewAreasAndShowsASingleFlippedTriangle) {
     Mesh mesh = flatGrid({100, 60});
     std::swap(mesh[7777].vertices[1], mesh[7777].vertices[2]);
     EXPECT_LT(areaCount(mesh, Camera::front(), ""), 30);
@@ -82,19 +82,19 @@ TEST(PlotMesh, HiddenLinesAreLeftOutOrPale) {
     EXPECT_FALSE(has(std::string(kGridClass) + kHiddenSuffix));
 }
 
-TEST(PlotMesh, AMeshWithoutUvSaysSo) {
+TEST(PlotMesh, MeshWithoutUvSaysSo) {
     Mesh mesh = flatGrid({4, 3});
     stripUV(mesh);
     EXPECT_THAT(pageOf(mesh), AllOf(HasSubstr("the mesh has no UV"), Not(HasSubstr("bad UV:"))));
     EXPECT_THAT(pageOf(mesh, PlotColor::Stretch), HasSubstr("class=\"none\""));
 }
 
-TEST(PlotMesh, AStretchHasAScaleInPlaceOfSides) {
+TEST(PlotMesh, StretchHasAScaleInPlaceOfSides) {
     const std::string page = pageOf(flatGrid({4, 3}), PlotColor::Stretch);
     EXPECT_THAT(page, AllOf(HasSubstr("mean: 12 m²"), HasSubstr("class=\"k8\""), Not(HasSubstr("front:"))));
 }
 
-TEST(PlotMesh, TheOrderOfTrianglesDecidesNothingThatIsSeen) {
+TEST(PlotMesh, OrderOfTrianglesDecidesNothingThatIsSeen) {
     Mesh mesh = dome({24, 8});
     const std::string page = pageOf(mesh);
     EXPECT_EQ(pageOf(mesh), page);
@@ -103,7 +103,7 @@ TEST(PlotMesh, TheOrderOfTrianglesDecidesNothingThatIsSeen) {
     EXPECT_EQ(areaCount(mesh, Camera::perspective(0.0), kFrontClass), before);
 }
 
-TEST(PlotMesh, AScreenWithoutTrianglesSaysSo) {
+TEST(PlotMesh, ScreenWithoutTrianglesSaysSo) {
     EXPECT_THAT(plotMeshPage(FlatScreen(4.0, 3.0), "a.obj", "m"),
                 AllOf(HasSubstr("not drawable"), HasSubstr("Mesh of 0 triangles")));
 }

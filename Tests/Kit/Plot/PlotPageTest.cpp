@@ -60,7 +60,7 @@ TEST(PlotViews, PlanAndFrontShowTheWorldAsTheViewerKnowsIt) {
     EXPECT_EQ(Camera::front().nearness(ahead), -1.0);
 }
 
-TEST(PlotViews, ThePerspectiveLooksFromTheViewersSideAndFromAbove) {
+TEST(PlotViews, PerspectiveLooksFromTheViewersSideAndFromAbove) {
     const Camera camera = Camera::perspective(0.0);
     EXPECT_GT(camera.project({1.0, 0.0, 0.0})[0], 0.5);
     EXPECT_GT(camera.project({0.0, 0.0, 1.0})[1], 0.5);
@@ -72,7 +72,7 @@ TEST(PlotViews, ThePerspectiveLooksFromTheViewersSideAndFromAbove) {
     EXPECT_GT(seenHeight(-0.5), seenHeight(0.5)) << "what is nearer is larger";
 }
 
-TEST(PlotViews, TheViewerSeesTheFrontOfAWallAndTheBackOfADome) {
+TEST(PlotViews, ViewerSeesTheFrontOfAWallAndTheBackOfADome) {
     EXPECT_THAT(paintedSides(FlatScreen(4.0, 3.0), Camera::front()), ::testing::Each('f'));
     EXPECT_THAT(paintedSides(FlatScreen(4.0, 3.0), Camera::perspective(0.0)), ::testing::Each('f'));
     EXPECT_THAT(paintedSides(kDome, Camera::plan()), ::testing::Each('b'));
@@ -85,7 +85,7 @@ TEST(PlotViews, ReversedLimitsTurnFrontAndBackAround) {
     EXPECT_THAT(paintedSides(reversed, Camera::front()), ::testing::Each('b'));
 }
 
-TEST(PlotViews, TheNearWallOfAFullCylinderCoversTheFarOne) {
+TEST(PlotViews, NearWallOfAFullCylinderCoversTheFarOne) {
     const std::vector<char> sides =
         paintedSides(CylinderScreen(kOrigin, 6.0, -kPi, kPi, 3.0), Camera::front());
     ASSERT_FALSE(sides.empty());
@@ -94,7 +94,7 @@ TEST(PlotViews, TheNearWallOfAFullCylinderCoversTheFarOne) {
     EXPECT_TRUE(std::is_partitioned(sides.begin(), sides.end(), [](char side) { return side == 'f'; }));
 }
 
-TEST(PlotViews, ASurfaceSeenFromItsEdgeHasNoAreas) {
+TEST(PlotViews, SurfaceSeenFromItsEdgeHasNoAreas) {
     EXPECT_TRUE(paintedSides(FlatScreen(4.0, 3.0), Camera::plan()).empty());
     EXPECT_TRUE(hasClass(FlatScreen(4.0, 3.0), kBoundaryClass));
 }
@@ -106,7 +106,7 @@ TEST(PlotViews, WhereTwoEdgesMeetTheyAreASeam) {
     EXPECT_FALSE(hasClass(SphericalScreen(kOrigin, 5.0, -kPi, kPi, -kPi / 2, kPi / 2), kBoundaryClass));
 }
 
-TEST(PlotViews, ADomeHidesItsCentreAndAWallNotItsViewer) {
+TEST(PlotViews, DomeHidesItsCentreAndAWallNotItsViewer) {
     const PlotSurface dome(kDome);
     EXPECT_TRUE(hides(dome, Camera::plan(), dome.toScene(kOrigin)));
     EXPECT_TRUE(hides(dome, Camera::perspective(0.0), dome.toScene(kOrigin)));
@@ -145,7 +145,7 @@ TEST(PlotViews, AllRandomScreensHaveFiniteShapes) {
     }
 }
 
-TEST(PlotViews, APolygonHoldsItsMiddleAndNoPointBeside) {
+TEST(PlotViews, PolygonHoldsItsMiddleAndNoPointBeside) {
     const std::vector<Point<double, 2>> square = {{0.0, 0.0}, {1.0, 0.0}, {1.0, 1.0}, {0.0, 1.0}};
     EXPECT_TRUE(isInside(square, {0.5, 0.5}));
     EXPECT_FALSE(isInside(square, {1.5, 0.5}));
@@ -166,7 +166,7 @@ TEST(PlotText, NumbersHaveFourDigits) {
     EXPECT_EQ(shortNumber(kNaN, 1.0), "nan");
 }
 
-TEST(PlotText, ANumberThatIsNothingBesideTheScaleIsZero) {
+TEST(PlotText, NumberThatIsNothingBesideTheScaleIsZero) {
     EXPECT_EQ(shortNumber(6.1e-17, 1.0), "0");
     EXPECT_EQ(shortNumber(-6.1e-17, 1.0), "0");
     EXPECT_EQ(shortNumber(-0.0, 0.0), "0");
@@ -196,7 +196,7 @@ TEST(PlotText, ShapesHaveNames) {
     EXPECT_EQ(name(RuledSurfaceScreen(6.0, 3.0, -1.0, 1.0, -0.5, 0.5)), "Ruled surface between two arcs");
 }
 
-TEST(PlotPage, AScreenWithoutPositionsSaysSo) {
+TEST(PlotPage, ScreenWithoutPositionsSaysSo) {
     const std::string page = pageOf(std::make_shared<FlatScreen>(kNaN, 3.0));
     EXPECT_THAT(page, HasSubstr("not drawable"));
     EXPECT_THAT(page, Not(HasSubstr("NaN")));
@@ -204,7 +204,7 @@ TEST(PlotPage, AScreenWithoutPositionsSaysSo) {
     EXPECT_THAT(pageOf(std::make_shared<FlatScreen>(4.0, 3.0)), Not(HasSubstr("not drawable")));
 }
 
-TEST(PlotPage, AFarEyePointIsToldAndNotDrawn) {
+TEST(PlotPage, FarEyePointIsStatedAndNotDrawn) {
     const auto far = std::make_shared<CylinderScreen>(Point<double, 3>(1e5, 0.0, 0.0), 6.0, -1.0, 1.0, 3.0);
     EXPECT_THAT(pageOf(far), HasSubstr("too far away to be drawn"));
     const auto near = std::make_shared<CylinderScreen>(kOrigin, 6.0, -1.0, 1.0, 3.0);

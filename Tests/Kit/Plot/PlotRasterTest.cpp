@@ -19,7 +19,7 @@ TriangleCorners largeTriangle(double depth) {
             Point<double, 3>(0.0, depth, 2.0)};
 }
 
-TEST(PlotRaster, TheNearestTriangleIsSeen) {
+TEST(PlotRaster, NearestTriangleIsSeen) {
     const PlotRaster raster({largeTriangle(1.0), largeTriangle(-1.0), largeTriangle(0.0)}, Camera::front(),
                             20);
     ASSERT_TRUE(raster.triangleAt(3, 3));
@@ -36,7 +36,7 @@ TEST(PlotRaster, WhatLiesBehindIsHiddenAndWhatLiesOnTheSurfaceIsNot) {
     EXPECT_FALSE(raster.hides({-500.0, 0.5, 1e12}));
 }
 
-TEST(PlotRaster, APerspectiveHidesWhatARayReachesLater) {
+TEST(PlotRaster, PerspectiveHidesWhatARayReachesLater) {
     // Points of a tilted triangle, moved along their ray from the camera.
     const TriangleCorners triangle = {Point<double, 3>(-0.5, -0.3, -0.4), Point<double, 3>(0.5, 0.3, -0.4),
                                       Point<double, 3>(0.0, 0.2, 0.5)};
@@ -105,7 +105,7 @@ TEST(PlotRaster, AreasCoverEachCellOnceInItsClass) {
     }
 }
 
-TEST(PlotRaster, AnEvenSquareIsOneArea) {
+TEST(PlotRaster, EvenSquareIsOneArea) {
     const auto areas = cellAreas(
         50, 50, [](int /*column*/, int /*row*/) { return std::string("f3"); },
         [](int column, int row) { return ViewPoint(column, row); });

@@ -15,14 +15,14 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-TEST(PlotStretch, AnEvenSurfaceHasTheMiddleColour) {
+TEST(PlotStretch, EvenSurfaceHasTheMiddleColor) {
     const StretchScale scale({{.area = 6.0, .uvArea = 0.5}, {.area = 3.0, .uvArea = 0.25}});
     EXPECT_EQ(scale.mean(), 12.0);
     EXPECT_EQ(scale.classOf({.area = 1.2, .uvArea = 0.1}), "k8");
     EXPECT_EQ(scale.valueOf(8), 1.0);
 }
 
-TEST(PlotStretch, TheScaleIsEvenInPowersAndReachesBothEnds) {
+TEST(PlotStretch, ScaleIsEvenInPowersAndReachesBothEnds) {
     // The mean is 1, and all lies within 1/4 and 4.
     const StretchScale scale({{.area = 4.0, .uvArea = 1.0}, {.area = 1.0, .uvArea = 4.0}});
     EXPECT_EQ(scale.mean(), 1.0);
@@ -36,7 +36,7 @@ TEST(PlotStretch, TheScaleIsEvenInPowersAndReachesBothEnds) {
     EXPECT_NEAR(scale.valueOf(0), 0.25, 1e-12);
 }
 
-TEST(PlotStretch, WhatLiesBeyondTheScaleHasTheColourOfItsEnd) {
+TEST(PlotStretch, StretchBeyondTheScaleHasTheColorOfItsEnd) {
     const StretchScale scale({{.area = 1.0, .uvArea = 1.0}});
     EXPECT_EQ(scale.classOf({.area = 1e9, .uvArea = 1.0}), "k16");
     EXPECT_EQ(scale.classOf({.area = 1.0, .uvArea = 0.0}), "k16");
@@ -51,7 +51,7 @@ TEST(PlotStretch, WithoutUvThereIsNoStretch) {
     EXPECT_EQ(scale.classOf({.area = 0.0, .uvArea = 0.0}), "none");
 }
 
-TEST(PlotStretch, TheMeanOfACylinderIsItsArea) {
+TEST(PlotStretch, MeanOfACylinderIsItsArea) {
     const double radius = 6.0;
     const PlotSurface surface(CylinderScreen(Point<double, 3>(), radius, -1.0, 1.0, 3.0));
     const double size = surface.longestSide();
@@ -61,7 +61,7 @@ TEST(PlotStretch, TheMeanOfACylinderIsItsArea) {
     for (const StretchPatch& patch : surface.patches()) ASSERT_EQ(scale.classOf(patch), "k8");
 }
 
-TEST(PlotStretch, ADomeIsStretchedByTheCosineOfTheElevation) {
+TEST(PlotStretch, DomeIsStretchedByTheCosineOfTheElevation) {
     const PlotSurface surface(SphericalScreen(Point<double, 3>(), 5.0, -kPi, kPi, 0.0, kPi / 2));
     const StretchScale scale(surface.patches());
     const auto stretchAt = [&](int row) {

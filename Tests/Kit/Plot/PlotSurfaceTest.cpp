@@ -52,7 +52,7 @@ TEST(PlotSurface, EdgesAreAsLongAsOnTheScreen) {
     }
 }
 
-TEST(PlotSurface, ADomeClosesAroundAndAbove) {
+TEST(PlotSurface, DomeClosesAroundAndAbove) {
     const PlotSurface surface(SphericalScreen(kOrigin, 5.0, -kPi, kPi, 0.0, kPi / 2));
     EXPECT_TRUE(surface.closesAlongU());
     EXPECT_TRUE(surface.isPoint(PlotSurface::Top));

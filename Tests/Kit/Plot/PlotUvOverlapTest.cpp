@@ -26,18 +26,18 @@ double shareOf(const Mesh& mesh) {
     return shareOf(PlotUvOverlap(uvs, all));
 }
 
-TEST(PlotUvOverlap, AGridCoversEachUvOnce) {
+TEST(PlotUvOverlap, GridCoversEachUvOnce) {
     for (const GridSize& size : {GridSize{1, 1}, GridSize{7, 5}, GridSize{64, 128}, GridSize{300, 256}})
         EXPECT_EQ(shareOf(flatGrid(size)), 0.0);
 }
 
-TEST(PlotUvOverlap, AFoldedGridCoversEachUvTwice) {
+TEST(PlotUvOverlap, FoldedGridCoversEachUvTwice) {
     Mesh mesh = flatGrid({8, 4});
     foldUV(mesh);
     EXPECT_NEAR(shareOf(mesh), 1.0, 0.01);
 }
 
-TEST(PlotUvOverlap, ThePartThatOverlapsIsFoundWhereItIs) {
+TEST(PlotUvOverlap, PartThatOverlapsIsFoundWhereItIs) {
     const TriangleUVs lower = {Point<double, 2>(0.0, 0.0), Point<double, 2>(0.0, 1.0),
                                Point<double, 2>(1.0, 1.0)};
     const TriangleUVs upper = {Point<double, 2>(0.0, 0.0), Point<double, 2>(1.0, 1.0),

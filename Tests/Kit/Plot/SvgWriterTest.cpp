@@ -72,7 +72,7 @@ TEST(SvgText, AnyBytesAreSafe) {
     }
 }
 
-TEST(SvgWriter, ADocumentHasItsSizeItsTitleAndItsStyle) {
+TEST(SvgWriter, DocumentHasItsSizeItsTitleAndItsStyle) {
     SvgWriter svg(200.0, 100.5, "a & b", ".x{fill:red}\n");
     const std::string document = svg.finish();
     EXPECT_THAT(document, StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns="));
@@ -93,7 +93,7 @@ TEST(SvgWriter, ShapesOfOneClassThatFollowEachOtherShareAnElement) {
     EXPECT_THAT(document, HasSubstr(R"(<path class="b" d="M0 0 9 9M1 1 9 0"/>)"));
 }
 
-TEST(SvgWriter, AShapeComesBeforeWhatIsDrawnAfterIt) {
+TEST(SvgWriter, ShapeComesBeforeWhatIsDrawnAfterIt) {
     SvgWriter svg(10.0, 10.0, "", "");
     svg.line("a", {{0.0, 0.0}, {1.0, 1.0}});
     svg.circle("dot", {1.0, 2.0}, 3.0);
@@ -105,7 +105,7 @@ TEST(SvgWriter, AShapeComesBeforeWhatIsDrawnAfterIt) {
                                         "<rect class=\"box\" x=\"1\" y=\"2\" width=\"3\" height=\"4\"/>\n"));
 }
 
-TEST(SvgWriter, TextIsAnchoredTurnedAndEscaped) {
+TEST(SvgWriter, TextIsAnchoredRotatedAndEscaped) {
     SvgWriter svg(10.0, 10.0, "", "");
     svg.text("t", {1.0, 2.0}, "<u>");
     svg.text("t", {1.0, 2.0}, "end", TextAnchor::End);

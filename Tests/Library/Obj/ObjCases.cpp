@@ -1,8 +1,7 @@
 #include "Library/Obj/ObjCases.h"
 
-#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/Detail/Obj/ObjTriangles.h>
-#include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
 
 #include <bit>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Obj/ObjContinuations.h>
+#include <QuarnScreen/Detail/Obj/ObjText.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include <climits>
 #include <string>

@@ -21,7 +21,7 @@ struct NumberCase {
     float value;
 };
 
-// Both ways of scanning, at the end of a text and with further characters after the number.
+// Both scans, at the end of a text and with bytes after the number.
 void expectScanned(const NumberCase& number) {
     for (const char* rest : {"", " 0.25 17 and so on"}) {
         const std::string text = number.text + rest;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Obj/ObjStream.h>
+#include <QuarnScreen/Detail/Obj/ObjText.h>
 
 #include <algorithm>
 #include <istream>
@@ -29,7 +29,7 @@ private:
     std::string bytes;
 };
 
-// Reports more bytes than it gives.
+// Reports more bytes than it returns.
 class ShortBuffer : public std::stringbuf {
 public:
     ShortBuffer(const std::string& contents, std::streamoff toldBytes)

@@ -2,8 +2,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <QuarnScreen/Detail/Obj/ObjFaceScan.h>
-#include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include <cstring>
 #include <new>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QuarnScreen/Detail/Obj/ObjVertexScan.h>
+#include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include <array>
 #include <string>

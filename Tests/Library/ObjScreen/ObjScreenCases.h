@@ -1,5 +1,5 @@
 /// \file
-/// OBJ screens, texts to load into them, and the expected state after each load.
+/// OBJ screens, texts to load into them, and the expected state after a load.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ inline const LoadEnd kOutOfMemory{0, L"", true};
 
 void PrintTo(const LoadEnd& end, std::ostream* out);
 
-/// Calls \p load and returns how it ended. The source of an exception is looked at too.
+/// Calls \p load and returns its result. The source of an exception is checked too.
 template <class Load>
 LoadEnd endOf(const Load& load) {
     try {
@@ -78,7 +78,7 @@ inline const Point3 kRayTo(0.7, 0.0, 0.4);
 /// OBJ text of a mesh, a vertex for each corner, with nine digits.
 [[nodiscard]] std::string objTextOf(const std::vector<Triangle>& mesh);
 
-/// Reference implementation of the loads of an OBJ screen: its state after each of them.
+/// The expected contents of an OBJ screen after each load, step by step.
 struct ReferenceObjScreen {
     LoadEnd load(const std::string& newText);
 
@@ -90,8 +90,8 @@ struct ReferenceObjScreen {
     std::vector<Triangle> scene;  ///< What the ray tracer holds.
 };
 
-/// True if a screen has the state of the reference: status, digest, text, triangles, and the hits
-/// of a few rays.
+/// Returns whether a screen has the expected status, digest, text, triangles, and hits of a few
+/// rays.
 [[nodiscard]] ::testing::AssertionResult isLike(const OpenObjScreen& screen, const ReferenceObjScreen& plain);
 
 }  // namespace quarn::test

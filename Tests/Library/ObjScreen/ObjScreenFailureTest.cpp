@@ -43,7 +43,7 @@ std::vector<FailingText> failingTexts() {
     };
 }
 
-// Runs all queries that read an index. None may reach a removed triangle.
+// Calls all queries that read an index. None may access a removed triangle.
 void expectNothingFound(const OpenObjScreen& screen) {
     EXPECT_TRUE(screen.outline().points.empty());
     EXPECT_TRUE(screen.outline().uvPoints.empty());

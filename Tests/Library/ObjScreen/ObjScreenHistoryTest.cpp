@@ -6,7 +6,7 @@
 #include "Library/ObjScreen/ObjScreenCases.h"
 #include "Support/Mesh/Meshes.h"
 
-// One screen after another load, compared with the reference implementation.
+// One screen after another load, compared with the expected steps.
 
 using namespace quarn::test;
 using namespace std::string_literals;

@@ -16,7 +16,7 @@ void expectStatus(const std::string& text, OBJScreen::Status status, std::size_t
     EXPECT_EQ(screen.mesh().size(), triangles) << text;
 }
 
-// A screen that refuses itself, and notes what isValid() finds when a load calls it.
+// A screen that is never valid, and records the state when a load calls isValid().
 class RefusingScreen : public OpenObjScreen {
 public:
     struct Seen {
@@ -85,7 +85,7 @@ TEST(ObjScreenLoad, SecondOutlineSpoilsTheBoundary) {
     EXPECT_EQ(capture.records().size(), 1U);
 }
 
-// The status is that of the UVs, for any boundary.
+// The status is that of the UVs for any boundary.
 TEST(ObjScreenLoad, BadBoundaryIsToldOnlyWhereNothingElseIsWrong) {
     const std::string apart = "v 5 0 5\nv 6 0 5\nv 6 0 6\n";
     expectStatus(kSquare + apart + "vt 2 2\nf 5/1/1 6/2/1 7/5/1\n", OBJScreen::StatusUvOutOfRange, 3);

@@ -99,7 +99,7 @@ class Check(ObjTest):
     def test_fix_writes_a_text_that_loads_and_has_no_findings(self):
         self.file("a.obj", wall(corner="{0}/{0}")[:-1])
         report = self.text_of("check", "a.obj", "--fix", "-o", "b.obj")
-        self.assertIn("a.obj:53: note: mended ", report)
+        self.assertIn("a.obj:53: note: repaired ", report)
         self.assertTrue(report.endswith("no findings in 24 triangles\n"))
         self.assertEqual(self.text_of("check", "b.obj"), "no findings in 24 triangles\n")
         self.assertEqual(self.info("b.obj")["status"], "good; everything works")

@@ -1,4 +1,4 @@
-"""The completion script for bash, loaded and queried."""
+"""The completion script for bash, loaded and called."""
 import re
 import subprocess
 import unittest
@@ -27,9 +27,9 @@ class Completion(ToolTest):
         for command in self.complete(""):
             if command.startswith("-"):
                 continue
-            listed = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*", self.text_of(command, "--help").split("Options:")[1].split("Example:")[0])
+            documented = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*", self.text_of(command, "--help").split("Options:")[1].split("Example:")[0])
             with self.subTest(command):
-                self.assertEqual(sorted(self.complete(command, "-")), sorted(set(listed)))
+                self.assertEqual(sorted(self.complete(command, "-")), sorted(set(documented)))
 
     def test_values(self):
         self.assertEqual(self.complete("map", "--to", ""), ["3d", "2d"])
@@ -46,10 +46,10 @@ class Completion(ToolTest):
         self.assertEqual(self.complete("make", "ruled", "--unit", "c"), ["cm"])
         self.assertEqual(self.complete("make", "dome", "--radius", ""), [])
         for shape in self.complete("make", ""):
-            listed = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*(?= [A-Z,]|,)", self.text_of("make", shape, "--help").split("Options:")[1].split("Example:")[0])
+            documented = re.findall(r"(?<=[ ,])-{1,2}[a-z][a-z-]*(?= [A-Z,]|,)", self.text_of("make", shape, "--help").split("Options:")[1].split("Example:")[0])
             with self.subTest(shape):
-                self.assertLessEqual(set(listed), set(self.complete("make", shape, "-")))
-                self.assertIn("--unit", listed)
+                self.assertLessEqual(set(documented), set(self.complete("make", shape, "-")))
+                self.assertIn("--unit", documented)
 
     def test_files(self):
         self.file("wall.xml", "")

@@ -1,4 +1,4 @@
-"""quarnscreen convert: OBJ files of any program become files that load, and screens go from one format to another."""
+"""quarnscreen convert: OBJ files from any program become files that load, and screens go from one format to another."""
 import json
 import os
 import re
@@ -60,7 +60,7 @@ class OtherPrograms(ConvertTest):
                 self.file("in.obj", text_of(style))
                 self.convert("in.obj", "-o", "once.obj")
                 notes = self.convert("once.obj", "-o", "twice.obj")
-                self.assertNotIn("mended", notes)
+                self.assertNotIn("repaired", notes)
                 self.assertEqual((self.folder / "twice.obj").read_bytes(), (self.folder / "once.obj").read_bytes())
 
     def test_a_file_that_loads_comes_through_byte_for_byte(self):
@@ -70,7 +70,7 @@ class OtherPrograms(ConvertTest):
                 self.file("in.obj", text_of(style))
                 if self.run_tool("info", "in.obj").returncode == 0:
                     notes = self.convert("in.obj", "-o", "out.obj")
-                    if "mended" not in notes:
+                    if "repaired" not in notes:
                         self.assertEqual((self.folder / "out.obj").read_bytes(), text_of(style))
                         loaded += 1
         self.assertGreater(loaded, 25)
@@ -84,7 +84,7 @@ class OtherPrograms(ConvertTest):
 
 
 class Convert(ConvertTest):
-    def test_a_mended_file_is_told_of_with_lines(self):
+    def test_repairs_are_reported_with_lines(self):
         self.file("a.obj", TRIANGLE + "f -3 -2 -1\nf 1 2 -1 # last\n")
         self.assertEqual(self.convert("a.obj", "-o", "b.obj").splitlines()[:3],
                          ["note: a.obj:5: mended 1 comment after a face",
@@ -115,30 +115,30 @@ class Convert(ConvertTest):
         self.assertEqual(self.text("b.obj"), text)
         self.assertEqual(self.json_info("a.obj")["digest"], self.json_info("b.obj")["digest"])
 
-    def test_a_mesh_in_xml_is_mended_too(self):
+    def test_a_mesh_in_xml_is_repaired_too(self):
         self.xml("a.xml", BARE)
-        self.assertIn("note: a.xml (OBJ text):4: mended 3 corners without a normal\n", self.convert("a.xml", "-o", "b.xml"))
+        self.assertIn("note: a.xml (OBJ text):4: repaired 3 corners without a normal\n", self.convert("a.xml", "-o", "b.xml"))
         self.assertEqual(self.json_info("b.xml")["mesh"]["triangles"], 1)
 
     def test_axes_and_scale_are_baked_into_obj(self):
         self.file("a.obj", wall())
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]
         self.convert("a.obj", "-o", "b.obj", *options)
-        queried, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
+        asked, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
         for key in ("bounds", "eyePoint", "size"):
-            self.assertEqual(baked[key], queried[key])
+            self.assertEqual(baked[key], asked[key])
         for key in ("triangles", "area", "status", "uvRange", "boundaryPoints"):
-            self.assertEqual(baked["mesh"][key], queried["mesh"][key])
+            self.assertEqual(baked["mesh"][key], asked["mesh"][key])
 
     def test_axes_and_scale_are_kept_in_xml(self):
         self.file("a.obj", wall())
         self.convert("a.obj", "-o", "a.xml", "--forward", "-Z", "--up", "Y", "--scale", "0.5")
-        queried, kept = self.json_info("a.obj", "--forward", "-Z", "--up", "Y", "--scale", "0.5"), self.json_info("a.xml")
-        for document in (queried, kept):
+        original, written = self.json_info("a.obj", "--forward", "-Z", "--up", "Y", "--scale", "0.5"), self.json_info("a.xml")
+        for document in (original, written):
             del document["screen"]
-        self.assertEqual(kept, queried)
+        self.assertEqual(written, original)
         self.convert("a.xml", "-o", "b.obj")
-        self.assertEqual(self.json_info("b.obj")["bounds"], queried["bounds"])
+        self.assertEqual(self.json_info("b.obj")["bounds"], original["bounds"])
 
     def test_shapes_become_meshes(self):
         uvs = b"0.31,0.62\n0.5,0.5\n0.03,0.98\n"
@@ -170,7 +170,7 @@ class Convert(ConvertTest):
         self.file("a.obj", BARE)
         result = self.run_tool("convert", "a.obj", "-o", "-", "--to", "obj")
         self.assertEqual(result.stdout.decode(), REPAIRED)
-        self.assertIn(b"note: a.obj:4: mended 3 corners without a normal\n", result.stderr)
+        self.assertIn(b"note: a.obj:4: repaired 3 corners without a normal\n", result.stderr)
 
     def test_faces_without_area_stay(self):
         self.file("a.obj", wall() + "f 1/1/1 1/1/1 2/2/1\nf 3 3 3\n")
@@ -210,27 +210,27 @@ class Safety(ConvertTest):
 
     def test_what_needs_much_memory_is_refused(self):
         self.file("a.obj", wall(200, 200))
-        self.assertIn("a greater --max-memory", self.error_line("convert", "a.obj", "-o", "b.obj", "--max-memory", "20M"))
+        self.assertIn("a larger --max-memory", self.error_line("convert", "a.obj", "-o", "b.obj", "--max-memory", "20M"))
         self.convert("a.obj", "-o", "b.obj", "--max-memory", "2G")
         self.assertIn("found a mesh of 33554432 triangles",
                       self.error_line("convert", WALL, "-o", "b.obj", "--grid", "4096x4096", "--max-memory", "1G"))
 
-    def test_the_command_that_an_error_tells_mends(self):
+    def test_the_command_that_an_error_names_repairs(self):
         names = ["a.obj", "two words.obj", "it's.obj", "$HOME.obj", "a;b&c.obj", "-a.obj", "~.obj", "(1).obj", "Wände.obj", "*.obj", 'a"b`c`.obj']
         for name in names:
             with self.subTest(name):
                 self.file(name, BARE)
                 line = self.error_line("info", "./" + name if name.startswith("-") else name)
-                match = re.search(r"; mend it by: (quarnscreen .*)\n", line)
+                match = re.search(r"; try: (quarnscreen .*)\n", line)
                 self.assertIsNotNone(match, line)
                 command = match[1].replace("quarnscreen", shlex.quote(TOOL), 1)
                 subprocess.run(["sh", "-c", command], cwd=self.folder, check=True, capture_output=True, timeout=60)
-                self.assertEqual(self.text("mended.obj"), REPAIRED)
-                (self.folder / "mended.obj").unlink()
+                self.assertEqual(self.text("repaired.obj"), REPAIRED)
+                (self.folder / "repaired.obj").unlink()
 
-    def test_an_error_that_no_command_mends_tells_none(self):
+    def test_an_error_without_remedy_names_no_command(self):
         self.file("a.obj", TRIANGLE + "f 1 2 9\n")
-        self.assertNotIn("mend it", self.error_line("info", "a.obj"))
+        self.assertNotIn("try: ", self.error_line("info", "a.obj"))
 
 
 class Make(ConvertTest):

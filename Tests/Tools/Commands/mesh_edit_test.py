@@ -69,7 +69,7 @@ class Refine(ObjTest):
     def test_a_bound_above_all_edges_leaves_the_mesh_and_says_so(self):
         self.file("in.obj", wall())
         result = self.run_tool("refine", "in.obj", "--max-edge", "10")
-        self.assertEqual((result.returncode, result.stderr.decode()), (0, "note: in.obj: no edge is longer; the triangles are those of before\n"))
+        self.assertEqual((result.returncode, result.stderr.decode()), (0, "note: in.obj: no edge is longer; the triangles are unchanged\n"))
         self.assertEqual(len(mesh_of(result.stdout.decode())), 24)
 
     def test_xml_holds_the_same_mesh(self):
@@ -168,14 +168,14 @@ class Transform(ObjTest):
 
     def test_flips_need_uv(self):
         self.file("in.obj", wall(corner="{0}//1"))
-        self.assertIn("on which UV does not work", self.error_line("transform", "in.obj", "--flip-u"))
+        self.assertIn("without usable UV", self.error_line("transform", "in.obj", "--flip-u"))
         result = self.run_tool("transform", "in.obj", "--translate", "1,0,0")
         self.assertEqual(result.returncode, 0)
 
     def test_coordinates_that_no_file_can_hold_are_refused(self):
         self.file("in.obj", wall())
         for arguments in (["--scale", "1e37"], ["--translate", "0,2e37,0"], ["--scale", "1e300", "--translate", "1e300,0,0"]):
-            self.assertIn("lead to coordinates beyond 1e+37", self.error_line("transform", "in.obj", *arguments))
+            self.assertIn("lead to coordinates above 1e+37", self.error_line("transform", "in.obj", *arguments))
 
 
 def refused(name, arguments, message):
@@ -198,8 +198,8 @@ add_cases(Transform, [
     refused("rotation_that_is_not_finite", ["--rotate", "1,2,inf"], f'found --rotate "1,2,inf", expected {ANGLES}'),
     refused("rotation_in_metres", ["--rotate", "1,2,3m"], f'found --rotate "1,2,3m", expected {ANGLES}'),
     Case("a_shape_is_refused", ["transform", WALL, "--scale", "2"],
-         err="error: .*flat-wall.xml: found a shape, class FlatScreen, expected a mesh; mend it by: quarnscreen convert .* -o mesh.obj\n", exit=2),
-    Case("a_shape_is_not_refined", ["refine", WALL, "--max-edge", "2"], err="error: .* found a shape, .*\n", exit=2),
+         err="error: .*flat-wall.xml: found an analytic screen, class FlatScreen, expected a mesh; try: quarnscreen convert .* -o mesh.obj\n", exit=2),
+    Case("an_analytic_screen_is_not_refined", ["refine", WALL, "--max-edge", "2"], err="error: .* found an analytic screen, .*\n", exit=2),
     Case("refine_needs_a_bound", ["refine", WALL], err="error: --max-edge is required .*\n", exit=2),
 ])
 

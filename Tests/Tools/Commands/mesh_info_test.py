@@ -1,4 +1,4 @@
-"""The report of info about meshes: their quality, their sizes, and what of the file had no effect."""
+"""What info reports about meshes: their status, their measures, and the parts of the file without effect."""
 import json
 import math
 import unittest

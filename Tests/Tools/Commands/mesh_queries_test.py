@@ -72,7 +72,7 @@ class MeshAnswers(ObjTest):
         for stdin in (b"0.5,0.5\n",):
             result = self.run_tool("map", "bare.obj", "--to", "3d", "--extrapolate", stdin=stdin)
             self.assertEqual(result.stdout, b"u,v,status,x[m],y[m],z[m]\n0.5,0.5,outside,,,\n")
-            self.assertEqual(result.stderr, b"warning: bare.obj: the mesh has no UV to map by, see quarnscreen info\n")
+            self.assertEqual(result.stderr, b"warning: bare.obj: the mesh has no usable UV, see quarnscreen info\n")
             self.assertEqual(result.returncode, 0)
 
     def test_rays(self):
@@ -131,7 +131,7 @@ class MeshAnswers(ObjTest):
     def test_require_counts_what_is_none(self):
         for command in ("normal", "closest"):
             result = self.run_tool(command, "wall.obj", "--require", stdin=b"0.3,0,0.3\n9,9,9\n")
-            self.assertEqual((result.returncode, result.stderr), (1, b"error: 1 of 2 rows without an answer, expected an answer in each\n"))
+            self.assertEqual((result.returncode, result.stderr), (1, b"error: 1 of 2 rows have no result, expected a result in each\n"))
 
     def test_nearest_and_channel(self):
         rows = self.rows("nearest", "wall.obj", stdin=b"0.5,-1,0.5,0,-1,0\n0,-1,0,1,0,0\n")
@@ -174,7 +174,7 @@ class MeshAnswers(ObjTest):
             self.assertEqual(self.info(screen)["digest"], self.info("wall.obj")["digest"])
 
     def test_axes_and_scale(self):
-        # Of a file in millimeters with y upwards, seen along -z.
+        # From a file in millimeters with y upwards, seen along -z.
         turned = re.sub(r"^v (\S+) (\S+) (\S+)$", lambda m: f"v {float(m[1]) * 1000} {float(m[3]) * 1000} 0", wall(), flags=re.MULTILINE)
         self.file("turned.obj", turned)
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]

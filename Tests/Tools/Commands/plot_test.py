@@ -1,4 +1,4 @@
-"""Plots are valid SVG with the right words and numbers, the same bytes on every run, for any screen and any file name."""
+"""Plots are valid SVG with the right words and numbers, the same bytes on every run, for every screen and file name."""
 import os
 import pathlib
 import re

@@ -125,7 +125,7 @@ add_cases(Answers, [
          out=re.escape(CHANNEL + "1,hit,9,0,0\n2,hit,-9,0,0\n3,hit,0,0,0\n")),
     Case("require_with_all_answers", ["intersect", WALL, "--require"], stdin=b"0,-5,0,0,0,0", out=r".*\n1,hit,.*"),
     Case("require_with_a_miss", ["intersect", WALL, RAYS, "--require"], out=r".*\n6,miss,,,,,,,,\n", exit=1,
-         err="error: 2 of 6 rows without an answer, expected an answer in each\n"),
+         err="error: 2 of 6 rows have no result, expected a result in each\n"),
     Case("require_of_map", ["map", WALL, UV, "--to", "3d", "--require"], out=r".*outside.*", err="error: 1 of 4 rows .*", exit=1),
     Case("require_of_nearest", ["nearest", WALL, LINES, "--require"], out=r".*none.*", err="error: 1 of 3 rows .*", exit=1),
     Case("require_of_channel", ["channel", WALL, RAYS, "--require", "--json"], out=r".*miss.*", err="error: 1 of 6 rows .*", exit=1),

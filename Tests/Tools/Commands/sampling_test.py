@@ -1,4 +1,4 @@
-"""Grids, boundaries and positions to calibrate at."""
+"""Grids, boundaries and calibration positions."""
 import math
 import os
 import re
@@ -59,7 +59,7 @@ class Sampling(ToolTest):
         here = self.file("here.xml", self.text_of(*arguments))
         there = self.file("there.xml", self.text_of(*arguments, "--center", "1,2,3"))
         self.assertEqual(self.text_of("points", str(here)), self.text_of("points", str(there)))
-        self.assertIn("relative to its centre", self.text_of("points", "--help"))
+        self.assertIn("relative to its center", self.text_of("points", "--help"))
 
     def test_positions_that_are_not_finite_are_nan(self):
         line = str(self.file("line.xml", FLAT.format("1e150", 3)))
@@ -92,13 +92,13 @@ add_cases(Sampling, [
     Case("boundary_with_density", ["boundary", WALL, "--density", "3"], "", r"error: .* \(see --help\)\n", 2),
     Case("require_is_for_queries", ["grid", WALL, "--require"], "", r"error: .* \(see --help\)\n", 2),
     Case("greatest_density", ["grid", WALL, "--density", "2147483647", "--max-memory", "1G"], "",
-         r"error: found counts of 103079215104 positions, which may need more than 1\.0 GiB of memory, expected fewer, or a greater --max-memory\n", 2),
+         r"error: found counts of 103079215104 positions, which may need more than 1\.0 GiB of memory, expected fewer, or a larger --max-memory\n", 2),
     Case("greatest_counts", ["points", WALL, "--columns", "2147483647", "--rows", "2147483647", "--max-memory", "1G"], "",
          r"error: found counts of 4611686014132420609 positions, which may need more than 1\.0 GiB .*\n", 2),
     Case("counts_that_just_fit", ["points", WALL, "--columns", "2", "--rows", "7281", "--max-memory", "1M"], re.escape("column,row,x[m],y[m],z[m]\n") + ".*"),
     Case("counts_that_just_do_not_fit", ["points", WALL, "--columns", "2", "--rows", "7282", "--max-memory", "1M"], "", "error: found counts of 14564 positions.*\n", 2),
     Case("json_beyond_the_memory", ["points", WALL, "--columns", "100", "--rows", "100", "--max-memory", "1M", "--json"], "",
-         "error: found more rows than one JSON document may hold within --max-memory, expected fewer rows, or CSV\n", 2),
+         "error: found more rows than fit into one JSON document within --max-memory, expected fewer rows, or CSV\n", 2),
     Case("unit_in_the_header", ["boundary", WALL, "--unit", "mm"], re.escape("polyline,x[mm],y[mm],z[mm]\n1,-2,0,1.5\n") + ".*"),
     Case("boundary_of_the_wall", ["boundary", WALL], re.escape(POLYLINE + "1,-2,0,1.5\n1,-2,0,1.35\n") + ".*"),
     Case("grid_of_the_wall", ["grid", WALL, "--density", "2"], re.escape(POLYLINE + "1,-2,0,1.5\n1,-2,0,1.35\n") + r".*\n1,-2,0,1\.5\n"),

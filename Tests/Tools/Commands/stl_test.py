@@ -62,7 +62,7 @@ class Stl(ToolTest):
         self.file("wall.obj", binary())
         self.assertEqual(self.info("wall.obj")["type"], "class STLScreen")
 
-    def test_other_files_are_refused_with_a_command_that_mends_them(self):
+    def test_other_files_are_rejected_with_a_command_that_repairs_them(self):
         for name, (content, message) in REFUSED.items():
             with self.subTest(name):
                 self.file("a.stl", content)
@@ -70,10 +70,10 @@ class Stl(ToolTest):
                 self.assert_one_error_line(result, 2)
                 line = result.stderr.decode()
                 self.assertIn(f"error: a.stl: {message}, expected ", line)
-                self.assertTrue(line.endswith("; mend it by: quarnscreen convert a.stl -o mended.obj\n"), line)
-                self.run_tool("convert", "a.stl", "-o", "mended.obj").check_returncode()
-                self.assertEqual(self.info("mended.obj")["triangles"], "2")
-                self.assertEqual(self.info("mended.obj")["bounds"], "(-1, 0, -0.5) to (1, 0, 0.5) m")
+                self.assertTrue(line.endswith("; try: quarnscreen convert a.stl -o repaired.obj\n"), line)
+                self.run_tool("convert", "a.stl", "-o", "repaired.obj").check_returncode()
+                self.assertEqual(self.info("repaired.obj")["triangles"], "2")
+                self.assertEqual(self.info("repaired.obj")["bounds"], "(-1, 0, -0.5) to (1, 0, 0.5) m")
 
     def test_a_file_that_is_cut_anywhere_is_refused_or_loads_as_it_is(self):
         whole = binary()
@@ -99,7 +99,7 @@ class Stl(ToolTest):
         for command in (["map", "a.stl", "--to", "3d", "-"], ["grid", "a.stl"], ["points", "a.stl"]):
             result = self.run_tool(*command, stdin=b"0.5,0.5")
             self.assertEqual(result.returncode, 0)
-            self.assertEqual(result.stderr, b"warning: a.stl: the mesh has no UV to map by, see quarnscreen info\n")
+            self.assertEqual(result.stderr, b"warning: a.stl: the mesh has no usable UV, see quarnscreen info\n")
 
     def test_axes_and_scale_are_for_the_conversion(self):
         self.file("a.stl", binary())
@@ -141,7 +141,7 @@ class Stl(ToolTest):
                 self.assertEqual(list(findings), [names.get(name, "stl-count"), "no-uv"])
                 finding = findings[names.get(name, "stl-count")]
                 self.assertIn(finding["text"].split(",")[0], message)
-                self.assertEqual(finding["hint"], "mend it by: quarnscreen convert a.stl -o mended.obj")
+                self.assertEqual(finding["hint"], "try: quarnscreen convert a.stl -o repaired.obj")
                 self.assertEqual(self.run_tool("check", "a.stl").returncode, 1)
 
     def test_check_tells_triangles_of_either_form_by_their_number(self):
@@ -159,10 +159,10 @@ class Stl(ToolTest):
         self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "no-uv"])
         self.assertEqual(cut["stl-cut-off"]["places"], [{"triangle": None, "line": 14}])
 
-    def test_check_heeds_the_scale_and_mends_to_obj(self):
+    def test_check_applies_the_scale_and_repairs_to_obj(self):
         self.assertIn("implausible-size", self.findings(binary(), "--scale", "1000"))
         self.file("a.stl", text())
-        self.assertIn("note: mended an STL file in text form", self.text_of("check", "a.stl", "--fix", "-o", "b.obj"))
+        self.assertIn("note: repaired an STL file in text form", self.text_of("check", "a.stl", "--fix", "-o", "b.obj"))
         self.assertEqual(self.info("b.obj")["triangles"], "2")
 
     def test_check_reads_the_stl_text_in_xml(self):

@@ -42,10 +42,10 @@ class Csv(ToolTest):
     def test_memory_is_bounded(self):
         rays = b"0,-5,0,9,0,0\n" * 1000
         result = self.run_tool("channel", WALL, "-", "--max-memory", "100K", stdin=rays)
-        self.assertEqual(result.stderr.decode(), "error: standard input: 712 rays before the first that hits, expected fewer, or a greater --max-memory\n")
+        self.assertEqual(result.stderr.decode(), "error: standard input: 712 rays before the first that hits, expected fewer, or a larger --max-memory\n")
         self.assertEqual(result.returncode, 2)
         result = self.run_tool("intersect", WALL, "--json", "--max-memory", "100K", stdin=rays)
-        self.assertRegex(result.stderr.decode(), r"\Aerror: found more rows than one JSON document may hold within --max-memory, .*\n\Z")
+        self.assertRegex(result.stderr.decode(), r"\Aerror: found more rows than fit into one JSON document within --max-memory, .*\n\Z")
         self.assertEqual((result.returncode, result.stdout), (2, b""))
         self.assertEqual(self.text_of("intersect", WALL, "--max-memory", "100K", stdin=rays).count("\n"), 1001)
 

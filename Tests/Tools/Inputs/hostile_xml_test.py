@@ -40,7 +40,7 @@ class HostileXml(ToolTest):
                 with self.subTest(other[:60]):
                     self.assertEqual(self.assert_settled(other).returncode, 0)
             server.setblocking(False)
-            with self.assertRaises(BlockingIOError):  # no connection was made
+            with self.assertRaises(BlockingIOError):  # no client has connected
                 server.accept()
 
     def test_depth(self):

@@ -1,4 +1,4 @@
-"""OBJ files that cannot be read: one line states what is wrong, where, and what to do."""
+"""OBJ files that cannot be read: one line states the error, its location, and a remedy."""
 import re
 import unittest
 
@@ -44,7 +44,7 @@ REFUSED = {
 REPAIRED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
     "relative_reference", "normal_beyond", "no_normal_in_the_face", "uv_without_normal", "comment_behind_a_face",
     "carriage_return_without_blank_alone", "nul_in_a_face"}
-REMEDY = "; mend it by: quarnscreen convert a.obj -o mended.obj"
+REMEDY = "; try: quarnscreen convert a.obj -o repaired.obj"
 
 # Odd texts that are read.
 ACCEPTED = {
@@ -111,13 +111,13 @@ class MeshErrors(ObjTest):
     def test_the_memory_limit_counts_text_and_triangles(self):
         self.file("a.obj", wall(40, 40))
         self.assertRegex(self.error_line("info", "a.obj", "--max-memory", "1M"),
-                         r"a\.obj: found a mesh of 3200 triangles, which may need 4\.\d MiB of memory and not 1\.0 MiB, expected a smaller one, or a greater --max-memory")
+                         r"a\.obj: found a mesh of 3200 triangles, which may need 4\.\d MiB of memory and not 1\.0 MiB, expected a smaller one, or a larger --max-memory")
         self.assertIn("a document that may need more than 1.0 KiB", self.error_line("info", "a.obj", "--max-memory", "1K"))
         self.text_of("info", "a.obj", "--max-memory", "5M")
 
     def test_errors_in_xml_name_the_line_of_the_text(self):
         self.assertEqual(self.error_line("info", self.xml("mesh.xml", HEAD + "f 1 2 3\n")),
-                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; mend it by: quarnscreen convert mesh.xml -o mended.obj\n')
+                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; try: quarnscreen convert mesh.xml -o repaired.obj\n')
         self.assertIn("mesh.xml (OBJ text):6: found a face line that ends", self.error_line("info", self.xml("mesh.xml", HEAD + "\n" + FACE[:-1])))
         self.assertIn("mesh.xml:1: found no OBJ text", self.error_line("info", self.xml("mesh.xml", "")))
         for changes, message in (({"scale": "wide"}, 'mesh.xml:5: found Scale "wide"'), ({"scale": "0"}, 'mesh.xml:5: found Scale "0"'),

@@ -49,7 +49,7 @@ ACCEPTED = {
     "below_a_double": FLAT.format("4", "3.0000000000000000000000000000000000000000000000000000000001"),
     "deepest": "<a>" * 61 + FLAT.format(4, 3) + "</a>" * 61,
     "blanks_around_numbers": FLAT.format("\n 4\t", "\r\n3"),
-    "unknown_tags": OPEN + "<Colour>red</Colour>" + SIZES + "</ScreenGeometry>",
+    "unknown_tags": OPEN + "<Color>red</Color>" + SIZES + "</ScreenGeometry>",
     "other_attributes": OPEN.replace(" ", ' Name="x" ', 1) + SIZES + "</ScreenGeometry>",
     "instructions_and_comments": "<?q?><!-- <a> --><a><?q?>" + FLAT.format(4, 3) + "<!-- - --></a><!-- -->",
     "declaration": '<?xml version="1.0" encoding="ISO-8859-1" standalone="yes"?>' + FLAT.format(4, 3),
@@ -106,7 +106,7 @@ class ScreenErrors(ToolTest):
     def test_an_endless_file_is_refused(self):
         line = self.error_line("info", "/dev/zero", "--max-memory", "10M")
         self.assertEqual(line, "error: /dev/zero: found a document that may need more than 10.0 MiB of memory, "
-                               "expected a smaller one, or a greater --max-memory\n")
+                               "expected a smaller one, or a larger --max-memory\n")
 
     def test_the_memory_limit_counts_text_elements_and_attributes(self):
         for name, body in (("text", "x" * 100000), ("elements", "<b/>" * 2000), ("attributes", '<b c=""/>' * 1300)):

@@ -1,4 +1,4 @@
-"""What is wrong with the file of a curved screen, and queries that do not terminate."""
+"""Errors in files of curved screens, and queries that do not terminate."""
 import re
 import unittest
 

@@ -1,4 +1,4 @@
-"""Outputs appear whole or not at all, and never in the place of an input."""
+"""Outputs are replaced atomically, and never replace an input."""
 import errno
 import os
 import pathlib

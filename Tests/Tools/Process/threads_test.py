@@ -1,4 +1,4 @@
-"""Many rows on several threads: the same answers, the same errors and the same exit code for any value of --threads."""
+"""Many rows on several threads: the same results, errors and exit code for every value of --threads."""
 import random
 import pathlib
 import resource
@@ -85,7 +85,7 @@ class Threads(ObjTest):
     def test_rows_without_an_answer_are_counted(self):
         result = self.assert_same("map", WALL, "--to", "3d", "--require", stdin=b"0.5,0.5\n2,2\n" * 4000)
         self.assertEqual(result.returncode, 1)
-        self.assertEqual(result.stderr.decode(), "error: 4000 of 8000 rows without an answer, expected an answer in each\n")
+        self.assertEqual(result.stderr.decode(), "error: 4000 of 8000 rows have no result, expected a result in each\n")
 
     @unittest.skipIf(b"__asan_init" in pathlib.Path(TOOL).read_bytes(), "the address sanitizer needs more addresses than there are left here")
     def test_threads_that_cannot_start_are_done_without(self):

@@ -109,7 +109,7 @@ void requireAny(std::uint64_t count, const std::string& what, const std::string&
         throw Error({.found = "found no " + what + " in the OBJ text", .expected = expected, .file = file});
 }
 
-// Returns the data of a text; nothing if a face does not end, or if the memory is exceeded.
+// Returns the data of a text; nothing for an unterminated face, or if the memory is exceeded.
 std::optional<detail::ObjData> parseWithin(std::uint64_t maxMemory, std::string_view text) {
     try {
         return detail::parseObj(text, {.maxFaceCount = maxTriangleCount(text.size(), maxMemory)});
@@ -144,7 +144,7 @@ detail::ObjData parseValidObj(const ObjSourceText& text, float scale, std::uint6
     if (objData && isValid(*objData, scale)) return std::move(*objData);
     objData.reset();
     refuseInvalid(text, scale, maxMemory);
-    // The text is valid, so the memory of the process did not suffice for its data.
+    // The text is valid, so the process is out of memory.
     throw std::bad_alloc();
 }
 

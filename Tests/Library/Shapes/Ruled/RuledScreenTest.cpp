@@ -10,8 +10,8 @@ using namespace quarn::test;
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-// Half the search's interval in u, times the greatest speed of the curves of kQuarters, plus a margin
-// for rounding.
+// Half the search's interval in u, times the greatest speed of the curves of kQuarters, plus a
+// margin for rounding.
 constexpr double kSearchError = 1.2e-6;
 
 const OpenRuledScreen& quarters() {
