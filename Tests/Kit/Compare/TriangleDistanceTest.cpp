@@ -100,7 +100,7 @@ TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
     }
 }
 
-TEST(TriangleDistance, OfSliversIsThatOfTheReference) {
+TEST(TriangleDistance, OfThinTrianglesIsThatOfTheReference) {
     for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
