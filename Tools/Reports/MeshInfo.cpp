@@ -109,7 +109,7 @@ Json jsonNumbers(const Point<double, N, Indices>& point) {
     return numbers;
 }
 
-Json jsonRange(const UVRange& range) {
+Json jsonRange(const Bounds<2>& range) {
     return Json::object({{"min", jsonNumbers(range.min)}, {"max", jsonNumbers(range.max)}});
 }
 

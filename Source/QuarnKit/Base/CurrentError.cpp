@@ -1,11 +1,13 @@
 #include "CurrentError.h"
 
+#include <exception>
 #include <new>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include <Common/Detail/Assert.h>
 #include <Common/Detail/NodeText.h>
 #include <Common/TextConversion.h>
 #include <Common/ZelmoreException.h>
@@ -32,6 +34,7 @@ Error systemFailure(const std::string& found) {
 }  // namespace
 
 Error currentError() {
+    QUARN_ASSERT(std::current_exception() != nullptr);
     try {
         throw;
     } catch (const Error& error) {

@@ -4,10 +4,14 @@
 #include <system_error>
 #include <utility>
 
+#include <Common/Detail/Assert.h>
+
 namespace quarn {
 
 ThreadPool::ThreadPool(std::size_t maxThreads, StartThread startThread)
-    : maxThreadCount(maxThreads), start(std::move(startThread)) {}
+    : maxThreadCount(maxThreads), start(std::move(startThread)) {
+    QUARN_ASSERT(maxThreadCount >= 1);
+}
 
 ThreadPool::~ThreadPool() {
     {

@@ -22,7 +22,8 @@ using StartThread = std::function<std::thread(std::function<void()>)>;
 /// start, the others do all of the work. One thread at a time may use a pool.
 class ThreadPool {
 public:
-    /// \param maxThreads number of threads, including the calling one; at least 1
+    /// \param maxThreads maximum number of threads, including the calling one
+    /// \pre maxThreads >= 1
     explicit ThreadPool(std::size_t maxThreads, StartThread startThread = startStandardThread);
     ThreadPool(const ThreadPool&) = delete;
     ThreadPool& operator=(const ThreadPool&) = delete;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <queue>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnKit/Base/Hash.h>
 
 #include "SurfacePiece.h"
@@ -242,6 +243,7 @@ void Comparison::search() {
 
 SurfaceDistance surfaceDistance(const std::vector<TriangleCorners>& from, const TriangleTree& to,
                                 double accuracy, ThreadPool& pool) {
+    QUARN_ASSERT(!from.empty() && accuracy > 0.0);
     return Comparison(from, to, accuracy, pool).run();
 }
 

@@ -23,11 +23,11 @@ struct SurfaceDistance {
 /// Measures the distance from one surface to another by branch and bound.
 ///
 /// Measures all corners and the centroids of all triangles; large triangles are subdivided first.
-/// Then subdivides the pieces that may contain a greater distance, until `bound` exceeds `max` by at
-/// most \p accuracy, or by a thousandth of `max` if that is more. The number of subdivisions is
-/// limited; at the limit `bound` may be greater. The result does not depend on the number of threads.
-/// \param accuracy above 0
-/// \pre \p from has at least one triangle, and all its coordinates are finite
+/// Then subdivides the pieces that may contain a greater distance, until `bound` exceeds `max` by
+/// at most \p accuracy, or by a thousandth of `max` if that is more. The number of subdivisions is
+/// limited; at the limit `bound` may be greater. The result does not depend on the number of
+/// threads.
+/// \pre \p from has at least one triangle, all its coordinates are finite, and accuracy > 0
 [[nodiscard]] SurfaceDistance surfaceDistance(const std::vector<TriangleCorners>& from,
                                               const TriangleTree& to, double accuracy, ThreadPool& pool);
 

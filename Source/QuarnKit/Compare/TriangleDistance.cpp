@@ -1,6 +1,9 @@
 #include "TriangleDistance.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include <Common/Detail/Assert.h>
 
 namespace quarn {
 
@@ -28,6 +31,8 @@ Point<double, 3> nearestOnTriangle(const Point<double, 3>& point, const Triangle
     const Point<double, 3> offset = point - a;
     const Point<double, 3> normal = cross(edge1, edge2);
     const double squaredNormal = dot(normal, normal);
+    // Neither is finite for coordinates far beyond the range of floats.
+    QUARN_ASSERT(std::isfinite(squaredNormal) && std::isfinite(dot(offset, offset)));
 
     Point<double, 3> nearest = a;
     double minSquared = squaredDistance(point, a);

@@ -8,7 +8,7 @@ namespace quarn {
 
 /// Returns the position on a triangle that is nearest to \p point. A triangle with zero area counts
 /// as its longest edge.
-/// \pre all coordinates are finite and at most 1e38 in magnitude
+/// \pre all coordinates are finite and within the range of floats
 [[nodiscard]] Point<double, 3> nearestOnTriangle(const Point<double, 3>& point,
                                                  const TriangleCorners& triangle);
 

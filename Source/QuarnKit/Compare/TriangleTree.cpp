@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Common/Detail/Assert.h>
+#include <QuarnKit/Base/IsFinite.h>
+
 namespace quarn {
 
 namespace {
@@ -91,6 +94,10 @@ private:
 };
 
 TriangleTree::TriangleTree(std::vector<TriangleCorners> triangleList) {
+    QUARN_ASSERT(!triangleList.empty() && triangleList.size() < kNone);
+    QUARN_ASSERT(std::all_of(triangleList.begin(), triangleList.end(), [](const TriangleCorners& corners) {
+        return isFinite(corners[0]) && isFinite(corners[1]) && isFinite(corners[2]);
+    }));
     const Builder builder(triangleList, nodes);
     triangles.reserve(triangleList.size());
     for (const std::uint32_t i : builder.triangleOrder()) triangles.push_back(triangleList[i]);

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include <Common/Detail/Assert.h>
+
 namespace quarn {
 
 /// Whether two members of a set are on the same side of it.
@@ -25,7 +27,10 @@ public:
     [[nodiscard]] std::uint32_t findRoot(std::uint32_t member);
     /// Returns the parity of a member relative to the root of its set.
     /// \pre findRoot() was called for the member after the last unite()
-    [[nodiscard]] bool parityOf(std::uint32_t member) const { return parities[member]; }
+    [[nodiscard]] bool parityOf(std::uint32_t member) const {
+        QUARN_ASSERT(parents[parents[member]] == parents[member]);
+        return parities[member];
+    }
 
 private:
     std::vector<std::uint32_t> parents;

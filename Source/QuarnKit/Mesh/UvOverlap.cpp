@@ -5,7 +5,9 @@
 #include <numeric>
 #include <utility>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnKit/Base/Bounds.h>
+#include <QuarnKit/Base/IsFinite.h>
 
 namespace quarn {
 
@@ -159,6 +161,9 @@ bool doOverlap(const TriangleUVs& a, const TriangleUVs& b) {
 }
 
 UvOverlaps findUvOverlaps(const std::vector<TriangleUVs>& triangles) {
+    QUARN_ASSERT(std::all_of(triangles.begin(), triangles.end(), [](const TriangleUVs& uvs) {
+        return isFinite(uvs[0]) && isFinite(uvs[1]) && isFinite(uvs[2]);
+    }));
     // Pairs to compare: several times what usual meshes take, a few seconds at most.
     constexpr std::uint64_t kBaseSteps = 20'000'000;
     constexpr std::uint64_t kStepsPerTriangle = 200;

@@ -2,7 +2,9 @@
 
 #include <bit>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnKit/Base/Hash.h>
+#include <QuarnKit/Base/IsFinite.h>
 
 namespace quarn {
 
@@ -20,6 +22,7 @@ VertexIds<N>::VertexIds(std::size_t expected) {
 
 template <std::size_t N>
 std::uint32_t VertexIds<N>::idOf(const Point<double, N>& point) {
+    QUARN_ASSERT(isFinite(point));
     std::size_t slot = slotOf(point);
     if (slots[slot] != 0) return slots[slot] - 1;
     if (2 * (known.size() + 1) > slots.size()) {

@@ -100,7 +100,7 @@ TEST(TriangleDistance, OfRandomTrianglesIsThatOfTheReference) {
     }
 }
 
-TEST(TriangleDistance, OfNearlyDegenerateTrianglesIsThatOfTheReference) {
+TEST(TriangleDistance, OfThinTrianglesIsThatOfTheReference) {
     for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include <Common/Detail/Assert.h>
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/PrintableText.h>
 
@@ -51,6 +52,7 @@ std::string_view anchorName(TextAnchor anchor) {
 }  // namespace
 
 std::string svgNumber(double value) {
+    QUARN_ASSERT(std::abs(value) < 1e9);
     // A tie such as 0.25 may have become 0.2499999999. Rounding to millionths restores it; ties
     // round up.
     const std::int64_t shifted = std::llround(value * 1e6) + kMillionthsPerTenth / 2;
