@@ -23,8 +23,8 @@ std::string randomBytes() {
     return bytes;
 }
 
-// Freed memory stays with the process: whether the pages of a result are fresh depends on what ran before, and costs more
-// than the conversion.
+// Freed memory stays with the process: whether the pages of a result are fresh depends on what ran
+// before, and costs more than the conversion.
 bool keepFreedMemory() {
     constexpr int kMost = 1 << 30;
     return mallopt(M_MMAP_THRESHOLD, kMost) == 1 && mallopt(M_TRIM_THRESHOLD, kMost) == 1;

@@ -1,4 +1,5 @@
-// The outline of a mesh, beside two ordered multimaps of edges: the time, and the memory at its peak.
+// The boundary of a mesh, next to two ordered multimaps of edges: the time, and the memory at its
+// peak.
 #include "Inputs/BenchMeshes.h"
 #include "Measuring/CountedMemory.h"
 #include "Reference/Mesh/ReferenceBoundary.h"

@@ -1,5 +1,5 @@
-// Making a screen ready to be asked, beside all its indexes written plainly. The ray tracer's part is on one thread in
-// both.
+// Making a screen ready for queries, next to the reference indexes. The ray tracer's part is on one
+// thread in both.
 #include "Inputs/BenchMeshes.h"
 #include "Measuring/OneCpu.h"
 #include "Reference/Timed/ReferenceIndexes.h"

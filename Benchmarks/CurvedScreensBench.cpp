@@ -1,5 +1,6 @@
-// The curved screens by way of the contract. The round trip through both mappings stands beside the same arithmetic
-// written inline, and beside the bare calls into the C library; a ruled screen's hit beside the parts that it needs.
+// The curved screens by way of the contract. The round trip through both mappings stands beside the
+// same arithmetic written inline, and beside the bare calls into the C library; a ruled screen's
+// hit beside the parts that it needs.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -134,7 +135,8 @@ public:
     using RuledSurfaceScreen::isLeft;
 };
 
-// How often the search for a ruling asks on which side the ray passes: at both ends, and once for each halving.
+// How often the search for a ruling checks on which side the ray passes: at both ends, and once for
+// each halving.
 int countSideTests() {
     const double greatestArc = std::max(kRuled.maxTheta - kRuled.minTheta, kRuled.maxPhi - kRuled.minPhi);
     const double searchRange = M_PI / greatestArc;

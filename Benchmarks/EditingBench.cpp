@@ -1,4 +1,4 @@
-// Changes of a mesh, the making of its indexes included, beside the same written plainly.
+// Changes of a mesh with the building of its indexes, next to the reference implementation.
 #include <cmath>
 
 #include "Inputs/BenchMeshes.h"
@@ -20,7 +20,8 @@ using quarn::test::GridSize;
 using quarn::test::Mesh;
 using quarn::test::ReferenceEditing;
 
-// A mesh with a hundredth of the case's triangles, and the length of edges that makes about all of them again.
+// A mesh with a hundredth of the case's triangles, and the length of edges that makes about all of
+// them again.
 struct Coarse {
     Mesh mesh;
     double maxEdgeLength;

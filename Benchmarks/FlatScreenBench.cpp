@@ -1,4 +1,5 @@
-// A flat screen's operations by way of the contract, each beside the same arithmetic written inline.
+// A flat screen's operations by way of the contract, each beside the same arithmetic written
+// inline.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -20,7 +21,7 @@ using quarn::test::ReferenceFlatFormulas;
 constexpr double kWidth = 4.0;
 constexpr double kHeight = 3.0;
 constexpr int kGridLines = 9;
-// Both sides sum in another order, in metres.
+// Both sides sum in another order, in meters.
 constexpr double kSamePosition = 1e-12;
 
 // Behind the contract, so that no compiler knows the type.
@@ -37,7 +38,7 @@ ReferenceFlatFormulas makeInlineScreen() {
     return screen;
 }
 
-// Positions around the wall and in front of it.
+// Positions around the wall and on the viewer's side of it.
 const auto kPoints = quarn::bench::makePositions(1, {0.0, -3.0, 0.0}, {3.0, 1.0, 2.0});
 const auto kTargets = quarn::bench::makePositions(2, {0.0, -3.0, 0.0}, {3.0, 1.0, 2.0});
 

@@ -1,4 +1,4 @@
-// The grid of a mesh whose outline has 4,000 points, beside the same written plainly.
+// The grid of a mesh whose boundary has 4,000 points, next to the reference implementation.
 #include "Inputs/BenchMeshes.h"
 #include "Reference/Mesh/ReferenceGrid.h"
 #include "Reference/Timed/ReferenceLockedMapping.h"

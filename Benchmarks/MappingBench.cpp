@@ -1,4 +1,5 @@
-// Mapping between positions and UV, beside the same written plainly, and beside the least that a known answer costs.
+// Mapping between positions and UV, next to the reference implementation and to the least that a
+// cached result costs.
 #include <array>
 #include <mutex>
 #include <optional>
@@ -78,7 +79,8 @@ void addNewUVs(const MeshCase& mesh, const char* subject, bool areInside) {
     });
 }
 
-// What a known answer costs at least: a lock, a look at all entries, and the question whether to log.
+// What a known answer costs at least: a lock, a look at all entries, and the question whether to
+// log.
 class Floor {
 public:
     explicit Floor(const BenchScreen& screen) {

@@ -1,5 +1,5 @@
-// Loads of OBJ files: up to the triangles beside another library's parse, and to a screen that is ready to be asked beside
-// the same written plainly.
+// Loads of OBJ files: up to the triangles next to another library's parse, and up to a screen that
+// is ready for queries next to the reference implementation.
 #include <QuarnScreen/OBJScreen.h>
 
 #include <fstream>
@@ -83,7 +83,7 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form)
     for ([[maybe_unused]] auto _ : state) {
         const double before = quarn::bench::residentBytes();
         if (!quarn::bench::forgetPeak()) {
-            state.SkipWithError("the system does not count the peak anew");
+            state.SkipWithError("the system does not reset the peak");
             return;
         }
         ByLibrary screen;

@@ -31,7 +31,7 @@ using quarn::test::ReferenceScene;
 using Tree = PointKDTree<const Triangle*, 3, ReferenceCentroidKey>;
 using Positions = std::vector<Point3>;
 
-// Whatever is made for a mesh is made when first asked for.
+// What a mesh needs is built at its first use.
 const Tree& treeOf(const MeshCase& mesh) {
     static PerMesh<Tree> trees;
     return trees.get(mesh, [&] {
@@ -61,8 +61,8 @@ const ReferenceScene& sceneOf(const MeshCase& mesh) {
     });
 }
 
-// In the mesh's unit: up to some parts in a hundred of its size, and as far as a hit in single precision lies off a mesh
-// of millimetres.
+// In the mesh's unit: up to some parts in a hundred of its size, and as far as a hit in single
+// precision lies off a mesh of millimeters.
 const Positions& positionsOf(const MeshCase& mesh, const std::string& where) {
     static PerMesh<Positions> on;
     static PerMesh<Positions> justOff;
@@ -105,9 +105,9 @@ auto normalByEmbree(const MeshCase& mesh) {
         [&scene = sceneOf(mesh)](const Point3& position) { return normalOf(scene.findContaining(position)); };
 }
 
-// Equal distances may be told in favour of either triangle, and a plain search off the surface takes too long to be
-// compared often.
-constexpr double kLeastAgreement = 0.9;
+// At equal distances either triangle may be the result, and a reference search off the surface
+// takes too long to be compared often.
+constexpr double kMinAgreement = 0.9;
 constexpr std::size_t kCheckedHere = 20;
 
 template <class Prepare, class PrepareLibrary>
@@ -116,7 +116,7 @@ void addWay(const std::string& subject, const MeshCase& mesh, const std::string&
     add(subject, mesh, where + "/" + way, [=](benchmark::State& state, const MeshCase& asked) {
         const auto answer = prepare(asked);
         const Positions& positions = positionsOf(asked, where);
-        if (agreement(positions, kCheckedHere, answer, prepareLibrary(asked)) < kLeastAgreement)
+        if (agreement(positions, kCheckedHere, answer, prepareLibrary(asked)) < kMinAgreement)
             return state.SkipWithError(kDisagreement);
         askEach(state, positions,
                 [&](const Point3& position) { benchmark::DoNotOptimize(answer(position)); });

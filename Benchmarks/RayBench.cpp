@@ -47,7 +47,7 @@ const Rays& raysOf(const MeshCase& mesh, bool areCoherent) {
 }
 
 // Near an edge two libraries may take the triangle on either side.
-constexpr double kLeastAgreement = 0.99;
+constexpr double kMinAgreement = 0.99;
 
 int triangleOf(const Intersection& hit) {
     return hit.triangleIndex;
@@ -71,7 +71,7 @@ void addWay(const MeshCase& mesh, bool areCoherent, const char* way, const Prepa
     add("intersect", mesh, name, [=](benchmark::State& state, const MeshCase& asked) {
         const auto& answering = prepare(asked);
         const Rays& rays = raysOf(asked, areCoherent);
-        if (agreement(rays, kChecked, firstHitOf(answering), firstHitOf(screenOf(asked))) < kLeastAgreement)
+        if (agreement(rays, kChecked, firstHitOf(answering), firstHitOf(screenOf(asked))) < kMinAgreement)
             return state.SkipWithError(kDisagreement);
         askEach(state, rays, [&](const Ray& ray) {
             benchmark::DoNotOptimize(answering.intersect(ray.origin, ray.target));

@@ -1,4 +1,5 @@
-// Loads of binary STL files up to a screen that is ready to be asked, beside the same written plainly.
+// Loads of binary STL files up to a screen that is ready for queries, next to the reference
+// implementation.
 #include <QuarnScreen/STLScreen.h>
 
 #include <array>

@@ -1,4 +1,5 @@
-// The tool's answers to many UVs, number text included, beside the library's to the same UVs in memory.
+// The tool's answers to many UVs, number text included, beside the library's to the same UVs in
+// memory.
 #include <unistd.h>
 
 #include <algorithm>

@@ -18,13 +18,13 @@ namespace quarn::bench {
 enum class Shape { Dome, Wave };
 enum class Order { InOrder, Shuffled };
 
-/// A mesh that a benchmark asks about.
+/// A mesh that a benchmark queries.
 struct MeshCase {
     Shape shape;
     int triangleCount;
     Order order = Order::InOrder;
 
-    /// As it stands in the benchmarks' names: SHAPE/TRIANGLES/ORDER.
+    /// As it appears in the benchmarks' names: SHAPE/TRIANGLES/ORDER.
     [[nodiscard]] std::string name() const;
     [[nodiscard]] test::GridSize cells() const;
 };
@@ -32,10 +32,11 @@ struct MeshCase {
 /// The mesh; its triangles go row by row, or in random order.
 [[nodiscard]] const test::Mesh& meshOf(const MeshCase& mesh);
 
-/// A screen with the mesh, ready to be asked.
+/// A screen with the mesh, ready for queries.
 [[nodiscard]] const BenchScreen& screenOf(const MeshCase& mesh);
 
-/// Keeps what is made for a mesh: making it takes longer than asking it, and all repetitions ask the same.
+/// Keeps what is built for a mesh: building takes longer than a query, and all repetitions query
+/// the same object.
 template <class Thing>
 class PerMesh {
 public:
@@ -63,7 +64,8 @@ int forEachMesh(Order order, const Action& action) {
 
 using Measure = std::function<void(benchmark::State&, const MeshCase&)>;
 
-/// Registers a benchmark as SUBJECT/SHAPE/TRIANGLES/ORDER/WAY; the ways of a subject are compared with one another.
+/// Registers a benchmark as SUBJECT/SHAPE/TRIANGLES/ORDER/WAY; the ways of a subject are compared
+/// with one another.
 benchmark::internal::Benchmark* add(const std::string& subject, const MeshCase& mesh, const std::string& way,
                                     const Measure& measure);
 

@@ -10,7 +10,8 @@
 
 namespace quarn::bench {
 
-/// The least concrete mesh screen. It opens to the benchmarks what the class keeps for its derived classes.
+/// The least concrete mesh screen. It opens to the benchmarks what the class keeps for its derived
+/// classes.
 class BenchScreen : public MeshScreen {
 public:
     using ScreenGeometry::calculateHash;

@@ -10,7 +10,8 @@
 
 namespace quarn::bench {
 
-/// Measures `load(file)` of a new `Way`, whose `count()` must be the given number of triangles then.
+/// Measures `load(file)` of a new `Way`, whose `count()` must be the given number of triangles
+/// then.
 template <class Way>
 void measureLoad(benchmark::State& state, const MeshFile& file, int triangleCount) {
     using Clock = std::chrono::steady_clock;

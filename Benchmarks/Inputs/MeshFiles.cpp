@@ -51,7 +51,7 @@ std::string objText(const test::Mesh& mesh, const test::GridSize& cells, bool is
                 vertices.push_back(vertex);
                 continue;
             }
-            // The UVs of a grid tell row and column.
+            // The UVs of a grid determine row and column.
             const auto column = static_cast<std::size_t>(std::lround(vertex.uv[0] * cells.columns));
             const auto row = static_cast<std::size_t>(std::lround(vertex.uv[1] * cells.rows));
             corners.push_back(row * columns + column);

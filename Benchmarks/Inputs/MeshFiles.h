@@ -12,14 +12,15 @@ namespace quarn::bench {
 enum class FileForm {
     SharedObj,    ///< A vertex for each position, with UV and normal.
     UnsharedObj,  ///< Three vertices for each triangle.
-    /// As SharedObj, with a last triangle that refers to no normal: OBJScreen reads the whole text, makes all other
-    /// triangles and refuses the mesh then, so that no index is made.
+    /// As SharedObj, with a last triangle that refers to no normal: OBJScreen reads the whole text,
+    /// makes all other triangles and refuses the mesh then, so that no index is made.
     RefusedObj,
     UnsharedRefusedObj,
     Stl
 };
 
-/// A file in the folder for temporary files. Its bytes have just been written, so that no disk is waited for.
+/// A file in the folder for temporary files. Its bytes have just been written, so that no disk is
+/// waited for.
 class MeshFile {
 public:
     MeshFile(const MeshCase& mesh, FileForm form);

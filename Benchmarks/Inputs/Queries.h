@@ -1,5 +1,6 @@
 /// \file
-/// What the benchmarks ask of a mesh: more questions than a processor's caches hold the answers of, made beforehand.
+/// The queries of the benchmarks, generated in advance: more of them than fit into a processor's
+/// caches with their results.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -33,7 +34,8 @@ inline constexpr std::size_t kQuestions = 131'072;
 /// Rays from random places around the eye point to random triangles.
 [[nodiscard]] std::vector<Ray> incoherentRays(const MeshCase& mesh);
 
-/// Somewhere in a list, elsewhere each time, so that no repetition finds the memory as the one before left it.
+/// Somewhere in a list, elsewhere each time, so that no repetition finds the memory as the one
+/// before left it.
 [[nodiscard]] std::size_t anyStart(std::size_t count);
 
 /// Measures an operation that takes one input after the other.

@@ -8,7 +8,7 @@
 
 namespace {
 
-// While nobody counts, allocations cost what they always do.
+// Without a count in progress, allocations cost what they always do.
 bool isCounting = false;
 std::ptrdiff_t bytesInUse = 0;
 std::ptrdiff_t peakBytes = 0;

@@ -1,5 +1,6 @@
 /// \file
-/// How much heap memory an operation holds at its peak. A program that links this has each `new` counted.
+/// How much heap memory an operation holds at its peak. A program that links this has each `new`
+/// counted.
 #pragma once
 
 #include <cstddef>

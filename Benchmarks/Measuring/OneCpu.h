@@ -8,8 +8,8 @@
 
 namespace quarn::bench {
 
-/// Keeps the process on the processor where it runs. To be called before threads are started: the ray tracer starts as
-/// many as it finds processors.
+/// Keeps the process on the processor where it runs. To be called before threads are started: the
+/// ray tracer starts as many as it finds processors.
 inline int stayOnOneCpu() {
     cpu_set_t cpus;
     CPU_ZERO(&cpus);

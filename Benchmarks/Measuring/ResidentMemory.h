@@ -9,7 +9,7 @@
 
 namespace quarn::bench {
 
-/// Bytes that the system tells of this process in the given line of its status.
+/// Bytes that the system reports for this process in the given line of its status.
 [[nodiscard]] inline double statusBytes(const std::string& name) {
     std::ifstream status("/proc/self/status");
     double kilobytes = 0.0;
@@ -24,7 +24,7 @@ namespace quarn::bench {
     return statusBytes("VmRSS");
 }
 
-/// The most bytes in use since forgetPeak(), which is what the system counts, whoever allocates.
+/// The most bytes in use since forgetPeak(), which is what the system counts for all allocators.
 [[nodiscard]] inline double peakBytes() {
     return statusBytes("VmHWM");
 }

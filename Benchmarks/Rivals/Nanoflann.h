@@ -35,7 +35,7 @@ private:
                 centroids.push_back({triangle.centroid[0], triangle.centroid[1], triangle.centroid[2]});
         }
 
-        // Names that nanoflann asks for.
+        // Names that nanoflann requires.
         [[nodiscard]] std::size_t kdtree_get_point_count() const { return centroids.size(); }
         [[nodiscard]] double kdtree_get_pt(std::size_t i, std::size_t axis) const {
             return centroids[i][axis];

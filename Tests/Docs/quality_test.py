@@ -1,4 +1,4 @@
-"""The page about quality tells figures that hold, and lines and programs that are there."""
+"""The page about quality states correct figures, and existing lines and programs."""
 import pathlib
 import re
 import sys
@@ -31,7 +31,7 @@ def random_cases(text):
 
 
 def counts():
-    """What the page tells of: its name there, and how many there are."""
+    """Counts of what the page lists, by the names of its rows."""
     sources = texts("*.cpp")
     return {
         "tests in C++": sum(len(CASE.findall(text)) for text in sources),
@@ -41,12 +41,12 @@ def counts():
 
 
 def figure_faults(page):
-    told = {name.strip(): int(count.replace(",", "")) for name, count in FIGURE.findall(page)}
+    stated = {name.strip(): int(count.replace(",", "")) for name, count in FIGURE.findall(page)}
     for name, count in counts().items():
-        if name not in told:
-            yield f"no row tells the number of {name}"
-        elif not told[name] <= count <= told[name] * GREATEST_LAG:
-            yield f"{name}: the page tells of at least {told[name]}, there are {count}"
+        if name not in stated:
+            yield f"no row states the number of {name}"
+        elif not stated[name] <= count <= stated[name] * GREATEST_LAG:
+            yield f"{name}: the page states at least {stated[name]}, there are {count}"
 
 
 def line_faults(page):

@@ -8,7 +8,7 @@ FOLDERS = [ROOT / "Source/QuarnScreen", ROOT / "Framework/CXX/Common", ROOT / "T
 ROW = re.compile(r"^\| `(k\w+)` \| ([^|]+) \| [^|]+ \| `([^`]+)` \| [^|]+ \|$", re.MULTILINE)
 CONSTANT = re.compile(r"\bconstexpr ((?:long )?(?:\w|::|<double, 2>)+) (k[A-Z]\w*)\s*(?:= ([^;]+)|(\([^;]+\)));")
 
-# Counts that are limits are told by their names, numbers that may be tolerances by their type.
+# Limits are recognized by their names, and numbers that may be tolerances by their type.
 LIMIT = re.compile(r"k(Most|Least|Greatest|Largest|Longest|Deepest|Fewest|Max)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
 # Measures of a drawing.
 DRAWINGS = re.compile(r"Tools/Plot/Plot(Labels|Legend|Mesh|MeshUv|Page|Panel|Sheet|Style|Uv)\.(cpp|h)")
@@ -44,20 +44,20 @@ def is_limit(file, name, kind):
 def main():
     page = (ROOT / "Docs/tolerances.md").read_text(encoding="utf-8")
     code = constants()
-    told = {}
+    stated = {}
     faults = []
     for name, value, where in ROW.findall(page):
         file = next((folder / where for folder in FOLDERS if (folder / where).exists()), None)
-        told[file, name] = value
+        stated[file, name] = value
         if (file, name) not in code:
             faults.append(f"{name}: not in {where}")
         elif code[file, name][1] != value_of(value):
-            faults.append(f"{name}: the page tells {value}, {where} has {code[file, name][1]}")
+            faults.append(f"{name}: the page states {value}, {where} has {code[file, name][1]}")
     faults += [f"{name} of {file.relative_to(ROOT)} is missing: add a row with its value, unit and reason"
-               for (file, name), (kind, _) in code.items() if is_limit(file, name, kind) and (file, name) not in told]
+               for (file, name), (kind, _) in code.items() if is_limit(file, name, kind) and (file, name) not in stated]
     if len(ROW.findall(page)) != len(re.findall(r"^\| `", page, re.MULTILINE)):
         faults.append("a row that begins with a name has not five cells")
-    if faults or not told:
+    if faults or not stated:
         sys.exit("Docs/tolerances.md\n" + "\n".join(faults))
 
 

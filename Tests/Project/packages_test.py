@@ -7,7 +7,7 @@ import tempfile
 import unittest
 
 SCRIPT = pathlib.Path(__file__).resolve().parents[2] / "Scripts" / "packages"
-# All packages are installed but those in $MISSING.
+# All packages are installed except those in $MISSING.
 DPKG_QUERY = 'for last; do :; done; case " $MISSING " in *" $last "*) exit 1 ;; *) echo installed ;; esac'
 
 

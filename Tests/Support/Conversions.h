@@ -55,7 +55,8 @@ inline Triangle triangleOf(const Point3& p0, const Point3& p1, const Point3& p2)
     return triangle;
 }
 
-/// Corners (0,0,0), (1,0,0), (0,1,0): there the parameters of (x, y, z) are x and y, without rounding.
+/// Corners (0,0,0), (1,0,0), (0,1,0): there the parameters of (x, y, z) are x and y, without
+/// rounding.
 inline Triangle unitTriangle() {
     return triangleOf({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0});
 }
@@ -66,8 +67,8 @@ struct Exponents {
     int high;
 };
 
-/// Mostly a narrow window, in which numbers meet numbers of like size, somewhere in the range; else all of
-/// it.
+/// Mostly a narrow window, in which numbers meet numbers of like size, somewhere in the range; else
+/// all of it.
 inline Exponents randomExponents(Rng& rng) {
     switch (rng.integer(0, 3)) {
         case 0:

@@ -9,8 +9,8 @@
 
 namespace quarn::test {
 
-/// A config whose values are fields. It notes the names of the getters in the order of their calls, so it is
-/// for one thread alone.
+/// A config whose values are fields. It notes the names of the getters in the order of their calls,
+/// so it is for one thread alone.
 class FixedConfig : public IScreenConfig {
 public:
     Point<double, 3> center;

@@ -1,5 +1,5 @@
 /// \file
-/// What a logger is told during a test.
+/// Messages of a logger during a test.
 #pragma once
 
 #include <log4cxx/appenderskeleton.h>
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-/// While it lives, it records what the logger of a name is told, at the given level and above.
+/// While it lives, it records the messages of a named logger at the given level and above.
 class LogCapture {
 public:
     explicit LogCapture(const std::wstring& name, const log4cxx::LevelPtr& level = log4cxx::Level::getAll())

@@ -1,6 +1,7 @@
-// Part of test programs under the thread sanitizer alone: keeps them on one processor. The ray tracer's scheduler then
-// starts no threads of its own, on which the sanitizer cannot tell the tracer's calls into the C++ library from ours.
-// Races are found all the same, as they are told from the order of locks and not from what happens at one time.
+// Part of test programs under the thread sanitizer alone: keeps them on one processor. The ray
+// tracer's scheduler then starts no threads of its own, on which the sanitizer cannot distinguish
+// the tracer's calls into the C++ library from ours. Races are found nevertheless: they follow from
+// the order of locks and not from what happens at one time.
 #include <sched.h>
 
 namespace {

@@ -12,8 +12,8 @@
 
 namespace quarn::test {
 
-/// How many random cases a test of \p count runs: all of them, or the part of them that the environment variable
-/// QUARN_TEST_SEEDS states as a divisor. The sanitizers' presets set it to 4.
+/// How many random cases a test of \p count runs: all of them, or the part of them that the
+/// environment variable QUARN_TEST_SEEDS states as a divisor. The sanitizers' presets set it to 4.
 inline int seedCount(int count) {
     static const int divisor = [] {
         const char* text = std::getenv("QUARN_TEST_SEEDS");

@@ -9,7 +9,8 @@
 
 namespace quarn::test {
 
-/// Calls `work(0)` to `work(count - 1)`, each on a thread of its own; all begin together. Returns when all have ended.
+/// Calls `work(0)` to `work(count - 1)`, each on a thread of its own; all begin together. Returns
+/// when all have ended.
 inline void runTogether(int count, const std::function<void(int)>& work) {
     std::barrier start(count);
     std::vector<std::jthread> threads;

@@ -13,9 +13,11 @@
 
 namespace quarn::test {
 
-/// A screen that answers with the functions that a test gives it, and notes the calls of the queries.
+/// A screen that answers with the functions that a test gives it, and notes the calls of the
+/// queries.
 ///
-/// Without any, it maps UV (u, v) to the position (u, 0, -v) and back, is hit by nothing, and has no bounds.
+/// Without any, it maps UV (u, v) to the position (u, 0, -v) and back, is hit by nothing, and has
+/// no bounds.
 class ScriptedScreen : public ScreenGeometry {
 public:
     bool parameterized = true;
@@ -65,7 +67,7 @@ public:
     }
     [[nodiscard]] bool hasParameterization() const override { return parameterized; }
 
-    // What the shared algorithms never ask.
+    // Operations that the shared algorithms never call.
     void serialize(std::wostream& /*out*/, int /*indent*/) override { calls.emplace_back("serialize"); }
     void deserialize(xercesc::DOMNode* /*node*/) override { calls.emplace_back("deserialize"); }
     void updateGeometry(IScreenConfig* /*config*/) override { calls.emplace_back("updateGeometry"); }

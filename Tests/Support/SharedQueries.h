@@ -1,5 +1,5 @@
 /// \file
-/// Two of the queries that all shapes share, in the form that tests ask them.
+/// Two of the queries that all shapes share, in the form that tests call them.
 #pragma once
 
 #include <QuarnScreen/ScreenGeometry.h>

@@ -11,7 +11,8 @@
 
 namespace quarn::test {
 
-/// Calls \p check with the usual arguments in which one, then each pair, is replaced by a special value.
+/// Calls \p check with the usual arguments in which one, then each pair, is replaced by a special
+/// value.
 template <std::size_t N, class Check>
 void withSpecialArguments(const std::array<double, N>& usual, Check check) {
     for (std::size_t i = 0; i < N; ++i)

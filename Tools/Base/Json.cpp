@@ -26,25 +26,27 @@ Document numberOrNull(double number) {
 }  // namespace
 
 struct Json::Value {
+    explicit Value(Document newDocument) : document(std::move(newDocument)) {}
     Document document;
 };
 
 struct JsonRow::Value {
+    explicit Value(Document newObject) : object(std::move(newObject)) {}
     Document object;
     std::vector<Document*> members;  // of the object, by their index
 };
 
-Json::Json(std::nullptr_t) : value(std::make_unique<Value>()) {}
+Json::Json(std::nullptr_t) : value(std::make_unique<Value>(nullptr)) {}
 
-Json::Json(bool newValue) : value(std::make_unique<Value>(Value{newValue})) {}
+Json::Json(bool newValue) : value(std::make_unique<Value>(newValue)) {}
 
-Json::Json(double number) : value(std::make_unique<Value>(Value{numberOrNull(number)})) {}
+Json::Json(double number) : value(std::make_unique<Value>(numberOrNull(number))) {}
 
-Json::Json(std::string_view text) : value(std::make_unique<Value>(Value{text})) {}
+Json::Json(std::string_view text) : value(std::make_unique<Value>(text)) {}
 
-Json::Json(Unsigned count) : value(std::make_unique<Value>(Value{count.number})) {}
+Json::Json(Unsigned count) : value(std::make_unique<Value>(count.number)) {}
 
-Json::Json(Signed count) : value(std::make_unique<Value>(Value{count.number})) {}
+Json::Json(Signed count) : value(std::make_unique<Value>(count.number)) {}
 
 Json::Json(const Json& other) : value(std::make_unique<Value>(*other.value)) {}
 
@@ -88,8 +90,7 @@ std::string Json::text(JsonLayout layout) const {
     return textOf(value->document, layout == JsonLayout::Indented ? kIndent : kNoIndent);
 }
 
-JsonRow::JsonRow(const std::vector<std::string>& names) : value(std::make_unique<Value>()) {
-    value->object = Document::object();
+JsonRow::JsonRow(const std::vector<std::string>& names) : value(std::make_unique<Value>(Document::object())) {
     for (const std::string& name : names) value->object[name] = nullptr;
     for (Document& member : value->object) value->members.push_back(&member);
 }

@@ -94,10 +94,10 @@ Option Command::option(const std::string& name, std::string& value, const std::s
         .defaultText(value);
 }
 
-Option Command::option(const std::string& name, std::function<void(const std::string&)> setValue,
+Option Command::option(const std::string& name, const std::function<void(const std::string&)>& setValue,
                        const std::string& description) {
     const NameParts parts = partsOf(name);
-    CLI::Option* const added = command->add_option_function(parts.names, std::move(setValue), description);
+    CLI::Option* const added = command->add_option_function(parts.names, setValue, description);
     added->type_name(parts.valueName);
     return Option(*added);
 }

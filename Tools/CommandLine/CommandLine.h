@@ -85,7 +85,7 @@ public:
 
     /// Adds an option with a value.
     /// \param setValue called with the option's text; its exceptions leave CommandLine::run()
-    Option option(const std::string& name, std::function<void(const std::string&)> setValue,
+    Option option(const std::string& name, const std::function<void(const std::string&)>& setValue,
                   const std::string& description);
 
     /// Adds an option whose value is one of several words. Sets \p target to the value of the word.

@@ -20,8 +20,8 @@ public:
     /// \param size bytes of a block, unless a line is longer
     LineBlockReader(InputStream source, std::size_t size) : input(std::move(source)), blockSize(size) {}
 
-    /// Returns the lines that are available, as far as they fit into a block. Waits for input only if
-    /// no line is complete. A line of more than kMaxLineBytes bytes may be split.
+    /// Returns the lines that are available, as far as they fit into a block. Waits for input only
+    /// if no line is complete. A line of more than kMaxLineBytes bytes may be split.
     /// \param[out] lines whole lines, valid until the next call; the last line of the input may
     /// lack its line feed
     /// \return false at the end of the input

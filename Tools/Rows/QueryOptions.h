@@ -2,9 +2,11 @@
 /// The options of the commands that read a screen, as plain values. For commands and result rows.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <thread>
 
 #include <QuarnKit/Base/MemoryLimit.h>
 #include <QuarnKit/Formats/Obj/ObjSource.h>
@@ -17,7 +19,9 @@ namespace quarn::tool {
 inline constexpr int kMaxThreads = 256;
 
 /// Returns the number of processors that the process may use, at most kMaxThreads.
-[[nodiscard]] std::size_t defaultThreadCount();
+[[nodiscard]] inline std::size_t defaultThreadCount() {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, static_cast<unsigned int>(kMaxThreads));
+}
 
 /// Options of every command that reads a screen.
 struct ScreenOptions {

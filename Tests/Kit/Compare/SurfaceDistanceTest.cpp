@@ -62,7 +62,8 @@ TEST(SurfaceDistance, OfParallelPlanesIsTheirOffset) {
 }
 
 TEST(SurfaceDistance, IsMeasuredEachWay) {
-    // A wall of 4 by 3, and its middle alone: 2 by 3. The farthest side is 1 away, and half of the area not at all.
+    // A wall of 4 by 3, and its middle alone: 2 by 3. The farthest side is 1 away, and half of the
+    // area not at all.
     const auto wide = cornersOf(flatGrid({5, 4}, {4.0, 3.0}));
     const auto narrow = cornersOf(flatGrid({7, 3}, {2.0, 3.0}));
     expectWithin(distanceBetween(wide, narrow), 1.0, 0.25);
@@ -81,7 +82,8 @@ TEST(SurfaceDistance, FindsADentUnderTheMiddleOfABigTriangle) {
     EXPECT_NEAR(toPlain.max, 0.2, 1e-12);
     EXPECT_LE(length(toPlain.where - place - Point3(0.0, 0.2, 0.0)), 1e-12);
 
-    // From the plain wall the dent's sides are nearer than its tip: their feet lie within a cell of it.
+    // From the plain wall the dent's sides are nearer than its tip: their feet lie within a cell of
+    // it.
     const SurfaceDistance fromPlain = distanceBetween(plain, cornersOf(dented));
     EXPECT_GT(fromPlain.max, 0.01);
     EXPECT_LE(fromPlain.max, 0.05);

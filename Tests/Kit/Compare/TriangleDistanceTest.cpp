@@ -30,9 +30,9 @@ Precise difference(const Precise& to, const Precise& from) {
     return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
 }
 
-// Returns the minimum distance to the corners, to the projections on the edges, and to the projection
-// on the plane by least squares. All of them are in the triangle, so that the result is never too
-// small.
+// Returns the minimum distance to the corners, to the projections on the edges, and to the
+// projection on the plane by least squares. All of them are in the triangle, so that the result is
+// never too small.
 double referenceDistance(const Point3& point, const TriangleCorners& triangle) {
     const Precise precisePoint{point[0], point[1], point[2]};
     long double least = INFINITY;

@@ -15,10 +15,26 @@ std::string solid(const std::string& facets) {
     return "solid wall\n" + facets + "endsolid wall\n";
 }
 
+// The notices of an operation, one line each, with their place.
+class NoticeLines : public Observer {
+public:
+    void notify(const Notice& notice) override {
+        text += withLocation(notice.file, notice.line, notice.text) + "
+";
+    }
+
+    std::string text;
+};
+
+MeshDocument meshOf(const std::string& text) {
+    Observer ignored;
+    return readStlMesh("a.stl", text, ignored);
+}
+
 std::string notesOf(const std::string& text, std::size_t expectedFaces) {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(meshOf(text).faces.size(), expectedFaces);
-    return testing::internal::GetCapturedStderr();
+    NoticeLines lines;
+    EXPECT_EQ(readStlMesh("a.stl", text, lines).faces.size(), expectedFaces);
+    return lines.text;
 }
 
 ErrorDetails errorOf(const std::string& text) {
@@ -40,7 +56,7 @@ TEST(StlMeshReader, TextGivesTriangles) {
 }
 
 TEST(StlMeshReader, EqualPositionsAreOneVertex) {
-    EXPECT_EQ(readStlMesh("a.stl", solid(kTriangle + kTriangle)).positions.size(), 3U);
+    EXPECT_EQ(meshOf(solid(kTriangle + kTriangle)).positions.size(), 3U);
 }
 
 TEST(StlMeshReader, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
@@ -65,7 +81,7 @@ TEST(StlMeshReader, ALoopOfFourCornersIsAFan) {
 TEST(StlMeshReader, ACutTextGivesWhatStandsBeforeTheCut) {
     const std::string text = solid(kTriangle + kTriangle);
     EXPECT_EQ(notesOf(text.substr(0, text.size() - 30), 1),
-              "note: a.stl:14: the file ends within a solid; the triangles before its end are used\n");
+              "a.stl:14: the file ends within a solid; the triangles before its end are used\n");
 }
 
 TEST(StlMeshReader, AWordThatDoesNotBelongThereIsAnErrorWithItsLine) {

@@ -68,7 +68,8 @@ TEST(BoundaryLoops, PatchThatIsAnIslandOfTheMapIsNoHole) {
     EXPECT_THAT(boundary.islands, SizeIs(2));
     EXPECT_THAT(boundary.loops, SizeIs(3));
     EXPECT_EQ(holesIn(boundary), 0U);
-    // A triangle of the patch less, and both have the hole in their loop: the patch as its boundary.
+    // A triangle of the patch less, and both have the hole in their loop: the patch as its
+    // boundary.
     mesh.erase(mesh.begin() + 2 * (2 * kColumns + 2));
     EXPECT_EQ(holesIn(boundaryOfMesh(mesh)), 1U);
 }

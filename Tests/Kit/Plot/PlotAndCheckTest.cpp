@@ -58,7 +58,8 @@ TEST(PlotAndCheck, CountTheSameDefectsOfWholeMeshes) {
     for (const auto& [name, mesh] : meshes) (void)expectAgreement(mesh, name);
 }
 
-// Cells are removed; triangles are flipped, duplicated, moved in UV, mirrored, detached or without UV.
+// Cells are removed; triangles are flipped, duplicated, moved in UV, mirrored, detached or without
+// UV.
 TEST(PlotAndCheck, CountTheSameDefectsOfDamagedMeshes) {
     MeshCounts sums;
     for (int i = 0; i < seedCount(300); ++i) {

@@ -52,7 +52,8 @@ TEST(SvgText, WhatNoReaderAcceptsIsReplaced) {
     EXPECT_EQ(svgText("Kuppel äöü 穹"), "Kuppel äöü 穹");
 }
 
-// What stands in the text is no markup, no control character, and an ampersand only of the four escapes.
+// What stands in the text is no markup, no control character, and an ampersand only of the four
+// escapes.
 TEST(SvgText, AnyBytesAreSafe) {
     for (int i = 0; i < seedCount(10000); ++i) {
         Rng rng(i);

@@ -1,5 +1,5 @@
 /// \file
-/// Triangle lists for the search of outlines: a kind for each way in which edges can meet.
+/// Triangle lists for the search of boundaries: a kind for each way in which edges can meet.
 #pragma once
 
 #include <algorithm>

@@ -33,7 +33,7 @@ Numbers numbersOf(const TriangleVertex& corner) {
 }
 
 // Counts the triangles of each edge.
-std::vector<std::uint32_t> countedOddEdges(const std::vector<Triangle>& triangles) {
+std::vector<std::uint32_t> countedBoundaryEdges(const std::vector<Triangle>& triangles) {
     struct Edge {
         int count = 0;
         std::uint32_t last = 0;
@@ -75,11 +75,11 @@ std::vector<TriangleVertex> collidingCorners(std::size_t count) {
 
 }  // namespace
 
-TEST(OddEdges, OfNoTriangleAreNone) {
+TEST(BoundaryEdges, OfNoTriangleAreNone) {
     EXPECT_THAT(quarn::detail::findBoundaryEdges({}), Optional(IsEmpty()));
 }
 
-TEST(OddEdges, AreNumberedByTriangleAndCorner) {
+TEST(BoundaryEdges, AreNumberedByTriangleAndCorner) {
     const TriangleVertex a = cornerOnPlane(0, 0);
     const TriangleVertex b = cornerOnPlane(1, 0);
     const TriangleVertex c = cornerOnPlane(1, 1);
@@ -94,7 +94,7 @@ TEST(OddEdges, AreNumberedByTriangleAndCorner) {
         Optional(ElementsAre(6, 7, 8)));
 }
 
-TEST(OddEdges, TellCornersApartByEachOfTheFiveNumbers) {
+TEST(BoundaryEdges, DistinguishCornersByEachOfTheFiveNumbers) {
     const Triangle triangle = triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1));
     for (std::size_t i = 0; i < 5; ++i) {
         SCOPED_TRACE(i);
@@ -107,24 +107,24 @@ TEST(OddEdges, TellCornersApartByEachOfTheFiveNumbers) {
     }
 }
 
-TEST(OddEdges, TakeBothZerosForOneNumber) {
+TEST(BoundaryEdges, TakeBothZerosForOneNumber) {
     const Triangle triangle = triangleOf(cornerOnPlane(0.0, 0.0), cornerOnPlane(1, 0.0), cornerOnPlane(1, 1));
     const Triangle other = triangleOf(cornerAt({-0.0, 0.0, -0.0}, {0.0, -0.0}),
                                       cornerAt({1, -0.0, 0.0}, {1, -0.0}), cornerOnPlane(1, 1));
     EXPECT_THAT(quarn::detail::findBoundaryEdges({triangle, other}), Optional(IsEmpty()));
 }
 
-TEST(OddEdges, AreThoseOfTheReferenceCount) {
+TEST(BoundaryEdges, AreThoseOfTheReferenceCount) {
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
         const std::vector<Triangle> triangles = outlineCase(kind, rng);
-        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedBoundaryEdges(triangles)));
     }
 }
 
-TEST(OddEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
+TEST(BoundaryEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
     for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -135,11 +135,11 @@ TEST(OddEdges, AreThoseOfTheReferenceCountWhereTheTableGrowsAndShrinks) {
         shuffle(again, rng);
         again.resize(again.size() / static_cast<std::size_t>(rng.integer(1, 2)));
         triangles.insert(triangles.end(), again.begin(), again.end());
-        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedBoundaryEdges(triangles)));
     }
 }
 
-TEST(OddEdges, AreNotFoundThisWayWhereANumberIsNone) {
+TEST(BoundaryEdges, AreNotFoundThisWayWhereANumberIsNone) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     for (std::size_t i = 0; i < 15; ++i) {
         SCOPED_TRACE(i);
@@ -150,14 +150,14 @@ TEST(OddEdges, AreNotFoundThisWayWhereANumberIsNone) {
     }
 }
 
-TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
+TEST(BoundaryEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
     const std::vector<TriangleVertex> corners = collidingCorners(9000);
     std::vector<Triangle> triangles;
     for (std::size_t i = 0; i < corners.size(); i += 3)
         triangles.push_back(triangleOf(corners[i], corners[i + 1], corners[i + 2]));
     EXPECT_EQ(quarn::detail::findBoundaryEdges(triangles), std::nullopt);
 
-    // The outline is found nevertheless.
+    // The boundary is found nevertheless.
     Boundary boundary;
     const ReferenceBoundary plain(triangles);
     EXPECT_EQ(quarn::detail::findBoundary(triangles, boundary).edgesLeft, plain.edgesLeft);
@@ -165,10 +165,10 @@ TEST(OddEdges, AreNotFoundThisWayWhereCornersWereChosenToCollide) {
 
     // A few that collide do no harm.
     triangles.resize(30);
-    EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+    EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedBoundaryEdges(triangles)));
 }
 
-TEST(OddEdges, OfRegularMeshesDoNotCollideByChance) {
+TEST(BoundaryEdges, OfRegularMeshesDoNotCollideByChance) {
     // Numbers of few bits, of many, large and small, all in steps.
     for (const double step : {1.0, 0.1, 1.0 / 1024.0, 1e-300, 1e300, 65536.0}) {
         SCOPED_TRACE(step);
@@ -179,6 +179,6 @@ TEST(OddEdges, OfRegularMeshesDoNotCollideByChance) {
             triangles.push_back(triangleOf(cornerAt({x, y, 0}, {0, 0}), cornerAt({x, y, step}, {0, 0}),
                                            cornerAt({y, x, 0}, {0, y})));
         }
-        EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedOddEdges(triangles)));
+        EXPECT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedBoundaryEdges(triangles)));
     }
 }

@@ -32,11 +32,11 @@ void expectSameOutline(const std::vector<Triangle>& triangles, const ReferenceBo
     }
 }
 
-class OutlineOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {};
+class BoundaryOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {};
 
 }  // namespace
 
-TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
+TEST_P(BoundaryOfRandomTriangles, IsThatOfTheTwoMultimaps) {
     for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -48,13 +48,13 @@ TEST_P(OutlineOfRandomTriangles, IsThatOfTheTwoMultimaps) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(AllCases, OutlineOfRandomTriangles,
+INSTANTIATE_TEST_SUITE_P(AllCases, BoundaryOfRandomTriangles,
                          ::testing::Values(OutlineCase::Grid, OutlineCase::Holes, OutlineCase::Seams,
                                            OutlineCase::Pieces, OutlineCase::Soup, OutlineCase::Lattice,
                                            OutlineCase::NoUV, OutlineCase::SignedZero,
                                            OutlineCase::Infinite));
 
-TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
+TEST(BoundaryAtLarge, IsThatOfTheTwoMultimaps) {
     for (int i = 0; i < seedCount(6); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -65,9 +65,9 @@ TEST(OutlineAtLarge, IsThatOfTheTwoMultimaps) {
     }
 }
 
-TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
-    // Petals around the origin, each of them from one corner below it to one above. The one with the least
-    // corner stands last, so the walk goes through all others before it gets back there.
+TEST(BoundaryAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
+    // Petals around the origin, each of them from one corner below it to one above. The one with
+    // the least corner stands last, so the walk goes through all others before it gets back there.
     constexpr int kPetals = 2000;
     std::vector<Triangle> triangles;
     for (int i = kPetals; i > 0; --i)
@@ -80,7 +80,7 @@ TEST(OutlineAtLarge, PassesACornerOfManyEdgesAsOftenAsThereAreEdges) {
     expectSameOutline(triangles, plain);
 }
 
-TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
+TEST(BoundaryAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
     int ended = 0;
     int endless = 0;
     for (int i = 0; i < seedCount(6000); ++i) {
@@ -99,8 +99,8 @@ TEST(OutlineAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWalk
     EXPECT_GT(endless, 0);
 }
 
-// Without this the comparisons above might pass on outlines that never need a choice.
-TEST(OutlineAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
+// Without this the comparisons above might pass on boundaries that never need a choice.
+TEST(BoundaryAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
     int single = 0;
     int closedSurfaces = 0;
     int withEdgesLeft = 0;

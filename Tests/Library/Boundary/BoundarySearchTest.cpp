@@ -47,7 +47,7 @@ std::vector<Triangle> cube() {
 
 }  // namespace
 
-TEST(Outline, OfOneTriangleIsItsThreeEdgesAndRepeatsTheFirstPoint) {
+TEST(BoundarySearch, OfOneTriangleIsItsThreeEdgesAndRepeatsTheFirstPoint) {
     const std::vector<Triangle> triangles = {
         triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1))};
     Boundary boundary;
@@ -60,7 +60,7 @@ TEST(Outline, OfOneTriangleIsItsThreeEdgesAndRepeatsTheFirstPoint) {
     EXPECT_THAT(boundary.triangles, ElementsAre(&triangles[0], &triangles[0], &triangles[0], &triangles[0]));
 }
 
-TEST(Outline, OfTwoTrianglesLeavesOutTheEdgeThatTheyShare) {
+TEST(BoundarySearch, OfTwoTrianglesLeavesOutTheEdgeThatTheyShare) {
     const std::vector<Triangle> triangles = square(0);
     Boundary boundary;
     const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
@@ -73,7 +73,7 @@ TEST(Outline, OfTwoTrianglesLeavesOutTheEdgeThatTheyShare) {
                 ElementsAre(&triangles[0], &triangles[0], &triangles[0], &triangles[1], &triangles[1]));
 }
 
-TEST(Outline, HasASeamInUVTwiceAndEndsAtTheFirstClosing) {
+TEST(BoundarySearch, HasASeamInUVTwiceAndEndsAtTheFirstClosing) {
     std::vector<Triangle> triangles = square(0);
     for (TriangleVertex& corner : triangles[1].vertices) corner.uv = corner.uv + UV(2, 2);
     Boundary boundary;
@@ -83,7 +83,7 @@ TEST(Outline, HasASeamInUVTwiceAndEndsAtTheFirstClosing) {
     EXPECT_THAT(boundary.uvPoints, ElementsAre(UV(0, 0), UV(1, 0), UV(1, 1), UV(0, 0)));
 }
 
-TEST(Outline, OfAClosedCubeIsEmpty) {
+TEST(BoundarySearch, OfAClosedCubeIsEmpty) {
     Boundary boundary;
     EXPECT_TRUE(quarn::detail::findBoundary(square(0), boundary).isSingleWithUV);
     const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(cube(), boundary);
@@ -94,13 +94,13 @@ TEST(Outline, OfAClosedCubeIsEmpty) {
     EXPECT_TRUE(boundary.triangles.empty());
 }
 
-TEST(Outline, OfNoTriangleIsEmpty) {
+TEST(BoundarySearch, OfNoTriangleIsEmpty) {
     Boundary boundary;
     EXPECT_FALSE(quarn::detail::findBoundary({}, boundary).isSingleWithUV);
     EXPECT_TRUE(boundary.points.empty());
 }
 
-TEST(Outline, OfTwoSquaresIsThatOfTheFirstAndLeavesFourEdges) {
+TEST(BoundarySearch, OfTwoSquaresIsThatOfTheFirstAndLeavesFourEdges) {
     std::vector<Triangle> triangles = square(5);
     const std::vector<Triangle> other = square(0);
     triangles.insert(triangles.end(), other.begin(), other.end());
@@ -112,7 +112,7 @@ TEST(Outline, OfTwoSquaresIsThatOfTheFirstAndLeavesFourEdges) {
                                              Position(0, 1, 0), Position(0, 0, 0)));
 }
 
-TEST(Outline, WithoutUVsIsFullYetNotGood) {
+TEST(BoundarySearch, WithoutUVsIsFullYetNotGood) {
     Boundary boundary;
     const quarn::detail::BoundarySearchResult result =
         quarn::detail::findBoundary(withoutUV(square(0)), boundary);
@@ -122,7 +122,7 @@ TEST(Outline, WithoutUVsIsFullYetNotGood) {
     EXPECT_THAT(boundary.uvPoints, ElementsAre(kNoUV, kNoUV, kNoUV, kNoUV, kNoUV));
 }
 
-TEST(Outline, NeedsAUVAtEachPointAndTakesOneCoordinateOfDifferenceForOne) {
+TEST(BoundarySearch, NeedsAUVAtEachPointAndTakesOneCoordinateOfDifferenceForOne) {
     for (std::size_t i = 0; i < 3; ++i) {
         SCOPED_TRACE(i);
         std::vector<Triangle> triangles = {
@@ -137,7 +137,7 @@ TEST(Outline, NeedsAUVAtEachPointAndTakesOneCoordinateOfDifferenceForOne) {
     }
 }
 
-TEST(Outline, HasAnEdgeOfThreeTrianglesForTheLastOfThem) {
+TEST(BoundarySearch, HasAnEdgeOfThreeTrianglesForTheLastOfThem) {
     std::vector<Triangle> triangles = square(0);
     // A fin on the diagonal, which the two triangles of the square had cancelled.
     triangles.push_back(triangleOf(cornerOnPlane(1, 1), cornerOnPlane(0, 0), cornerAt({0, 0, 9}, {7, 7})));
@@ -146,12 +146,13 @@ TEST(Outline, HasAnEdgeOfThreeTrianglesForTheLastOfThem) {
     EXPECT_THAT(boundary.points, ElementsAre(Position(0, 0, 0), Position(1, 0, 0), Position(1, 1, 0),
                                              Position(0, 1, 0), Position(0, 0, 0)));
 
-    // A second fin cancels the diagonal again, and now the edge with two triangles is that of the fins.
+    // A second fin cancels the diagonal again, and now the edge with two triangles is that of the
+    // fins.
     triangles.push_back(triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 1), cornerAt({0, 0, 9}, {7, 7})));
     EXPECT_TRUE(quarn::detail::findBoundary(triangles, boundary).isSingleWithUV);
 }
 
-TEST(Outline, OfTheSameTriangleThreeTimesIsThatOfTheThird) {
+TEST(BoundarySearch, OfTheSameTriangleThreeTimesIsThatOfTheThird) {
     const Triangle one = triangleOf(cornerOnPlane(0, 0), cornerOnPlane(1, 0), cornerOnPlane(1, 1));
     const std::vector<Triangle> triangles = {one, one, one};
     Boundary boundary;
@@ -159,7 +160,7 @@ TEST(Outline, OfTheSameTriangleThreeTimesIsThatOfTheThird) {
     EXPECT_THAT(boundary.triangles, ElementsAre(&triangles[2], &triangles[2], &triangles[2], &triangles[2]));
 }
 
-TEST(Outline, OfATriangleWithEqualCornersIsAnEdgeFromACornerToItself) {
+TEST(BoundarySearch, OfATriangleWithEqualCornersIsAnEdgeFromACornerToItself) {
     const std::vector<Triangle> triangles = {
         triangleOf(cornerOnPlane(0, 0), cornerOnPlane(0, 0), cornerOnPlane(1, 1))};
     Boundary boundary;
@@ -168,7 +169,7 @@ TEST(Outline, OfATriangleWithEqualCornersIsAnEdgeFromACornerToItself) {
     EXPECT_THAT(boundary.points, ElementsAre(Position(0, 0, 0), Position(0, 0, 0)));
 }
 
-TEST(Outline, EndsWhereItTurnsRoundAtThePositionOfItsStartWhateverTheUV) {
+TEST(BoundarySearch, EndsWhereItTurnsRoundAtThePositionOfItsStartWhateverTheUV) {
     // Corners a and c are at one place; in UV they are the two ends of a diagonal.
     const TriangleVertex a = cornerAt({0, 0, 0}, {0, 0});
     const TriangleVertex b = cornerAt({1, 0, 0}, {1, 0});
@@ -184,7 +185,7 @@ TEST(Outline, EndsWhereItTurnsRoundAtThePositionOfItsStartWhateverTheUV) {
     EXPECT_THAT(boundary.uvPoints, ElementsAre(a.uv, b.uv, c.uv, a.uv));
 }
 
-TEST(Outline, IsWrittenIntoTheMemoryOfTheOneBefore) {
+TEST(BoundarySearch, IsWrittenIntoTheMemoryOfTheOneBefore) {
     Boundary boundary;
     EXPECT_TRUE(quarn::detail::findBoundary(gridAt(0.0, 10, 10), boundary).isSingleWithUV);
     const Point<double, 3>* const memory = boundary.points.data();

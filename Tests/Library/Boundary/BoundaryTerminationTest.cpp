@@ -47,7 +47,7 @@ constexpr std::size_t kStepLimit = 10'000;
 
 }  // namespace
 
-TEST(OutlineTermination, IsSureForNoTrianglesAndForNumbers) {
+TEST(BoundaryTermination, IsSureForNoTrianglesAndForNumbers) {
     EXPECT_TRUE(quarn::detail::boundarySearchTerminates({}));
     EXPECT_TRUE(quarn::detail::boundarySearchTerminates(wave({4, 4})));
     Mesh mesh = flatGrid({2, 2});
@@ -56,7 +56,7 @@ TEST(OutlineTermination, IsSureForNoTrianglesAndForNumbers) {
     EXPECT_TRUE(quarn::detail::boundarySearchTerminates(mesh));
 }
 
-TEST(OutlineTermination, IsNotSureForANaNInAnyCoordinateOfAnyCorner) {
+TEST(BoundaryTermination, IsNotSureForANaNInAnyCoordinateOfAnyCorner) {
     for (std::size_t corner = 0; corner < 3; ++corner) {
         for (std::size_t coordinate = 0; coordinate < 5; ++coordinate) {
             Mesh mesh = flatGrid({2, 2});
@@ -67,14 +67,14 @@ TEST(OutlineTermination, IsNotSureForANaNInAnyCoordinateOfAnyCorner) {
     }
 }
 
-TEST(OutlineTermination, IsNotAskedOfNormalsAndDerivedFields) {
+TEST(BoundaryTermination, IsNotAskedOfNormalsAndDerivedFields) {
     Mesh mesh = flatGrid({2, 2});
     mesh[0].normal[0] = mesh[0].vertices[0].normal[1] = mesh[0].centroid[2] = mesh[0].uvDeterminant =
         std::nan("");
     EXPECT_TRUE(quarn::detail::boundarySearchTerminates(mesh));
 }
 
-TEST(OutlineTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
+TEST(BoundaryTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
     for (int i = 0; i < seedCount(20000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -87,7 +87,7 @@ TEST(OutlineTermination, HoldsForTheSearchAndForTheReferenceOverAnySoup) {
     }
 }
 
-TEST(OutlineTermination, IsRefusedWhereverTheReferenceDoesNotEnd) {
+TEST(BoundaryTermination, IsRefusedWhereverTheReferenceDoesNotEnd) {
     int endless = 0;
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);

@@ -22,7 +22,8 @@ using Polygon = std::vector<UV>;
 const Polygon kUnitSquare = {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}};
 const Polygon kDiamond = {{0, -1}, {1, 0}, {0, 1}, {-1, 0}};
 
-// The same in exact arithmetic, for whole numbers: on an edge, or an odd number of crossings to the right.
+// The same in exact arithmetic, for whole numbers: on an edge, or an odd number of crossings to the
+// right.
 bool holdsExactly(const Polygon& polygon, int u, int v) {
     bool isInside = false;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
@@ -42,12 +43,12 @@ bool holdsExactly(const Polygon& polygon, int u, int v) {
 
 }  // namespace
 
-TEST(PointInOutline, IsOutsideOfAnEmptyOutline) {
+TEST(PointInPolygon, IsOutsideOfAnEmptyOutline) {
     EXPECT_FALSE(quarn::detail::pointWithinPolygon({}, {0, 0}));
     EXPECT_FALSE(quarn::detail::PolygonBands().contains({0, 0}));
 }
 
-TEST(PointInOutline, LiesWithinAUnitSquareOrBesideIt) {
+TEST(PointInPolygon, LiesWithinAUnitSquareOrBesideIt) {
     EXPECT_TRUE(quarn::detail::pointWithinPolygon(kUnitSquare, {0.5, 0.5}));
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.5, 0.5}));
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {1.5, 0.5}));
@@ -57,7 +58,7 @@ TEST(PointInOutline, LiesWithinAUnitSquareOrBesideIt) {
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kUnitSquare, {-0.5, 1.0}));
 }
 
-TEST(PointInOutline, IsInsideAtEachCornerAndOnEachEdge) {
+TEST(PointInPolygon, IsInsideAtEachCornerAndOnEachEdge) {
     for (const Polygon& polygon : {kUnitSquare, kDiamond}) {
         for (std::size_t i = 0; i < polygon.size(); ++i) {
             const UV& a = polygon[i];
@@ -68,7 +69,7 @@ TEST(PointInOutline, IsInsideAtEachCornerAndOnEachEdge) {
     }
 }
 
-TEST(PointInOutline, CrossesACornerAtItsOwnHeightOnce) {
+TEST(PointInPolygon, CrossesACornerAtItsOwnHeightOnce) {
     EXPECT_TRUE(quarn::detail::pointWithinPolygon(kDiamond, {0, 0}));
     EXPECT_TRUE(quarn::detail::pointWithinPolygon(kDiamond, {-0.5, 0}));
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {-2, 0}));
@@ -76,7 +77,7 @@ TEST(PointInOutline, CrossesACornerAtItsOwnHeightOnce) {
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {-2, -1}));
 }
 
-TEST(PointInOutline, CountsAsOnAnEdgeUpToTheTolerance) {
+TEST(PointInPolygon, CountsAsOnAnEdgeUpToTheTolerance) {
     for (const UV outwards : {UV(1, 0), UV(-1, 0), UV(0, 1), UV(0, -1)}) {
         const UV onEdge = UV(0.5, 0.5) + outwards * 0.5;
         EXPECT_TRUE(quarn::detail::pointWithinPolygon(kUnitSquare, onEdge + outwards * 0.99e-9));
@@ -90,7 +91,7 @@ TEST(PointInOutline, CountsAsOnAnEdgeUpToTheTolerance) {
     EXPECT_FALSE(quarn::detail::pointWithinPolygon(kDiamond, {0.5 + 0.72e-9, 0.5 + 0.72e-9}));
 }
 
-TEST(PointInOutline, OfOnePointIsThatPoint) {
+TEST(PointInPolygon, OfOnePointIsThatPoint) {
     EXPECT_TRUE(quarn::detail::pointWithinPolygon({{3, 4}}, {3, 4}));
     EXPECT_TRUE(quarn::detail::pointWithinPolygon({{3, 4}}, {3, 4 + 0.9e-9}));
     EXPECT_TRUE(quarn::detail::pointWithinPolygon({{0, 0}}, {1e-9, 0}));
@@ -99,7 +100,7 @@ TEST(PointInOutline, OfOnePointIsThatPoint) {
     EXPECT_FALSE(quarn::detail::pointWithinPolygon({{3, 4}, {3, 4}}, {2, 4}));
 }
 
-TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
+TEST(PointInPolygon, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
     for (int i = 0; i < seedCount(500); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -116,7 +117,7 @@ TEST(PointInOutline, GivesTheAnswerOfExactArithmeticForWholeNumbers) {
 }
 
 // Numbers so large that the rounding of each operation shows.
-TEST(PointInOutline, RoundsEachOperationAsTheReferenceDoes) {
+TEST(PointInPolygon, RoundsEachOperationAsTheReferenceDoes) {
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -138,7 +139,7 @@ TEST(PointInOutline, RoundsEachOperationAsTheReferenceDoes) {
     }
 }
 
-TEST(PointInOutline, GivesTheAnswerOfTheReferenceForNumbersOfEveryKind) {
+TEST(PointInPolygon, GivesTheAnswerOfTheReferenceForNumbersOfEveryKind) {
     for (int i = 0; i < seedCount(20'000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

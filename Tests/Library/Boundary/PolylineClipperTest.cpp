@@ -24,7 +24,8 @@ Point2 latticePoint(Rng& rng) {
     return {u, rng.integer(0, 8) / 8.0};
 }
 
-// Points anywhere, on a lattice that the outline's corners may share, or at a corner of the outline, or next to it.
+// Points anywhere, on a lattice that the polygon's corners may share, or at a corner of the
+// polygon, or next to it.
 UVLine anyLine(const UVLine& outline, Rng& rng) {
     UVLine line;
     const int count = rng.integer(0, 12);

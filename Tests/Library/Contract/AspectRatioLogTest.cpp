@@ -42,7 +42,7 @@ std::vector<LogRecord> recordsOf(IScreenGeometry& screen,
 
 }  // namespace
 
-// Nothing asks for the logger by name before this, so it was made before main.
+// Nothing looks the logger up by name before this, so it was made before main.
 TEST(AspectRatioLog, LoggerExistsBeforeAnyCall) {
     EXPECT_NE(log4cxx::LogManager::exists(std::wstring(kLogger)), nullptr);
 }

@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-// A screen that maps (u, v) to (width u, 0, -height v), with a list of all that it was asked.
+// A screen that maps (u, v) to (width u, 0, -height v), with a list of all its queries.
 class RectangleScreen : public ScriptedScreen {
 public:
     struct Call {
@@ -42,7 +42,7 @@ public:
     }
 };
 
-// The number of a cell, in the order in which they are asked, by any of its three UV.
+// The number of a cell, in the order of the queries, by any of its three UV.
 int cellOf(const Point2& uv) {
     return static_cast<int>(uv[0] * 5 + 1e-9) * 5 + static_cast<int>(uv[1] * 5 + 1e-9);
 }
@@ -64,7 +64,8 @@ TEST(AspectRatio, CylinderGivesArcLengthOverHeight) {
 TEST(AspectRatio, RuledScreenGivesArcLengthOverHeight) {
     OpenRuledScreen screen(2.0, 3.0, kQuarters.minTheta, kQuarters.maxTheta, kQuarters.minPhi,
                            kQuarters.maxPhi);
-    // Chords of 0.0004 times a quarter circle are shorter than their arcs by that squared over 24: 1.7e-8.
+    // Chords of 0.0004 times a quarter circle are shorter than their arcs by that squared over 24:
+    // 1.7e-8.
     EXPECT_NEAR(ScreenUtils::estimateAspectRatioUV(screen), std::numbers::pi / std::numbers::sqrt2 / 3.0,
                 2e-8);
 }

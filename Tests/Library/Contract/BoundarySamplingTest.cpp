@@ -60,7 +60,8 @@ TEST(BoundarySampling, OutlineRunsAnticlockwiseAndVisitsNoPointTwice) {
     std::vector<Point3> outline;
     for (const auto& edge : boundary) outline.insert(outline.end(), edge.begin(), edge.end());
 
-    // Twice the signed area that the viewer sees, x to the right and z up: positive for anticlockwise.
+    // Twice the signed area that the viewer sees, x to the right and z up: positive for
+    // anticlockwise.
     double area = 0.0;
     for (std::size_t i = 0; i < outline.size(); ++i) {
         const Point3& a = outline[i];

@@ -21,7 +21,8 @@ std::pair<Point3, Point3> reversed(const std::pair<Point3, Point3>& ray) {
     return {ray.second, ray.first};
 }
 
-// A screen that is hit at the target of a ray, where `hits` says so, and notes the side it is asked for.
+// A screen that is hit at the target of a ray, where `hits` says so, and notes the side of each
+// query.
 class SidedScreen : public ScriptedScreen {
 public:
     std::vector<int> sides;

@@ -13,7 +13,7 @@ namespace {
 
 const Point3 kAhead(0, 1, 0);
 
-// Each search starts from a record whose fields tell whether they were written.
+// Each search starts from a record whose fields show whether they were written.
 Intersection marked() {
     Intersection record;
     record.point = Point3(7, 8, 9);
@@ -181,7 +181,7 @@ TEST(ClosestIntersection, FromTheSurfaceOnlyHitsWithinAThousandthCount) {
 TEST(ClosestIntersection, HitMayLieSqrtThreeTimesAsFarAsTheClosestPoint) {
     const Point3 closest(1, 0, 0);
     EXPECT_TRUE(isAccepted(Point3(1, 1, 1), closest));
-    // 1 + 1 + (1 + 0.5e-6)^2 is the limit 3 + 1e-6, but for 2.5e-13.
+    // 1 + 1 + (1 + 0.5e-6)^2 is the limit 3 + 1e-6, except for 2.5e-13.
     EXPECT_TRUE(isAccepted(Point3(1, 1, 1 + 0.4999e-6), closest));
     EXPECT_FALSE(isAccepted(Point3(1, 1, 1 + 0.5001e-6), closest));
     EXPECT_FALSE(isAccepted(Point3(1, 1, 1.01), closest));

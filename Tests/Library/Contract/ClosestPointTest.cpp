@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-// The UV at which a screen is asked for its closest point, when it maps the point to `uv`.
+// The UV of a screen's query for its closest point, when it maps the point to `uv`.
 Point2 clampedBySearch(const Point2& uv) {
     ScriptedScreen screen;
     Point2 asked(-7, -7);
@@ -98,7 +98,7 @@ TEST(ClosestPoint, ShortestDistanceSumsInTheOrderXYZ) {
     }
 }
 
-TEST(CentreOfBounds, IsZeroForAFlatScreenAndForAShapeWithoutBounds) {
+TEST(CenterOfBounds, IsZeroForAFlatScreenAndForAShapeWithoutBounds) {
     EXPECT_TRUE(sameBits(centreOf(FlatScreen(4.0, 3.0)), Point3(0, 0, 0)));
     EXPECT_TRUE(sameBits(centreOf(FlatScreen(0.1, 0.3)), Point3(0, 0, 0)));
     const ScriptedScreen screen;
@@ -106,7 +106,7 @@ TEST(CentreOfBounds, IsZeroForAFlatScreenAndForAShapeWithoutBounds) {
     EXPECT_EQ(screen.calls, (std::vector<std::string>{"getBounds"}));
 }
 
-TEST(CentreOfBounds, BoundsStartAtZeroForTheShape) {
+TEST(CenterOfBounds, BoundsStartAtZeroForTheShape) {
     ScriptedScreen screen;
     screen.onBounds = [](Point3* min, Point3* max) {
         EXPECT_TRUE(sameBits(*min, Point3()));
@@ -116,13 +116,13 @@ TEST(CentreOfBounds, BoundsStartAtZeroForTheShape) {
     EXPECT_TRUE(sameBits(centreOf(screen), Point3(1, 2, 3)));
 }
 
-TEST(CentreOfBounds, BoundsThatAreTurnedOverAddTheAbsoluteWidth) {
+TEST(CenterOfBounds, BoundsThatAreTurnedOverAddTheAbsoluteWidth) {
     // min (2, ..) and max (-2, ..): |-2 - 2| / 2 + 2, which is beyond both.
     EXPECT_TRUE(sameBits(centreOf(FlatScreen(-4.0, 3.0)), Point3(4, 0, 0)));
     EXPECT_TRUE(sameBits(centreOf(FlatScreen(4.0, -3.0)), Point3(0, 0, 3)));
 }
 
-TEST(CentreOfBounds, EqualsTheFormulaForBoundsOfAnyKind) {
+TEST(CenterOfBounds, EqualsTheFormulaForBoundsOfAnyKind) {
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -13,7 +13,7 @@ using namespace quarn::test;
 
 namespace {
 
-constexpr int kLeastInt = std::numeric_limits<int>::min();
+constexpr int kMinInt = std::numeric_limits<int>::min();
 
 using Polylines = IScreenGeometry::Polylines;
 
@@ -23,7 +23,7 @@ Polylines gridOf(const ScreenGeometry& screen, int density) {
     return grid;
 }
 
-// The UVs that a screen is asked for.
+// The UVs of a screen's queries.
 std::vector<Point2> askedUVs(int density) {
     std::vector<Point2> uvs;
     ScriptedScreen screen;
@@ -62,7 +62,7 @@ TEST(GridSampling, CountOfPointsFollowsTheNumberOfLines) {
 
 TEST(GridSampling, NegativeDensityGivesOneEmptyPolyline) {
     const FlatScreen screen(4.0, 3.0);
-    for (const int density : {-1, -2, -3, -50, kLeastInt, kLeastInt + 1, kLeastInt + 2}) {
+    for (const int density : {-1, -2, -3, -50, kMinInt, kMinInt + 1, kMinInt + 2}) {
         const Polylines grid = gridOf(screen, density);
         ASSERT_EQ(grid.size(), 1U) << density;
         EXPECT_TRUE(grid[0].empty()) << density;

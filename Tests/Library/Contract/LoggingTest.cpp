@@ -18,7 +18,7 @@ struct LogOfScreens : FlatScreen {
     static const log4cxx::LoggerPtr& get() { return log; }
 };
 
-// Nothing in this program asks for the logger by name before this, so it was made before main.
+// The library makes the logger before main.
 TEST(ScreenLog, ExistsBeforeAnyCall) {
     const log4cxx::LoggerPtr found = log4cxx::LogManager::exists(std::wstring(kScreenLogger));
     ASSERT_NE(found, nullptr);
@@ -31,13 +31,13 @@ TEST(ScreenLog, HasItsName) {
     EXPECT_EQ(name, kScreenLogger);
 }
 
-TEST(ScreenLog, IsConfiguredByNobody) {
+TEST(ScreenLog, HasNoConfiguration) {
     EXPECT_EQ(LogOfScreens::get()->getLevel(), nullptr);
     EXPECT_TRUE(LogOfScreens::get()->getAllAppenders().empty());
     EXPECT_TRUE(LogOfScreens::get()->getAdditivity());
 }
 
-TEST(ScreenLog, TellsWhatItIsTold) {
+TEST(ScreenLog, RecordsMessages) {
     const LogCapture capture(kScreenLogger);
     LOG4CXX_WARN(LogOfScreens::get(), "a warning");
     ASSERT_EQ(capture.records().size(), 1U);

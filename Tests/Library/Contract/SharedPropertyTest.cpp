@@ -12,7 +12,8 @@ namespace {
 
 constexpr int kCases = 20000;
 
-// Hits whose positions come from a small lattice, so that ties and default hits happen, or are of any kind.
+// Hits whose positions come from a small lattice, so that ties and default hits happen, or are of
+// any kind.
 Intersection randomHit(Rng& rng) {
     Intersection hit;
     if (rng.integer(0, 3) == 0) {

@@ -7,11 +7,12 @@
 #include <QuarnScreen/IScreenConfig.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
-// A program that was built against the contract finds its operations by their place in the virtual table, so
-// a moved declaration breaks it without any message. On this platform (Itanium C++ ABI, section 2.3) a
-// pointer to a virtual member function holds 1 plus the offset of its place in bytes, and the adjustment of
-// `this`; std::bit_cast reads both without undefined behaviour. Places 0 and 1 are the two forms of the
-// destructor, to which no pointer exists: the first operation at place 2 shows that it is declared first.
+// A program that was built against the contract finds its operations by their place in the virtual
+// table, so a moved declaration breaks it without any message. On this platform (Itanium C++ ABI,
+// section 2.3) a pointer to a virtual member function holds 1 plus the offset of its place in
+// bytes, and the adjustment of `this`; std::bit_cast reads both without undefined behavior. Places
+// 0 and 1 are the two forms of the destructor, to which no pointer exists: the first operation at
+// place 2 shows that it is declared first.
 
 namespace {
 

@@ -26,7 +26,8 @@ double longestEdge(const Mesh& mesh) {
     return longest;
 }
 
-// A triangle of any form: with corners on a small lattice, so that ties, right angles and lines are common, or a sliver.
+// A triangle of any form: with corners on a small lattice, so that ties, right angles and lines are
+// common, or nearly degenerate.
 Triangle anyTriangle(Rng& rng) {
     Triangle triangle;
     if (rng.integer(0, 2) == 0) {

@@ -75,7 +75,8 @@ TEST(MeshRefine, AThinTipOfTwoLongEdgesTakesTheDiagonalFromTheFirstCornerOnATie)
 }
 
 TEST(MeshRefine, TwoLongEdgesAreCutAlongTheDiagonalThatHalvesItsCornerTheMoreEvenly) {
-    // The diagonal from (0, 0) parts its corner into 71.6 and 18.4 degrees, that from (2, 0) its own into 56.3 and 15.3.
+    // The diagonal from (0, 0) parts its corner into 71.6 and 18.4 degrees, that from (2, 0) its
+    // own into 56.3 and 15.3.
     const Point3 o = at(0.0, 0.0);
     const Point3 e = at(2.0, 0.0);
     const Point3 tip = at(0.0, 6.0);

@@ -31,9 +31,11 @@ double sizeOf(const Triangle& triangle) {
     return reachOf(v[0], v[1]) * 0.25 + reachOf(v[1], v[2]) * 0.25 + reachOf(v[2], v[0]) * 0.25;
 }
 
-// Follows one piece after the other, mostly the largest one, and tells whether it came to one that is not cut.
+// Follows one piece after the other, mostly the largest one, and returns whether it reached one
+// that is not cut.
 bool endsAlongPaths(const Triangle& triangle, double bound, Rng& rng) {
-    // Each cut takes a tenth off the longest edge at the least; from 2^1024 to 2^-1074 that takes 14,000 of them.
+    // Each cut takes a tenth off the longest edge at the least; from 2^1024 to 2^-1074 that takes
+    // 14,000 of them.
     constexpr int kLevels = 15'000;
     for (int path = 0; path < 6; ++path) {
         Triangle current = triangle;
@@ -94,7 +96,7 @@ TEST(RefinementTermination, OfOneTriangleThatDoesNotEndIsNotSureForAll) {
 }
 
 TEST(RefinementTermination, IsNotSureWhereHalvingReachesNeighbouringNumbers) {
-    // Neighbours of 1e15 are an eighth apart.
+    // Neighbors of 1e15 are an eighth apart.
     const Triangle triangle = flatTriangle(1.0, 1e15);
     EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 0.1));
     EXPECT_FALSE(referenceRefine({triangle}, 0.1, 100'000).hasEnded);
@@ -114,8 +116,8 @@ TEST(RefinementTermination, IsNotSureWhicheverEdgeIsTheLongOne) {
 }
 
 TEST(RefinementTermination, IsNotSureWhereLengthsOverflow) {
-    // The squares of edges above 1.4e154 are infinite, and so longer than any bound, however far they are halved; at
-    // 1e200 neighbouring numbers are 1e184 apart.
+    // The squares of edges above 1.4e154 are infinite, and so longer than any bound, however far
+    // they are halved; at 1e200 neighboring numbers are 1e184 apart.
     const Triangle triangle = flatTriangle(1e198, 1e200);
     EXPECT_FALSE(quarn::detail::refinementTerminates({triangle}, 1e197));
     EXPECT_FALSE(referenceRefine({triangle}, 1e197, 100'000).hasEnded);
@@ -180,7 +182,8 @@ TEST(RefinementTermination, HoldsAtTheLeastBoundThatItAllows) {
         const double size = std::ldexp(1.0, rng.integer(-1020, 400));
         const Triangle triangle =
             sliverAt(rng.point(-size, size), size * std::abs(rng.spread(-49, -40)), rng);
-        // The least bound that is allowed, found by halving the gap between one that is and one that is not.
+        // The least bound that is allowed, found by halving the gap between one that is and one
+        // that is not.
         double allowed = maxCoordinate(triangle);
         double refused = 0.0;
         for (int step = 0; step < 100; ++step) {

@@ -31,7 +31,7 @@ Point3 anyRotation(Rng& rng) {
     return {first, second, anyAngle(rng)};
 }
 
-// The position of one corner after a transform, by the plain way.
+// The position of one corner after a transform, by the reference implementation.
 Point3 plainlyMoved(const Point3& position, const Point3& move, const Point3& rotation, double scale) {
     Triangle triangle;
     triangle.vertices[0].position = position;

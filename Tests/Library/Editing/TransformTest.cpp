@@ -8,7 +8,8 @@ using namespace quarn::test;
 
 namespace {
 
-// What 90 times the eight digits of a degree lacks of a right angle; its sine, too, to the last digits that matter.
+// What 90 times the eight digits of a degree lacks of a right angle; its sine, too, to the last
+// digits that matter.
 constexpr double kLackOfRightAngle = 1.5707963267948966 - 90.0 * 0.017453292;
 
 // Where a turn takes a position.
@@ -86,7 +87,7 @@ TEST(MeshTransform, MapsToTheMovedMeshWhileRaysMeetTheOldOne) {
     const IntersectionSet hits = screen.intersect({-1.0, -1.0, 0.1}, {-1.0, 0.0, 0.1});
     ASSERT_EQ(hits.count(), 1);
     EXPECT_NEAR(hits.first().point[1], 0.0, 1e-6);
-    // A UV that was asked for before the move is answered as then.
+    // A UV that was mapped before the move has the cached result.
     ASSERT_TRUE(screen.mapInto3D({0.3, 0.4}, mapped, false));
     EXPECT_EQ(mapped, before);
 }
@@ -97,7 +98,8 @@ TEST(MeshTransform, FindsPositionsByTheOldCentroids) {
     const Triangle right = wholeTriangle({9.0, 0.0, 0.0}, {11.0, 0.0, 0.0}, {10.0, 3.0, 0.0});
     TriangleScreen screen({left, right});
     screen.applyTransform({}, {}, -1.0);
-    // The left centroid is nearest, but its triangle lies on the right now: the foot is outside, and so the answer zero.
+    // The left centroid is nearest, but its triangle lies on the right now: the projection is
+    // outside, and so the result zero.
     EXPECT_EQ(screen.getClosestPoint({-10.0, 0.5, 0.0}), Point3());
     EXPECT_EQ(screen.mesh()[0].centroid, left.centroid);
 }

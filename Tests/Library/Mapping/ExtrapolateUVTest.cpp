@@ -90,7 +90,8 @@ TEST(ExtrapolateUV, FarthestGoesFirstAndTheMeanFollows) {
     // The mean of 0, 1, 9, 16 is 6.5: 16 goes, then 9 about 10/3.
     EXPECT_EQ(heights(0.0, 1.0, 9.0, 16.0), 0.5);
     EXPECT_EQ(heights(16.0, 9.0, 1.0, 0.0), 0.5);
-    // The mean of 0, 5, 8, 11 is 6: 0 goes, then the mean is 8, where 5 and 11 tie: 11 was farther from 6.
+    // The mean of 0, 5, 8, 11 is 6: 0 goes, then the mean is 8, where 5 and 11 tie: 11 was farther
+    // from 6.
     EXPECT_EQ(heights(0.0, 11.0, 8.0, 5.0), 6.5);
 }
 

@@ -43,7 +43,7 @@ TEST(MapInto2D, ScreenWithoutParameterisationHasNoUV) {
         EXPECT_TRUE(sameBits(screen.mapInto2D({0.25, 0.0, 0.25}, extrapolate), Point2(-999.0, -999.0)));
     TriangleScreen empty;
     empty.parameterized = false;
-    EXPECT_TRUE(sameBits(empty.mapInto2D({}, true), kNoUV)) << "the tree is not asked";
+    EXPECT_TRUE(sameBits(empty.mapInto2D({}, true), kNoUV)) << "the tree is not searched";
 }
 
 TEST(MapInto2D, EmptyScreenRaisesOnlyWhereItExtrapolates) {

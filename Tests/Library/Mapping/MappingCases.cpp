@@ -131,7 +131,7 @@ Point2 anyUV(const Mesh& mesh, Rng& rng) {
         case 3:
             return moved((triangle.vertices[1].uv + triangle.vertices[2].uv) * 0.5, rng);
         case 4: {
-            // On the rim of the unit square, or next to it.
+            // On the boundary of the unit square, or next to it.
             const Point2 onRim(rng.coin() ? 0.0 : 1.0, rng.uniform(-0.1, 1.1));
             return rng.coin() ? onRim : moved({onRim[1], onRim[0]}, rng);
         }
@@ -156,7 +156,7 @@ Ray anyRay(const Mesh& mesh, const Boundary& outline, Rng& rng) {
         case 1:
             return {eye, anyOutlinePoint(mesh, outline, rng)};
         case 2: {
-            // Through an outline point, from before it to behind it, or from behind it on.
+            // Through a boundary point, from before it to after it, or from after it on.
             const Point3 through = anyOutlinePoint(mesh, outline, rng);
             const Point3 direction = rng.point(-1.0, 1.0);
             return {through - rng.uniform(-2.0, 2.0) * direction, through + direction};

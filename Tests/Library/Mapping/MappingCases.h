@@ -1,5 +1,5 @@
 /// \file
-/// Meshes, UVs and rays to ask about mapping, and what a query of a screen gave.
+/// Meshes, UVs and rays for queries of mappings, and the result of a query.
 #pragma once
 
 #include <ostream>
@@ -24,7 +24,8 @@ struct Mapped {
 };
 ::testing::AssertionResult sameBits(const Mapped& a, const Mapped& b);
 
-/// Asks a screen or the plain model. \p before is what the caller's position holds beforehand.
+/// Queries a screen or the reference implementation. \p before is what the caller's position holds
+/// beforehand.
 template <class Mapping>
 Mapped map(Mapping& mapping, const Point2& uv, bool extrapolate, const Point3& before = {}) {
     Mapped mapped{false, before};
@@ -36,21 +37,23 @@ Mapped map(Mapping& mapping, const Point2& uv, bool extrapolate, const Point3& b
 [[nodiscard]] std::vector<LogLine> linesOf(const LogCapture& capture);
 [[nodiscard]] std::string withPlainNaN(std::string text);
 
-/// Whether the screen's ring of answers holds a UV. It asks for it, so that it does from then on.
+/// True if the screen's cache contains a UV. The check is a query, so the cache contains it from
+/// then on.
 [[nodiscard]] bool wasCached(const TriangleScreen& screen, const Point2& uv);
 
 /// Spoils what triangles derive from their UVs, or their edges in space. Corners stay.
 void spoilUVFields(Mesh& mesh, Rng& rng, double share);
-/// Gives some corners infinite, huge or tiny UVs, but no NaN, and computes all fields anew.
+/// Gives some corners infinite, huge or tiny UVs, but no NaN, and computes all fields again.
 void spoilUVs(Mesh& mesh, Rng& rng, double share);
 
 /// Any mesh, often with UVs or derived fields that do not fit.
 [[nodiscard]] Mesh anyUVMesh(Rng& rng);
 
-/// A UV on a corner or an edge or next to it by the last bit, in a triangle, around the rim, far away, or any at all.
+/// A UV on a corner or an edge or next to it by the last bit, in a triangle, around the boundary,
+/// far away, or any at all.
 [[nodiscard]] Point2 anyUV(const Mesh& mesh, Rng& rng);
 
-/// A ray towards the mesh, past its edge, at an outline point, along its plane, or any at all.
+/// A ray towards the mesh, past its edge, at a boundary point, along its plane, or any at all.
 [[nodiscard]] Ray anyRay(const Mesh& mesh, const Boundary& outline, Rng& rng);
 
 }  // namespace quarn::test

@@ -1,4 +1,4 @@
-// What a screen answers after all that was asked and changed before.
+// Results of a screen after queries and changes.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -10,7 +10,8 @@ namespace {
 constexpr const char* kTrace = "TRACE";
 constexpr const char* kWarn = "WARN";
 
-// One triangle: u is x, and v is z. Its lone plane does not continue, so positions beyond it are NaN.
+// One triangle: u is x, and v is z. Its lone plane does not continue, so positions beyond it are
+// NaN.
 Mesh oneTriangle() {
     return {wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0})};
 }

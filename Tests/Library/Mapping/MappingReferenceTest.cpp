@@ -1,4 +1,4 @@
-// Mapping to positions against the plain way, bit for bit.
+// Mapping to positions against the reference implementation, bit for bit.
 #include <gtest/gtest.h>
 
 #include <array>

@@ -25,8 +25,8 @@ struct Question {
     bool extrapolate = false;
 };
 
-// Some questions come again and again, so that the ring answers them. Each UV goes with one flag, so that no answer
-// depends on what was asked before.
+// Some questions come again and again, so that the ring answers them. Each UV goes with one flag,
+// so that no answer depends on earlier queries.
 std::vector<Question> makeQuestions(const Mesh& mesh) {
     constexpr int kHot = 8;
     std::vector<Question> questions;

@@ -43,7 +43,7 @@ TEST(NearestNormals, CountOfZeroOrLessGivesNone) {
         EXPECT_TRUE(search.getNearestNormals({}, kAnyDirection, count).empty());
 }
 
-// Triangles at x = 0, 10, 20, ..., whose stored normals tell them apart.
+// Triangles at x = 0, 10, 20, ..., whose stored normals distinguish them.
 TEST(NearestNormals, NearestComeFirst) {
     Mesh mesh;
     for (int i = 0; i < 6; ++i) {

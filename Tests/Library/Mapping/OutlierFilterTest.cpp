@@ -17,7 +17,7 @@ namespace {
 
 using Points = std::vector<Point3>;
 
-constexpr int kMostPoints = 40;
+constexpr int kMaxPoints = 40;
 
 // Both ways must keep the same positions in the same order.
 void compareWithReference(int keep, const Points& points) {
@@ -33,12 +33,12 @@ void compareWithReference(int keep, const Points& points) {
 template <class Make>
 void compareAllSizes(int rounds, Make make) {
     for (int i = 0; i < rounds; ++i)
-        for (int size = 0; size <= kMostPoints; ++size) {
-            Rng rng(i * (kMostPoints + 1) + size);
+        for (int size = 0; size <= kMaxPoints; ++size) {
+            Rng rng(i * (kMaxPoints + 1) + size);
             SCOPED_TRACE(i);
             Points points;
             for (int k = 0; k < size; ++k) points.push_back(make(rng));
-            for (const int keep : {0, 1, size / 2, size - 1, size, size + 3, rng.integer(0, kMostPoints)})
+            for (const int keep : {0, 1, size / 2, size - 1, size, size + 3, rng.integer(0, kMaxPoints)})
                 if (keep >= 0) compareWithReference(keep, points);
             if (::testing::Test::HasFailure()) return;
         }
@@ -99,7 +99,7 @@ TEST(OutlierFilter, RandomPositions) {
 // Corners of cubes around the mean: many distances are equal, far beyond sixteen.
 TEST(OutlierFilter, EqualDistancesKeepTheirOrder) {
     compareAllSizes(100, [](Rng& rng) { return rng.integerPoint(-1, 1); });
-    for (int size = 0; size <= kMostPoints; size += 2) {
+    for (int size = 0; size <= kMaxPoints; size += 2) {
         Points points;
         for (int k = 0; k < size; ++k) {
             Point3 point;

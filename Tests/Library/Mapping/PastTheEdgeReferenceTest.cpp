@@ -1,4 +1,4 @@
-// Rays past the mesh against the plain way, bit for bit.
+// Rays past the mesh against the reference implementation, bit for bit.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -44,7 +44,7 @@ int countOf(const Counts& counts, Way way) {
     return counts.ways[static_cast<std::size_t>(way)];
 }
 
-// Points of all kinds that a mesh's outline may never have, some without a triangle.
+// Points of all kinds that a mesh's boundary may never have, some without a triangle.
 void scribble(Boundary& outline, const Mesh& mesh, Rng& rng) {
     const int count = rng.integer(0, 7);
     outline.points.clear();

@@ -9,9 +9,9 @@ using namespace quarn::test;
 
 namespace {
 
-// A screen without triangles, of which only the outline is asked.
+// A screen without triangles, of which only the boundary is queried.
 struct Outlined {
-    std::vector<Triangle> faces;  // that outline points belong to
+    std::vector<Triangle> faces;  // that boundary points belong to
     TriangleScreen screen;
 
     explicit Outlined(const std::vector<Point3>& points) {
@@ -19,7 +19,7 @@ struct Outlined {
         screen.outline().uvPoints.resize(points.size());
         screen.outline().triangles.assign(points.size(), nullptr);
     }
-    // The normals of the triangles that the outline's points belong to.
+    // The normals of the triangles that the boundary's points belong to.
     void face(const std::vector<Point3>& normals) {
         faces.resize(normals.size());
         for (std::size_t i = 0; i < normals.size(); ++i) {
@@ -79,7 +79,7 @@ TEST(PastTheEdge, OnlyWrongSidesGiveAPositionWithoutTriangle) {
     const IntersectionSet past = screen.intersectExtrapolatedWithSpecifiedNormal(start, end, -facing);
     ASSERT_EQ(past.count(), 1);
     EXPECT_EQ(past.first().triangleIndex, -1);
-    EXPECT_TRUE(sameBits(past.first(), Intersection())) << "the whole outline faces the other way";
+    EXPECT_TRUE(sameBits(past.first(), Intersection())) << "the whole boundary faces the other way";
 }
 
 TEST(PastTheEdge, RayBesideASheetGivesItsPositionNearestToTheRim) {
@@ -152,9 +152,10 @@ TEST(PastTheEdge, OfEqualAlignmentsTheEarliestPointIsChosen) {
 
 namespace {
 
-// In the cases below the ray runs along X, and the chosen point is (4, 1, 0). The line to it from (3, 5, 4) comes
-// nearest to the ray at x = 4.125, that to (5, 5, 4) at x = 3.875, and that to (6, 5, 4) at x = 3.75. Each segment ends
-// at the chosen point before it gets there, so that the gaps squared are 1 + 1/64, 1 + 1/64 and 1 + 1/16.
+// In the cases below the ray runs along X, and the chosen point is (4, 1, 0). The line to it from
+// (3, 5, 4) comes nearest to the ray at x = 4.125, that to (5, 5, 4) at x = 3.875, and that to (6,
+// 5, 4) at x = 3.75. Each segment ends at the chosen point before it gets there, so that the gaps
+// squared are 1 + 1/64, 1 + 1/64 and 1 + 1/16.
 const Point3 kChosen(4.0, 1.0, 0.0);
 const Point3 kBeforeIt(3.0, 5.0, 4.0);
 const Point3 kAfterIt(5.0, 5.0, 4.0);
@@ -195,8 +196,8 @@ TEST(PastTheEdge, LastPointOfAClosedOutlineIsChosenOnlyWhereTheFirstFacesTheOthe
     EXPECT_EQ(outline.ask({0.0, 0.0, 0.0}, kX, 1)[0], 4.125);
 }
 
-// Seen from the target the fourth point lies nearly straight behind; its segments come nearest to the ray's line before
-// the ray begins.
+// Seen from the target the fourth point lies nearly straight behind; its segments come nearest to
+// the ray's line before the ray begins.
 TEST(PastTheEdge, PointBehindScoresLikeOneAhead) {
     const Point3 behind(-9.0, 0.5, 0.0);
     EXPECT_EQ(askAlongX({kBeforeIt, kChosen, kFartherAfterIt, behind, {-9.0, 0.5, 8.0}}), 0.0);
@@ -221,5 +222,5 @@ TEST(PastTheEdge, SignPassesOverPointsThatFaceTheOtherWay) {
     outline.screen.outline().triangles[0] = nullptr;
     outline.screen.outline().triangles[1] = nullptr;
     EXPECT_TRUE(sameBits(outline.ask({0.0, 0.0, 0.0}, kX, -1), Point3()));
-    EXPECT_EQ(outline.ask({0.0, 0.0, 0.0}, kX, 0)[0], 9.0) << "a sign of 0 asks for no triangle";
+    EXPECT_EQ(outline.ask({0.0, 0.0, 0.0}, kX, 0)[0], 9.0) << "a sign of 0 selects no triangle";
 }

@@ -61,8 +61,8 @@ TEST(ClosestOnAMesh, ExtrapolationPassesHitsOfEitherSide) {
     }
 }
 
-// Intended: the ray that hits nothing gives its position nearest to the rim. That is its start where it runs away
-// from the mesh or across it, and no hit lies nearer.
+// Intended: the ray that hits nothing gives its position nearest to the boundary. That is its start
+// where it runs away from the mesh or across it, and no hit lies nearer.
 TEST(ClosestOnAMesh, ExtrapolationPrefersTheStartWhereARayHitsNothing) {
     TriangleScreen screen(sheetsAt({0.0}));
     for (const Point3& from : {onRay(-1.0), onRay(2.0), Point3(5.0, -1.0, 0.1)}) {
@@ -83,8 +83,8 @@ TEST(ClosestOnAMesh, BesideTheMeshThereIsNone) {
     EXPECT_TRUE(sameBits(result, Intersection()));
 }
 
-// No position of the mesh lies under this one, so the zero position counts as the closest: 9.05 away, times the root
-// of three, is farther than 9.9 but not than 16.
+// No position of the mesh lies under this one, so the zero position counts as the closest: 9.05
+// away, times the root of three, is farther than 9.9 but not than 16.
 TEST(ClosestOnAMesh, WithoutAFootTheHitIsMeasuredByTheZeroPosition) {
     Mesh mesh = sheetsAt({0.0});
     const auto isFound = [&](double distance) {
@@ -119,7 +119,7 @@ TEST(ShortestDistanceToAMesh, IsThatToTheFootOrElseToTheZeroPosition) {
     EXPECT_EQ(screen.getShortestDistance({6.0, 0.0, 8.0}), 10.0);
 }
 
-TEST(CentreOfAMesh, IsTheMiddleOfItsBox) {
+TEST(CenterOfAMesh, IsTheMiddleOfItsBox) {
     Mesh mesh = sheetsAt({2.0, 7.0});
     for (Triangle& triangle : mesh)
         for (TriangleVertex& vertex : triangle.vertices)
@@ -127,7 +127,8 @@ TEST(CentreOfAMesh, IsTheMiddleOfItsBox) {
     EXPECT_TRUE(sameBits(centreOf(TriangleScreen(mesh)), Point3(8.0, 4.5, -16.0)));
     TriangleScreen empty;
     EXPECT_TRUE(sameBits(centreOf(empty), Point3()));
-    // The box of nothing is turned over from one end of the numbers to the other, and too wide for a number.
+    // The box of nothing is turned over from one end of the numbers to the other, and too wide for
+    // a number.
     empty.load(Mesh());
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     EXPECT_TRUE(sameBits(centreOf(empty), Point3(kInfinity, kInfinity, kInfinity)));
@@ -144,7 +145,8 @@ TEST(ChannelOnAMesh, RaysThatMissGetTheirPositionNearestToTheRim) {
     EXPECT_TRUE(sameBits(screen.intersectChannelBoundary({ray(5.0)}, {ray(0.3)}), {points[0]}));
 }
 
-// A tube of two sheets that face one another: the first hit shows the side, and the other sheet is passed over.
+// A tube of two sheets that face one another: the first hit shows the side, and the other sheet is
+// passed over.
 TEST(ChannelOnAMesh, SideOfTheFirstHitPicksTheSheet) {
     Mesh tube = sheetsAt({-1.0, 1.0});
     for (std::size_t i = 0; i < 2; ++i) {
@@ -164,7 +166,8 @@ TEST(ChannelOnAMesh, SideOfTheFirstHitPicksTheSheet) {
 TEST(AspectRatioOfAMesh, IsThatOfItsSheetAndOneWithoutParameterisation) {
     TriangleScreen flat(flatGrid({7, 5}, {4.0, 3.0}));
     EXPECT_NEAR(ScreenUtils::estimateAspectRatioUV(flat), 4.0 / 3.0, 1e-11);
-    // Each chord of a cell's step lies on a facet, whose chord is shorter than its arc by its angle squared over 24.
+    // Each chord of a cell's step lies on a facet, whose chord is shorter than its arc by its angle
+    // squared over 24.
     TriangleScreen curved(cylinderSection({50, 5}, 1.0, 2.0, 1.0));
     EXPECT_NEAR(ScreenUtils::estimateAspectRatioUV(curved), 0.5, 0.5 * 0.02 * 0.02 / 24.0 * 1.01);
 

@@ -14,9 +14,10 @@ using namespace quarn::test;
 namespace {
 
 // More than any work here needs, so that a loop over the failures has an end.
-constexpr long kMostAllocations = 100'000;
+constexpr long kMaxAllocations = 100'000;
 
-// Whether `work` gets through with so many allocations. It fails by the standard exception or not at all.
+// Whether `work` gets through with so many allocations. It fails by the standard exception or not
+// at all.
 template <class Work>
 bool succeedsWithin(long allowed, const Work& work) {
     const AllocationLimit limit(allowed);
@@ -53,19 +54,20 @@ TEST(AllocationFailure, OfAListOfHitsPassesThrough) {
     EXPECT_EQ(hits.count(), 1);
 }
 
-// The list of triangles is there already; what fails is each step of building the trees, the map and the outline.
+// The list of triangles is there already; what fails is each step of building the trees, the map
+// and the boundary.
 TEST(AllocationFailure, OfBuildingAMeshPassesThroughAndTheNextBuildIsWhole) {
     const Mesh mesh = dome({5, 4});
     const Point3 inside = mesh[7].centroid;
     TriangleScreen screen;
     long allowed = 0;
     const auto build = [&] { screen.initTriangleData(); };
-    for (; allowed < kMostAllocations; ++allowed) {
+    for (; allowed < kMaxAllocations; ++allowed) {
         screen.mesh() = mesh;
         if (succeedsWithin(allowed, build)) break;
     }
-    EXPECT_GT(allowed, 3) << "trees, map and outline take memory each";
-    ASSERT_LT(allowed, kMostAllocations);
+    EXPECT_GT(allowed, 3) << "trees, map and boundary allocate memory each";
+    ASSERT_LT(allowed, kMaxAllocations);
     EXPECT_TRUE(screen.hasValidBoundary());
     EXPECT_TRUE(sameBits(screen.getScreenNormal(inside), mesh[7].normal));
     const Point2 uv = screen.mapInto2D(inside, false);

@@ -1,5 +1,6 @@
 /// \file
-/// The count of heap allocations, and a limit to them; a program that links it has every `new` counted.
+/// The count of heap allocations, and a limit to them; a program that links it has every `new`
+/// counted.
 #pragma once
 
 namespace quarn::test {
@@ -7,7 +8,8 @@ namespace quarn::test {
 /// How often this program has allocated memory by `new` so far.
 [[nodiscard]] long allocationCount();
 
-/// While it lives, only so many further allocations of this thread succeed. The next ones throw std::bad_alloc.
+/// While it lives, only so many further allocations of this thread succeed. The next ones throw
+/// std::bad_alloc.
 class AllocationLimit {
 public:
     explicit AllocationLimit(long allowed);

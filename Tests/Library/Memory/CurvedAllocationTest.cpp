@@ -35,7 +35,7 @@ std::shared_ptr<const ScreenGeometry> screenNamed(const std::string& shape) {
 
 class CurvedAllocation : public ::testing::TestWithParam<std::string> {
 protected:
-    // A log line takes memory, so nobody listens.
+    // A log line allocates memory, so no level is enabled.
     void SetUp() override { log4cxx::Logger::getLogger("Quarn")->setLevel(log4cxx::Level::getOff()); }
     void TearDown() override { log4cxx::Logger::getLogger("Quarn")->setLevel(nullptr); }
 

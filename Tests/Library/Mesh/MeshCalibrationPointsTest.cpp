@@ -15,7 +15,7 @@ Point3 onX(double x) {
     return {x, 0.0, 0.0};
 }
 
-// A screen without parameterisation and with the given outline.
+// A screen without parameterization and with the given boundary.
 class RimScreen : public OverriddenScreen {
 public:
     explicit RimScreen(const Lines& lines, Mesh mesh = {}) {

@@ -89,7 +89,7 @@ TEST(MeshTesselation, ShowsStaleFieldsAsTheyAre) {
     EXPECT_EQ(copy.front().normal, Point3());
 }
 
-TEST(MeshOutlineView, ReplacesTheFirstPolylineAndLeavesTheOthers) {
+TEST(MeshBoundaryView, ReplacesTheFirstPolylineAndLeavesTheOthers) {
     const TriangleScreen screen(flatGrid({2, 2}));
     const std::vector<Point3> other = {Point3(1.0, 2.0, 3.0)};
     Polylines lines;
@@ -103,7 +103,7 @@ TEST(MeshOutlineView, ReplacesTheFirstPolylineAndLeavesTheOthers) {
     EXPECT_EQ(lines, (Polylines{screen.outline().points, other, {}}));
 }
 
-TEST(MeshOutlineView, OfAMeshWithoutOutlineDoesNothing) {
+TEST(MeshBoundaryView, OfAMeshWithoutOutlineDoesNothing) {
     Polylines lines;
     TriangleScreen().sampleBoundary(lines);
     EXPECT_TRUE(lines.empty());
@@ -113,7 +113,7 @@ TEST(MeshOutlineView, OfAMeshWithoutOutlineDoesNothing) {
     EXPECT_EQ(lines, before);
 }
 
-TEST(MeshOutlineView, InUVReplacesTheCallersListAndLeavesTheScreensOwn) {
+TEST(MeshBoundaryView, InUVReplacesTheCallersListAndLeavesTheScreensOwn) {
     TriangleScreen screen(flatGrid({2, 2}));
     std::vector<Point2> outline(3);
     screen.sampleBoundaryUV(outline);

@@ -27,7 +27,7 @@ Polylines gridOf(const MeshScreen& screen, int density) {
     return grid;
 }
 
-// A screen on which each UV maps to (u, 0, v), within the given outline.
+// A screen on which each UV maps to (u, 0, v), within the given boundary.
 void mapByReference(OverriddenScreen& screen, const std::vector<Point2>& outline) {
     screen.onSampleBoundaryUV = [outline](std::vector<Point2>& out) { out = outline; };
     screen.onMapInto3D = [](const Point2& uv, Point3& point, bool) {
@@ -193,11 +193,12 @@ TEST(MeshGrid, JoinsAllPolylinesOfAnOverriddenOutline) {
 
 TEST(MeshGrid, KeepsACrossingsPieceWhereNoSegmentMeetsTheLine) {
     OverriddenScreen screen;
-    // Two points make a segment without inside; only the samples on it are in the outline.
+    // Two points make a segment without inside; only the samples on it are within the boundary.
     mapByReference(screen, {{0.0, 0.0}, {0.1, 0.0}});
     const Polylines grid = gridOf(screen, 2);
     ASSERT_EQ(grid.size(), 5U);
-    // v = 0: samples 0, 1 and 2, and the point where the line leaves the segment that it runs along does not exist.
+    // v = 0: samples 0, 1 and 2, and the point where the line leaves the segment that it runs along
+    // does not exist.
     ASSERT_EQ(grid[1].size(), 3U);
     EXPECT_EQ(grid[1][2], Point3(2 * 0.034482758620689655, 0.0, 0.0));
     EXPECT_TRUE(grid[2].empty());

@@ -16,8 +16,8 @@ using Polylines = IScreenGeometry::Polylines;
 
 namespace {
 
-// A door that one thread waits at until another opens it. It opens by itself after a while, so that a test that goes
-// wrong fails and does not hang.
+// A door that one thread waits at until another opens it. It opens by itself after a while, so that
+// a test that goes wrong fails and does not hang.
 class Door {
 public:
     void open() {
@@ -103,7 +103,8 @@ TEST(MeshGridThreads, ManyCallersOfManyDensitiesGetWholeGridsEach) {
     runTogether(4, [&](int thread) {
         for (int round = 0; round < 100; ++round) {
             const Polylines grid = gridOf(screen, 2 + (round / 3 + thread) % 5);
-            // Another thread may have handed over its own grid meanwhile, and before the first one there is none.
+            // Another thread may have handed over its own grid meanwhile, and before the first one
+            // there is none.
             const std::size_t density = grid.size() / 2;
             EXPECT_TRUE(grid.empty() || grid == expected.at(density));
         }

@@ -6,7 +6,8 @@
 #include "Support/Mesh/Meshes.h"
 #include "Support/Mesh/TriangleScreen.h"
 
-// A search asks at its first rejected triangle whether the position is on the screen at all, and may end there.
+// A search checks at its first rejected triangle whether the position is on the screen at all, and
+// may end there.
 
 using namespace quarn::test;
 
@@ -14,7 +15,8 @@ namespace {
 
 const Point3 kZero;
 
-// A 4 x 4 grid whose inner corners have no UV: they do not count for the outline, which stays valid.
+// A 4 x 4 grid whose inner corners have no UV: they do not count for the boundary, which stays
+// valid.
 Mesh gridWithoutInnerUV() {
     Mesh mesh = flatGrid({4, 4});
     for (Triangle& triangle : mesh) {
@@ -55,7 +57,7 @@ TEST(MeshScreenEarlyEnd, NeverComesOnAMeshWhoseCornersAreAllInItsOutline) {
     }
 }
 
-// The foot falls outside of the rejected triangle, so its corner 0 is what is looked at.
+// The projection falls outside of the rejected triangle, so its corner 0 is what is looked at.
 TEST(MeshScreenEarlyEnd, ComesAtACornerWithoutUV) {
     const TriangleScreen screen(gridWithoutInnerUV());
     ASSERT_TRUE(screen.hasValidBoundary());
@@ -74,7 +76,8 @@ TEST(MeshScreenEarlyEnd, ComesAtACornerWithoutUV) {
     EXPECT_LT(denied, 32);
 }
 
-// The foot falls into the rejected triangle, but the position is off its plane: its UV there is what is looked at.
+// The projection falls into the rejected triangle, but the position is off its plane: its UV there
+// is what is looked at.
 TEST(MeshScreenEarlyEnd, ComesAtTheUVOfAFootOutsideOfTheOutline) {
     const Mesh folded = foldedSheet(2, 1.0, 1, {2.0, 2.0});
     const TriangleScreen whole(folded);

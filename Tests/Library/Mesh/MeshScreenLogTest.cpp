@@ -1,4 +1,4 @@
-// What a mesh logs of its outline, and that it logs nothing else.
+// Messages about the boundary of a mesh, and no other messages.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -46,7 +46,7 @@ Mesh closedSurface() {
 }  // namespace
 
 TEST(MeshScreenLog, SecondOutlineIsWarnedOfWithTheNumberOfItsEdges) {
-    // A grid of one cell has an outline of 4 edges, and one of 3 by 2 cells has 10.
+    // A grid of one cell has a boundary of 4 edges, and one of 3 by 2 cells has 10.
     for (const auto& [size, left] : {std::pair(GridSize{1, 1}, 4), std::pair(GridSize{3, 2}, 10)}) {
         TriangleScreen screen;
         const Mesh pieces = separatePieces(2, size);

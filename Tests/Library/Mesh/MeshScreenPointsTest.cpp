@@ -19,7 +19,7 @@ Triangle cornerTriangle() {
     return wholeTriangle({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0});
 }
 
-// A screen that says where the normal is asked for.
+// A screen that notes the positions of queries for normals.
 class NormalScreen : public TriangleScreen {
 public:
     Point3 normal;

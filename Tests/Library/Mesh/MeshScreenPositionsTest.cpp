@@ -17,7 +17,7 @@ struct Tally {
     int denied = 0;  // positions on a triangle for which the search was ended
 };
 
-// Asks a screen and the plain answers about positions all over a mesh.
+// Compares a screen with the reference implementation at positions all over a mesh.
 void compare(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
     const TriangleScreen screen(mesh);
     const ReferenceBoundary outline(screen.mesh());
@@ -41,7 +41,8 @@ void compare(const Mesh& mesh, Rng& rng, int questions, Tally& tally) {
     }
 }
 
-// Takes the UV from all corners inside of a grid, or spoils what triangles store of it. The outline stays.
+// Takes the UV from all corners inside of a grid, or spoils what triangles store of it. The
+// boundary stays.
 void spoilUV(Mesh& mesh, Rng& rng) {
     const bool isInnerLost = rng.coin();
     for (Triangle& triangle : mesh) {

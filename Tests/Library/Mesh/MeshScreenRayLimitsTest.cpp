@@ -16,9 +16,9 @@ using namespace quarn::test;
 
 namespace {
 
-constexpr float kGreatestFloat = 1.844e18F;
-const double kGreatest = static_cast<double>(kGreatestFloat);
-const double kNextGreater = static_cast<double>(std::nextafter(kGreatestFloat, 2e18F));
+constexpr float kMaxFloat = 1.844e18F;
+const double kGreatest = static_cast<double>(kMaxFloat);
+const double kNextGreater = static_cast<double>(std::nextafter(kMaxFloat, 2e18F));
 
 // Control bits of the processor's floating point: all but the flags that record what has happened.
 unsigned int floatingPointControl() {
@@ -88,7 +88,7 @@ TEST(MeshScreenRayLimits, MeshesOfAnyScaleAreSurvived) {
             if (rng.coin()) continue;
             TriangleVertex& vertex = triangle.vertices[static_cast<std::size_t>(rng.integer(0, 2))];
             const double number = wildNumber(rng);
-            // A NaN agrees with no corner, and an outline that reaches one may not end.
+            // A NaN agrees with no corner, and a boundary walk that reaches one may not terminate.
             if (!std::isnan(number)) vertex.position[static_cast<std::size_t>(rng.integer(0, 2))] = number;
             computeFields(triangle);
         }

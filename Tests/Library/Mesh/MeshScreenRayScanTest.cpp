@@ -42,7 +42,8 @@ void expectAllScanned(const IntersectionSet& hits, const std::vector<ScannedHit>
     }
 }
 
-// Every sure hit of the scan is found, unless another one stands close before it, or ten are found before it.
+// Every sure hit of the scan is found, unless another one stands close before it, or ten are found
+// before it.
 int expectAllFound(const IntersectionSet& hits, const std::vector<ScannedHit>& scanned) {
     constexpr double kClose = 0.0011;  // the step behind a hit, in lengths of the direction, and rounding
     int sure = 0;

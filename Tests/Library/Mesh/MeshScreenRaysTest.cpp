@@ -49,11 +49,12 @@ TEST(MeshScreenRays, LayerCloserThanAThousandthOfTheDirectionIsPassedOver) {
     EXPECT_EQ(screen.intersect(onRay(-1.0), onRay(1000.0)).count(), 1);
 }
 
-// Far along a ray a thousandth is less than the distance's own rounding, and the step must be rounded like it.
+// Far along a ray a thousandth is less than the distance's own rounding, and the step must be
+// rounded like it.
 TEST(MeshScreenRays, StepBehindAHitIsMadeInSinglePrecision) {
     const TriangleScreen screen(sheetsAt({0.0, 2.0}));
-    // 100,000 lengths away neighbouring numbers lie 1/128 apart: the step comes to nothing, and the sheet at the
-    // same distance is found over and over.
+    // 100,000 lengths away neighboring numbers lie 1/128 apart: the step comes to nothing, and the
+    // sheet at the same distance is found over and over.
     const IntersectionSet hits = screen.intersect(onRay(-131072.0), onRay(-131071.0));
     EXPECT_EQ(static_cast<float>(131072.0F + 0.001F), 131072.0F);
     EXPECT_GE(hits.count(), 2);

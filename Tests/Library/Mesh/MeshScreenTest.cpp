@@ -110,7 +110,7 @@ TEST(MeshScreen, BoundsAreNotWrittenWhereAPointerIsNull) {
 }
 
 TEST(MeshScreen, CentroidIsWeightedByArea) {
-    // A square metre around (0, 0, 0), and three around (10, 0, 0).
+    // A square meter around (0, 0, 0), and three around (10, 0, 0).
     Mesh mesh = flatGrid({1, 1}, {1.0, 1.0});
     for (Triangle triangle : flatGrid({1, 1}, {1.0, 3.0})) {
         for (TriangleVertex& vertex : triangle.vertices) vertex.position[0] += 10.0;

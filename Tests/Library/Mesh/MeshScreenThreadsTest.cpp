@@ -23,8 +23,8 @@ void append(std::vector<Point3>& answers, const std::vector<Point3>& some) {
     answers.insert(answers.end(), some.begin(), some.end());
 }
 
-// The answers that map between positions and UV, or go past the edge. Extrapolation is asked for throughout, as an
-// answer without it may come from the cache and so depend on what was asked before.
+// Results that map between positions and UV, or go past the edge. All queries extrapolate: a result
+// without extrapolation may come from the cache and so depend on earlier queries.
 void appendMappings(const TriangleScreen& screen, Rng& rng, const Point3& from, const Point3& at,
                     std::vector<Point3>& answers) {
     append(answers, {screen.mapInto2D(at, false), screen.mapInto2D(at, true)});
@@ -102,7 +102,7 @@ std::vector<std::vector<Point3>> allAnswersOf(const TriangleScreen& screen) {
     return answers;
 }
 
-// A mesh without a valid outline too, and one on which a search asks the outline.
+// Also a mesh without a valid boundary, and one on which a search tests the boundary.
 std::vector<Mesh> someMeshes() {
     Mesh folded = dome({12, 10});
     foldUV(folded);
@@ -145,7 +145,8 @@ TEST(MeshScreenThreads, ScreensComeAndGoWhileAnotherIsAsked) {
     EXPECT_GE(built, kBuilders);
 }
 
-// No screen outlives a round, so that the tracer is opened and closed again and again, by whichever thread.
+// No screen outlives a round, so that the tracer is opened and closed again and again, by any
+// thread.
 TEST(MeshScreenThreads, TracerIsOpenedAndClosedByAnyThread) {
     std::atomic<int> wrong = 0;
     for (int round = 0; round < 20; ++round) {

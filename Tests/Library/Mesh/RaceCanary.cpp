@@ -1,5 +1,6 @@
-// A program with a race, which the thread sanitizer must report: if it does not, its silence elsewhere means nothing.
-// The race stands among calls of the ray tracer, as a suppression of the tracer's own must not hide it.
+// A program with a race, which the thread sanitizer must report: if it does not, its silence
+// elsewhere means nothing. The race stands among calls of the ray tracer, as a suppression of the
+// tracer's own must not hide it.
 #include "Support/Mesh/Meshes.h"
 #include "Support/Mesh/TriangleScreen.h"
 #include "Support/RunTogether.h"

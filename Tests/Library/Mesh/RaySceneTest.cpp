@@ -35,7 +35,8 @@ TEST(RayScene, HitHasTriangleDistanceAndParameters) {
     scene.upload(mesh);
     const auto hit = firstHit(scene);
     ASSERT_TRUE(hit);
-    // Triangles 2 and 3 lie in front, one length of the direction away; the one below the diagonal is hit.
+    // Triangles 2 and 3 lie in front, one length of the direction away; the one below the diagonal
+    // is hit.
     EXPECT_EQ(hit->triangle, 3U);
     EXPECT_FLOAT_EQ(hit->distance, 1.0F);
     EXPECT_LT(length(hit->position - onRay(1.0)), 1e-6);
@@ -109,7 +110,7 @@ TEST(RayScene, ScenesKnowNothingOfOneAnother) {
     EXPECT_FLOAT_EQ(firstHit(second)->distance, 2.0F);
 }
 
-// The first scene opens the tracer and the last one closes it, whichever they are.
+// The first scene opens the tracer and the last one closes it, in any order.
 TEST(RayScene, ScenesEndInAnyOrder) {
     for (int i = 0; i < seedCount(200); ++i) {
         Rng rng(i);

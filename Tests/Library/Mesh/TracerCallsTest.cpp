@@ -1,4 +1,5 @@
-// What a mesh asks of the ray tracer. The linker sends the calls through here (--wrap), so that they are seen.
+// Calls of a mesh to the ray tracer. The linker sends them through here (--wrap), so that they are
+// counted.
 #include <gtest/gtest.h>
 
 #include <memory>

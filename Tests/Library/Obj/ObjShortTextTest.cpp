@@ -45,7 +45,7 @@ TEST(ObjShortText, TextsOfUpToThreeLettersPassThroughAllThreads) {
             const std::string expected = referenceBlanked(text);
             detail::blankContinuations(text);
             ASSERT_EQ(text, expected);
-            const PlainLists plain = plainLists(text);
+            const ReferenceObjData plain = referenceObjData(text);
             if (plain.isEndless)
                 ASSERT_THROW((void)detail::parseObj(text), std::bad_alloc) << text;
             else

@@ -14,7 +14,7 @@ using namespace quarn::test;
 namespace {
 
 // The minimum x, y, z, then the maximum x and y, from the documented start values.
-std::array<double, 5> plainExtent(const std::vector<Triangle>& mesh) {
+std::array<double, 5> referenceExtent(const std::vector<Triangle>& mesh) {
     std::array<double, 5> extent = {1.7976931348623157e308, 1.7976931348623157e308, 1.7976931348623157e308,
                                     2.2250738585072014e-308, 2.2250738585072014e-308};
     for (const Triangle& triangle : mesh)

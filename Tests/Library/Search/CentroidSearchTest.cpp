@@ -21,7 +21,8 @@ struct Tally {
     int rejectedNone = 0;
 };
 
-// Asks both ways about the same position. The same triangle must come back, not only one like it.
+// Runs both searches at the same position. The result must be the same triangle, not only an equal
+// one.
 void compareAt(const quarn::detail::CentroidSearch& search, const ReferenceMesh& plain, const Point3& point,
                Tally& tally) {
     SCOPED_TRACE(::testing::Message() << std::hexfloat << point[0] << ", " << point[1] << ", " << point[2]);
@@ -103,7 +104,8 @@ TEST(CentroidSearch, FindsTheTrianglesOfTheReferenceWhereFieldsAreNotFinite) {
     EXPECT_GT(tally.held, 10'000);
 }
 
-// A corner that is not a number, in a triangle whose centroid still is one: it holds nothing itself, and hides nothing.
+// A corner that is not a number, in a triangle whose centroid still is one: it holds nothing
+// itself, and hides nothing.
 TEST(CentroidSearch, OneCornerThatIsNoNumberHidesNoOtherTriangle) {
     for (std::size_t spoiled = 0; spoiled < 32; ++spoiled) {
         for (std::size_t axis = 0; axis < 3; ++axis) {

@@ -26,9 +26,10 @@ double around(double limit, Rng& rng) {
     return limit * rng.uniform(0.3, 1.7);
 }
 
-// A triangle as thin, as large, as small, as far off and as tilted as the boxes allow for, and a little more.
+// A triangle as thin, as large, as small, as far off and as tilted as the boxes allow for, and a
+// little more.
 Triangle extremeTriangle(Rng& rng) {
-    constexpr double kLeastSine = 1e-4;
+    constexpr double kMinSine = 1e-4;
     Point3 direction(1.0, 0.0, 0.0);
     Point3 across(0.0, 0.0, 1.0);
     if (rng.integer(0, 2) != 0) {
@@ -37,7 +38,7 @@ Triangle extremeTriangle(Rng& rng) {
     }
     const double first = std::abs(rng.integer(0, 3) == 0 ? rng.spread(-62, 62) : rng.spread(-12, 12));
     const double second = rng.coin() ? first * rng.uniform(0.5, 2.0) : std::abs(rng.spread(-30, 30));
-    const std::array sines = {around(kLeastSine, rng), std::abs(rng.spread(-36, -2)), rng.uniform(0.0, 1.0),
+    const std::array sines = {around(kMinSine, rng), std::abs(rng.spread(-36, -2)), rng.uniform(0.0, 1.0),
                               1.0};
     const double sine = sines[static_cast<std::size_t>(rng.integer(0, 3))];
     const double cosine = std::sqrt(std::abs(1.0 - sine * sine)) * (rng.coin() ? 1.0 : -1.0);

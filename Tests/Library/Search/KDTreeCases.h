@@ -1,5 +1,5 @@
 /// \file
-/// Values for k-d trees: a kind of coordinate for each way in which a tree can get into trouble.
+/// Values for k-d trees: a kind of coordinate for each way in which a tree can degenerate.
 #pragma once
 
 #include <algorithm>
@@ -104,7 +104,7 @@ struct SpotCase {
         plain.build(values);
     }
 
-    /// A point to ask about: one of the keys, or one of their kind.
+    /// A point for a query: one of the keys, or one of their kind.
     Point<double, N> question(Rng& rng) const {
         const int index = rng.integer(0, static_cast<int>(spots.size()) - 1);
         return rng.coin() ? spots[static_cast<std::size_t>(index)].key : keyOf<N>(spread, rng, index);

@@ -51,7 +51,8 @@ TEST(KDTree, NearestOfNoValuesIsAnError) {
     const Tree tree;
     expectNoValues(668, [&] { (void)tree.findNearest({0.0, 0.0}); });
     expectNoValues(692, [&] {
-        (void)tree.findNearestIf({0.0, 0.0}, [](const Spot<2>*) -> bool { throw std::logic_error("asked"); });
+        (void)tree.findNearestIf({0.0, 0.0},
+                                 [](const Spot<2>*) -> bool { throw std::logic_error("called"); });
     });
 }
 
@@ -96,7 +97,8 @@ TEST(KDTree, DepthDoesNotFallWhenRebuiltOverFewerValues) {
     EXPECT_EQ(tree.depth(), 3);
 }
 
-// The second of two values is their median, and its partner hangs on the left of it. A tie looks right first.
+// The second of two values is their median, and its partner hangs on the left of it. A tie looks
+// right first.
 TEST(KDTree, NearestOfTwoEqualKeysIsTheOneMetFirst) {
     const Line pair({Point<double, 1>(2.0), Point<double, 1>(2.0)});
     for (const double at : {2.0, 1.0, 3.0}) {
@@ -164,7 +166,8 @@ TEST(KDTree, SkippedSubtreeIsNotAskedAbout) {
     EXPECT_EQ(tree.findNearestIf({6.0, 0.0}, kTakeAll, [](std::size_t) { return true; }), nullptr);
 }
 
-// From beyond the end of a line every far side is farther than the first leaf: one node for each level.
+// From beyond the end of a line every far side is farther than the first leaf: one node for each
+// level.
 TEST(KDTree, SearchLeavesOutWhatCannotBeNearer) {
     std::vector<Point<double, 1>> keys;
     for (int i = 0; i < 1023; ++i) keys.emplace_back(static_cast<double>(i));

@@ -97,7 +97,8 @@ TEST(KDTreeWalk, AdvancingPastTheEndDoesNothing) {
     EXPECT_TRUE(walk.done());
 }
 
-// Once nothing more is found, one waiting subtree is looked at and no other, however near that may be.
+// Once nothing more is found, one waiting subtree is looked at and no other, however near that may
+// be.
 TEST(KDTreeWalk, NearerValueMayComeLater) {
     int outOfOrder = 0;
     for (int i = 0; i < seedCount(2000); ++i) {
@@ -111,8 +112,8 @@ TEST(KDTreeWalk, NearerValueMayComeLater) {
     EXPECT_LT(outOfOrder, 200);
 }
 
-// A subtree waits until it is expanded, and what leaves the queue then is the nearest entry, which the
-// expansion itself may have added. Only a NaN lets an addition be the nearer one.
+// A subtree waits until it is expanded, and what leaves the queue then is the nearest entry, which
+// the expansion itself may have added. Only a NaN lets an addition be the nearer one.
 TEST(KDTreeWalk, ValuesComeAgainWhereADistanceIsNaN) {
     bool cameAgain = false;
     for (int i = 0; i < seedCount(200); ++i) {

@@ -75,7 +75,8 @@ TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
     for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        // Small ones only: where thousands overlap, each level loses just a few and the tree fills the memory.
+        // Small ones only: where thousands overlap, each level loses just a few and the tree fills
+        // the memory.
         const std::vector<Triangle> triangles =
             trianglesOf(rng.coin() ? Soup::Small : Soup::Degenerate, rng, 3000);
         RegionMap map;

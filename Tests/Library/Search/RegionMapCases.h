@@ -1,5 +1,5 @@
 /// \file
-/// Triangles in UV for region maps: a kind of mesh for each way in which a quadtree can get into trouble.
+/// Triangles in UV for region maps: a kind of mesh for each way in which a quadtree can degenerate.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +24,8 @@ inline Triangle triangleOver(const UV& a, const UV& b, const UV& c) {
     return triangle;
 }
 
-/// The unit square in columns x rows cells of two triangles, which share the edge from (left, top) to (right,
-/// bottom).
+/// The unit square in columns x rows cells of two triangles, which share the edge from (left, top)
+/// to (right, bottom).
 inline std::vector<Triangle> gridOver(int columns, int rows) {
     std::vector<Triangle> triangles;
     const auto corner = [&](int i, int j) {

@@ -36,11 +36,11 @@ std::vector<Triangle> overlappingTriangles(Rng& rng, int count) {
     return triangles;
 }
 
-class RegionMapGrowthOf : public ::testing::TestWithParam<Soup> {};
+class RegionMapEstimateOf : public ::testing::TestWithParam<Soup> {};
 
 }  // namespace
 
-TEST_P(RegionMapGrowthOf, RandomMeshesIsWhatABuildMakes) {
+TEST_P(RegionMapEstimateOf, RandomMeshesIsWhatABuildMakes) {
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
@@ -48,7 +48,7 @@ TEST_P(RegionMapGrowthOf, RandomMeshesIsWhatABuildMakes) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapGrowthOf,
+INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapEstimateOf,
                          ::testing::Values(Soup::Grid, Soup::Small, Soup::Overlapping, Soup::Degenerate,
                                            Soup::OnOneLine, Soup::OneRegion, Soup::AroundOnePoint,
                                            Soup::Special));
@@ -77,7 +77,7 @@ TEST(RegionMapEstimate, CountEndsSoonAfterItsLimit) {
     const detail::RegionMapEstimate growth = detail::countRegionMap(boxes, kLimit);
     EXPECT_FALSE(growth.isWhole);
     EXPECT_GT(growth.steps, kLimit);
-    // Behind the limit each quadrant on the way up to the root is asked for once more.
+    // Beyond the limit each quadrant on the way up to the root is built once more.
     EXPECT_LE(growth.steps, kLimit + 4 * 18 * boxes.size());
 }
 
@@ -122,7 +122,8 @@ TEST(RegionMapEstimate, WhatIsSurelySmallTakesReasonableSteps) {
         const std::vector<RegionRect> boxes = quarn::detail::uvBoxesOf(trianglesOf(anySoup(rng), rng, 400));
         if (!detail::isRegionMapSizeBounded(boxes)) continue;
         ++small;
-        // Twelve levels at most, each with as many boxes as cells are touched, and what crowded cells may take.
+        // Twelve levels at most, each with as many boxes as cells are touched, and what full cells
+        // may take.
         const detail::RegionMapEstimate growth = detail::countRegionMap(boxes, kNoLimit);
         EXPECT_LE(growth.steps, (12 * 64 + 64) * boxes.size());
     }

@@ -23,7 +23,8 @@ bool isInside(const RegionRect& rect, const UV& uv) {
     return rect.minU <= uv[0] && uv[0] <= rect.maxU && rect.minV <= uv[1] && uv[1] <= rect.maxV;
 }
 
-// By rounding a triangle may claim a point an ulp beyond its box, where the map need not look for it.
+// By rounding a triangle may claim a point an ulp beyond its box, where the map need not look for
+// it.
 bool isHeldByAny(const std::vector<Triangle>& triangles, const UV& uv) {
     for (const Triangle& triangle : triangles)
         if (isInside(boxOf(triangle), uv) && holdsPoint(triangle, uv[0], uv[1])) return true;
@@ -83,7 +84,8 @@ INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapLocate,
                          ::testing::Values(Soup::Grid, Soup::Small, Soup::Overlapping, Soup::Degenerate,
                                            Soup::OnOneLine, Soup::OneRegion, Soup::AroundOnePoint));
 
-// Coordinates of a grid by powers of two are exact, so that no point of the square is in no triangle.
+// Coordinates of a grid by powers of two are exact, so that no point of the square is in no
+// triangle.
 TEST(RegionMapLocateOnGrid, EveryPointOfTheSquareIsFound) {
     const std::vector<Triangle> grid = gridOver(16, 8);
     RegionMap map;

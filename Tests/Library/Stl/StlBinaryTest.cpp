@@ -12,8 +12,8 @@ namespace {
 
 const std::string kNotSolid = gotWhileExpecting("bin", kSolidExpected);
 
-// Loads the file's first bytes and says whether the result is as told: whole records stay, and only a file that holds
-// all that it announces is valid.
+// Loads the file's first bytes and returns whether the result is as expected: whole records stay,
+// and only a file that contains all that it announces is valid.
 void expectLoaded(const std::string& bytes, const std::vector<Facet>& facets, std::size_t kept,
                   bool isValid) {
     OpenStlScreen screen;

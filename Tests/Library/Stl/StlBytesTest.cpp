@@ -20,7 +20,8 @@ std::string someBytes(std::size_t size) {
     return bytes;
 }
 
-// Gives a few bytes at a time, however many are asked for, and tells a number of bytes that it does not have.
+// Gives a few bytes at a time for requests of any size, and reports a number of bytes that it does
+// not have.
 class SlowBuffer : public std::streambuf {
 public:
     SlowBuffer(std::string contents, std::size_t atATime, std::streamsize told)

@@ -27,10 +27,10 @@ std::vector<Facet> rowOfFacets(int count);
 
 /// A binary file. The header is filled with zero bytes, or cut, to 80.
 std::string binaryStl(const std::string& header, std::int32_t count, const std::vector<Facet>& facets);
-/// A binary file that tells the truth.
+/// A consistent binary file.
 std::string binaryStl(const std::vector<Facet>& facets);
 
-/// The triangle that a facet's bytes stand for.
+/// The triangle of a facet's bytes.
 Triangle triangleOf(const Facet& facet);
 /// The triangles of the first \p count facets.
 std::vector<Triangle> trianglesOf(const std::vector<Facet>& facets, std::size_t count);

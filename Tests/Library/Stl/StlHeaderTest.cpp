@@ -7,7 +7,8 @@ using namespace std::string_literals;
 
 namespace {
 
-// Text that begins like a binary file's header: "solid", then a name of so many characters, its first a blank.
+// Text that begins like a binary file's header: "solid", then a name of so many characters, its
+// first a blank.
 std::string solidLine(std::size_t nameSize) {
     return "solid " + std::string(nameSize - 1, 'x');
 }

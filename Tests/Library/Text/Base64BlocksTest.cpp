@@ -1,4 +1,4 @@
-// Base64 of many bytes at once, beside a loop that takes bit after bit.
+// Base64 of many bytes at once, next to a loop over single bytes.
 #include <Common/TextConversion.h>
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ std::string randomDigits(Rng& rng, std::size_t size) {
     return digits;
 }
 
-// The neighbours of the digits' ranges, and what often stands in texts.
+// The neighbors of the digits' ranges, and frequent characters of texts.
 const std::string kForeign("=\n\r \0-_,.:@[`{*~\x7F\x80\xC1\xFF", 20);
 
 std::vector<std::size_t> sizesAround(std::size_t middle) {

@@ -11,7 +11,8 @@
 namespace quarn::test {
 namespace {
 
-// The text of one character, and that character at the start, in the middle and at the end of a text.
+// The text of one character, and that character at the start, in the middle and at the end of a
+// text.
 std::array<std::wstring, 4> textsAround(wchar_t character) {
     const std::wstring one(1, character);
     return {one, one + L"ab", L"a" + one + L"b", L"ab" + one};

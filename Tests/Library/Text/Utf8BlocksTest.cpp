@@ -62,7 +62,7 @@ TEST(Utf8Blocks, RandomMixedTextReadsAsTheTableTells) {
     }
 }
 
-// Characters of three bytes fall upon the border of each piece, whatever its size is.
+// Characters of three bytes fall upon the border of each piece of any size.
 TEST(Utf8Blocks, WayThroughAWideTextNeedNotBeTakenAsAWhole) {
     for (int i = 0; i < seedCount(12); ++i) {
         SCOPED_TRACE(i);

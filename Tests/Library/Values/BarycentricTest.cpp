@@ -28,7 +28,7 @@ Answer ask(const Triangle& triangle, const Point3& position, bool allowOutside) 
     return answer;
 }
 
-// Asks the unit triangle, whose parameters are x and y themselves.
+// Queries the unit triangle, whose parameters are x and y themselves.
 Answer askUnit(double a, double b, bool allowOutside) {
     return ask(unitTriangle(), {a, b, 0.0}, allowOutside);
 }
@@ -69,7 +69,7 @@ TEST(Barycentric, AllowOutsideDoesNotRelaxTheEdgeOfA) {
     expectRefused(askUnit(-0.5, 0.25, false));
     expectAccepted(askUnit(0.25, -0.5, true), 0.25, -0.5);
     expectRefused(askUnit(0.25, -0.5, false));
-    // The edge of a comes first, whatever the others say.
+    // The edge of a comes first, for any values of the others.
     expectRefused(askUnit(-0.5, -0.5, true));
 }
 
@@ -178,7 +178,7 @@ TEST(Barycentric, FindsTheParametersOfTheFootWithinTwoRoundings) {
         if (across == Point3()) continue;
         const double a = rng.integer(-16, 80) / 64.0;
         const double b = rng.integer(-16, 80) / 64.0;
-        // A height above the plane does not move the foot.
+        // A height above the plane does not move the projection.
         const Answer answer = ask(t, t.pointAt(a, b) + rng.integer(-8, 8) / 4.0 * across, true);
         ASSERT_EQ(answer.inside, a >= 0.0);
         if (!answer.inside) continue;

@@ -112,7 +112,8 @@ TEST(IntersectionSet, CopyIsIndependent) {
     expectSetOf(assigned, 3);
 }
 
-// The state after a move is promised. NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
+// The state after a move is promised.
+// NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
 TEST(IntersectionSet, MoveTakesTheStorageAndLeavesTheSourceEmpty) {
     IntersectionSet source = setOf(3);
     const Intersection* const storage = &source.first();

@@ -62,7 +62,8 @@ std::array<reference::Clamps, 16> allClamps() {
     return all;
 }
 
-// Lines along x (through the origin) and along y (one above), which are closest at the parameters s and t.
+// Lines along x (through the origin) and along y (one above), which are closest at the parameters s
+// and t.
 Lines crossing(double s, double t) {
     return {{-s, 0.0, 0.0}, {1.0 - s, 0.0, 0.0}, {0.0, -t, 1.0}, {0.0, 1.0 - t, 1.0}};
 }
@@ -128,7 +129,7 @@ TEST(ClosestPointsBetweenLines, EachEndClampsItsOwnParameterOnly) {
 }
 
 TEST(ClosestPointsBetweenLines, ClampedParameterDoesNotMoveTheOther) {
-    // Lines that cross at a slant: the foot of A's clamped end on B would be (0.5, 0.5, 0).
+    // Lines that cross at a slant: the projection of A's clamped end on B would be (0.5, 0.5, 0).
     const Lines slanted{{1.0, 0.0, 0.0}, {2.0, 0.0, 0.0}, {0.0, 0.0, 0.0}, {1.0, 1.0, 0.0}};
     const Answer answer = ask(slanted, {true, true, true, true});
     EXPECT_EQ(answer.onA, Point3(1.0, 0.0, 0.0));
@@ -169,7 +170,8 @@ TEST(ClosestPointsBetweenLines, AreExactWhereAllNumbersAre) {
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        // The common perpendicular stands at the parameters s and t, fractions of 64, and is `height` long.
+        // The common perpendicular stands at the parameters s and t, fractions of 64, and is
+        // `height` long.
         const Point3 a0 = rng.integerPoint(-20, 20);
         const Point3 da = rng.integerPoint(-20, 20);
         const Point3 db = rng.integerPoint(-20, 20);

@@ -191,8 +191,8 @@ TEST(MatrixInverse, NaNPassesEveryTest) {
 }
 
 TEST(MatrixInverse, IsTheMathematicalOneWithinItsErrorBound) {
-    // Gauss-Jordan errs by about n growth roundings, times the condition number; with n = 4 and a growth of
-    // at most 8 by pivoting, twice for the way back.
+    // Gauss-Jordan errs by about n growth roundings, times the condition number; with n = 4 and a
+    // growth of at most 8 by pivoting, twice for the way back.
     constexpr long double kRoundings = 64.0L * 0x1p-24L;
     int compared = 0;
     for (int i = 0; i < seedCount(3000); ++i) {

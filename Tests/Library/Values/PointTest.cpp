@@ -108,7 +108,8 @@ TEST(Point, CrossIsRightHanded) {
 }
 
 TEST(Point, LengthIsTheEuclideanOneWithinRounding) {
-    // Three roundings of the squares and sums, halved by the root, and the root's own: 2.5, and some slack.
+    // Three roundings of the squares and sums, halved by the root, and the root's own: 2.5, and
+    // some slack.
     constexpr long double kTolerance = 2.6L * kRoundoff;
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);

@@ -166,8 +166,8 @@ TEST(TrianglePlane, AnswersSpecialValuesAsTheScalarComputationDoes) {
 }
 
 TEST(TrianglePlane, ParameterIsTheExactOneWithinItsErrorBound) {
-    // Each dot product of differences errs by at most four roundings of its terms' magnitudes; with the
-    // quotient's and those of second order that is less than five.
+    // Each dot product of differences errs by at most four roundings of its terms' magnitudes; with
+    // the quotient's and those of second order that is less than five.
     constexpr long double kFiveRoundings = 5.0L * 0x1p-53L;
     int compared = 0;
     for (int i = 0; i < seedCount(5000); ++i) {

@@ -113,7 +113,8 @@ TEST(Triangle, ComputingAgainForgetsTheFormerCorners) {
 }
 
 TEST(Triangle, NormalIsAUnitVectorAcrossBothEdges) {
-    // Coordinates below 20 with errors of a few units of roundoff each; the cross product is at least 1 long.
+    // Coordinates below 20 with errors of a few units of roundoff each; the cross product is at
+    // least 1 long.
     constexpr double kTolerance = 1e-12;
     for (int i = 0; i < seedCount(3000); ++i) {
         Rng rng(i);

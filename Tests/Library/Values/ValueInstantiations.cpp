@@ -1,5 +1,5 @@
-// Every template of the value types with the arguments in use: each compiler has to accept all of their
-// bodies.
+// Every template of the value types with the arguments in use: each compiler has to accept all of
+// their bodies.
 #include <QuarnScreen/Intersection.h>
 #include <QuarnScreen/IntersectionSet.h>
 #include <QuarnScreen/Lines.h>
@@ -8,8 +8,8 @@
 #include <QuarnScreen/Ray.h>
 #include <QuarnScreen/Triangle.h>
 
-// Every template of the value types with the arguments in use: each compiler has to accept all of their
-// bodies.
+// Every template of the value types with the arguments in use: each compiler has to accept all of
+// their bodies.
 template class Point<double, 3>;
 template class Point<double, 2>;
 template class Point<float, 3>;

@@ -22,7 +22,8 @@ void expectFields(const Exception& exception, const std::string& file, int line,
     EXPECT_EQ(exception.message(), message);
 }
 
-// Runs `work` and checks the exception that it throws: the very class, the line and that there is no message.
+// Runs `work` and checks the exception that it throws: the very class, the line and that there is
+// no message.
 template <class Work>
 void expectParseException(int line, const Work& work) {
     try {

@@ -28,7 +28,7 @@ void expectSize(const FlatScreen& screen, double width, double height) {
     Point<double, 3> max;
     screen.getBounds(&min, &max);
     EXPECT_EQ(min, (Point<double, 3>(width * -0.5, 0.0, height * -0.5)))
-        << "the corners were not computed anew";
+        << "the corners were not computed again";
     EXPECT_EQ(max, (Point<double, 3>(width * 0.5, 0.0, height * 0.5)));
 }
 

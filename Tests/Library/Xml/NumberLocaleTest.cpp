@@ -17,7 +17,7 @@ namespace {
 
 // Where the tests run under a locale with a decimal comma, each of these is about that locale.
 
-// A new thread uses the process's locale, whatever ran before on this one.
+// A new thread uses the process's locale, independent of what ran before on this one.
 TEST(NumberLocale, FormattingLeavesAThreadWithTheLocaleOfTheProcess) {
     std::thread([] {
         const std::string separator = localeconv()->decimal_point;

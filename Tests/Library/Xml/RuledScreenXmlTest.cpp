@@ -102,7 +102,7 @@ TEST(RuledScreenXml, ARepeatedTagOverwritesInAnyOrder) {
 
 TEST(RuledScreenXml, TextThatIsNoNumberGivesZero) {
     expectParams(loaded("<Screen_Width>wide</Screen_Width><Screen_Height/>"), {0, 0, 3, 4, 5, 6});
-    expectParams(loaded("<Screen_Width> 2.5 metres</Screen_Width><Screen_Height>2,5</Screen_Height>"),
+    expectParams(loaded("<Screen_Width> 2.5 meters</Screen_Width><Screen_Height>2,5</Screen_Height>"),
                  {2.5, 2, 3, 4, 5, 6});
 }
 

@@ -67,7 +67,8 @@ std::u16string xercesText(const DOMNode& node) {
     return text == nullptr ? std::u16string() : std::u16string(text);
 }
 
-// UTF-16 units of our text. A surrogate of the text itself passes unchanged, so nothing is lost on the way.
+// UTF-16 units of our text. A surrogate of the text itself passes unchanged, so nothing is lost on
+// the way.
 std::u16string ourText(const DOMNode& node) {
     return toXmlText(detail::textContent(node));
 }

@@ -6,8 +6,8 @@
 #include <vector>
 #include <xercesc/dom/DOMNode.hpp>
 
-/// Which names of values, text, tree and map do not do what they promise. \p nodeWithChild an element that holds an
-/// empty one
+/// Which names of values, text, tree and map do not do what they promise. \p nodeWithChild an
+/// element that contains an empty one
 [[nodiscard]] std::vector<std::string> valueNamesThatFail(xercesc::DOMNode* nodeWithChild);
 
 /// The same of screens.

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] double getMaxPhi() const override { return 0.5; }
 };
 
-// All that the contract has, asked of any shape.
+// All operations of the contract, called on any shape.
 void askContract(IScreenGeometry& screen) {
     Config config;
     screen.updateGeometry(&config);

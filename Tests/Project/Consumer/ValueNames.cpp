@@ -1,4 +1,5 @@
-// A caller's use of the settled names of values, text, tree and map, with the types that the calls must have.
+// A caller's use of the settled names of values, text, tree and map, with the types that the calls
+// must have.
 #include <array>
 #include <cstdint>
 #include <optional>

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds the consumer against an installed library as pkg-config tells, and runs it.
+# Builds the consumer against an installed library with the flags of pkg-config, and runs it.
 # usage: pkg-config.sh PREFIX WORK_FOLDER COMPILER
 set -euo pipefail
 prefix=$1 work=$2 compiler=$3

@@ -1,5 +1,5 @@
 /// \file
-/// A second reader of OBJ texts from whatever program, as plain as can be.
+/// Reference implementation of the reader for OBJ texts of any program.
 #pragma once
 
 #include <array>

@@ -21,7 +21,8 @@ inline constexpr auto kBase64Values = [] {
     return values;
 }();
 
-/// Six bits for each character, missing bits zero, filled up with "=" to a multiple of four characters.
+/// Six bits for each character, missing bits zero, filled up with "=" to a multiple of four
+/// characters.
 inline std::string referenceEncodeBase64(const std::string& bytes) {
     std::string text;
     text.reserve((bytes.size() + 2) / 3 * 4);

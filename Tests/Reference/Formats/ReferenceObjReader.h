@@ -1,5 +1,5 @@
 /// \file
-/// A reader of whole OBJ texts that takes one told step after another.
+/// Reference implementation of the load of an OBJ text, one step after the other.
 #pragma once
 
 #include <array>

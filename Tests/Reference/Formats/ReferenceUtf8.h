@@ -8,8 +8,9 @@
 
 namespace quarn::test {
 
-/// Form of the well-formed sequences whose lead byte lies in a range: the range of the second byte, and how
-/// many bytes there are. Bytes from the third on are 80 to BF. Source: The Unicode Standard, table 3-7.
+/// Form of the well-formed sequences whose lead byte lies in a range: the range of the second byte,
+/// and how many bytes there are. Bytes from the third on are 80 to BF. Source: The Unicode
+/// Standard, table 3-7.
 struct Utf8Form {
     unsigned lowLead;
     unsigned highLead;

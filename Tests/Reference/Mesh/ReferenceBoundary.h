@@ -1,6 +1,6 @@
 /// \file
-/// A plain second way to find the outline of a mesh: two ordered multimaps of edges, and a walk that counts its
-/// steps.
+/// Reference implementation of the boundary search: two ordered multimaps of edges, and a walk that
+/// counts its steps.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace quarn::test {
 
-/// Slow and simple search for an outline.
+/// Slow and simple search for a boundary.
 class ReferenceBoundary {
 public:
     /// \param stepLimit lookups after which the walk is broken off; it may run without end

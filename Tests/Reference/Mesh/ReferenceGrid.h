@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to make the grid of a mesh: each step written out, each point tested against the whole outline.
+/// Reference implementation of the grid of a mesh: each point is tested against the whole boundary.
 #pragma once
 
 #include <functional>
@@ -27,7 +27,7 @@ struct GridSources {
 /// Where the segments a-b and c-d meet; NaN where they do not.
 [[nodiscard]] Point2 referenceMeeting(const Point2& a, const Point2& b, const Point2& c, const Point2& d);
 
-/// The pieces of a line in UV that lie within an outline.
+/// The pieces of a line in UV that lie within a polygon.
 [[nodiscard]] std::vector<UVLine> referenceClip(const UVLine& outline, const UVLine& line);
 
 [[nodiscard]] Lines referenceGrid(const GridSources& sources, int density);

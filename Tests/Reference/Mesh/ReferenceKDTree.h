@@ -1,5 +1,6 @@
 /// \file
-/// A plain second way to search a k-d tree: nodes with pointers to their children, and recursive walks.
+/// Reference implementation of the k-d tree: nodes with pointers to their children, and recursive
+/// walks.
 #pragma once
 
 #include <algorithm>

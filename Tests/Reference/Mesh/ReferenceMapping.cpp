@@ -194,7 +194,7 @@ bool ReferenceMapping::mapInto3D(const Point2& uv, Point3& result, bool extrapol
     }
     write("TRACE", [&] { return ":-( not in cache (yet)  " + referenceText(uv); });
 
-    // The quadtree asks the triangle's own fields, so that the triangle cannot disagree.
+    // The quadtree tests the triangle's own fields, so that the triangle cannot disagree.
     if (const auto found = ask(uv)) {
         result = referencePositionAt(**found, uv);
         cache.add(uv, result, State::OnScreen);

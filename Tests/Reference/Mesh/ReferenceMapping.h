@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to map between positions and UV on a mesh, one step after the other.
+/// Reference implementation of the mapping between positions and UV on a mesh.
 #pragma once
 
 #include <optional>
@@ -34,11 +34,13 @@ struct ReferenceMappingCache {
 
 /// Position at a UV in the plane of a triangle.
 [[nodiscard]] Point3 referencePositionAt(const Triangle& triangle, const Point2& uv);
-/// The mean of the positions that are left when the farthest ones are gone; they are sorted afresh for each.
+/// The mean of the positions that are left when the farthest ones are gone; they are sorted afresh
+/// for each.
 [[nodiscard]] Point3 referenceFilterOutliers(int keep, std::vector<Point3>& points);
 /// Where the triangles near a UV put it, averaged.
 [[nodiscard]] Point3 referenceExtrapolateUV(const ReferenceUVTree& tree, const Point2& uv);
-/// UV of a position on a mesh with a parameterisation. \pre there are triangles, or \p extrapolate is false
+/// UV of a position on a mesh with a parameterisation. \pre there are triangles, or \p extrapolate
+/// is false
 [[nodiscard]] Point2 referenceMapInto2D(const ReferenceMesh& mesh, const Point3& point, bool extrapolate);
 
 /// A level and a message.
@@ -62,7 +64,7 @@ public:
     ReferenceMapping() = default;
     explicit ReferenceMapping(const std::vector<Triangle>& mesh) { rebuild(mesh); }
 
-    /// Builds the indexes anew; nothing that is remembered goes. The triangles must outlive it.
+    /// Builds the indexes again; the cache stays. The triangles must outlive it.
     void rebuild(const std::vector<Triangle>& mesh);
     bool mapInto3D(const Point2& uv, Point3& result, bool extrapolate);
 

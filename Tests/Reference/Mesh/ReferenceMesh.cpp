@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kSignal = 17;
 
-// The foot of a position in a triangle, where the line along its stored normal meets it.
+// The projection of a position onto a triangle, where the line along its stored normal meets it.
 struct Foot {
     bool isInside = false;
     double t = 0.0;

@@ -1,6 +1,6 @@
 /// \file
-/// A plain second way to answer a mesh's questions about positions: pointers, walks without boxes, and tests one after
-/// the other.
+/// Reference implementation of a mesh's queries about positions: pointers, walks without boxes, and
+/// tests one after the other.
 #pragma once
 
 #include <optional>
@@ -23,7 +23,7 @@ public:
     struct Search {
         const Triangle* triangle = nullptr;
         std::optional<Point2> firstRejectedUV;  // of the first candidate that does not hold the position
-        bool isEnded = false;                   // as that UV lies outside of the outline
+        bool isEnded = false;                   // as that UV lies outside of the boundary
     };
 
     explicit ReferenceMesh(const std::vector<Triangle>& mesh) : ReferenceMesh(mesh, {}, false) {}

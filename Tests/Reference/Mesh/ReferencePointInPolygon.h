@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to tell whether a point lies within an outline.
+/// Reference implementation of the point-in-polygon test.
 #pragma once
 
 #include <algorithm>

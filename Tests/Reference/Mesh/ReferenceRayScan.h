@@ -1,5 +1,6 @@
 /// \file
-/// A plain second way to find what a ray hits: all triangles one after the other, in double precision.
+/// Reference implementation of the ray query: all triangles one after the other, in double
+/// precision.
 #pragma once
 
 #include <algorithm>
@@ -12,7 +13,8 @@
 
 namespace quarn::test {
 
-/// Rounding of a position that passed through single precision, in a mesh of a few metres, across the ray.
+/// Rounding of a position that passed through single precision, in a mesh of a few meters, across
+/// the ray.
 inline constexpr double kFloatRounding = 1e-5;
 
 /// A triangle that a ray hits, or may hit by rounding.
@@ -26,9 +28,10 @@ struct ScannedHit {
     bool isSure = false;    // no rounding can make it a miss
 };
 
-/// What a ray from \p start through \p end hits, nearest first. Distances are those of Moeller and Trumbore.
+/// What a ray from \p start through \p end hits, nearest first. Distances are those of Moeller and
+/// Trumbore.
 inline std::vector<ScannedHit> scanRay(const Mesh& mesh, const Point3& start, const Point3& end) {
-    constexpr double kLeastCosine = 0.1;
+    constexpr double kMinCosine = 0.1;
     const Point3 direction = end - start;
     std::vector<ScannedHit> hits;
     for (std::size_t i = 0; i < mesh.size(); ++i) {
@@ -55,7 +58,7 @@ inline std::vector<ScannedHit> scanRay(const Mesh& mesh, const Point3& start, co
         hit.uv = v0.uv + a * (v1.uv - v0.uv) + b * (v2.uv - v0.uv);
         hit.rounding = rounding;
         hit.slack = slack;
-        hit.isSure = least > slack && cosine > kLeastCosine && t * length(direction) > kFloatRounding;
+        hit.isSure = least > slack && cosine > kMinCosine && t * length(direction) > kFloatRounding;
         hits.push_back(hit);
     }
     std::sort(hits.begin(), hits.end(), [](const ScannedHit& x, const ScannedHit& y) { return x.t < y.t; });

@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to cut triangles, with its steps counted.
+/// Reference implementation of the refinement, with its steps counted.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,8 @@
 
 namespace quarn::test {
 
-/// Which edges of a triangle are longer than a bound, as bits: 1 for v0-v1, 2 for v1-v2, 4 for v2-v0.
+/// Which edges of a triangle are longer than a bound, as bits: 1 for v0-v1, 2 for v1-v2, 4 for
+/// v2-v0.
 [[nodiscard]] unsigned longEdges(const Triangle& triangle, double bound);
 
 /// The pieces of one cut, in order; none where no edge is long.

@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to build and ask a quadtree over UV: leaves hold pointers, and all walks recurse.
+/// Reference implementation of the quadtree over UV: leaves hold pointers, and all walks recurse.
 #pragma once
 
 #include <algorithm>

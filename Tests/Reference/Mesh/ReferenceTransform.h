@@ -1,5 +1,5 @@
 /// \file
-/// A plain second way to move a mesh: three by three numbers.
+/// Reference implementation of the transform of a mesh: three by three numbers.
 #pragma once
 
 #include <vector>

@@ -1,5 +1,5 @@
 /// \file
-/// The algorithms that all shapes share, written plainly, to compare the library with bit for bit.
+/// Reference implementation of the algorithms that all shapes share, for comparison bit for bit.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ namespace quarn::test {
 /// The UVs that a grid visits, in order.
 std::vector<Point2> gridPath(int density);
 
-/// The UVs of the four edges of the outline, in order.
+/// The UVs of the four edges of the boundary, in order.
 std::vector<std::vector<Point2>> boundaryPath();
 
 /// What the search for the closest hit is given by the screen.

@@ -30,8 +30,8 @@ struct GridRow {
 using Samples = std::map<Point<int, 2>, Point3>;
 using Outline = std::vector<std::vector<Point3>>;
 
-/// What both curved shapes answer, written out number by number. It shares no code with the library but its
-/// records.
+/// What both curved shapes answer, written out number by number. It shares no code with the library
+/// but its records.
 struct ReferenceCurved {
     ReferenceCurved() = default;
     ReferenceCurved(const ReferenceCurved&) = default;
@@ -49,7 +49,7 @@ struct ReferenceCurved {
     [[nodiscard]] virtual bool isOnSection(const Point3& p) const = 0;
     [[nodiscard]] virtual Point2 uvOf(const Point3& p) const = 0;
     [[nodiscard]] virtual Point3 positionAt(double u, double v) const = 0;
-    /// Hits on the surface without limits, in front of `from`.
+    /// Hits on the surface without limits, after `from`.
     [[nodiscard]] virtual std::vector<Intersection> wallHits(const Point3& from, const Point3& to) const = 0;
     [[nodiscard]] virtual Samples samples(const GridRow& row) const = 0;
     [[nodiscard]] virtual std::vector<Point3> calibrationPoints(int columns, int rows) const = 0;

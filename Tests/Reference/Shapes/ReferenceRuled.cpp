@@ -204,7 +204,7 @@ Point3 ReferenceRuled::closestPoint(const Point3& p) const {
         if (uv[i] > 1.0) uv[i] = 1.0;
     }
     const Point3 found = position(uv[0], uv[1]);
-    // The screen asks whether it lies on the section, for its log lines alone.
+    // The screen checks whether it lies on the section, for its log lines alone.
     (void)isOnSection(found);
     return found;
 }

@@ -13,7 +13,8 @@
 
 namespace quarn::test {
 
-/// A ruled screen in plain scalar arithmetic: no operator of points, and nothing shared with the screen.
+/// A ruled screen in plain scalar arithmetic: no operator of points, and nothing shared with the
+/// screen.
 class ReferenceRuled {
 public:
     explicit ReferenceRuled(const RuledSurfaceScreenParams& params);
@@ -51,7 +52,8 @@ private:
     [[nodiscard]] double sine(double u, const Point3& p) const;
 };
 
-/// Bisection as the screen's normals use it, with the root as the answer of a search that accepts it.
+/// Bisection as the screen's normals use it, with the root as the answer of a search that accepts
+/// it.
 bool referenceBisect(const std::function<double(double)>& function, double& root, double low, double high,
                      int maxIterations, double tolerance, double acceptance);
 

@@ -1,6 +1,6 @@
 /// \file
-/// The mappings of the cylinder and the sphere, for comparison of times. Unlike ReferenceCylinder and
-/// ReferenceSphere, the compiler sees through them and can inline them.
+/// The mappings of the cylinder and the sphere, for comparison of times. Unlike ReferenceCylinder
+/// and ReferenceSphere, the compiler sees through them and can inline them.
 #pragma once
 
 #include <algorithm>

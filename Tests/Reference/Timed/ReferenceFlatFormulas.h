@@ -1,6 +1,6 @@
 /// \file
-/// The arithmetic of a flat screen, for comparison of times. Unlike ReferenceFlat, the compiler sees through it
-/// and can inline it.
+/// The arithmetic of a flat screen, for comparison of times. Unlike ReferenceFlat, the compiler
+/// sees through it and can inline it.
 #pragma once
 
 #include <cmath>

@@ -32,9 +32,10 @@ public:
         bounds = ReferenceBounds(triangles);
     }
 
-    /// Of the triangles that contain a position, the one with the nearest centroid. Null if there is none, or if the
-    /// position lies outside of the boundary by the first triangle that is tested. Unlike ReferenceMesh it tests with
-    /// the library's own plane test, so that times differ by the search alone.
+    /// Of the triangles that contain a position, the one with the nearest centroid. Null if there
+    /// is none, or if the position lies outside of the boundary by the first triangle that is
+    /// tested. Unlike ReferenceMesh it tests with the library's own plane test, so that times
+    /// differ by the search alone.
     [[nodiscard]] const Triangle* findContaining(const Point<double, 3>& point) const {
         bool isOutsideChecked = !boundary->isSingleWithUV;
         const auto accept = [&](const Triangle* triangle) {

@@ -12,8 +12,9 @@
 
 namespace quarn::test {
 
-/// Unlike ReferenceMapping it takes a lock for its cache, checks whether to log, and searches the quadtree of
-/// ReferenceIndexes: a query of the library does all three. The indexes must outlive it.
+/// Unlike ReferenceMapping it takes a lock for its cache, checks whether to log, and searches the
+/// quadtree of ReferenceIndexes: a query of the library does all three. The indexes must outlive
+/// it.
 class ReferenceLockedMapping {
 public:
     explicit ReferenceLockedMapping(const ReferenceIndexes& meshIndexes) : indexes(meshIndexes) {}

@@ -1,6 +1,6 @@
 /// \file
-/// The load of an OBJ text, for comparison of times: byte after byte, on two threads, into lists that grow. Unlike
-/// ReferenceObjReader it checks no index of a byte, and copies each text once.
+/// The load of an OBJ text, for comparison of times: byte after byte, on two threads, into lists
+/// that grow. Unlike ReferenceObjReader it checks no index of a byte, and copies each text once.
 #pragma once
 
 #include <array>

@@ -1,6 +1,6 @@
 /// \file
-/// A quadtree over UV, for comparison of times. Unlike ReferenceRegionMap it counts nothing, and leaves of up to
-/// eight triangles allocate no memory.
+/// A quadtree over UV, for comparison of times. Unlike ReferenceRegionMap it counts nothing, and
+/// leaves of up to eight triangles allocate no memory.
 #pragma once
 
 #include <array>
@@ -105,7 +105,8 @@ private:
         return append(leaf);
     }
 
-    // -1 for a node that its parent has to replace, as it failed to reduce the triangles twice running.
+    // -1 for a node that its parent has to replace, as it failed to reduce the triangles twice
+    // running.
     int buildNode(int* first, int* last, const RegionRect& rect, int depth, int parentCount) {
         const int count = static_cast<int>(last - first);
         if (count <= kInlineCapacity || depth >= kMaxDepth) return makeLeaf(first, last);

@@ -10,11 +10,11 @@ namespace quarn::test {
 namespace {
 
 constexpr float kStepBehindHit = 0.001F;  // in lengths of the ray's direction
-constexpr int kMostHits = 10;
+constexpr int kMaxHits = 10;
 constexpr std::size_t kCornerStride = 4 * sizeof(float);
 
-// What a search around a position looks for. The radius is that of the test, and some more for the rounding to single
-// precision.
+// What a search around a position looks for. The radius is that of the test, and some more for the
+// rounding to single precision.
 constexpr float kRadius = 1.2e-5F;
 constexpr double kHoldingDistance = 1e-5;
 struct Search {
@@ -85,7 +85,7 @@ IntersectionSet ReferenceScene::intersect(const Point<double, 3>& start, const P
     const Point<double, 3> direction = end - start;
     IntersectionSet hits;
     float nearest = 0.0F;
-    for (int i = 0; i < kMostHits; ++i) {
+    for (int i = 0; i < kMaxHits; ++i) {
         RTCRayHit query;
         query.ray.org_x = static_cast<float>(start[0]);
         query.ray.org_y = static_cast<float>(start[1]);

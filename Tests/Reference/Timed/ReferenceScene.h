@@ -23,7 +23,8 @@ public:
     /// Up to ten hits, nearest first.
     [[nodiscard]] IntersectionSet intersect(const Point<double, 3>& start, const Point<double, 3>& end) const;
 
-    /// Of the triangles that contain a position, the one with the nearest centroid, by the tracer's point query.
+    /// Of the triangles that contain a position, the one with the nearest centroid, by the tracer's
+    /// point query.
     [[nodiscard]] const Triangle* findContaining(const Point<double, 3>& point) const;
 
 private:

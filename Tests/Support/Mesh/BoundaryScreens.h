@@ -1,5 +1,5 @@
 /// \file
-/// Meshes and outlines for the tests of the grid, of changes and of views.
+/// Meshes and boundaries for the tests of the grid, of changes and of views.
 #pragma once
 
 #include <vector>
@@ -10,19 +10,23 @@
 
 namespace quarn::test {
 
-/// Scales the UV of a mesh and moves it: a full unit square then fills the square from \p low to \p high.
+/// Scales the UV of a mesh and moves it: a full unit square then fills the square from \p low to \p
+/// high.
 void squeezeUV(Mesh& mesh, double low, double high);
 
-/// Turns, scales and moves the UV of a mesh by any amount, so that its outline crosses the grid's lines anywhere.
+/// Turns, scales and moves the UV of a mesh by any amount, so that its boundary crosses the grid's
+/// lines anywhere.
 void warpUV(Mesh& mesh, Rng& rng);
 
-/// A flat grid without the middle third of the columns in its upper half: the shape of a U. \pre columns divide by 3
+/// A flat grid without the middle third of the columns in its upper half: the shape of a U. \pre
+/// columns divide by 3
 [[nodiscard]] Mesh notchedGrid(const GridSize& size);
 
 /// A rectangle in UV, closed.
 [[nodiscard]] std::vector<Point2> rectangleUV(const Point2& low, const Point2& high);
 
-/// A closed outline in UV of any form: a star around a point, often with corners on a lattice, or one that crosses itself.
+/// A closed boundary in UV of any form: a star around a point, often with corners on a lattice, or
+/// one that crosses itself.
 [[nodiscard]] std::vector<Point2> anyOutline(Rng& rng);
 
 /// Sets the corner normals of a mesh to any unit vectors, of which some cancel each other out.

@@ -33,12 +33,13 @@ struct DomeShape {
     double maxPhi = 1.0;
 };
 
-/// The upper half of a sphere. Its cells shrink to slivers at the pole.
+/// The upper half of a sphere. Its cells shrink to thin triangles at the pole.
 inline constexpr DomeShape kHalfSphere = {5.0, -3.141592653589793, 3.141592653589793, 0.0,
                                           1.5707963267948966};
 
-// Every mesh below has all its derived fields, and the face's normal at each corner. Grids go row by row; their UV is
-// the unit square, u to the right and v downwards, and their faces look at the viewer (towards -Y, or inwards).
+// Every mesh below has all its derived fields, and the face's normal at each corner. Grids go row
+// by row; their UV is the unit square, u to the right and v downwards, and their faces look at the
+// viewer (towards -Y, or inwards).
 
 /// A grid over a surface, a function from UV to a position.
 [[nodiscard]] Mesh gridOnSurface(const GridSize& size,
@@ -51,27 +52,31 @@ inline constexpr DomeShape kHalfSphere = {5.0, -3.141592653589793, 3.14159265358
 [[nodiscard]] Mesh dome(const GridSize& size, const DomeShape& shape = {});
 /// A flat grid with bulges of the given height.
 [[nodiscard]] Mesh wave(const GridSize& size, double height = 0.3);
-/// A sheet folded like a fan into flat layers, at y = 0, gap, 2 gap and so on, with strips that join them.
+/// A sheet folded like a fan into flat layers, at y = 0, gap, 2 gap and so on, with strips that
+/// join them.
 [[nodiscard]] Mesh foldedSheet(int layers, double gap, int rows, const SheetSize& sheet = {});
-/// A flat grid of at least three rows without some cells of its middle row. \pre size.columns > 2 * holes
+/// A flat grid of at least three rows without some cells of its middle row. \pre size.columns > 2 *
+/// holes
 [[nodiscard]] Mesh gridWithHoles(const GridSize& size, int holes);
-/// A flat grid whose left and right halves share positions, but not UVs. \pre an even number of columns
+/// A flat grid whose left and right halves share positions, but not UVs. \pre an even number of
+/// columns
 [[nodiscard]] Mesh gridWithSeam(const GridSize& size);
 /// Flat grids side by side that do not touch, in space or in UV.
 [[nodiscard]] Mesh separatePieces(int pieces, const GridSize& size);
-/// Independent random triangles in the cube from -1 to 1, with corners up to \p reach from their middle.
+/// Independent random triangles in the cube from -1 to 1, with corners up to \p reach from their
+/// middle.
 [[nodiscard]] Mesh soup(Rng& rng, int count, double reach = 0.3);
 
 /// One triangle with all fields.
 [[nodiscard]] Triangle wholeTriangle(const Point<double, 3>& p0, const Point<double, 3>& p1,
                                      const Point<double, 3>& p2);
-/// Makes all fields anew from the corners' positions and UVs.
+/// Computes all fields from the corners' positions and UVs.
 void computeFields(Triangle& triangle);
 void computeFields(Mesh& mesh);
 
 void shuffle(Mesh& mesh, int seed);
 void stripUV(Mesh& mesh);
-/// Turns the UV of a grid over by half a turn from top to bottom, so that its outline crosses itself.
+/// Twists the UV of a grid by half a turn from top to bottom, so that its boundary crosses itself.
 void twistUV(Mesh& mesh);
 /// Folds the UV of a grid at u = 1/2, so that each UV has two triangles.
 void foldUV(Mesh& mesh);

@@ -10,8 +10,8 @@
 
 namespace quarn::test {
 
-/// Answers as TriangleScreen does wherever no function is set. Where the functions and the counter are used by several
-/// threads, it is the test that keeps them apart.
+/// Answers as TriangleScreen does wherever no function is set. Where the functions and the counter
+/// are used by several threads, it is the test that keeps them apart.
 class OverriddenScreen : public TriangleScreen {
 public:
     using TriangleScreen::TriangleScreen;

@@ -31,7 +31,8 @@ inline ::testing::AssertionResult sameBits(const Triangle& a, const Triangle& b)
     return ::testing::AssertionSuccess();
 }
 
-/// Lists of triangles. It stands by its own name: the general comparison of lists does not know of triangles.
+/// Lists of triangles. It stands by its own name: the general comparison of lists does not know of
+/// triangles.
 inline ::testing::AssertionResult sameTriangles(const std::vector<Triangle>& a,
                                                 const std::vector<Triangle>& b) {
     if (a.size() != b.size())

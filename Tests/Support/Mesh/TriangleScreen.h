@@ -12,7 +12,8 @@
 
 namespace quarn::test {
 
-/// The least concrete mesh screen: it has no file format, and shows what the class keeps for its derived classes.
+/// The least concrete mesh screen: it has no file format, and shows what the class keeps for its
+/// derived classes.
 class TriangleScreen : public MeshScreen {
 public:
     bool parameterized = true;

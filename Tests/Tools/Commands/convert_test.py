@@ -124,11 +124,11 @@ class Convert(ConvertTest):
         self.file("a.obj", wall())
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]
         self.convert("a.obj", "-o", "b.obj", *options)
-        asked, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
+        queried, baked = self.json_info("a.obj", *options), self.json_info("b.obj")
         for key in ("bounds", "eyePoint", "size"):
-            self.assertEqual(baked[key], asked[key])
+            self.assertEqual(baked[key], queried[key])
         for key in ("triangles", "area", "status", "uvRange", "boundaryPoints"):
-            self.assertEqual(baked["mesh"][key], asked["mesh"][key])
+            self.assertEqual(baked["mesh"][key], queried["mesh"][key])
 
     def test_axes_and_scale_are_kept_in_xml(self):
         self.file("a.obj", wall())

@@ -94,7 +94,7 @@ class Refine(ObjTest):
 
     def test_what_would_not_end_or_fit_is_refused(self):
         self.file("in.obj", wall())
-        for length, arguments, message in (("0", [], "a length above 0"), ("-1m", [], "a length above 0"), ("1e-17", [], "that floating-point numbers"),
+        for length, arguments, message in (("0", [], "a length above 0"), ("-1m", [], "a length above 0"), ("1e-17", [], "above the floating-point resolution"),
                                            ("1e-6", ["--max-memory", "100M"], "more than 41943 triangles and could need more than 100.0 MiB"),
                                            ("nan", [], "a number in m"), ("inf", [], "a number in m"), ("1nm", [], "a number in m"), ("", [], "a number in m")):
             with self.subTest(length):

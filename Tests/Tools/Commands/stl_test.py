@@ -30,7 +30,7 @@ LOADS = {
     "a_header_that_begins_with_solid": binary(b"solid exported by a CAD program"),
     "ten_triangles_behind_solid": binary(b"solid", records=[record(WALL[0])] * 10),
     "a_count_that_is_a_line_feed_in_its_second_byte": binary(b"solid", records=[record(WALL[0])] * 266),
-    "colours_in_the_attribute_word": binary(records=[record(corners, attribute=0xFFFF) for corners in WALL]),
+    "colors_in_the_attribute_word": binary(records=[record(corners, attribute=0xFFFF) for corners in WALL]),
     "normals_of_other_lengths": binary(records=[record(corners, (0, -25, 0)) for corners in WALL]),
     "bytes_behind_the_last_triangle": binary() + b"\0" * 17,
 }

@@ -34,7 +34,7 @@ Rays randomRays(Rng& rng, int count) {
     return rays;
 }
 
-// The points of all rays one after the other, asked for ray by ray.
+// The points of all rays one after the other, queried ray by ray.
 std::vector<Point<double, 3>> pointsOneByOne(const IScreenGeometry& screen, const Rays& rays,
                                              const Rays& extra) {
     tool::ChannelPoints channel(screen);

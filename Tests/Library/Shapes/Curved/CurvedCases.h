@@ -60,20 +60,20 @@ struct SphereCase {
     }
 };
 
-/// A screen whose parameters are of any kind, but for those with which a section test or an outline takes too
-/// long.
+/// A screen whose parameters are of any kind, except those with which a section test or a boundary
+/// takes too long.
 template <class Case>
 typename Case::Reference wildReference(Rng& rng) {
-    constexpr int kMostSamples = 500;
+    constexpr int kMaxSamples = 500;
     for (;;) {
         typename Case::Reference r;
         fillParameters(r, [&] { return wildNumber(rng); });
-        if (Case::endsSectionTest(r) && r.outlineCount() <= kMostSamples) return r;
+        if (Case::endsSectionTest(r) && r.outlineCount() <= kMaxSamples) return r;
     }
 }
 
-/// A screen of usual sizes. Its limits may be reversed and reach beyond a full turn; half of the centres lie
-/// off the origin; some radii are zero or negative.
+/// A screen of usual sizes. Its limits may be reversed and reach beyond a full turn; half of the
+/// centers lie off the origin; some radii are zero or negative.
 template <class Case>
 typename Case::Reference usualReference(Rng& rng) {
     typename Case::Reference r;

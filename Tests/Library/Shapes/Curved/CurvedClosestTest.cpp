@@ -82,8 +82,8 @@ TEST(CurvedClosest, HitPastTheRootOfThreeIsRefused) {
         // From (0, 0.9), where the closest position is 0.1 away.
         return closest(Point3(0, 0.9, 0), Point3(std::sin(angle), std::cos(angle), 0), screen, result);
     };
-    // Distance s to the circle: (0.9 + s cos)^2 + (s sin)^2 = 1, so s = -0.9 cos + sqrt(1 - (0.9 sin)^2);
-    // s reaches 0.1 sqrt(3) at cos = (1 - 0.81 - 0.03) / (1.8 * 0.1 * sqrt(3)) = 0.5132.
+    // Distance s to the circle: (0.9 + s cos)^2 + (s sin)^2 = 1, so s = -0.9 cos + sqrt(1 - (0.9
+    // sin)^2); s reaches 0.1 sqrt(3) at cos = (1 - 0.81 - 0.03) / (1.8 * 0.1 * sqrt(3)) = 0.5132.
     EXPECT_TRUE(isFound(std::acos(0.52)));
     EXPECT_FALSE(isFound(std::acos(0.50)));
 }

@@ -70,7 +70,7 @@ TYPED_TEST(CurvedContract, FixedAnswersOfACurvedScreen) {
     std::vector<Point2> outline(3);
     screen.sampleBoundaryUV(outline);
     EXPECT_EQ(outline.size(), 3U);
-    // Intended: whatever the centre is.
+    // Intended: for any center.
     EXPECT_TRUE(sameBits(screen.getEyepoint(), Point3(0, 0, 0)));
 }
 
@@ -83,7 +83,7 @@ TYPED_TEST(CurvedContract, CopiesAnswerAlike) {
     EXPECT_EQ(copy.getUniqueDataHash(), screen.getUniqueDataHash());
 }
 
-// Overrides what the shape's own operations are told to call through the virtual table.
+// Overrides what the shape's own operations must call through the virtual table.
 template <class Screen>
 class Overridden : public Screen {
 public:
@@ -120,7 +120,7 @@ TYPED_TEST(CurvedContract, OutlineAsksTheOverriddenMapping) {
     EXPECT_TRUE(sameBits(outline[0].front(), Point3(0, 0, 7)));
     screen.parameterized = false;
     screen.sampleBoundary(outline);
-    EXPECT_EQ(outline.size(), 4U) << "a screen without UV mapping has no outline";
+    EXPECT_EQ(outline.size(), 4U) << "a screen without UV mapping has no boundary";
 }
 
 TEST(CurvedBounds, CylinderLeavesThemAsTheyWere) {
@@ -182,7 +182,7 @@ TEST(CurvedHeading, OfADomeIsThePole) {
     EXPECT_TRUE(sameBits(headingOf(std::nan(""), 1.0, 0.0, 1.0), Point3(0, 0, 1))) << "no gap of the azimuth";
 }
 
-// Intended: the angle is taken at the origin of the frame, not at the centre.
+// Intended: the angle is taken at the origin of the frame, not at the center.
 TEST(CurvedHeading, AngleOfASphereIsThatOfItsOutlineFromTheOrigin) {
     const SphericalScreen dome(Point3(), 2.0, -kPi, kPi, 0.25, kPi / 2);
     EXPECT_NEAR(dome.getMaxAngleFromHeading(), kPi / 2 - 0.25, 1e-14);

@@ -10,12 +10,12 @@ namespace {
 constexpr int kCases = 10000;
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
-// Rounding errors of a position, in units of the last place of its largest term: the sine, the products and
-// the sum each add less than one, on the way there and back.
+// Rounding errors of a position, in units of the last place of its largest term: the sine, the
+// products and the sum each add less than one, on the way there and back.
 constexpr double kPositionRoundings = 16.0 * kEpsilon;
 
-// A screen whose limits mapInto2D takes back: within a turn, in the order of their names, away from the
-// poles.
+// A screen whose limits mapInto2D takes back: within a turn, in the order of their names, away from
+// the poles.
 template <class Case>
 typename Case::Reference simpleReference(Rng& rng) {
     typename Case::Reference r;
@@ -34,7 +34,7 @@ typename Case::Reference simpleReference(Rng& rng) {
     return r;
 }
 
-// Vector from the axis or the centre to a position.
+// Vector from the axis or the center to a position.
 Point3 spoke(const ReferenceCylinder& r, const Point3& p) {
     return {p[0] - r.cx, p[1] - r.cy, 0.0};
 }
@@ -51,14 +51,14 @@ void centreOnAxis(ReferenceSphere&) {}
 
 // A length that bounds all terms of the positions of a plain screen.
 constexpr double kReach = 3.0 + 9.0 + 4.0;
-constexpr double kLeastRadius = 0.5;
+constexpr double kMinRadius = 0.5;
 
-// A position's error is an angle once divided by the radius and, on a sphere, by cos(1.2) > 0.36; the shortest
-// range is 0.2 radians.
-constexpr double kUVTolerance = kPositionRoundings * kReach / kLeastRadius / 0.36 / 0.2;
+// A position's error is an angle once divided by the radius and, on a sphere, by cos(1.2) > 0.36;
+// the shortest range is 0.2 radians.
+constexpr double kUVTolerance = kPositionRoundings * kReach / kMinRadius / 0.36 / 0.2;
 
-// Rays run between positions of this box. Three squared coordinates below 2 * kBox + kReach meet in the
-// quadratic, with some ten roundings.
+// Rays run between positions of this box. Three squared coordinates below 2 * kBox + kReach meet in
+// the quadratic, with some ten roundings.
 constexpr double kBox = 9.0;
 constexpr double kSquaredTolerance = 10.0 * kEpsilon * 3.0 * (2.0 * kBox + kReach) * (2.0 * kBox + kReach);
 
@@ -89,7 +89,8 @@ TYPED_TEST(CurvedPropertyTest, MapInto2DTakesMapInto3DBack) {
     });
 }
 
-// Intended: where the azimuth of the edge u = 1 lies past half a turn and rounds up, the wrap is refused.
+// Intended: where the azimuth of the edge u = 1 lies past half a turn and rounds up, the wrap is
+// refused.
 TYPED_TEST(CurvedPropertyTest, EdgePastHalfATurnMapsToItselfOrATurnLower) {
     this->forEachPlainScreen([](const auto& reference, const auto& screen, Rng&) {
         Point3 point;
@@ -122,9 +123,9 @@ TYPED_TEST(CurvedPropertyTest, NormalsAreUnitAndSquareToTheSurface) {
         const Point3 normal = screen.getScreenNormal(at(u, v));
         EXPECT_NEAR(length(normal), 1.0, 4.0 * kEpsilon);
         EXPECT_LT(dot(normal, spoke(reference, at(u, v))), 0.0);
-        // The chord between two positions at equal steps is parallel to the tangent between them, in u on a
-        // circle of latitude, in v on a ruling or a meridian.
-        const double tolerance = kPositionRoundings * kReach / kLeastRadius * reference.radius;
+        // The chord between two positions at equal steps is parallel to the tangent between them,
+        // in u on a circle of latitude, in v on a ruling or a meridian.
+        const double tolerance = kPositionRoundings * kReach / kMinRadius * reference.radius;
         EXPECT_NEAR(dot(normal, at(u + 0.1, v) - at(u - 0.1, v)), 0.0, tolerance);
         EXPECT_NEAR(dot(normal, at(u, v + 0.1) - at(u, v - 0.1)), 0.0, tolerance);
     });

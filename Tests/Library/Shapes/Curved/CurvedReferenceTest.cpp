@@ -1,4 +1,4 @@
-// Every operation beside the plain second way of computing it, bit for bit.
+// Every operation against the reference implementation, bit for bit.
 #include "Library/Shapes/Curved/CurvedCases.h"
 
 namespace quarn::test {

@@ -7,8 +7,8 @@ namespace quarn::test {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr int kLeastInt = std::numeric_limits<int>::min();
-constexpr int kGreatestInt = std::numeric_limits<int>::max();
+constexpr int kMinInt = std::numeric_limits<int>::min();
+constexpr int kMaxInt = std::numeric_limits<int>::max();
 
 CylinderScreen arc(double minTheta, double maxTheta) {
     return {Point3(), 1.0, minTheta, maxTheta, 2.0};
@@ -61,7 +61,7 @@ TYPED_TEST(CurvedSampling, DisplayGridHasItsSizesAndIsAppended) {
 
 TYPED_TEST(CurvedSampling, FewerThanTwoSamplesAreNone) {
     const auto screen = TypeParam::screenOf(this->reference());
-    for (const int count : {1, 0, -1, kLeastInt}) {
+    for (const int count : {1, 0, -1, kMinInt}) {
         Samples samples{{Point<int, 2>(0, 0), Point3(7, 7, 7)}};
         screen.sampleHorizontally(0.5, 0.0, 1.0, count, 0, samples, true);
         ASSERT_EQ(samples.size(), 1U) << count;
@@ -71,10 +71,10 @@ TYPED_TEST(CurvedSampling, FewerThanTwoSamplesAreNone) {
 
 TYPED_TEST(CurvedSampling, SamplesOverwriteTheirKeysAndKeepTheOthers) {
     const auto screen = TypeParam::screenOf(this->reference());
-    Samples samples{{Point<int, 2>(1, kLeastInt), Point3(7, 7, 7)}, {Point<int, 2>(1, 5), Point3(7, 7, 7)}};
-    screen.sampleHorizontally(0.5, 0.0, 1.0, 3, kLeastInt, samples, false);
+    Samples samples{{Point<int, 2>(1, kMinInt), Point3(7, 7, 7)}, {Point<int, 2>(1, 5), Point3(7, 7, 7)}};
+    screen.sampleHorizontally(0.5, 0.0, 1.0, 3, kMinInt, samples, false);
     EXPECT_EQ(samples.size(), 4U);
-    EXPECT_FALSE(sameBits(samples[Point<int, 2>(1, kLeastInt)], Point3(7, 7, 7)));
+    EXPECT_FALSE(sameBits(samples[Point<int, 2>(1, kMinInt)], Point3(7, 7, 7)));
     EXPECT_TRUE(sameBits(samples[Point<int, 2>(1, 5)], Point3(7, 7, 7)));
 }
 
@@ -97,15 +97,15 @@ TYPED_TEST(CurvedSampling, SamplesBesideTheUnitSquareNeedTheFlag) {
 
 TYPED_TEST(CurvedSampling, CalibrationCountsThatAreNotPositiveGiveNone) {
     const auto screen = TypeParam::screenOf(this->reference());
-    for (const int none : {0, -1, kLeastInt}) {
-        for (const int other : {-3, 0, 1, 3, kGreatestInt}) {
+    for (const int none : {0, -1, kMinInt}) {
+        for (const int other : {-3, 0, 1, 3, kMaxInt}) {
             EXPECT_TRUE(screen.getDefaultCalibrationPoints(none, other).empty());
             EXPECT_TRUE(screen.getDefaultCalibrationPoints(other, none).empty());
         }
     }
 }
 
-// Intended: the centre is not added, and a count of 1 divides by zero.
+// Intended: the center is not added, and a count of 1 divides by zero.
 TYPED_TEST(CurvedSampling, CalibrationPointsLieAroundTheOriginColumnByColumn) {
     const auto reference = this->reference();
     const auto screen = TypeParam::screenOf(reference);
@@ -133,7 +133,7 @@ TYPED_TEST(CurvedSampling, GridHasItsCountsOfPositions) {
         ASSERT_EQ(grid.size(), 1U);
         EXPECT_EQ(grid.front().size(), count) << density;
     }
-    for (const int density : {-1, -2, kLeastInt}) {
+    for (const int density : {-1, -2, kMinInt}) {
         Outline grid(3);
         screen.sampleGrid(grid, density);
         ASSERT_EQ(grid.size(), 1U);
@@ -170,7 +170,7 @@ TEST(CurvedDisplay, ViewerOfASphereStandsByItsRadius) {
     }
 }
 
-// Intended: only the sphere's vertices include the centre.
+// Intended: only the sphere's vertices include the center.
 TEST(CurvedDisplay, CentreMovesTheVerticesOfTheSphereAlone) {
     DisplayGeometry c;
     CylinderScreen(Point3(9, 9, 9), 2.0, 0.0, 1.0, 4.0)
@@ -184,31 +184,31 @@ TEST(CurvedDisplay, CentreMovesTheVerticesOfTheSphereAlone) {
     EXPECT_TRUE(sameBits(s.normals.front(), Point3(-0.0, -1, -0.0)));
 }
 
-TEST(CylinderOutline, HasASampleForTwoDegreesOfArc) {
+TEST(CylinderBoundary, HasASampleForTwoDegreesOfArc) {
     EXPECT_EQ(edgeSizes(arc(0.0, kPi / 2)), (Sizes{45, 20, 45, 20})) << "half of 90 degrees";
     EXPECT_EQ(edgeSizes(arc(1.0, -1.0)), (Sizes{57, 20, 57, 20})) << "limits may be reversed";
 }
 
 // Intended: the factor from radians to degrees is rounded up at its tenth decimal, by 3 in 10^13.
-TEST(CylinderOutline, FactorOfDegreesIsATraceTooLarge) {
+TEST(CylinderBoundary, FactorOfDegreesIsATraceTooLarge) {
     const double twoDegrees = kPi / 90.0;
     EXPECT_EQ(edgeSizes(arc(0.0, twoDegrees * (1.0 - 1e-13))), (Sizes{1, 20, 1, 20}));
     EXPECT_EQ(edgeSizes(arc(0.0, twoDegrees * (1.0 - 1e-12))), (Sizes{0, 20, 0, 20}));
 }
 
-TEST(CylinderOutline, FullCircleHasNoSidesButFourPolylines) {
+TEST(CylinderBoundary, FullCircleHasNoSidesButFourPolylines) {
     EXPECT_EQ(edgeSizes(arc(0.0, 6.283185307179586)), (Sizes{180, 0, 180, 0}));
     EXPECT_EQ(edgeSizes(arc(6.283185307179586, 0.0)), (Sizes{180, 0, 180, 0}));
     EXPECT_EQ(edgeSizes(arc(0.0, std::nextafter(6.283185307179586, 0.0))), (Sizes{180, 20, 180, 20}));
 }
 
-TEST(CylinderOutline, NoArcAndNoNumberHaveSidesAlone) {
+TEST(CylinderBoundary, NoArcAndNoNumberHaveSidesAlone) {
     EXPECT_EQ(edgeSizes(arc(1.0, 1.0)), (Sizes{0, 20, 0, 20}));
     EXPECT_EQ(edgeSizes(arc(0.0, std::nan(""))), (Sizes{0, 20, 0, 20}));
     EXPECT_EQ(edgeSizes(arc(0.0, 1e300)), (Sizes{0, 0, 0, 0}));
 }
 
-TEST(CylinderOutline, WalksRoundOnceFromTheTopLeftCorner) {
+TEST(CylinderBoundary, WalksRoundOnceFromTheTopLeftCorner) {
     Outline outline(1);
     const CylinderScreen screen(Point3(1, 2, 3), 1.0, -1.0, 1.0, 2.0);
     screen.sampleBoundary(outline);
@@ -221,21 +221,22 @@ TEST(CylinderOutline, WalksRoundOnceFromTheTopLeftCorner) {
     }
 }
 
-// Intended: the edges along which v changes take the count of the azimuth, and the others that of the elevation.
-TEST(SphereOutline, CountsAreSwappedBetweenTheSides) {
+// Intended: the edges along which v changes take the count of the azimuth, and the others that of
+// the elevation.
+TEST(SphereBoundary, CountsAreSwappedBetweenTheSides) {
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, 0.0, 2.0, 0.0, 0.5)), (Sizes{57, 14, 57, 14}));
     // 57.29... degrees are cut to 57 and halved to 28.
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, 0.0, 1.0, 0.0, 0.05)), (Sizes{28, 1, 28, 1}));
 }
 
-TEST(SphereOutline, ReversedLimitsAndFullTurnsAreNotSpecial) {
+TEST(SphereBoundary, ReversedLimitsAndFullTurnsAreNotSpecial) {
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, 2.0, 0.0, 0.0, 0.5)), (Sizes{0, 14, 0, 14}));
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, 0.0, 2.0, 0.5, 0.0)), (Sizes{57, 0, 57, 0}));
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, -kPi, kPi, 0.0, 0.5)), (Sizes{180, 14, 180, 14}));
     EXPECT_EQ(edgeSizes(SphericalScreen(Point3(), 1.0, 0.0, std::nan(""), 0.0, 1e300)), (Sizes{0, 0, 0, 0}));
 }
 
-TEST(SphereOutline, WalksRoundOnceFromTheTopLeftCornerDownwards) {
+TEST(SphereBoundary, WalksRoundOnceFromTheTopLeftCornerDownwards) {
     Outline outline(1);
     const SphericalScreen screen(Point3(1, 2, 3), 1.0, -1.0, 1.0, -0.5, 0.5);
     screen.sampleBoundary(outline);

@@ -1,4 +1,5 @@
-// Special values in each parameter and each argument, alone and in pairs, beside the plain second way.
+// Special values in each parameter and each argument, alone and in pairs, against the reference
+// implementation.
 #include "Library/Shapes/Curved/CurvedCases.h"
 #include "Support/SpecialArguments.h"
 
@@ -16,7 +17,7 @@ protected:
         fillParameters(reference, [&] { return numbers[i++]; });
         return reference;
     }
-    // A section around azimuth 0 whose centre lies off the origin.
+    // A section around azimuth 0 whose center lies off the origin.
     static constexpr std::array<double, Case::kParameters> kUsual = [] {
         std::array<double, Case::kParameters> numbers{0.25, -0.5, 0.125, 2.0, -1.0, 1.5, 0.75};
         if (Case::kParameters == 8) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-// Radius 1 around the Z axis, all the way round, 2 high.
+// Radius 1 around the Z axis, a full turn, 2 high.
 const CylinderScreen kRound(Point3(), 1.0, -kPi, kPi, 2.0);
 // The half of it on the side of +Y.
 const CylinderScreen kFarHalf(Point3(), 1.0, -kPi / 2, kPi / 2, 2.0);
@@ -105,9 +105,9 @@ TEST(CylinderScreen, NormalSignPicksTheWallWithoutASectionTest) {
         EXPECT_TRUE(kFarHalf.intersectExtrapolatedWithSpecifiedNormal(from, to, sign).empty()) << sign;
 }
 
-// Intended: with a centre the direction of the quadratic is to - from + centre. Here the true ray passes the
-// axis at (3, 0), but the quadratic's direction is (3, 4) from o = (0, -2): 25 t^2 - 16 t + 3 = 0 has no
-// root.
+// Intended: with a center the direction of the quadratic is to - from + center. Here the true ray
+// passes the axis at (3, 0), but the quadratic's direction is (3, 4) from o = (0, -2): 25 t^2 - 16
+// t + 3 = 0 has no root.
 TEST(CylinderScreen, CentreOffTheAxisLosesHits) {
     const CylinderScreen shifted(Point3(3, 0, 0), 1.0, -kPi, kPi, 2.0);
     EXPECT_TRUE(
@@ -115,8 +115,9 @@ TEST(CylinderScreen, CentreOffTheAxisLosesHits) {
     EXPECT_TRUE(shifted.intersect(Point3(3, -2, 0), Point3(3, 2, 0)).empty());
 }
 
-// With the centre at y = 2 a ray along +Y from o = (0, -2) has the direction (0, 4) instead of (0, 2): the
-// roots are 0.25 and 0.75, half of the true ones, so the hits stop short of the wall and are on no section.
+// With the center at y = 2 a ray along +Y from o = (0, -2) has the direction (0, 4) instead of (0,
+// 2): the roots are 0.25 and 0.75, half of the true ones, so the hits stop short of the wall and
+// are on no section.
 TEST(CylinderScreen, CentreOffTheAxisMovesTheHitsOffTheWall) {
     const CylinderScreen shifted(Point3(0, 2, 0), 1.0, -kPi, kPi, 2.0);
     const Point3 from(0, 0, 0);
@@ -128,8 +129,8 @@ TEST(CylinderScreen, CentreOffTheAxisMovesTheHitsOffTheWall) {
     EXPECT_TRUE(shifted.intersect(from, to).empty());
 }
 
-// Intended: only a difference of exactly minus the centre makes the quadratic degenerate, so with a centre a
-// ray along the wall can hit it.
+// Intended: only a difference of exactly minus the center makes the quadratic degenerate, so with a
+// center a ray along the wall can hit it.
 TEST(CylinderScreen, CentreOffTheAxisLetsARayAlongTheWallHit) {
     const CylinderScreen shifted(Point3(3, 0, 0), 1.0, -kPi, kPi, 8.0);
     const IntersectionSet hits = shifted.intersect(Point3(2, 0, 0), Point3(2, 0, 3));
@@ -148,7 +149,7 @@ TEST(CylinderScreen, CentreAlongTheAxisChangesNothingButTheHeight) {
 TEST(CylinderScreen, RayOfNoLengthGivesHitsAtItsStartOnly) {
     // The quadratic of from == to at the origin of X and Y has no direction; elsewhere neither.
     EXPECT_TRUE(kRound.intersect(Point3(0, -2, 0), Point3(0, -2, 0)).empty());
-    // Intended: with a centre it has one, and the hit lies at the start.
+    // Intended: with a center it has one, and the hit lies at the start.
     const CylinderScreen shifted(Point3(3, 0, 0), 1.0, -kPi, kPi, 8.0);
     const IntersectionSet hits = shifted.intersect(Point3(2, 0, 1), Point3(2, 0, 1));
     ASSERT_EQ(hits.count(), 1);

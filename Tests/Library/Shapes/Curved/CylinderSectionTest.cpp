@@ -71,7 +71,8 @@ TEST(CylinderSection, SwappedLimitsAreTheSameSectionAndRunUBackwards) {
     }
 }
 
-// Intended: the section test takes the azimuth a turn further, mapInto2D does so for negative azimuths alone.
+// Intended: the section test takes the azimuth a turn further, mapInto2D does so for negative
+// azimuths alone.
 TEST(CylinderSection, SectionPastATurnHoldsAPositionThatMapsBelowZero) {
     const CylinderScreen screen = unitCylinder(1.5 * kPi, 2.5 * kPi);
     EXPECT_TRUE(screen.isOnScreenSection(at(kPi / 4)));

@@ -84,7 +84,7 @@ TEST(SphericalScreen, RayAlongZHitsThePoles) {
     expectHit(hits.last(), Point3(0, 0, 1), -1);
 }
 
-// The ray is not that of the cylinder: a centre moves the hits with it.
+// The ray is not that of the cylinder: a center moves the hits with it.
 TEST(SphericalScreen, CentreMovesTheHits) {
     const SphericalScreen shifted(Point3(3, 2, 1), 1.0, -kPi, kPi, -kPi / 2, kPi / 2);
     const IntersectionSet hits = shifted.intersect(Point3(3, 0, 1), Point3(3, 2, 1));

@@ -111,7 +111,7 @@ TEST(FlatScreenIntersect, ScreenOfNegativeSizeHoldsNothing) {
     EXPECT_FALSE(FlatScreen().isOnScreenSection(Point3()));
     EXPECT_FALSE(FlatScreen(4.0, -3.0).isOnScreenSection(Point3()));
     EXPECT_TRUE(FlatScreen(0.0, 0.0).isOnScreenSection(Point3()));
-    // Less than twice the tolerance below zero still holds the centre.
+    // Less than twice the tolerance below zero still holds the center.
     EXPECT_TRUE(FlatScreen(-1e-6, -1e-6).isOnScreenSection(Point3()));
 }
 
@@ -184,8 +184,8 @@ TEST(FlatScreenIntersect, HitIsWhereTheLineCrossesThePlane) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             const long double way = t * (static_cast<long double>(to[axis]) - from[axis]);
             const long double exact = from[axis] + way;
-            // Half an epsilon of the way for each of the two differences, the quotient and the product, half
-            // an epsilon of the result for the sum; all of it twice.
+            // Half an epsilon of the way for each of the two differences, the quotient and the
+            // product, half an epsilon of the result for the sum; all of it twice.
             const long double tolerance = kEpsilon * (4.0L * std::abs(way) + std::abs(exact));
             EXPECT_LE(std::abs(hits.first().point[axis] - exact), tolerance);
         }

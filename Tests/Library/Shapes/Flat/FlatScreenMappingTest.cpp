@@ -74,8 +74,8 @@ TEST(FlatScreenMapping, ScreenWithoutSizeGivesNaNAndInfinity) {
 }
 
 TEST(FlatScreenMapping, MapInto2DIsInverseOfMapInto3DInsideTheSection) {
-    // Position: half an epsilon for the product and a quarter for the sum, of the size. UV: half an epsilon
-    // each for the sum and the quotient.
+    // Position: half an epsilon for the product and a quarter for the sum, of the size. UV: half an
+    // epsilon each for the sum and the quotient.
     constexpr double kTolerance = 2.0 * kEpsilon;
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);

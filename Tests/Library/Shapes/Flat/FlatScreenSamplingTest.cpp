@@ -12,8 +12,8 @@ using namespace quarn::test;
 
 namespace {
 
-constexpr int kLeastInt = std::numeric_limits<int>::min();
-constexpr int kGreatestInt = std::numeric_limits<int>::max();
+constexpr int kMinInt = std::numeric_limits<int>::min();
+constexpr int kMaxInt = std::numeric_limits<int>::max();
 
 using Samples = IScreenGeometry::GridSamples;
 
@@ -26,7 +26,7 @@ Samples samplesOf(double v, double uStart, double uEnd, int count, bool extrapol
 }  // namespace
 
 TEST(FlatScreenSampling, CountBelowTwoWritesNothing) {
-    for (const int count : {1, 0, -1, -2, kLeastInt})
+    for (const int count : {1, 0, -1, -2, kMinInt})
         for (const bool extrapolate : {false, true})
             EXPECT_TRUE(samplesOf(0.5, 0.0, 1.0, count, extrapolate).empty()) << count;
 }
@@ -83,7 +83,7 @@ TEST(FlatScreenSampling, OverwritesItsOwnKeysAndKeepsOthers) {
 }
 
 TEST(FlatScreenSampling, RowIsAnyNumber) {
-    for (const int row : {0, -1, kLeastInt, kGreatestInt}) {
+    for (const int row : {0, -1, kMinInt, kMaxInt}) {
         Samples samples;
         FlatScreen(4.0, 3.0).sampleHorizontally(0.5, 1.0, 0.0, 2, row, samples, false);
         const Samples expected{{{0, row}, Point3(2, 0, 0)}, {{1, row}, Point3(-2, 0, 0)}};
@@ -99,8 +99,8 @@ TEST(FlatScreenSampling, CalibrationPointsRunColumnByColumnFromTopToBottom) {
 
 TEST(FlatScreenSampling, CalibrationPointsOfNoColumnsOrRowsAreNone) {
     const FlatScreen screen(4.0, 3.0);
-    for (const int none : {0, -1, kLeastInt}) {
-        for (const int other : {kLeastInt, -5, 0, 1, 5, kGreatestInt}) {
+    for (const int none : {0, -1, kMinInt}) {
+        for (const int other : {kMinInt, -5, 0, 1, 5, kMaxInt}) {
             EXPECT_TRUE(screen.getDefaultCalibrationPoints(none, other).empty());
             EXPECT_TRUE(screen.getDefaultCalibrationPoints(other, none).empty());
         }
@@ -133,7 +133,8 @@ TEST(FlatScreenSampling, CalibrationPointsLieEvenlyOverTheRectangle) {
             for (int row = 0; row < rows; ++row, ++next) {
                 const long double x = w * (static_cast<long double>(column) / (columns - 1) - 0.5L);
                 const long double z = h * (0.5L - static_cast<long double>(row) / (rows - 1));
-                // Half an epsilon of the size each for the quotient, the product and the difference.
+                // Half an epsilon of the size each for the quotient, the product and the
+                // difference.
                 EXPECT_LE(std::abs(points[next][0] - x), 2.0L * kEpsilon * w);
                 EXPECT_EQ(points[next][1], 0.0);
                 EXPECT_LE(std::abs(points[next][2] - z), 2.0L * kEpsilon * h);

@@ -16,7 +16,7 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// A straight line through a root, which notes where it was asked.
+// A straight line through a root, which notes where it was evaluated.
 struct NotedLine {
     double root;
     std::shared_ptr<std::vector<double>> arguments = std::make_shared<std::vector<double>>();

@@ -37,7 +37,8 @@ TEST(RuledScreenContract, ClosestPointOfAFarPointLiesOnAnEdge) {
 }
 
 TEST(RuledScreenContract, ClosestPointOfAPointFarAboveLiesOnTheBottomEdge) {
-    // v has no sign, so that of a position above by more than a ruling's length is clamped to the bottom.
+    // v has no sign, so that of a position above by more than a ruling's length is clamped to the
+    // bottom.
     EXPECT_EQ(quarters().getClosestPoint(Point3(0, 0, 5))[2], -1.0);
     EXPECT_EQ(quarters().getClosestPoint(Point3(0, 0, -5))[2], -1.0);
     EXPECT_NEAR(quarters().getShortestDistance(Point3(0, kApexOfQuarters, 5)), 6.0, 1e-6);

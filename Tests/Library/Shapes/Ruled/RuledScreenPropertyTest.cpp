@@ -12,8 +12,8 @@ namespace {
 constexpr int kScreens = 10000;
 // The search answers the middle of an interval of at most 1e-6 around the true u.
 constexpr double kErrorOfU = 0.5e-6;
-// Relative rounding of the few dozen operations from the parameters to a position; arcs from 0.2 make radii
-// up to five chords, which the subtraction of the centre cancels.
+// Relative rounding of the few dozen operations from the parameters to a position; arcs from 0.2
+// make radii up to five chords, which the subtraction of the center cancels.
 constexpr double kRounding = 1e-13;
 
 struct Example {
@@ -89,7 +89,8 @@ TEST(RuledScreenProperty, HitsLieOnTheRayAndOnTheirRuling) {
             ++hits;
             const double reach = example.size + length(hit.point - from);
             EXPECT_LT(distanceFromLine(hit.point, from, through), kRounding * reach);
-            // The ray meets the true ruling, and the ruling of the hit lies as far from it as u is off.
+            // The ray meets the true ruling, and the ruling of the hit lies as far from it as u is
+            // off.
             const Point3 onSurface = positionAt(example.screen, hit.uv[0], hit.uv[1]);
             EXPECT_LT(length(hit.point - onSurface), kErrorOfU * example.speed + kRounding * reach);
             EXPECT_GE(hit.uv[1], 0.0);
@@ -110,8 +111,8 @@ TEST(RuledScreenProperty, UVIsRecoveredFromAPositionOnTheSurface) {
         const Point2 uv(rng.uniform(0, 1), rng.uniform(0, 1));
         const Point2 found = example.screen.mapInto2D(positionAt(example.screen, uv[0], uv[1]), false);
         EXPECT_NEAR(found[0], uv[0], kErrorOfU + 1e-9);
-        // A shift of the ruling moves the nearest point along it by at most that over the sine of the angle
-        // between ruling and ray; times the ruling's length that is at least the height.
+        // A shift of the ruling moves the nearest point along it by at most that over the sine of
+        // the angle between ruling and ray; times the ruling's length that is at least the height.
         EXPECT_NEAR(found[1], uv[1], kErrorOfU * example.speed / example.params.height + 1e-9);
     }
 }
@@ -154,8 +155,8 @@ TEST(RuledScreenProperty, NormalsAreSquareToTheRulingAndPointAwayFromTheCentres)
             example.screen.getScreenNormal(positionAt(example.screen, u, rng.uniform(0, 1)));
         EXPECT_NEAR(length(normal), 1.0, 1e-14);
         EXPECT_GT(normal[1], 0.0) << "towards +Y, as no arc turns by a quarter circle";
-        // The root is off by up to 1e-5, which turns the ruling's difference of the curves by twice the
-        // speed.
+        // The root is off by up to 1e-5, which turns the ruling's difference of the curves by twice
+        // the speed.
         const Point3 ruling = example.screen.alongBottomCurve(u) - example.screen.alongTopCurve(u);
         EXPECT_NEAR(dot(normal, ruling) / length(ruling), 0.0,
                     1e-5 * 2 * example.speed / example.params.height + 1e-9);

@@ -1,4 +1,4 @@
-// Each operation of a ruled screen against the plain second way, bit for bit.
+// Each operation of a ruled screen against the reference implementation, bit for bit.
 #include <gtest/gtest.h>
 
 #include "Library/Shapes/Ruled/RuledScreens.h"

@@ -9,7 +9,7 @@ using namespace quarn::test;
 
 namespace {
 
-constexpr int kLeastInt = std::numeric_limits<int>::min();
+constexpr int kMinInt = std::numeric_limits<int>::min();
 
 struct Geometry {
     Point3 viewPoint;
@@ -138,7 +138,7 @@ TEST(RuledScreenSampling, OneColumnOrRowOfCalibrationPointsIsNotANumber) {
 
 TEST(RuledScreenSampling, NoCalibrationPointsForCountsBelowOne) {
     const OpenRuledScreen screen(kQuarters);
-    for (const int count : {0, -1, kLeastInt}) {
+    for (const int count : {0, -1, kMinInt}) {
         EXPECT_TRUE(screen.getDefaultCalibrationPoints(count, 3).empty());
         EXPECT_TRUE(screen.getDefaultCalibrationPoints(3, count).empty());
         EXPECT_TRUE(screen.getDefaultCalibrationPoints(count, count).empty());
@@ -175,7 +175,7 @@ TEST(RuledScreenSampling, SamplesWithoutExtrapolationAskTheSection) {
 
 TEST(RuledScreenSampling, FewerThanTwoSamplesAreNone) {
     std::map<Point<int, 2>, Point3> samples;
-    for (const int count : {1, 0, -1, kLeastInt})
+    for (const int count : {1, 0, -1, kMinInt})
         OpenRuledScreen(kQuarters).sampleHorizontally(0.5, 0.0, 1.0, count, 0, samples, true);
     EXPECT_TRUE(samples.empty());
 }

@@ -12,7 +12,7 @@ IntersectionSet asSet(const std::optional<Intersection>& hit) {
     return hit ? IntersectionSet(*hit) : IntersectionSet();
 }
 
-// Asks all that takes no special argument of its own.
+// Runs all queries that take no special argument of their own.
 void expectAgreement(const OpenRuledScreen& screen, const ReferenceRuled& reference) {
     const Point3 from(0.3, -4.0, 0.2);
     const Point3 to(0.2, 4.0, 0.3);

@@ -10,8 +10,8 @@ using namespace quarn::test;
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-// Half the search's interval in u, times the greatest speed of the curves of kQuarters, with room for
-// rounding.
+// Half the search's interval in u, times the greatest speed of the curves of kQuarters, plus a
+// margin for rounding.
 constexpr double kSearchError = 1.2e-6;
 
 const OpenRuledScreen& quarters() {
@@ -30,7 +30,7 @@ TEST(RuledScreen, RadiusAndCentresFollowFromTheArcs) {
     // The derivative at the apex is arc times radius.
     EXPECT_TRUE(sameBits(quarters().alongTopCurveDerivative(0.5)[0], kPi / 2 * 1.4142135623730951));
     EXPECT_TRUE(sameBits(quarters().alongBottomCurveDerivative(0.5)[0], kPi / 2 * 1.4142135623730951));
-    // The apex is a radius from the centre, at the height of the arc.
+    // The apex is a radius from the center, at the height of the arc.
     EXPECT_NEAR(quarters().alongTopCurve(0.5)[1], 1.4142135623730951 - 1.0, 1e-15);
     EXPECT_EQ(quarters().alongTopCurve(0.5)[2], 1.0);
     EXPECT_EQ(quarters().alongBottomCurve(0.5)[2], -1.0);
@@ -112,7 +112,8 @@ TEST(RuledScreen, NormalAtTheApexPointsAwayFromTheViewer) {
 }
 
 TEST(RuledScreen, NormalIsFoundWhereTheAcceptanceCouldNeverRefuse) {
-    // A position at right angles to every ruling has a sine of 1; it is the distance that refuses it.
+    // A position at right angles to every ruling has a sine of 1; it is the distance that refuses
+    // it.
     EXPECT_TRUE(sameBits(quarters().getScreenNormal(Point3(0, -1000, -1)), Point3(0, 0, 0)));
 }
 
@@ -144,7 +145,8 @@ TEST(RuledScreen, OnlyTheDifferencesOfTheLimitsEnterTheGeometry) {
 }
 
 TEST(RuledScreen, MaxAngleIsNoAngle) {
-    // The arc cosine of the eye's distance behind the chord, half the width over the tangent of half an arc.
+    // The arc cosine of the eye's distance behind the chord, half the width over the tangent of
+    // half an arc.
     const OpenRuledScreen narrow(0.5, 7.0, -0.5, 0.5, -0.5, 0.5);
     EXPECT_NEAR(narrow.getMaxAngleFromHeading(), std::acos(0.25 / std::tan(0.5)), 1e-14);
     const OpenRuledScreen wrapped(0.5, 7.0, -2.0, 2.0, -2.0, 2.0);

@@ -25,7 +25,8 @@ bool isOnAt(const RuledSurfaceScreen& screen, double u, double v) {
 }  // namespace
 
 TEST(RuledScreenTolerance, SearchEndsAfterTwentyOneHalvingsOfARangeOfTwo) {
-    // 2 / 2^21 = 0.95e-6 is the first length of at most 1e-6, so u lies in the middle of such a cell.
+    // 2 / 2^21 = 0.95e-6 is the first length of at most 1e-6, so u lies in the middle of such a
+    // cell.
     const OpenRuledScreen screen(kQuarters);
     for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);
@@ -49,7 +50,8 @@ TEST(RuledScreenTolerance, PositionOnTheSectionIsWithinAMillionthOfTheSurface) {
 }
 
 TEST(RuledScreenTolerance, SectionEndsAMillionthBeyondTheSides) {
-    // The search answers the middles of cells of 2^-20: -0.48e-6 is the last that passes, -1.43e-6 is not.
+    // The search answers the middles of cells of 2^-20: -0.48e-6 is the last that passes, -1.43e-6
+    // is not.
     const OpenRuledScreen screen = narrowQuarters();
     EXPECT_TRUE(isOnAt(screen, -0.9e-6, 0.5));
     EXPECT_FALSE(isOnAt(screen, -1.0e-6, 0.5));
@@ -90,7 +92,8 @@ TEST(RuledScreenTolerance, NormalReachesOnePercentOfTheWidth) {
 }
 
 TEST(RuledScreenTolerance, NormalsRootIsFoundInSeventeenHalvings) {
-    // At the root's u, a multiple of 2^-17, the horizontal derivatives give the normal's x over its y.
+    // At the root's u, a multiple of 2^-17, the horizontal derivatives give the normal's x over its
+    // y.
     const OpenRuledScreen screen(kQuarters);
     for (int i = 0; i < seedCount(1000); ++i) {
         Rng rng(i);

@@ -28,20 +28,21 @@ public:
     using RuledSurfaceScreen::reset;
 };
 
-/// Chord and height of 2, both arcs a quarter circle: radius sqrt(2), centres at y = -1, apex at y = sqrt(2)
+/// Chord and height of 2, both arcs a quarter circle: radius sqrt(2), centers at y = -1, apex at y
+/// = sqrt(2)
 /// - 1.
 inline constexpr RuledSurfaceScreenParams kQuarters{
     2.0, 2.0, -std::numbers::pi / 4, std::numbers::pi / 4, -std::numbers::pi / 4, std::numbers::pi / 4};
 inline constexpr double kApexOfQuarters = std::numbers::sqrt2 - 1.0;
 
-/// Whether the search for a ruling ends: for tiny arcs its parameters are so large that they cannot come
-/// nearer to each other than its tolerance.
+/// Whether the search for a ruling ends: for tiny arcs its parameters are so large that they cannot
+/// come nearer to each other than its tolerance.
 inline bool searchEnds(const RuledSurfaceScreenParams& params) {
-    constexpr double kLeastArc = 1e-8;
+    constexpr double kMinArc = 1e-8;
     const double topArc = params.maxTheta - params.minTheta;
     const double bottomArc = params.maxPhi - params.minPhi;
     const double larger = std::max(topArc, bottomArc);
-    return larger == 0.0 || !(std::abs(larger) < kLeastArc);
+    return larger == 0.0 || !(std::abs(larger) < kMinArc);
 }
 
 /// Ordinary screens: arcs from 0.2 to 2.8, chord and height from 0.5 to 10.
@@ -54,8 +55,8 @@ inline RuledSurfaceScreenParams ordinaryParams(Rng& rng) {
     return {width, height, minTheta, maxTheta, minPhi, minPhi + rng.uniform(0.2, 2.8)};
 }
 
-/// Screens of every kind whose search ends: arcs above pi, reversed limits, zero and negative sizes, extreme
-/// and special values.
+/// Screens of every kind whose search ends: arcs above pi, reversed limits, zero and negative
+/// sizes, extreme and special values.
 inline RuledSurfaceScreenParams anyParams(Rng& rng) {
     RuledSurfaceScreenParams params = ordinaryParams(rng);
     switch (rng.integer(0, 7)) {
