@@ -4,7 +4,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnScreen/Detail/Limits/TerminationChecks.h>
+#include <QuarnKit/Mesh/RefinementSize.h>
 
 #include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
@@ -32,12 +32,13 @@ struct RefineOptions : MeshEditOptions {
 void refuseUnboundedRefinement(const std::vector<Triangle>& triangles, double maxEdge,
                                const RefineOptions& options) {
     if (!(maxEdge > 0.0)) throw unexpectedText("--max-edge", options.maxEdge, "a length above 0");
-    if (!detail::refinementTerminates(triangles, maxEdge))
-        throw unexpectedText("--max-edge", options.maxEdge,
-                             "a length above the floating-point resolution at the mesh's size");
     const std::uint64_t memory = writesXml(options) ? kMemoryPerTriangleInXml : kMemoryPerTriangle;
     const std::uint64_t maxTriangles = std::min(options.maxMemory / memory, kMaxTriangles);
-    if (detail::countRefinedTriangles(triangles, maxEdge, maxTriangles + 1) > maxTriangles)
+    const auto count = countRefinement(triangles, maxEdge, maxTriangles + 1);
+    if (!count)
+        throw unexpectedText("--max-edge", options.maxEdge,
+                             "a length above the floating-point resolution at the mesh's size");
+    if (*count > maxTriangles)
         throw Error({.found = "found --max-edge " + quotedExcerpt(options.maxEdge) +
                               ", for which the mesh becomes more than " + std::to_string(maxTriangles) +
                               " triangles and could need more than " + memorySizeText(options.maxMemory) +

@@ -19,8 +19,7 @@ std::string solid(const std::string& facets) {
 class NoticeLines : public Observer {
 public:
     void notify(const Notice& notice) override {
-        text += withLocation(notice.file, notice.line, notice.text) + "
-";
+        text += withLocation(notice.file, notice.line, notice.text) + "\n";
     }
 
     std::string text;

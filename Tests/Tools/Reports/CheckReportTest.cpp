@@ -48,8 +48,8 @@ TEST(CheckReport, LeavesOutWhatIsNotKnown) {
     bare.places = {{0, 5}};
     EXPECT_EQ(tool::reportText(reportWith(bare)).find("wall.obj:5: 2 holes (fill them)\n"), 0U);
     bare.places = {{5, 0}};
-    EXPECT_EQ(tool::reportJson(reportWith(bare))["findings"][0]["places"].dump(),
-              R"([{"triangle":5,"line":null}])");
+    EXPECT_NE(tool::reportJson(reportWith(bare)).text().find(R"("places":[{"triangle":5,"line":null}])"),
+              std::string::npos);
 }
 
 TEST(CheckReport, NotesAreNoProblems) {

@@ -79,8 +79,8 @@ inline constexpr unsigned kMaxTenths = 8;
 ///
 /// In units of 2^-53 of the value, each product with 0.1 has an error of at most 1.5 (rounding 1,
 /// the constant 0.5), eight of them of less than 13, and the single product of 2. A unit in the
-/// last place of a double is at least one such unit. So both methods round to the same float unless a
-/// midpoint of two floats is within 16 units in the last place of the product.
+/// last place of a double is at least one such unit. So both methods round to the same float unless
+/// a midpoint of two floats is within 16 units in the last place of the product.
 ///
 /// \pre mantissa < 10 * kMantissaLimit, scale <= kMaxTenths
 [[nodiscard]] inline float scaledDown(std::uint32_t mantissa, unsigned scale) {
