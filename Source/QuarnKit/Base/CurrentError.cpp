@@ -17,7 +17,7 @@ namespace quarn {
 namespace {
 
 Error malformedXmlError(const XMLCh* message, std::uint64_t line = 0) {
-    return Error({.found = "malformed XML: " + toUtf8(detail::fromXmlText(message)), .line = line});
+    return Error({.found = "not well-formed XML: " + toUtf8(detail::fromXmlText(message)), .line = line});
 }
 
 // The file and line of the library's exception refer to its source, not to the input.

@@ -87,9 +87,9 @@ class Convert(ConvertTest):
     def test_repairs_are_reported_with_lines(self):
         self.file("a.obj", TRIANGLE + "f -3 -2 -1\nf 1 2 -1 # last\n")
         self.assertEqual(self.convert("a.obj", "-o", "b.obj").splitlines()[:3],
-                         ["note: a.obj:5: mended 1 comment after a face",
-                          "note: a.obj:4: mended 4 corners that refer back by negative numbers",
-                          "note: a.obj:4: mended 6 corners without a normal"])
+                         ["note: a.obj:5: repaired 1 comment after a face",
+                          "note: a.obj:4: repaired 4 corners that refer back by negative numbers",
+                          "note: a.obj:4: repaired 6 corners without a normal"])
         self.assertEqual(self.text("b.obj"), TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n# last\nf 1//1 2//1 3//1\n")
 
     def test_a_mesh_without_uv_is_told_of(self):

@@ -103,7 +103,7 @@ class Stl(ToolTest):
 
     def test_axes_and_scale_are_for_the_conversion(self):
         self.file("a.stl", binary())
-        self.assertIn(b"for a screen that is no OBJ file", self.run_tool("info", "a.stl", "--scale", "0.001").stderr)
+        self.assertIn(b"for a screen that is not an OBJ file", self.run_tool("info", "a.stl", "--scale", "0.001").stderr)
         self.run_tool("convert", "a.stl", "-o", "a.obj", "--scale", "1000").check_returncode()
         self.assertEqual(self.info("a.obj")["bounds"], "(-1000, 0, -500) to (1000, 0, 500) m")
 
@@ -169,7 +169,7 @@ class Stl(ToolTest):
         self.file("a.xml", f'<ScreenGeometry ClassType="class STLScreen">{base64.b64encode(text()).decode()}</ScreenGeometry>')
         result = self.run_tool("check", "a.xml")
         self.assertEqual(result.returncode, 1)
-        self.assertIn(b"a.xml: an STL file in text form, which the other commands reject (mend it by: quarnscreen convert a.xml", result.stdout)
+        self.assertIn(b"a.xml: an STL file in text form, which the other commands reject (try: quarnscreen convert a.xml", result.stdout)
         self.file("a.stl", b"solid\nendsolid\n")
         self.assertIn("found no triangle in the STL file", self.run_tool("check", "a.stl").stderr.decode())
 

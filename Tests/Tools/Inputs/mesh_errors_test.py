@@ -12,7 +12,7 @@ NORMAL = "expected the number of a normal from 1 to 1, as in 1/1/1 or 1//1"
 
 # name: content of the file, and what follows "error: a.obj" in the line.
 REFUSED = {
-    "no_line_feed": (HEAD + FACE + FACE[:-1], ":6: found a face line that ends with the file, expected a line feed behind it.*"),
+    "no_line_feed": (HEAD + FACE + FACE[:-1], ":6: found a face line that ends with the file, expected a line feed after it.*"),
     "no_line_feed_after_a_joined_line": (HEAD + "f 1//1 2//1 \\\n3//1", ":5: found a face line that ends .*"),
     "no_line_feed_behind_a_word_with_f": (HEAD + FACE + "fin", ":6: found a face line that ends .*"),
     "carriage_return_without_blank_alone": (HEAD + FACE[:-1] + "\r", ":5: found a face line that ends .*"),
@@ -105,7 +105,7 @@ class MeshErrors(ObjTest):
         mesh = self.xml("mesh.xml")
         for option in (["--forward", "Y"], ["--up", "Z"], ["--scale", "1"]):
             for screen in (WALL, mesh):
-                self.assertIn(": found --forward, --up or --scale for a screen that is no OBJ file, expected them with an OBJ file only\n",
+                self.assertIn(": found axes or a scale for a screen that is not an OBJ file, expected them with an OBJ file only\n",
                               self.error_line("info", screen, *option))
 
     def test_the_memory_limit_counts_text_and_triangles(self):
