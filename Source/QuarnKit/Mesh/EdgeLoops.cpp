@@ -13,7 +13,7 @@ constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
 class Walker {
 public:
-    explicit Walker(const std::vector<Edge>& allEdges);
+    explicit Walker(const std::vector<Edge>& edgeList);
 
     [[nodiscard]] std::vector<EdgeLoop> loops();
 
@@ -32,7 +32,7 @@ private:
     std::vector<EdgeLoop> result;
 };
 
-Walker::Walker(const std::vector<Edge>& allEdges) : edges(allEdges), isVisited(edges.size()) {
+Walker::Walker(const std::vector<Edge>& edgeList) : edges(edgeList), isVisited(edges.size()) {
     std::uint32_t pointCount = 0;
     for (const auto& [from, to] : edges) pointCount = std::max({pointCount, from + 1, to + 1});
     offsets.resize(pointCount + std::size_t{1});

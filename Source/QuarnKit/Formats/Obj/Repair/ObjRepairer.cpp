@@ -248,14 +248,14 @@ std::optional<std::array<float, 2>> uvOf(const detail::ObjData& objData, const d
     return uvs[static_cast<std::size_t>(corner.textureCoordinate)];
 }
 
-const std::array<float, 3>& positionOf(const detail::ObjData& objData, const detail::ObjCorner& corner) {
+const std::array<float, 3>& positionAt(const detail::ObjData& objData, const detail::ObjCorner& corner) {
     return objData.vertexData.vertices[static_cast<std::size_t>(corner.vertex)];
 }
 
 // Returns true if the triangles have the same positions and UVs in the same order.
 bool areSameMesh(const detail::ObjData& a, const detail::ObjData& b) {
     const auto isSameCorner = [&](const detail::ObjCorner& ofA, const detail::ObjCorner& ofB) {
-        return positionOf(a, ofA) == positionOf(b, ofB) && uvOf(a, ofA) == uvOf(b, ofB);
+        return positionAt(a, ofA) == positionAt(b, ofB) && uvOf(a, ofA) == uvOf(b, ofB);
     };
     return std::equal(a.faces.begin(), a.faces.end(), b.faces.begin(), b.faces.end(),
                       [&](const detail::ObjFace& ofA, const detail::ObjFace& ofB) {
