@@ -78,15 +78,15 @@ void measure(benchmark::State& state, Text (*convert)(const Text&), const Text& 
 }
 
 BENCHMARK_CAPTURE(measure, base64, encode, kBytes, kText)->Name("base64/encode/library");
-BENCHMARK_CAPTURE(measure, base64, referenceEncodeBase64, kBytes, kText)->Name("base64/encode/plain");
+BENCHMARK_CAPTURE(measure, base64, referenceEncodeBase64, kBytes, kText)->Name("base64/encode/reference");
 BENCHMARK_CAPTURE(measure, base64, decodeBase64, kText, kBytes)->Name("base64/decode/library");
-BENCHMARK_CAPTURE(measure, base64, referenceDecodeBase64, kText, kBytes)->Name("base64/decode/plain");
+BENCHMARK_CAPTURE(measure, base64, referenceDecodeBase64, kText, kBytes)->Name("base64/decode/reference");
 BENCHMARK_CAPTURE(measure, base64, encodeWide, kWideBytes, kWideText)->Name("base64/encode-wide/library");
 BENCHMARK_CAPTURE(measure, base64, encodeWideByReference, kWideBytes, kWideText)
-    ->Name("base64/encode-wide/plain");
+    ->Name("base64/encode-wide/reference");
 BENCHMARK_CAPTURE(measure, base64, decodeBase64Wide, kWideText, kWideBytes)
     ->Name("base64/decode-wide/library");
 BENCHMARK_CAPTURE(measure, base64, decodeWideByReference, kWideText, kWideBytes)
-    ->Name("base64/decode-wide/plain");
+    ->Name("base64/decode-wide/reference");
 
 }  // namespace

@@ -41,15 +41,15 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FindOutline fi
 }
 
 void addWay(const MeshCase& mesh, const char* way, FindOutline find) {
-    add("outline", mesh, way, [=](auto& state, auto& asked) { measure(state, asked, find); });
-    add("outline-memory", mesh, way, [=](auto& state, auto& asked) {
+    add("boundary", mesh, way, [=](auto& state, auto& asked) { measure(state, asked, find); });
+    add("boundary-memory", mesh, way, [=](auto& state, auto& asked) {
         measureMemory(state, asked, find);
     })->Iterations(1);
 }
 
 void addWays(const MeshCase& mesh) {
     addWay(mesh, "library", findByLibrary);
-    addWay(mesh, "plain", findByReference);
+    addWay(mesh, "reference", findByReference);
 }
 
 [[maybe_unused]] const int kRegistered =

@@ -67,7 +67,7 @@ void addWay(const MeshCase& mesh, const char* way) {
 
 void addAll(const MeshCase& mesh) {
     addWay<ByLibrary>(mesh, "library");
-    addWay<ByReference>(mesh, "plain");
+    addWay<ByReference>(mesh, "reference");
     addWay<TracerAlone>(mesh, "tracer-alone");
 }
 

@@ -92,7 +92,7 @@ void addWay(const MeshCase& mesh, const char* way) {
 
 void addAll(const MeshCase& mesh) {
     addWay<LibraryEditing>(mesh, "library");
-    addWay<ReferenceEditing>(mesh, "plain");
+    addWay<ReferenceEditing>(mesh, "reference");
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

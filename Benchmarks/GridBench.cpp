@@ -87,7 +87,7 @@ void sampleByReference(benchmark::State& state, const MeshCase& mesh) {
 
 void addAll(const MeshCase& mesh) {
     add("grid", mesh, "library", sampleByLibrary);
-    add("grid", mesh, "plain", sampleByReference);
+    add("grid", mesh, "reference", sampleByReference);
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

@@ -103,14 +103,14 @@ void locateByReference(benchmark::State& state, const MeshCase& mesh) {
 
 void addBuilds(const MeshCase& mesh) {
     add("kd-tree-build", mesh, "library", buildTree);
-    add("kd-tree-build", mesh, "plain", buildReferenceTree);
+    add("kd-tree-build", mesh, "reference", buildReferenceTree);
     add("kd-tree-build", mesh, "nanoflann", buildNanoflann);
 }
 
 void addAll(const MeshCase& mesh) {
     addBuilds(mesh);
     add("uv-location", mesh, "library", locate);
-    add("uv-location", mesh, "plain", locateByReference);
+    add("uv-location", mesh, "reference", locateByReference);
 }
 
 [[maybe_unused]] const int kRegistered =

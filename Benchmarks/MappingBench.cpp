@@ -64,7 +64,7 @@ void addNewUVs(const MeshCase& mesh, const char* subject, bool areInside) {
     add(subject, mesh, "library", [=](benchmark::State& state, const MeshCase& asked) {
         mapAll(state, screenOf(asked), newUVs(areInside), !areInside);
     });
-    add(subject, mesh, "plain", [=](benchmark::State& state, const MeshCase& asked) {
+    add(subject, mesh, "reference", [=](benchmark::State& state, const MeshCase& asked) {
         ReferenceLockedMapping mapping(referenceOf(asked));
         const auto answerOf = [=](auto& mapped) {
             return [&mapped, extrapolate = !areInside](const Point2& uv) {

@@ -90,7 +90,7 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form)
         screen.load(file);
         const double peak = quarn::bench::peakBytes();
         const double after = quarn::bench::residentBytes();
-        state.counters["passing_bytes_per_text_byte"] = (peak - after) / textSize;
+        state.counters["temporary_bytes_per_text_byte"] = (peak - after) / textSize;
         state.counters["bytes_per_triangle"] = perTriangle(after - before);
         state.counters["text_bytes_per_triangle"] = perTriangle(textSize);
         state.counters["list_bytes_per_triangle"] = sizeof(Triangle);
@@ -109,7 +109,7 @@ void addAll(const MeshCase& mesh, const std::string& variant, FileForm form, Fil
     addWay<TrianglesByLibrary>("obj-triangles", mesh, variant + "/library", refused);
     addWay<ByTinyObj>("obj-triangles", mesh, variant + "/tinyobj", refused, 1);
     addWay<ByLibrary>("obj-load", mesh, variant + "/library", form);
-    addWay<ByReference>("obj-load", mesh, variant + "/plain", form);
+    addWay<ByReference>("obj-load", mesh, variant + "/reference", form);
     addWay<ByTinyObj>("obj-load", mesh, variant + "/tinyobj", form);
     add("obj-memory", mesh, variant + "/library", [=](benchmark::State& state, const MeshCase& asked) {
         measureMemory(state, asked, form);

@@ -127,13 +127,13 @@ void addAll(const MeshCase& mesh) {
     for (const char* where : {"on-surface", "off-surface"}) {
         const char* const subject = "nearest-centroid";
         addWay(subject, mesh, where, "library", nearestByLibrary, nearestByLibrary);
-        addWay(subject, mesh, where, "plain", nearestByReference, nearestByLibrary);
+        addWay(subject, mesh, where, "reference", nearestByReference, nearestByLibrary);
         addWay(subject, mesh, where, "nanoflann", nearestByNanoflann, nearestByLibrary);
     }
     for (const char* where : {"on-surface", "just-off", "off-surface"}) {
         const char* const subject = "point-on-triangle";
         addWay(subject, mesh, where, "library", normalByLibrary, normalByLibrary);
-        addWay(subject, mesh, where, "plain", normalByReference, normalByLibrary);
+        addWay(subject, mesh, where, "reference", normalByReference, normalByLibrary);
         addWay(subject, mesh, where, "Embree", normalByEmbree, normalByLibrary);
     }
 }

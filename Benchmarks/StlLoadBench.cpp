@@ -93,7 +93,7 @@ int registerAll() {
     for (const int triangleCount : {10'000, 100'000, 1'000'000}) {
         const MeshCase mesh{Shape::Dome, triangleCount, Order::InOrder};
         addWay<ByLibrary>(mesh, "library");
-        addWay<ByReference>(mesh, "plain");
+        addWay<ByReference>(mesh, "reference");
     }
     return 0;
 }

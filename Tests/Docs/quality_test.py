@@ -17,7 +17,7 @@ LINE = re.compile(r"^\| `([\w/]+\.(?:h|cpp))` \| `` ?(.+?) ?`` \| [^|]+ \|$", re
 PRESET = re.compile(r"--preset (\w+)")
 SELECTION = re.compile(r"ctest --preset dev -R '([^']+)'")
 # How far a figure may lag behind.
-GREATEST_LAG = 1.3
+MAX_LAG = 1.3
 
 
 def texts(pattern):
@@ -45,7 +45,7 @@ def figure_faults(page):
     for name, count in counts().items():
         if name not in stated:
             yield f"no row states the number of {name}"
-        elif not stated[name] <= count <= stated[name] * GREATEST_LAG:
+        elif not stated[name] <= count <= stated[name] * MAX_LAG:
             yield f"{name}: the page states at least {stated[name]}, there are {count}"
 
 
@@ -59,7 +59,7 @@ def line_faults(page):
 def command_faults(page):
     presets = (ROOT / "CMakePresets.json").read_text(encoding="utf-8")
     yield from (f"no preset {name}" for name in PRESET.findall(page) if f'"name": "{name}"' not in presets)
-    # A word of a selection stands in the name of a folder, a file or a suite of tests.
+    # A word of a selection occurs in the name of a folder, a file or a suite of tests.
     names = "\n".join([str(file.relative_to(TESTS)) for file in TESTS.rglob("*")] + texts("*.cpp") + texts("CMakeLists.txt"))
     for selection in SELECTION.findall(page):
         yield from (f"no test is called {word}" for word in re.findall(r"\w+", selection) if word not in names)

@@ -4,16 +4,16 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = [ROOT / "Source/QuarnScreen", ROOT / "Framework/CXX/Common", ROOT / "Tools"]
+FOLDERS = [ROOT / folder for folder in ("Framework/CXX/Common", "Source/QuarnScreen", "Source/QuarnKit", "Tools")]
 ROW = re.compile(r"^\| `(k\w+)` \| ([^|]+) \| [^|]+ \| `([^`]+)` \| [^|]+ \|$", re.MULTILINE)
 CONSTANT = re.compile(r"\bconstexpr ((?:long )?(?:\w|::|<double, 2>)+) (k[A-Z]\w*)\s*(?:= ([^;]+)|(\([^;]+\)));")
 
 # Limits are recognized by their names, and numbers that may be tolerances by their type.
-LIMIT = re.compile(r"k(Most|Least|Greatest|Largest|Longest|Deepest|Fewest|Max)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
+LIMIT = re.compile(r"k(Max|Min)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
 # Measures of a drawing.
-DRAWINGS = re.compile(r"Tools/Plot/Plot(Labels|Legend|Mesh|MeshUv|Page|Panel|Sheet|Style|Uv)\.(cpp|h)")
-# Ends of a type's range, and names of numbers that are none.
-NO_LIMITS = {"kNaN", "kInfinity", "kEpsilon", "kGreatest"}
+DRAWINGS = re.compile(r"Source/QuarnKit/Plot/(?:Mesh/Plot(?:Mesh|MeshUv)|Page/Plot(?:Labels|Legend|Panel|Sheet|Style|Uv))\.(cpp|h)")
+# Constants that describe a type's range or are no number.
+NO_LIMITS = {"kNaN", "kInfinity", "kEpsilon", "kMaxDouble"}
 
 
 def value_of(text):
