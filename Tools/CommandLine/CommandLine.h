@@ -94,6 +94,7 @@ public:
                   const std::vector<std::pair<std::string, std::type_identity_t<Value>>>& values,
                   const std::string& description) {
         std::vector<std::string> words;
+        words.reserve(values.size());
         for (const auto& [word, value] : values) words.push_back(word);
         const auto setTarget = [values, &target](const std::string& text) {
             for (const auto& [word, value] : values)
