@@ -85,6 +85,7 @@ Angle Angle::complement() const {
 const std::vector<std::string>& lengthUnitNames() {
     static const std::vector<std::string> names = [] {
         std::vector<std::string> result;
+        result.reserve(kLengthUnits.size());
         for (const LengthUnit& unit : kLengthUnits) result.emplace_back(unit.name);
         return result;
     }();
