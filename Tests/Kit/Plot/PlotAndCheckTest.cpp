@@ -99,9 +99,9 @@ TEST(PlotAndCheck, CountTheSameDefectsOfDamagedMeshes) {
         sums.mirrored += counts.mirrored;
         sums.overlapping += counts.overlapping;
     }
-    EXPECT_GT(sums.holes, 100U);
-    EXPECT_GT(sums.flipped, 100U);
-    EXPECT_GT(sums.mirrored, 100U);
+    EXPECT_GT(sums.holes, static_cast<std::size_t>(seedCount(100)));
+    EXPECT_GT(sums.flipped, static_cast<std::size_t>(seedCount(100)));
+    EXPECT_GT(sums.mirrored, static_cast<std::size_t>(seedCount(100)));
     EXPECT_GT(sums.overlapping, 100U);
 }
 

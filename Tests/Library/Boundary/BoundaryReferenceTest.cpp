@@ -95,7 +95,7 @@ TEST(BoundaryAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWal
         if (plain.hasEnded) expectSameOutline(triangles, plain);
         if (::testing::Test::HasFailure()) return;
     }
-    EXPECT_GT(ended, 1000);
+    EXPECT_GT(ended, seedCount(1000));
     EXPECT_GT(endless, 0);
 }
 
@@ -119,9 +119,9 @@ TEST(BoundaryAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
         if (!points.empty())
             throughTheStart += std::count(points.begin(), points.end(), points[0]) > 2 ? 1 : 0;
     }
-    EXPECT_GT(single, 100);
+    EXPECT_GT(single, seedCount(100));
     EXPECT_GT(closedSurfaces, 0);
     EXPECT_GT(withEdgesLeft, 100);
-    EXPECT_GT(withManyTurns, 100);
+    EXPECT_GT(withManyTurns, seedCount(100));
     EXPECT_GT(throughTheStart, 10);
 }

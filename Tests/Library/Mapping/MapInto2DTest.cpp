@@ -118,6 +118,6 @@ TEST(MapInto2D, AnswersOfTheReferenceOnMeshesOfAnyKind) {
             compareWithReference(screen, plain, anyQuestion(screen.mesh(), rng), tally);
         if (HasFailure()) return;
     }
-    EXPECT_GT(tally.on, 20'000);
+    EXPECT_GT(tally.on, seedCount(20'000));
     EXPECT_GT(tally.off, 10'000);
 }

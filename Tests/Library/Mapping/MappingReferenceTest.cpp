@@ -42,9 +42,9 @@ TEST(MappingReference, MeshesOfAnyShape) {
         compareOn(anyShape(rng), rng, 100, tally);
         if (HasFailure()) return;
     }
-    EXPECT_GT(countOf(tally, Way::OnMesh), 10'000);
-    EXPECT_GT(countOf(tally, Way::Continued), 4'000);
-    EXPECT_GT(countOf(tally, Way::OutOfBounds), 3'000);
+    EXPECT_GT(countOf(tally, Way::OnMesh), seedCount(10'000));
+    EXPECT_GT(countOf(tally, Way::Continued), seedCount(4'000));
+    EXPECT_GT(countOf(tally, Way::OutOfBounds), seedCount(3'000));
 }
 
 TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
@@ -55,9 +55,9 @@ TEST(MappingReference, MeshesWithSpoiledFieldsAndUVs) {
         compareOn(anyUVMesh(rng), rng, 60, tally);
         if (HasFailure()) return;
     }
-    EXPECT_GT(countOf(tally, Way::OnMesh), 15'000);
-    EXPECT_GT(countOf(tally, Way::Continued), 15'000);
-    EXPECT_GT(countOf(tally, Way::OutOfBounds), 5'000);
+    EXPECT_GT(countOf(tally, Way::OnMesh), seedCount(15'000));
+    EXPECT_GT(countOf(tally, Way::Continued), seedCount(15'000));
+    EXPECT_GT(countOf(tally, Way::OutOfBounds), seedCount(5'000));
 }
 
 TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
@@ -71,7 +71,7 @@ TEST(MappingReference, MeshesOfNoOneOrTwoTriangles) {
         if (HasFailure()) return;
     }
     EXPECT_GT(countOf(tally, Way::OnMesh), 1'000);
-    EXPECT_GT(countOf(tally, Way::Continued), 5'000);
+    EXPECT_GT(countOf(tally, Way::Continued), seedCount(5'000));
 }
 
 TEST(MappingReference, ManyTrianglesOverTheSameUV) {
@@ -84,7 +84,7 @@ TEST(MappingReference, ManyTrianglesOverTheSameUV) {
         compareOn(mesh, rng, 300, tally);
         if (HasFailure()) return;
     }
-    EXPECT_GT(countOf(tally, Way::OnMesh), 5'000);
+    EXPECT_GT(countOf(tally, Way::OnMesh), seedCount(5'000));
 }
 
 // The tree has 17 levels, so that the cap of 15 on the continuations that are kept takes effect.
@@ -99,7 +99,7 @@ TEST(MappingReference, LargeMesh) {
         compareAt(screen, plain, anyUV(screen.mesh(), rng), rng.integer(0, 2) != 0, tally);
         if (HasFailure()) return;
     }
-    EXPECT_GT(countOf(tally, Way::Continued), 200);
+    EXPECT_GT(countOf(tally, Way::Continued), seedCount(200));
 }
 
 // The greatest depth, old nodes and the cache stay: all of it shows in later answers.
@@ -118,5 +118,5 @@ TEST(MappingReference, ReloadedScreens) {
         }
         if (HasFailure()) return;
     }
-    EXPECT_GT(countOf(tally, Way::Continued), 5'000);
+    EXPECT_GT(countOf(tally, Way::Continued), seedCount(5'000));
 }

@@ -71,9 +71,9 @@ TEST(PastTheEdgeReference, MeshesOfAnyShape) {
             compareAt(screen, anyRay(screen.mesh(), screen.outline(), rng), rng.integer(-1, 1), counts);
         if (HasFailure()) return;
     }
-    EXPECT_GT(counts.hits, 2'000);
+    EXPECT_GT(counts.hits, seedCount(2'000));
     for (const Way way : {Way::NoPoint, Way::OnlyFirst, Way::OnlySecond, Way::First, Way::Second})
-        EXPECT_GT(countOf(counts, way), 100) << static_cast<int>(way);
+        EXPECT_GT(countOf(counts, way), seedCount(100)) << static_cast<int>(way);
 }
 
 TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
@@ -87,7 +87,7 @@ TEST(PastTheEdgeReference, MeshesWithSpoiledFields) {
         if (HasFailure()) return;
     }
     EXPECT_GT(counts.hits, 1'000);
-    EXPECT_GT(countOf(counts, Way::First) + countOf(counts, Way::Second), 5'000);
+    EXPECT_GT(countOf(counts, Way::First) + countOf(counts, Way::Second), seedCount(5'000));
 }
 
 TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
@@ -106,7 +106,7 @@ TEST(PastTheEdgeReference, OutlinesOfAnyKind) {
         if (HasFailure()) return;
     }
     EXPECT_EQ(counts.hits, 0);
-    EXPECT_GT(counts.lastPoint, 1'000);
+    EXPECT_GT(counts.lastPoint, seedCount(1'000));
     for (int way = 0; way < static_cast<int>(Way::Count); ++way)
         EXPECT_GT(countOf(counts, static_cast<Way>(way)), 500) << way;
 }

@@ -81,9 +81,9 @@ TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnMeshesOfAnyShape) {
         compare(anyShape(rng), rng, 60, tally);
         if (HasFatalFailure()) return;
     }
-    EXPECT_GT(tally.onScreen, 7'000);
-    EXPECT_GT(tally.offScreen, 7'000);
-    EXPECT_GT(tally.closest, 5'000);
+    EXPECT_GT(tally.onScreen, seedCount(7'000));
+    EXPECT_GT(tally.offScreen, seedCount(7'000));
+    EXPECT_GT(tally.closest, seedCount(5'000));
 }
 
 TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnSpoiledMeshes) {
@@ -94,8 +94,8 @@ TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceOnSpoiledMeshes) {
         compare(anyMesh(rng), rng, 40, tally);
         if (HasFatalFailure()) return;
     }
-    EXPECT_GT(tally.onScreen, 8'000);
-    EXPECT_GT(tally.offScreen, 8'000);
+    EXPECT_GT(tally.onScreen, seedCount(8'000));
+    EXPECT_GT(tally.offScreen, seedCount(8'000));
     EXPECT_GT(tally.ended, 100);
     EXPECT_GT(tally.denied, 10);
 }
@@ -111,7 +111,7 @@ TEST(MeshScreenPositions, AnswersAreThoseOfTheReferenceWhereTheFirstRejectedTria
         compare(mesh, rng, 60, tally);
         if (HasFatalFailure()) return;
     }
-    EXPECT_GT(tally.ended, 5'000);
-    EXPECT_GT(tally.denied, 2'000);
+    EXPECT_GT(tally.ended, seedCount(5'000));
+    EXPECT_GT(tally.denied, seedCount(2'000));
     EXPECT_GT(tally.onScreen, 2'000);
 }

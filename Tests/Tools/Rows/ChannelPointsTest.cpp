@@ -75,8 +75,8 @@ TEST(ChannelPoints, AreTogetherTheAnswerToTheWholeChannel) {
         if (!whole.empty()) ++withSide;
         if (!whole.empty() && wall.intersectChannelBoundary(rays, {}).empty()) ++fromExtra;
     }
-    EXPECT_GT(withSide, 1000);
-    EXPECT_GT(fromExtra, 100);
+    EXPECT_GT(withSide, seedCount(1000));
+    EXPECT_GT(fromExtra, seedCount(100));
 }
 
 }  // namespace

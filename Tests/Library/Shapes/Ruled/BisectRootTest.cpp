@@ -127,7 +127,7 @@ TEST(BisectRoot, AgreesWithTheReferenceForRandomFunctions) {
         EXPECT_EQ(calls, expectedCalls);
         refused += !isAccepted;
     }
-    EXPECT_GT(refused, 1000);
+    EXPECT_GT(refused, seedCount(1000));
 }
 
 TEST(BisectRoot, AgreesWithTheReferenceForSpecialValues) {

@@ -47,7 +47,7 @@ TEST(RuledScreenReference, SidesOfRulingsAgree) {
         left += isLeft;
         EXPECT_EQ(screen.isLeft(t, line.from, line.to), isLeft);
     });
-    EXPECT_GT(left, kScreens / 5);
+    EXPECT_GT(left, seedCount(kScreens / 5));
     EXPECT_LT(left, kScreens * 4 / 5);
 }
 
@@ -59,7 +59,7 @@ TEST(RuledScreenReference, HitsOnTheScreenAgree) {
         hits += expected.count();
         EXPECT_TRUE(sameBits(screen.intersect(line.from, line.to), expected));
     });
-    EXPECT_GT(hits, kScreens / 4);
+    EXPECT_GT(hits, seedCount(kScreens / 4));
 }
 
 TEST(RuledScreenReference, ExtrapolatedHitsAgreeForEverySign) {
@@ -76,7 +76,7 @@ TEST(RuledScreenReference, ExtrapolatedHitsAgreeForEverySign) {
         EXPECT_TRUE(
             sameBits(screen.intersectExtrapolatedWithSpecifiedNormal(line.from, line.to, sign), expected));
     });
-    EXPECT_GT(hits, kScreens / 3);
+    EXPECT_GT(hits, seedCount(kScreens / 3));
     for (const int count : signs) EXPECT_GT(count, 100);
 }
 
@@ -88,7 +88,7 @@ TEST(RuledScreenReference, PositionsOnTheSectionAgree) {
         onSection += expected;
         EXPECT_EQ(screen.isOnScreenSection(p), expected);
     });
-    EXPECT_GT(onSection, kScreens / 8);
+    EXPECT_GT(onSection, seedCount(kScreens / 8));
 }
 
 TEST(RuledScreenReference, NormalsAgree) {
@@ -99,7 +99,7 @@ TEST(RuledScreenReference, NormalsAgree) {
         found += expected != Point3();
         EXPECT_TRUE(sameBits(screen.getScreenNormal(p), expected));
     });
-    EXPECT_GT(found, kScreens / 3);
+    EXPECT_GT(found, seedCount(kScreens / 3));
     EXPECT_LT(found, kScreens * 9 / 10);
 }
 
@@ -121,7 +121,7 @@ TEST(RuledScreenReference, MappingsAgree) {
         EXPECT_EQ(screen.mapInto3D(uv, mapped, false), isOn);
         EXPECT_TRUE(sameBits(mapped, expected));
     });
-    EXPECT_GT(accepted, kScreens / 8);
+    EXPECT_GT(accepted, seedCount(kScreens / 8));
 }
 
 TEST(RuledScreenReference, ClosestPointsAndDistancesAgree) {
@@ -145,7 +145,7 @@ TEST(RuledScreenReference, EyepointAndAngleAgree) {
         EXPECT_TRUE(sameBits(screen.getMaxAngleFromHeading(), angle));
         EXPECT_TRUE(sameBits(screen.getCenterOfScreenHeading(), Point3(0, 1, 0)));
     });
-    EXPECT_GT(numbers, kScreens / 10);
+    EXPECT_GT(numbers, seedCount(kScreens / 10));
     EXPECT_LT(numbers, kScreens * 9 / 10);
 }
 
@@ -199,5 +199,5 @@ TEST(RuledScreenReference, ScreensLogAsManyLines) {
             EXPECT_EQ(log.records().size() - before, static_cast<std::size_t>(reference.logLines));
         },
         2000);
-    EXPECT_GT(log.records().size(), 1000U);
+    EXPECT_GT(log.records().size(), static_cast<std::size_t>(seedCount(1000)));
 }
