@@ -27,7 +27,7 @@ void appendXmlText(const XMLCh* text, std::wstring& result) {
         const char32_t unit = *text;
         const bool isTrail = unit >= kFirstTrail && unit < kAfterTrail;
         if (isTrail && !result.empty() && isLead(result.back())) {
-            const char32_t lead = static_cast<char32_t>(result.back());
+            const auto lead = static_cast<char32_t>(result.back());
             result.back() = static_cast<wchar_t>(kFirstSupplementary + ((lead - kFirstLead) << 10U) +
                                                  (unit - kFirstTrail));
         } else {
