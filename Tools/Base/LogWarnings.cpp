@@ -1,12 +1,19 @@
 #include "Base/LogWarnings.h"
 
+#include <atomic>
 #include <mutex>
+#include <string_view>
 
 #include "Base/Diagnostics.h"
 
 namespace quarn::tool {
 
 namespace {
+
+// The beginning of the library's warning. The number after it is that of unmatched edges.
+constexpr std::string_view kSeveralBoundaries = "Multiple boundaries are not currently supported";
+
+std::atomic<bool> hasSeveralBoundaries = false;
 
 thread_local std::vector<std::string>* collectedTexts = nullptr;
 
@@ -23,6 +30,10 @@ LastLine& lastLine() {
 }  // namespace
 
 void addLogWarning(const std::string& text) {
+    if (text.starts_with(kSeveralBoundaries)) {
+        hasSeveralBoundaries = true;
+        return;
+    }
     if (collectedTexts != nullptr) {
         if (collectedTexts->empty() || collectedTexts->back() != text) collectedTexts->push_back(text);
         return;
@@ -31,6 +42,10 @@ void addLogWarning(const std::string& text) {
     if (text == lastLine().text) return;
     lastLine().text = text;
     writeWarningLine(text);
+}
+
+bool takeSeveralBoundaries() {
+    return hasSeveralBoundaries.exchange(false);
 }
 
 LogWarningCollector::LogWarningCollector(std::vector<std::string>& texts) {

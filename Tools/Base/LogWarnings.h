@@ -8,10 +8,15 @@
 
 namespace quarn::tool {
 
-/// Writes a warning line. Drops a text that repeats the previous one, because a query may report
+/// Writes a warning line, except for the warning of several boundaries, see
+/// takeSeveralBoundaries(). Drops a text that repeats the previous one, because a query may report
 /// the same for each of its samples. On a thread with a LogWarningCollector, collects the text
 /// instead. Safe on any number of threads.
 void addLogWarning(const std::string& text);
+
+/// Returns true if the library warned of a mesh with several boundaries since the last call. Safe
+/// on any number of threads.
+[[nodiscard]] bool takeSeveralBoundaries();
 
 /// Collects the texts that addLogWarning() gets on this thread during the lifetime of the object,
 /// except repeated ones.

@@ -8,6 +8,7 @@
 #include <string>
 
 #include <QuarnKit/Base/Observer.h>
+#include <QuarnKit/Check/CenterEffect.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 
 #include "Base/ProgressLine.h"
@@ -24,11 +25,16 @@ private:
     ProgressLine progress;
 };
 
-/// Reads a screen as quarn::readScreen() does, and shows its notices and stages.
+/// Reads a screen as quarn::readScreen() does, and shows its notices and stages. Writes a warning
+/// for a mesh with several boundaries, once for each file.
 /// \throws Error like quarn::readScreen()
 [[nodiscard]] Screen openScreen(const std::string& path, std::uint64_t maxMemory,
                                 const ObjOptions& objOptions,
                                 const std::function<void(ObjSource&)>& prepare = {});
+
+/// Writes a warning with a remedy if a query does not use the center of a screen.
+/// \param unit unit of the center
+void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::string& unit);
 
 /// Writes a warning if a mesh has no UV, for commands that need it.
 void warnWithoutUV(const Screen& screen);

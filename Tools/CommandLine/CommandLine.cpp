@@ -1,9 +1,12 @@
 #include "CommandLine/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <sstream>
 
 #include <QuarnKit/Base/Error.h>
+
+#include "CommandLine/UsageError.h"
 
 namespace quarn::tool {
 
@@ -45,6 +48,49 @@ OptionFacts factsOf(const CLI::Option& option) {
     facts.valueName = typeName.substr(0, typeName.find(':'));
     facts.takesValue = option.get_items_expected_max() > 0;
     return facts;
+}
+
+// The command that a parsed command line names; the program itself if there is none.
+const CLI::App& lastCommandIn(const CLI::App& program) {
+    const CLI::App* command = &program;
+    while (!command->get_subcommands().empty()) command = command->get_subcommands().front();
+    return *command;
+}
+
+NamedCommand namedCommandOf(const CLI::App& command) {
+    NamedCommand named{.name = command.get_name(), .commands = {}, .options = {}};
+    for (const CLI::App* above = command.get_parent(); above != nullptr; above = above->get_parent())
+        named.name = above->get_name() + " " + named.name;
+    for (const CLI::App* const added : command.get_subcommands([](const CLI::App* /*any*/) { return true; }))
+        named.commands.push_back(added->get_name());
+    for (const CLI::Option* const option : command.get_options())
+        for (const std::string& name : option->get_lnames()) named.options.push_back("--" + name);
+    return named;
+}
+
+// The word that the parser could not assign, preferably an option, since the word after it may be
+// its value; nothing if there is none.
+std::optional<std::string> unassignedWordIn(const CLI::App& program) {
+    const std::vector<std::string> words = program.remaining(true);
+    auto first = std::find_if(words.begin(), words.end(),
+                              [](const std::string& word) { return word.starts_with('-') && word != "--"; });
+    if (first == words.end())
+        first =
+            std::find_if(words.begin(), words.end(), [](const std::string& word) { return word != "--"; });
+    if (first == words.end()) return std::nullopt;
+    return first->starts_with("--") ? first->substr(0, first->find('=')) : *first;
+}
+
+// The parser reports a missing argument or command before a word that it could not assign, although
+// the word is usually the cause.
+Error usageErrorOf(const CLI::ParseError& error, const CLI::App& program) {
+    const auto code = static_cast<CLI::ExitCodes>(error.get_exit_code());
+    const NamedCommand command = namedCommandOf(lastCommandIn(program));
+    if (code == CLI::ExitCodes::RequiredError || code == CLI::ExitCodes::ExtrasError) {
+        if (const auto word = unassignedWordIn(program)) return unknownWordError(*word, command);
+        if (!command.commands.empty()) return missingCommandError(command);
+    }
+    return Error({.found = std::string(error.what()) + " (see --help)"});
 }
 
 }  // namespace
@@ -149,7 +195,7 @@ std::optional<std::string> CommandLine::run(int argc, const char* const* argv) {
         app->exit(request, text, text);
         return text.str();
     } catch (const CLI::ParseError& error) {
-        throw Error({.found = std::string(error.what()) + " (see --help)"});
+        throw usageErrorOf(error, *app);
     }
 }
 

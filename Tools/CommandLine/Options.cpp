@@ -19,11 +19,6 @@ std::uint64_t memorySizeFrom(const std::string& text) {
     return *size;
 }
 
-struct CountRange {
-    int min;
-    int max;
-};
-
 constexpr CountRange kGridCounts = {2, std::numeric_limits<int>::max()};
 constexpr CountRange kThreadCounts = {1, kMaxThreads};
 
@@ -150,13 +145,29 @@ void addGridOption(Command& command, std::optional<GridSize>& grid) {
         .defaultText(std::to_string(kDefault.rows) + "x" + std::to_string(kDefault.columns));
 }
 
-void addCountOption(Command& command, const std::string& name, int& count, const std::string& description) {
+GridSize gridFor(const Screen& screen, const std::optional<GridSize>& grid) {
+    const GridSize size = grid.value_or(GridSize());
+    if (screen.mesh) return size;
+    if (const auto expected = expectedInsteadOf(size, *screen.geometry))
+        throw Error({.found = "found " + std::string(grid ? "" : "the default ") + "--grid " +
+                              std::to_string(size.rows) + "x" + std::to_string(size.columns),
+                     .expected = *expected,
+                     .file = screen.file});
+    return size;
+}
+
+void addNumberOption(Command& command, const std::string& name, int& count, const CountRange& range,
+                     const std::string& description) {
     command
         .option(
             name + " COUNT",
-            [name, &count](const std::string& text) { count = countFrom(name, text, kGridCounts); },
+            [name, range, &count](const std::string& text) { count = countFrom(name, text, range); },
             description)
         .defaultText(std::to_string(count));
+}
+
+void addCountOption(Command& command, const std::string& name, int& count, const std::string& description) {
+    addNumberOption(command, name, count, kGridCounts, description);
 }
 
 }  // namespace quarn::tool

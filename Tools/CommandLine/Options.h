@@ -54,6 +54,20 @@ Option addOutputOption(
 /// \param grid stays empty if the option is not given
 void addGridOption(Command& command, std::optional<GridSize>& grid);
 
+/// Returns the grid of the option, or the default, for the mesh of a screen.
+/// \throws Error that names --grid if it is too coarse for the screen
+[[nodiscard]] GridSize gridFor(const Screen& screen, const std::optional<GridSize>& grid);
+
+/// The valid values of an option for a whole number.
+struct CountRange {
+    int min;
+    int max;
+};
+
+/// Adds an option for a whole number, with the default \p count.
+void addNumberOption(Command& command, const std::string& name, int& count, const CountRange& range,
+                     const std::string& description);
+
 /// Adds an option for a whole number of at least 2, with the default \p count.
 void addCountOption(Command& command, const std::string& name, int& count, const std::string& description);
 

@@ -87,6 +87,7 @@ void run(const ChannelOptions& options) {
         throw Error(
             {.found = "RAYS and --extra both on the standard input", .expected = "one of them in a file"});
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
+    warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
     ChannelPoints channel(*screen.geometry);
     CsvReader rays = openRays(options.rays);
     const auto extraRay = firstHitOf(options.extraRays, channel);

@@ -58,7 +58,7 @@ void run(const ConvertOptions& options) {
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
-        const std::string text = objTextOf(screen, options.grid.value_or(GridSize()), options.maxMemory);
+        const std::string text = objTextOf(screen, gridFor(screen, options.grid), options.maxMemory);
         ConsoleObserver observer;
         noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
         output.write(text);

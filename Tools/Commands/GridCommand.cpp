@@ -16,7 +16,8 @@ void run(const GridOptions& options) {
     // and 3 more connect it to the next one.
     constexpr std::uint64_t kPositionsPerLine = 48;
     const std::uint64_t lines = static_cast<std::uint64_t>(options.density) + 1;
-    refuseManyPositions(lines * kPositionsPerLine, options.maxMemory);
+    refuseManyPositions("--density " + std::to_string(options.density), lines * kPositionsPerLine,
+                        options.maxMemory);
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnWithoutUV(screen);
     IScreenGeometry::Polylines grid;

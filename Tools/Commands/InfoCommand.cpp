@@ -3,10 +3,12 @@
 #include <limits>
 #include <optional>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Measure/SurfaceMeasures.h>
 #include <QuarnScreen/ScreenUtils.h>
 
 #include "Base/Diagnostics.h"
@@ -14,26 +16,28 @@
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
+#include "Reports/AlignedText.h"
 #include "Reports/MeshInfo.h"
+#include "Reports/RoundedNumbers.h"
 #include "Rows/QueryResults.h"
 
 namespace quarn::tool {
 
 namespace {
 
+constexpr int kMaxDigits = std::numeric_limits<double>::max_digits10;
 // A file contains 16 digits of an angle in radians, so a 16th digit of its degrees would be noise.
-constexpr int kDegreeDigits = 15;
+constexpr int kMaxDegreeDigits = 15;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-struct Bounds {
-    Point<double, 3> min;
-    Point<double, 3> max;
+struct InfoOptions : ScreenOptions {
+    int digits = 7;
 };
 
 // Screens without bounds do not change the positions.
-std::optional<Bounds> boundsOf(const IScreenGeometry& geometry) {
-    Bounds bounds{{kNaN, kNaN, kNaN}, {kNaN, kNaN, kNaN}};
+std::optional<Bounds<3>> boundsOf(const IScreenGeometry& geometry) {
+    Bounds<3> bounds(Point<double, 3>(kNaN, kNaN, kNaN));
     geometry.getBounds(&bounds.min, &bounds.max);
     if (!isFinite(bounds.min) || !isFinite(bounds.max)) return std::nullopt;
     return bounds;
@@ -53,14 +57,29 @@ Json jsonAngle(double radians) {
     return Json::object({{"degrees", radians * kDegreesPerRadian}, {"radians", radians}});
 }
 
-Json jsonBounds(const Bounds& bounds) {
+Json jsonBounds(const Bounds<3>& bounds) {
     return Json::object({{"min", jsonPoint(bounds.min)}, {"max", jsonPoint(bounds.max)}});
 }
 
 // Width and height as a viewer sees them.
-Json jsonSize(const Bounds& bounds) {
+Json jsonSize(const Bounds<3>& bounds) {
+    const Point<double, 3> extent = bounds.extent();
+    return Json::object({{"width", extent[0]}, {"height", extent[2]}});
+}
+
+Json jsonEdges(const EdgeLengths& edges) {
     return Json::object(
-        {{"width", bounds.max[0] - bounds.min[0]}, {"height", bounds.max[2] - bounds.min[2]}});
+        {{"top", edges.top}, {"right", edges.right}, {"bottom", edges.bottom}, {"left", edges.left}});
+}
+
+Json jsonSurface(const SurfaceMeasures& surface) {
+    const Point<double, 3> extent = surface.extent.extent();
+    return Json::object(
+        {{"extent", jsonBounds(surface.extent)},
+         {"size", Json::object({{"width", extent[0]}, {"depth", extent[1]}, {"height", extent[2]}})},
+         {"area", surface.area},
+         {"edges", surface.edges ? jsonEdges(*surface.edges) : Json()},
+         {"boundaryLength", surface.boundaryLength.value_or(kNaN)}});
 }
 
 Json jsonParameter(const Parameter& parameter) {
@@ -80,12 +99,14 @@ Json jsonInfo(const Screen& screen, const std::string& unit) {
     for (const Parameter& parameter : screen.parameters)
         parameters.set(parameter.name, jsonParameter(parameter));
     const auto bounds = boundsOf(geometry);
+    const SurfaceMeasures surface = surfaceMeasuresOf(geometry);
     return Json::object({{"command", "info"},
                          {"screen", screen.file},
                          {"unit", unit},
                          {"type", geometry.getType()},
                          {"parameters", parameters},
-                         {"mesh", screen.mesh ? jsonMesh(screen) : Json()},
+                         {"mesh", screen.mesh ? jsonMesh(screen, surface) : Json()},
+                         {"surface", jsonSurface(surface)},
                          {"isValid", geometry.isValid()},
                          {"hasParameterization", geometry.hasParameterization()},
                          {"bounds", bounds ? jsonBounds(*bounds) : Json()},
@@ -97,89 +118,86 @@ Json jsonInfo(const Screen& screen, const std::string& unit) {
                          {"digest", hexText(geometry.getUniqueDataHash())}});
 }
 
-// Lines of "key: value" with aligned values.
-class AlignedText {
-public:
-    void add(const std::string& key, const std::string& value) { lines.emplace_back(key, value); }
-    [[nodiscard]] std::string text() const {
-        std::size_t width = 0;
-        for (const auto& [key, value] : lines) width = std::max(width, key.size());
-        std::string result;
-        for (const auto& [key, value] : lines) {
-            result += key;
-            result += ':';
-            result.append(width - key.size() + 1, ' ');
-            result += value;
-            result += '\n';
-        }
-        return result;
-    }
-
-private:
-    std::vector<std::pair<std::string, std::string>> lines;
-};
-
-std::string pointText(const Point<double, 3>& point) {
-    return "(" + numberText(point[0]) + ", " + numberText(point[1]) + ", " + numberText(point[2]) + ")";
+std::string angleText(double radians, const RoundedNumbers& numbers) {
+    return roundedNumberText(radians * kDegreesPerRadian, std::min(numbers.digits, kMaxDegreeDigits)) +
+           " degrees, " + numbers.number(radians) + " radians";
 }
 
-std::string angleText(double radians) {
-    return roundedNumberText(radians * kDegreesPerRadian, kDegreeDigits) + " degrees, " +
-           numberText(radians) + " radians";
-}
-
-std::string parameterText(const Parameter& parameter, const std::string& unit) {
+std::string parameterText(const Parameter& parameter, const RoundedNumbers& numbers) {
     switch (parameter.kind) {
         case ParameterKind::Angle:
-            return angleText(parameter.value);
+            return angleText(parameter.value, numbers);
         case ParameterKind::Position:
-            return pointText(parameter.position) + " " + unit;
+            return numbers.position(parameter.position);
         default:
-            return numberText(parameter.value) + " " + unit;
+            return numbers.length(parameter.value);
     }
 }
 
-std::string textInfo(const Screen& screen, const std::string& unit) {
+std::string boundsText(const Bounds<3>& bounds, const RoundedNumbers& numbers) {
+    return numbers.point(bounds.min) + " to " + numbers.position(bounds.max);
+}
+
+void addSurfaceLines(const SurfaceMeasures& surface, const RoundedNumbers& numbers, AlignedText& info) {
+    if (!surface.extent.isEmpty()) {
+        const Point<double, 3> extent = surface.extent.extent();
+        info.add("extent", boundsText(surface.extent, numbers));
+        info.add("width by height", numbers.number(extent[0]) + " by " + numbers.length(extent[2]) +
+                                        ", depth " + numbers.length(extent[1]));
+    }
+    info.add("area", numbers.length(surface.area) + "^2");
+    if (surface.edges)
+        info.add("edge lengths", "top " + numbers.length(surface.edges->top) + ", right " +
+                                     numbers.length(surface.edges->right) + ", bottom " +
+                                     numbers.length(surface.edges->bottom) + ", left " +
+                                     numbers.length(surface.edges->left));
+}
+
+std::string textInfo(const Screen& screen, const InfoOptions& options) {
     IScreenGeometry& geometry = *screen.geometry;
+    const SurfaceMeasures surface = surfaceMeasuresOf(geometry);
+    const RoundedNumbers numbers{options.digits, options.unit};
     AlignedText info;
     info.add("file", printable(screen.file));
     info.add("type", geometry.getType());
     for (const Parameter& parameter : screen.parameters)
-        info.add(parameter.label, parameterText(parameter, unit));
-    if (screen.mesh)
-        for (const auto& [label, text] : meshLines(screen, unit)) info.add(label, text);
+        info.add(parameter.label, parameterText(parameter, numbers));
+    if (screen.mesh) addMeshLines(screen, surface, numbers, info);
     info.add("is valid", geometry.isValid() ? "yes" : "no");
     info.add("has UV mapping", geometry.hasParameterization() ? "yes" : "no");
-    if (const auto bounds = boundsOf(geometry)) {
-        info.add("bounds", pointText(bounds->min) + " to " + pointText(bounds->max) + " " + unit);
-        info.add("width by height", numberText(bounds->max[0] - bounds->min[0]) + " by " +
-                                        numberText(bounds->max[2] - bounds->min[2]) + " " + unit);
-    }
-    info.add("eye point", pointText(geometry.getEyepoint()) + " " + unit);
-    info.add("heading", pointText(geometry.getCenterOfScreenHeading()));
-    info.add("max angle", angleText(geometry.getMaxAngleFromHeading()));
+    addSurfaceLines(surface, numbers, info);
+    if (const auto bounds = boundsOf(geometry)) info.add("bounds", boundsText(*bounds, numbers));
+    info.add("eye point", numbers.position(geometry.getEyepoint()));
+    info.add("heading", numbers.point(geometry.getCenterOfScreenHeading()));
+    info.add("max angle", angleText(geometry.getMaxAngleFromHeading(), numbers));
     const auto ratio = aspectRatioOf(geometry);
-    info.add("aspect ratio", ratio ? numberText(*ratio) : "none");
+    info.add("aspect ratio", ratio ? numbers.number(*ratio) : "none");
     info.add("digest", hexText(geometry.getUniqueDataHash()));
     return info.text();
 }
 
-void run(const ScreenOptions& options) {
+void run(const InfoOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
     output.write(options.format == ResultFormat::Json
                      ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
-                     : textInfo(screen, options.unit));
+                     : textInfo(screen, options));
     output.finish();
 }
 
 }  // namespace
 
 void registerInfoCommand(Command& tool) {
-    Command command = tool.addCommand({.name = "info",
-                                       .summary = "Describe the screen in a file",
-                                       .example = "quarnscreen info Samples/flat-wall.xml"});
-    addScreenOptions(command, command.onRun(run));
+    Command command = tool.addCommand(
+        {.name = "info",
+         .summary = "Describe the screen in a file",
+         .details = "The extent is the box of the surface itself. The bounds are those that the library "
+                    "returns: for a section\nof a sphere, the box of the whole sphere.",
+         .example = "quarnscreen info Samples/flat-wall.xml"});
+    InfoOptions& options = command.onRun(run);
+    addScreenOptions(command, options);
+    addNumberOption(command, "--digits", options.digits, {.min = 1, .max = kMaxDigits},
+                    "Significant digits of the numbers in the text; JSON has all digits");
 }
 
 }  // namespace quarn::tool

@@ -89,6 +89,7 @@ void run(const IntersectOptions& options) {
     if (options.side && !options.extrapolates)
         throw Error({.found = "found --side without --extrapolate", .expected = "both or none"});
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
+    warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
     RowPipeline rays = openRows(options, options.rays, "a CSV file of rays",
                                 {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
     QueryResults results(options, {options.screen, options.rays},

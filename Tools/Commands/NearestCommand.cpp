@@ -18,6 +18,7 @@ struct NearestOptions : QueryOptions {
 
 void run(const NearestOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
+    warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
     RowPipeline lines =
         openRows(options, options.lines, "a CSV file of lines", {"x", "y", "z", "dx", "dy", "dz"});
     QueryResults results(options, {options.screen, options.lines},

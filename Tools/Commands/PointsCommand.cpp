@@ -41,9 +41,12 @@ Place placeOf(std::int64_t index, PointOrder order, const PointsOptions& options
 
 void run(const PointsOptions& options) {
     const auto count = static_cast<std::uint64_t>(options.columns) * static_cast<std::uint64_t>(options.rows);
-    refuseManyPositions(count, options.maxMemory);
+    refuseManyPositions(
+        "--columns " + std::to_string(options.columns) + " and --rows " + std::to_string(options.rows), count,
+        options.maxMemory);
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnWithoutUV(screen);
+    warnOfIgnoredCenter(screen, CenterQuery::CalibrationPoints, options.unit);
     const auto points = screen.geometry->getDefaultCalibrationPoints(options.columns, options.rows);
 
     std::vector<Column> columns = {{"column"}, {"row"}};

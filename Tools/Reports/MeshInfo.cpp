@@ -5,7 +5,6 @@
 #include <optional>
 
 #include <QuarnKit/Base/Bounds.h>
-#include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
 #include <QuarnKit/Formats/MeshStatus.h>
 #include <QuarnKit/Formats/Obj/ObjIgnoredLines.h>
@@ -20,7 +19,6 @@ namespace {
 struct Facts {
     MeshStatus status;
     std::uint64_t triangles = 0;
-    double area = 0.0;
     Point<double, 3> centroid;
     std::optional<Bounds<2>> uvRange;  // of the corners that have a UV
     std::uint64_t boundaryPointCount = 0;
@@ -33,15 +31,6 @@ std::optional<Bounds<2>> uvRangeOf(const std::vector<Triangle>& triangles) {
             if (corner.uv != kNoUV) range.include(corner.uv);
     if (range.isEmpty()) return std::nullopt;
     return range;
-}
-
-double areaOf(const std::vector<Triangle>& triangles) {
-    double twice = 0.0;
-    for (const Triangle& triangle : triangles) {
-        const auto& [a, b, c] = triangle.vertices;
-        twice += length(cross(b.position - a.position, c.position - a.position));
-    }
-    return twice / 2;
 }
 
 // The boundary repeats its first position as its last.
@@ -60,7 +49,6 @@ Facts factsOf(const Screen& screen) {
     Facts facts;
     facts.status = meshStatusOf(mesh, *screen.mesh);
     facts.triangles = triangles.size();
-    facts.area = areaOf(triangles);
     facts.centroid = mesh.getCentroid();
     facts.uvRange = uvRangeOf(triangles);
     facts.boundaryPointCount = boundaryPointCountOf(mesh);
@@ -96,13 +84,6 @@ std::string ignoredText(const ObjSourceText& objText) {
 }
 
 template <std::size_t N, class Indices>
-std::string numbersText(const Point<double, N, Indices>& point) {
-    std::string text;
-    for (std::size_t i = 0; i < N; ++i) text += (i == 0 ? "(" : ", ") + numberText(point[i]);
-    return text + ")";
-}
-
-template <std::size_t N, class Indices>
 Json jsonNumbers(const Point<double, N, Indices>& point) {
     Json numbers = Json::array();
     for (std::size_t i = 0; i < N; ++i) numbers.append(point[i]);
@@ -115,7 +96,7 @@ Json jsonRange(const Bounds<2>& range) {
 
 }  // namespace
 
-Json jsonMesh(const Screen& screen) {
+Json jsonMesh(const Screen& screen, const SurfaceMeasures& surface) {
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
     Json ignoredCounts = Json::object();
@@ -126,32 +107,32 @@ Json jsonMesh(const Screen& screen) {
                          {"up", source.frame.upward},
                          {"scale", source.frame.scale},
                          {"triangles", facts.triangles},
-                         {"area", facts.area},
+                         {"area", surface.area},
                          {"centroid", jsonNumbers(facts.centroid)},
                          {"uvRange", facts.uvRange ? jsonRange(*facts.uvRange) : Json()},
                          {"boundaryPoints", facts.boundaryPointCount},
                          {"ignored", ignoredCounts}});
 }
 
-std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen, const std::string& unit) {
+void addMeshLines(const Screen& screen, const SurfaceMeasures& surface, const RoundedNumbers& numbers,
+                  AlignedText& lines) {
     const MeshSource& source = *screen.mesh;
     const Facts facts = factsOf(screen);
-    std::vector<std::pair<std::string, std::string>> lines = {{"status", facts.status.text}};
+    lines.add("status", facts.status.text);
     // STL files have no axes, and nothing in them is ignored.
     const bool isObj = !source.text.name.empty();
     if (isObj)
-        lines.emplace_back("frame", "forward " + printable(source.frame.forward) + ", up " +
-                                        printable(source.frame.upward) + ", scale " +
-                                        numberText(source.frame.scale));
-    lines.emplace_back("triangles", std::to_string(facts.triangles));
-    lines.emplace_back("area", numberText(facts.area) + " " + unit + "^2");
-    lines.emplace_back("centroid", numbersText(facts.centroid) + " " + unit);
-    lines.emplace_back(
-        "UV range",
-        facts.uvRange ? numbersText(facts.uvRange->min) + " to " + numbersText(facts.uvRange->max) : "none");
-    lines.emplace_back("boundary points", std::to_string(facts.boundaryPointCount));
-    if (isObj) lines.emplace_back("ignored", ignoredText(source.text));
-    return lines;
+        lines.add("frame", "forward " + printable(source.frame.forward) + ", up " +
+                               printable(source.frame.upward) + ", scale " +
+                               numbers.number(source.frame.scale));
+    lines.add("triangles", std::to_string(facts.triangles));
+    lines.add("centroid", numbers.position(facts.centroid));
+    lines.add("UV range", facts.uvRange
+                              ? numbers.point(facts.uvRange->min) + " to " + numbers.point(facts.uvRange->max)
+                              : "none");
+    lines.add("boundary points", std::to_string(facts.boundaryPointCount));
+    lines.add("boundary length", numbers.length(surface.boundaryLength.value_or(0.0)));
+    if (isObj) lines.add("ignored", ignoredText(source.text));
 }
 
 }  // namespace quarn::tool

@@ -14,12 +14,12 @@ constexpr std::uint64_t kMemoryPerPosition = 3 * sizeof(Point<double, 3>);
 
 }  // namespace
 
-void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory) {
+void refuseManyPositions(const std::string& options, std::uint64_t count, std::uint64_t maxMemory) {
     if (count > maxMemory / kMemoryPerPosition)
-        throw Error({.found = "found counts of " + std::to_string(count) +
+        throw Error({.found = "found " + options + " for " + std::to_string(count) +
                               " positions, which may need more than " + memorySizeText(maxMemory) +
                               " of memory",
-                     .expected = "fewer, or a larger --max-memory"});
+                     .expected = "smaller numbers, or a larger --max-memory"});
 }
 
 void writePolylines(const std::string& command, const Screen& screen,

@@ -13,7 +13,8 @@
 namespace quarn::tool {
 
 /// Throws an Error if \p count positions could need more memory than \p maxMemory bytes.
-void refuseManyPositions(std::uint64_t count, std::uint64_t maxMemory);
+/// \param options the options that determine the count, with their values
+void refuseManyPositions(const std::string& options, std::uint64_t count, std::uint64_t maxMemory);
 
 /// Writes a row for each position, with the number of its polyline from 1.
 void writePolylines(const std::string& command, const Screen& screen,

@@ -1,8 +1,10 @@
 #include "NumberText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <locale>
 #include <sstream>
 
@@ -43,11 +45,16 @@ void appendNumber(std::string& text, double value) {
 }
 
 std::string roundedNumberText(double value, int digits) {
+    // Every decimal number of this many digits survives the conversion to a double and back.
+    constexpr int kReliableDigits = std::numeric_limits<double>::digits10;
     if (std::isnan(value)) return "nan";
-    std::array<char, kMaxNumberLength> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                      std::chars_format::general, digits);
-    return {buffer.data(), result.ptr};
+    for (int used = std::min(digits, kReliableDigits);; ++used) {
+        std::array<char, kMaxNumberLength> buffer{};
+        const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                          std::chars_format::general, used);
+        const std::string_view text(buffer.data(), result.ptr);
+        if (used == digits || parseNumber(text) == value) return std::string(text);
+    }
 }
 
 std::string groupedCount(std::uint64_t count) {

@@ -18,7 +18,9 @@ namespace quarn {
 /// Appends numberText() of \p value.
 void appendNumber(std::string& text, double value);
 
-/// Returns decimal text with at most \p digits significant digits, for people.
+/// Returns decimal text with at most \p digits significant digits, for people. More than 15 digits
+/// are used only if fewer do not parse to the same bits.
+/// \param digits from 1 to 17
 [[nodiscard]] std::string roundedNumberText(double value, int digits);
 
 /// Returns a count for people, with a comma before each group of three digits.

@@ -6,6 +6,7 @@
 #include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/Units.h>
+#include <QuarnKit/Measure/PlausibleSize.h>
 
 namespace quarn {
 
@@ -22,28 +23,24 @@ double diagonalOf(const std::vector<Triangle>& triangles) {
 
 // Returns the usual factor between units that turns a size in meters into that of a screen.
 std::optional<std::string> likelyScale(double meters) {
-    constexpr double kMinLikelySize = 0.5;
-    constexpr double kMaxLikelySize = 100.0;
     constexpr std::array kFactors = {0.001, 1000.0, 0.01, 100.0, 0.0254};
     for (const double factor : kFactors)
-        if (meters * factor >= kMinLikelySize && meters * factor <= kMaxLikelySize) return numberText(factor);
+        if (isUsualSize(meters * factor)) return numberText(factor);
     return std::nullopt;
 }
 
 }  // namespace
 
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings) {
-    constexpr double kMinMeters = 0.01;
-    constexpr double kMaxMeters = 1000.0;
     if (mesh.triangles.empty()) return;
     const double diagonal = diagonalOf(mesh.triangles);
     const double meters = diagonal * metersPerUnit(unit).value_or(1.0);
-    if (meters >= kMinMeters && meters <= kMaxMeters) return;
+    if (isPlausibleSize(meters)) return;
     const auto scale = likelyScale(meters);
     findings.push_back({.name = "implausible-size",
                         .count = 1,
                         .text = "the mesh is " + roundedNumberText(diagonal, kSizeDigits) + " " + unit +
-                                " across, which is too " + (meters < kMinMeters ? "small" : "large") +
+                                " across, which is too " + (meters < 1.0 ? "small" : "large") +
                                 " for a screen",
                         .hint = (scale ? "perhaps a scale of " + *scale : std::string("check the scale")) +
                                 ", or state the unit of the file"});

@@ -9,7 +9,7 @@
 
 namespace quarn {
 
-/// Appends a finding if the diagonal of the bounds is below a centimeter or above a kilometer.
+/// Appends a finding if the diagonal of the bounds is not plausible, see isPlausibleSize().
 /// \param unit unit of lengths; an unknown one counts as meters
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings);
 

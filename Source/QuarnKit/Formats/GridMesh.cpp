@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include <QuarnKit/Base/UniqueRecords.h>
+#include <QuarnScreen/CylinderScreen.h>
+#include <QuarnScreen/RuledSurfaceScreen.h>
+#include <QuarnScreen/SphericalScreen.h>
 
 namespace quarn {
 
@@ -157,7 +161,38 @@ MeshDocument GridMesher::take() {
     return std::move(mesh);
 }
 
+// Returns the minimum number of cells that share an arc, in radians.
+int minCellsFor(double arc) {
+    // More than any limit of a file needs. Not even a longer arc has an overflow then.
+    constexpr double kMaxHalfTurns = 1e6;
+    const double halfTurns = std::abs(arc) / std::numbers::pi;
+    return static_cast<int>(halfTurns < kMaxHalfTurns ? halfTurns : kMaxHalfTurns) + 1;
+}
+
 }  // namespace
+
+GridSize minGridSizeOf(const IScreenGeometry& screen) {
+    GridSize size{.rows = 1, .columns = 1};
+    if (const auto* const cylinder = dynamic_cast<const CylinderScreen*>(&screen)) {
+        size.columns = minCellsFor(cylinder->getParams().maxTheta - cylinder->getParams().minTheta);
+    } else if (const auto* const sphere = dynamic_cast<const SphericalScreen*>(&screen)) {
+        size.columns = minCellsFor(sphere->getParams().maxTheta - sphere->getParams().minTheta);
+        size.rows = minCellsFor(sphere->getParams().maxPhi - sphere->getParams().minPhi);
+    } else if (const auto* const ruled = dynamic_cast<const RuledSurfaceScreen*>(&screen)) {
+        const RuledSurfaceScreenParams params = ruled->getParams();
+        size.columns = std::max(minCellsFor(params.maxTheta - params.minTheta),
+                                minCellsFor(params.maxPhi - params.minPhi));
+    }
+    return size;
+}
+
+std::optional<std::string> expectedInsteadOf(const GridSize& size, const IScreenGeometry& screen) {
+    const GridSize min = minGridSizeOf(screen);
+    if (size.rows >= min.rows && size.columns >= min.columns) return std::nullopt;
+    return "at least " + std::to_string(min.rows) + (min.rows == 1 ? " row" : " rows") + " and " +
+           std::to_string(min.columns) + (min.columns == 1 ? " column" : " columns") +
+           ", so that each cell spans less than half a turn";
+}
 
 MeshDocument gridMeshOf(const IScreenGeometry& screen, const GridSize& size) {
     return GridMesher(screen, size).take();

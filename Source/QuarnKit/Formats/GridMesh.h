@@ -2,6 +2,9 @@
 /// Builds meshes of analytic screens.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include <QuarnKit/Formats/Obj/MeshDocument.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
@@ -12,6 +15,14 @@ struct GridSize {
     int rows = 32;
     int columns = 64;
 };
+
+/// Returns the size below which the mesh of a screen has no similarity with it: each cell spans
+/// less than half a turn, so that a full circle has at least three columns.
+[[nodiscard]] GridSize minGridSizeOf(const IScreenGeometry& screen);
+
+/// Returns the valid sizes if a grid is below minGridSizeOf() the screen; otherwise nothing.
+[[nodiscard]] std::optional<std::string> expectedInsteadOf(const GridSize& size,
+                                                           const IScreenGeometry& screen);
 
 /// Returns a mesh with a vertex at each crossing of a grid that covers UV from 0 to 1, two
 /// triangles a cell.

@@ -7,6 +7,7 @@
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/Obj/MeshMemory.h>
+#include <QuarnKit/Measure/SurfaceMeasures.h>
 
 #include "MeshStatus.h"
 
@@ -21,6 +22,22 @@ void refuseInfinite(const MeshDocument& mesh, const std::string& file) {
             throw Error({.found = "found a position that an OBJ file cannot represent",
                          .expected = "a screen whose positions are finite as floats",
                          .file = file});
+}
+
+void refuseCoarseGrid(const Screen& screen, const GridSize& grid) {
+    if (const auto expected = expectedInsteadOf(grid, *screen.geometry))
+        throw Error({.found = "found a grid of " + std::to_string(grid.rows) + " by " +
+                              std::to_string(grid.columns) + " cells",
+                     .expected = *expected,
+                     .file = screen.file});
+}
+
+// A mesh without area has no normals, and does not load.
+void refuseWithoutArea(const Screen& screen, const MeshDocument& mesh) {
+    if (!(surfaceMeasuresOf(*screen.geometry).area > 0.0) || mesh.faces.empty())
+        throw Error({.found = "found a screen without area at the precision of floats",
+                     .expected = "lengths and angles that are not 0",
+                     .file = screen.file});
 }
 
 std::string gridDescription(const Screen& screen, const GridSize& grid) {
@@ -64,10 +81,12 @@ std::string xmlTextOf(IScreenGeometry& screen) {
 
 std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
     if (!screen.mesh) {
+        refuseCoarseGrid(screen, grid);
         const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
         refuseMeshAbove(maxMemory, screen.file, {.triangles = 2 * cells});
         const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
         refuseInfinite(mesh, screen.file);
+        refuseWithoutArea(screen, mesh);
         return objTextOf(mesh, gridDescription(screen, grid));
     }
     std::string text(screen.mesh->text.text);

@@ -22,6 +22,7 @@ namespace quarn {
 /// mesh.
 /// \param grid grid of the mesh of an analytic screen
 /// \param maxMemory a mesh that could need more is an Error
+/// \throws Error if an analytic screen has no area, or the grid is below minGridSizeOf()
 [[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory);
 
 /// Notifies the observer if UV does not work on the mesh of a written text.

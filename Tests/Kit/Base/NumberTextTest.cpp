@@ -77,6 +77,10 @@ TEST(NumberText, RoundedTextHoldsNoMoreDigitsThanAsked) {
     EXPECT_EQ(roundedNumberText(90.00000000000003, 15), "90");
     EXPECT_EQ(roundedNumberText(-30.000000000000004, 15), "-30");
     EXPECT_EQ(roundedNumberText(2.0 / 3.0, 3), "0.667");
+    EXPECT_EQ(roundedNumberText(100000.0, 7), "100000");
+    EXPECT_EQ(roundedNumberText(0.1, 17), "0.1");
+    EXPECT_EQ(roundedNumberText(0.1 + 0.2, 17), "0.30000000000000004");
+    EXPECT_EQ(roundedNumberText(1.570796326794897, 17), "1.570796326794897");
     EXPECT_EQ(roundedNumberText(std::nan(""), 3), "nan");
     EXPECT_EQ(roundedNumberText(-INFINITY, 3), "-inf");
 }

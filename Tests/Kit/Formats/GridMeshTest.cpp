@@ -181,5 +181,26 @@ TEST(GridMesh, AWholeCylinderSharesVerticesAtItsSeam) {
     expectOnScreen(mesh, screen);
 }
 
+TEST(MinGridSize, CellsSpanLessThanHalfATurn) {
+    const auto sizeOf = [](const IScreenGeometry& screen) {
+        const GridSize size = minGridSizeOf(screen);
+        return std::pair(size.rows, size.columns);
+    };
+    EXPECT_EQ(sizeOf(FlatScreen(4.0, 3.0)), std::pair(1, 1));
+    EXPECT_EQ(sizeOf(CylinderScreen(kOrigin, 3.0, -kPi, kPi, 2.0)), std::pair(1, 3));
+    EXPECT_EQ(sizeOf(CylinderScreen(kOrigin, 3.0, 1.0, -1.0, 2.0)), std::pair(1, 1));
+    EXPECT_EQ(sizeOf(SphericalScreen(kOrigin, 3.0, -kPi, kPi, 0.0, kPi / 2)), std::pair(1, 3));
+    EXPECT_EQ(sizeOf(SphericalScreen(kOrigin, 3.0, -kPi, kPi, -kPi / 2, kPi / 2)), std::pair(2, 3));
+    EXPECT_EQ(sizeOf(RuledSurfaceScreen(4.0, 2.0, -1.0, 1.0, -2.0, 2.0)), std::pair(1, 2));
+}
+
+TEST(MinGridSize, MeshOfThatSizeHasFaces) {
+    const SphericalScreen dome(kOrigin, 3.0, -kPi, kPi, 0.0, kPi / 2);
+    EXPECT_EQ(gridMeshOf(dome, minGridSizeOf(dome)).faces.size(), 3U);
+    EXPECT_EQ(expectedInsteadOf({.rows = 1, .columns = 3}, dome), std::nullopt);
+    EXPECT_EQ(expectedInsteadOf({.rows = 1, .columns = 2}, dome),
+              "at least 1 row and 3 columns, so that each cell spans less than half a turn");
+}
+
 }  // namespace
 }  // namespace quarn::test

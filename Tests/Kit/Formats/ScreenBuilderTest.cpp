@@ -82,5 +82,41 @@ TEST(ScreenBuilder, TheNumbersAreCheckedAsTheFileHoldsThem) {
     EXPECT_THROW(static_cast<void>(buildScreen(CylinderScreen::type(), values, ignored)), Error);
 }
 
+// Collects the texts of warnings.
+class WarningTexts : public Observer {
+public:
+    std::vector<std::string> texts;
+
+    void notify(const Notice& notice) override {
+        if (notice.level == NoticeLevel::Warning) texts.push_back(notice.text);
+    }
+};
+
+std::vector<std::string> warningsOf(const std::string& type, double arc, double maxPhi) {
+    ScreenValues values;
+    values.set("radius", 3.0);
+    values.set("height", 2.0);
+    values.set("maxTheta", arc);
+    values.set("maxPhi", maxPhi);
+    WarningTexts warnings;
+    (void)buildScreen(type, values, warnings);
+    return warnings.texts;
+}
+
+TEST(ScreenBuilder, WarnsOfSectionsThatOverlapThemselves) {
+    constexpr double kTurn = 6.283185307179586;
+    EXPECT_TRUE(warningsOf(CylinderScreen::type(), kTurn, 0.0).empty());
+    EXPECT_TRUE(warningsOf(SphericalScreen::type(), -kTurn, kTurn / 4).empty());
+    ASSERT_EQ(warningsOf(CylinderScreen::type(), 6.3, 0.0).size(), 1U);
+    EXPECT_EQ(
+        warningsOf(CylinderScreen::type(), 6.3, 0.0).front(),
+        "the range of theta is 360.9634 degrees, more than a full turn: the screen overlaps itself, and "
+        "a position has several UVs");
+    ASSERT_EQ(warningsOf(SphericalScreen::type(), 1.0, 1.6).size(), 1U);
+    EXPECT_EQ(warningsOf(SphericalScreen::type(), 1.0, 1.6).front(),
+              "the range of phi reaches 91.67325 degrees, beyond a pole at 90 degrees: UV of positions is "
+              "wrong there");
+}
+
 }  // namespace
 }  // namespace quarn::test

@@ -76,6 +76,12 @@ class Make(ToolTest):
                 self.assertEqual(made["Screen_MaxPhi"], [1.570796326794897])
                 self.assertEqual((made["Screen_MinTheta"], made["Screen_MaxTheta"]), ([-math.pi], [math.pi]))
 
+    def test_a_diameter_is_twice_the_radius(self):
+        for shape in ("cylinder", "dome", "sphere"):
+            arguments = [argument.replace("--radius", "--diameter") for argument in MADE[shape]]
+            with self.subTest(shape):
+                self.assertEqual(2 * self.number("Screen_Radius", *arguments), self.number("Screen_Radius", *MADE[shape]))
+
     def test_a_ruled_screens_arcs_are_those_of_its_limits(self):
         made = self.numbers(*MADE["ruled"])
         self.assertEqual(made, {"Screen_Width": [4], "Screen_Height": [2.5], "Screen_MinTheta": [-1.047197551196598], "Screen_MaxTheta": [1.047197551196598],
@@ -90,7 +96,7 @@ class Make(ToolTest):
         for name, arguments in MADE.items():
             with self.subTest(name):
                 self.file("made.xml", self.text_of(*arguments))
-                numbers = [float(text) for text in re.findall(r"-?\d+(?:\.\d+)?(?:e-?\d+)?(?= m\n| radians\n)", self.text_of("info", "made.xml").split("is valid")[0])]
+                numbers = [float(text) for text in re.findall(r"-?\d+(?:\.\d+)?(?:e-?\d+)?(?= m\n| radians\n)", self.text_of("info", "made.xml", "--digits", "17").split("is valid")[0])]
                 made = self.numbers(*arguments)
                 made.pop("Center_Point", None)
                 self.assertEqual(sorted(numbers), sorted(value for [value] in made.values()))
@@ -127,8 +133,9 @@ def refused_angle(name, text):
 
 
 add_cases(Make, [
-    refused("no_shape", ["make"], r"A subcommand is required \(see --help\)"),
-    refused("unknown_shape", ["make", "cube"], r".* \(see --help\)"),
+    refused("no_shape", ["make"], r"found no command after quarnscreen make, expected one of flat, cylinder, sphere, dome, ruled \(see --help\)"),
+    refused("unknown_shape", ["make", "cube"], r'found the command "cube", which quarnscreen make does not have, expected one of flat, .* \(see --help\)'),
+    refused("misspelled_shape", ["make", "doom"], r'found the command "doom", which quarnscreen make does not have, did you mean dome\? \(see --help\)'),
     refused("two_shapes", [*MADE["flat"], "dome"], r".* \(see --help\)"),
     refused("flat_without_width", ["make", "flat", "--height", "1"], r"--width is required \(see --help\)"),
     refused("dome_without_angle", ["make", "dome", "--radius", "1"], r"--angle is required \(see --help\)"),
@@ -149,18 +156,42 @@ add_cases(Make, [
     refused("centre_of_two", [*SPHERE, "--center", "1,2"], 'found --center "1,2", expected three lengths such as 0,1.5m,-2m'),
     refused("centre_of_four", [*SPHERE, "--center", "1,2,3,4"], 'found --center "1,2,3,4", expected three lengths such as 0,1.5m,-2m'),
     refused("centre_in_words", [*SPHERE, "--center", "1,2,here"], 'found --center "1,2,here", expected a number in m, or .*'),
-    refused("negative_width", ["make", "flat", "--width", "-4m", "--height", "1"], r"found the width -4, expected a number from 0 to 1e\+150"),
-    refused("huge_radius", ["make", "dome", "--radius", "1.1e150", "--angle", "1deg"], r"found the radius 1.1e\+150, expected a number from 0 to 1e\+150"),
-    refused("overflowing_height", ["make", "flat", "--width", "1", "--height", "1e308ft", "--unit", "mm"], r"found the height inf, expected a number from 0 to 1e\+150"),
-    refused("huge_centre", [*SPHERE, "--center", "0,-2e150,0"], r"found the center -2e\+150, expected a number from -1e\+150 to 1e\+150"),
-    refused("huge_limit", [*CYLINDER, "--min-theta", "-1e9rad", "--max-theta", "1rad"], r"found the min theta -1e\+09, expected a number from -1000 to 1000 \(radians\)"),
-    refused("dome_below_nothing", ["make", "dome", "--radius", "1", "--angle", "-1deg"], 'found --angle "-1deg", expected an angle from 0deg to 360deg'),
-    refused("dome_beyond_the_sphere", ["make", "dome", "--radius", "1", "--angle", "360.1deg"], 'found --angle "360.1deg", expected an angle from 0deg to 360deg'),
-    refused("arc_of_0", [*MADE["ruled"][:-2], "--bottom-arc", "0deg"], "found a bottom arc of 0 radians, expected a number from 1e-09 to 6.283185306179586"),
-    refused("arc_of_a_full_circle", [*MADE["ruled"][:-2], "--bottom-arc", "360deg"], "found a bottom arc of 6.28318530717958[0-9]* radians, expected .*"),
-    refused("negative_arc", ["make", "ruled", "--width", "1", "--height", "1", "--top-arc", "-1rad", "--bottom-arc", "1rad"], "found a top arc of -1 radians, expected .*"),
-    Case("warned_of_width_0", ["make", "flat", "--width", "0", "--height", "1"], "<.*>\n", "warning: the width is 0: UV cannot be computed\n"),
-    Case("warned_of_arc_0", [*CYLINDER, "--arc", "0deg"], "<.*>\n", "warning: the range of theta is 0: UV cannot be computed\n"),
+    refused("negative_width", ["make", "flat", "--width", "-4m", "--height", "1"], 'found --width "-4m", expected a length above 0'),
+    refused("width_0", ["make", "flat", "--width=0", "--height", "1"], 'found --width "0", expected a length above 0'),
+    refused("height_that_underflows", ["make", "flat", "--width", "1", "--height", "1e-400"], 'found --height "1e-400", expected a length above 0'),
+    refused("radius_0_of_a_mesh", ["make", "dome", "--radius", "0mm", "--angle", "90deg", "--grid", "4x4"], 'found --radius "0mm", expected a length above 0'),
+    refused("huge_radius", ["make", "dome", "--radius", "1.1e150", "--angle", "1deg"], r'found --radius "1.1e150", expected a number from 0 to 1e\+150 in m'),
+    refused("overflowing_height", ["make", "flat", "--width", "1", "--height", "1e308ft", "--unit", "mm"], r'found --height "1e308ft", expected a number from 0 to 1e\+150 in mm'),
+    refused("huge_centre", [*SPHERE, "--center", "0,-2e150,0"], r'found --center "0,-2e150,0", expected a number from -1e\+150 to 1e\+150 in m'),
+    refused("huge_limit", [*CYLINDER, "--min-theta", "-1e9rad", "--max-theta", "1rad"], r'found --min-theta "-1e9rad", expected a number from -1000 to 1000 \(radians\)'),
+    refused("equal_limits", [*CYLINDER, "--min-theta", "1rad", "--max-theta", "1rad"], 'found --max-theta "1rad", expected an angle other than that of --min-theta'),
+    refused("dome_below_nothing", ["make", "dome", "--radius", "1", "--angle", "-1deg"], 'found --angle "-1deg", expected an angle above 0deg, and at most 360deg'),
+    refused("dome_of_0", ["make", "dome", "--radius", "1", "--angle", "0deg"], 'found --angle "0deg", expected an angle above 0deg, and at most 360deg'),
+    refused("dome_beyond_the_sphere", ["make", "dome", "--radius", "1", "--angle", "360.1deg"], 'found --angle "360.1deg", expected an angle above 0deg, and at most 360deg'),
+    refused("cylinder_beyond_a_circle", [*CYLINDER, "--arc", "361deg"], 'found --arc "361deg", expected an angle above 0deg, and at most 360deg'),
+    refused("cylinder_of_0", [*CYLINDER, "--arc", "0deg"], 'found --arc "0deg", expected an angle above 0deg, and at most 360deg'),
+    refused("arc_of_0", [*MADE["ruled"][:-2], "--bottom-arc", "0deg"], 'found --bottom-arc "0deg", expected an angle above 0deg and below 360deg, by at least 1e-9rad'),
+    refused("arc_of_a_full_circle", [*MADE["ruled"][:-2], "--bottom-arc", "360deg"], 'found --bottom-arc "360deg", expected an angle above 0deg and below 360deg, .*'),
+    refused("negative_arc", ["make", "ruled", "--width", "1", "--height", "1", "--top-arc", "-1rad", "--bottom-arc", "1rad"], 'found --top-arc "-1rad", expected .*'),
+    refused("no_radius", ["make", "dome", "--angle", "180deg"], "missing --radius or --diameter"),
+    refused("radius_and_diameter", ["make", "dome", "--radius", "1", "--diameter", "2", "--angle", "180deg"], r"--diameter excludes --radius \(see --help\)"),
+    refused("diameter_in_words", ["make", "dome", "--diameter", "wide", "--angle", "180deg"], 'found --diameter "wide", expected a number in m, .*'),
+    refused("diameter_0", ["make", "cylinder", "--diameter", "0", "--height", "1", "--arc", "1rad"], 'found --diameter "0", expected a length above 0'),
+    refused("grid_of_one_cell", ["make", "dome", "--radius", "6", "--angle", "180deg", "--grid", "1x1"],
+            "found --grid 1x1, expected at least 1 row and 3 columns, so that each cell spans less than half a turn"),
+    refused("default_grid_for_many_turns", [*CYLINDER, "--min-theta", "-1000rad", "--max-theta", "1000rad", "--grid", "1x64"], "found --grid 1x64, expected at least 1 row and 637 columns, .*"),
+    refused("mesh_below_floats", ["make", "flat", "--width", "1e-200", "--height", "1", "--grid", "2x2"], "found a screen without area at the precision of floats, .*"),
+    refused("grid_beyond_memory", [*MADE["flat"], "--grid", "4096x4096", "--max-memory", "1G"], "found a mesh of 33554432 triangles, .*, or a larger --max-memory"),
+    *(refused(f"grid_{i}", [*MADE["flat"], "--grid", grid], f'found --grid "{grid}", expected rows and columns from 1 to 4096, such as 32x64')
+      for i, grid in enumerate(("", "0x4", "4x0", "-1x4", "4x4097", "4", "4x", "nanxnan"))),
+    Case("warned_of_limits_beyond_a_circle", [*CYLINDER, "--min-theta", "-181deg", "--max-theta", "180deg"], "<.*>\n",
+         "warning: the range of theta is 361 degrees, more than a full turn: the screen overlaps itself, and a position has several UVs\n"),
+    Case("warned_of_a_limit_beyond_the_pole", [*SPHERE[:-1], "100deg"], "<.*>\n", "warning: the range of phi reaches 100 degrees, beyond a pole at 90 degrees: .*\n"),
+    Case("warned_of_millimetres_as_metres", ["make", "dome", "--radius", "6000", "--angle", "180deg"], "<.*>\n",
+         "warning: the screen is 18000 m across, which is too large for a screen; if its lengths are in mm, write --radius 6000mm\n"),
+    Case("warned_of_metres_as_millimetres", ["make", "flat", "--width", "4", "--height", "3", "--unit", "mm"], "<.*>\n",
+         "warning: the screen is 5 mm across, which is too small for a screen; if its lengths are in m, write --width 4m\n"),
+    Case("full_circle", [*CYLINDER, "--arc", "6.283185307179586rad"], "<.*>\n"),
     Case("smallest_and_largest_arc", ["make", "ruled", "--width", "1", "--height", "1", "--top-arc", "1e-9rad", "--bottom-arc", "6.283185306rad"], "<.*>\n"),
 ])
 

@@ -114,14 +114,26 @@ class Shapes(ToolTest):
         lines = dict(line.split(":", 1) for line in self.text_of("info", CYLINDER, "--unit", "ft").splitlines())
         values = {key: value.strip() for key, value in lines.items()}
         self.assertEqual(list(values), ["file", "type", "center", "height", "radius", "min theta", "max theta", "is valid", "has UV mapping",
-                                        "eye point", "heading", "max angle", "aspect ratio", "digest"])
+                                        "extent", "width by height", "area", "edge lengths", "eye point", "heading", "max angle", "aspect ratio", "digest"])
         self.assertEqual((values["center"], values["height"], values["radius"]), ("(0, 0, 0) ft", "2.5 ft", "3 ft"))
-        self.assertEqual(values["min theta"], "-100 degrees, -1.74532925199433 radians")
+        self.assertEqual(values["min theta"], "-100 degrees, -1.745329 radians")
         self.assertAlmostEqual(float(values["aspect ratio"]), 3 * math.radians(200) / 2.5, places=5)
+        self.assertEqual(values["width by height"], "6 by 2.5 ft, depth 3.520945 ft")
+        self.assertEqual(values["area"], "26.17994 ft^2")
+        self.assertEqual(values["edge lengths"], "top 10.47198 ft, right 2.5 ft, bottom 10.47198 ft, left 2.5 ft")
         dome = self.text_of("info", DOME)
+        self.assertIn("extent:          (-6, -6, 0) to (6, 6, 6) m\nwidth by height: 12 by 6 m, depth 12 m\narea:            226.1947 m^2\n", dome)
+        self.assertIn("edge lengths:    top 0 m, right 9.424778 m, bottom 37.69911 m, left 9.424778 m\n", dome)
         self.assertIn("bounds:          (-6, -6, -6) to (6, 6, 6) m\n", dome)
         self.assertIn("heading:         (0, 0, 1)\n", dome)
-        self.assertIn("max phi:         90 degrees, 1.570796326794897 radians\n", dome)
+        self.assertIn("max phi:         90 degrees, 1.570796 radians\n", dome)
+
+    def test_info_has_the_digits_that_are_requested(self):
+        for digits, theta in (("1", "-100 degrees, -2 radians"), ("4", "-100 degrees, -1.745 radians"), ("7", "-100 degrees, -1.745329 radians"),
+                              ("17", "-100 degrees, -1.74532925199433 radians")):
+            self.assertIn(f"min theta:       {theta}\n", self.text_of("info", CYLINDER, "--digits", digits))
+        self.assertEqual(self.text_of("info", CYLINDER), self.text_of("info", CYLINDER, "--digits", "7"))
+        self.assertEqual(self.text_of("info", CYLINDER, "--json"), self.text_of("info", CYLINDER, "--json", "--digits", "1"))
 
     def test_info_as_json(self):
         dome = json.loads(self.text_of("info", DOME, "--json"))
@@ -129,13 +141,42 @@ class Shapes(ToolTest):
         self.assertEqual(dome["parameters"]["radius"], 6)
         self.assertEqual(dome["parameters"]["minTheta"]["radians"], -math.pi)
         self.assertAlmostEqual(dome["parameters"]["maxPhi"]["degrees"], 90, places=12)
+        self.assertEqual(dome["surface"]["extent"], {"min": [-6, -6, 0], "max": [6, 6, 6]})
+        self.assertEqual(dome["surface"]["size"], {"width": 12, "depth": 12, "height": 6})
+        self.assertAlmostEqual(dome["surface"]["area"], 72 * math.pi, places=11)
+        self.assertAlmostEqual(dome["surface"]["edges"]["bottom"], 12 * math.pi, places=11)
+        self.assertIsNone(dome["surface"]["boundaryLength"])
         ruled = json.loads(self.text_of("info", RULED, "--json"))
         self.assertIsNone(ruled["bounds"])
         # The sum under the arc cosine is beyond 1 here, so there is no angle.
         self.assertEqual(ruled["maxAngle"], {"degrees": None, "radians": None})
 
+    def test_a_cylinder_off_the_z_axis_is_warned_of_where_rays_are_used(self):
+        rays = b"fromX,fromY,fromZ,toX,toY,toZ\n1,0,0,1,1,0\n1,0,0,1,2,0\n"
+        self.file("off.xml", self.text_of("make", "cylinder", "--radius", "3m", "--arc", "200deg", "--height", "2m", "--center", "1,-0.5,4"))
+        self.file("up.xml", self.text_of("make", "cylinder", "--radius", "3m", "--arc", "200deg", "--height", "2m", "--center", "0,0,4"))
+        for command in (["intersect"], ["nearest"], ["channel", "-"]):
+            with self.subTest(command):
+                result = self.run_tool(command[0], "off.xml", *command[1:], "--unit", "ft", stdin=rays)
+                self.assertEqual(result.stderr.decode(),
+                                 "warning: off.xml: rays miss or hit wrong positions, because the cylinder's axis passes through (1, -0.5, 0) ft and is not the "
+                                 "Z axis; query its mesh, from quarnscreen convert off.xml -o mesh.obj, or subtract that position from the rays and query a cylinder on "
+                                 "the Z axis\n")
+                self.text_of(command[0], "up.xml", *command[1:], stdin=rays)
+        self.text_of("map", "off.xml", "--to", "3d", stdin=b"0.5,0.5\n")
+        # The remedy works.
+        self.text_of("convert", "off.xml", "--grid", "3x201", "-o", "mesh.obj")
+        self.assertEqual([row["status"] for row in self.rows("intersect", "mesh.obj", stdin=b"1,-0.5,4,1,1,4\n")], ["hit"])
+
+    def test_calibration_points_without_their_center_are_warned_of(self):
+        for shape in (["cylinder", "--height", "2", "--arc", "1rad"], ["dome", "--angle", "90deg"]):
+            self.file("off.xml", self.text_of("make", *shape, "--radius", "3", "--center", "0,0,0.25"))
+            result = self.run_tool("points", "off.xml")
+            self.assertEqual(result.stderr.decode(), "warning: off.xml: the positions are relative to the screen's center; add (0, 0, 0.25) m to each\n")
+        self.text_of("points", DOME)
+
     def test_an_aspect_ratio_that_cannot_be_estimated_is_warned_of(self):
-        self.file("line.xml", self.run_tool("make", "flat", "--width", "1", "--height", "0").stdout)
+        self.file("line.xml", self.text_of("make", "flat", "--width", "1", "--height", "1").replace("<Screen_Height>1.0", "<Screen_Height>0.0"))
         result = self.run_tool("info", "line.xml")
         self.assertRegex(result.stderr.decode(), r"\Awarning: line\.xml:4: the height is 0: UV cannot be computed\nwarning: calculateAspectRatio failed.*\n\Z")
         self.assertRegex(result.stdout.decode(), r"\naspect ratio: +1\n")

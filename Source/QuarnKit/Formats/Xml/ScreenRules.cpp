@@ -28,6 +28,12 @@ constexpr double kMinArc = 1e-9;
 // circle.
 constexpr double kMaxArc = 2.0 * std::numbers::pi - kMinArc;
 
+// In radians. Limits in a file have 16 digits, so that a full turn may be longer by their rounding.
+constexpr double kTurnRounding = 1e-12;
+constexpr double kMaxTurn = 2.0 * std::numbers::pi + kTurnRounding;
+constexpr double kMaxElevation = std::numbers::pi / 2.0 + kTurnRounding;
+constexpr int kDegreeDigits = 7;
+
 std::string fromTo(double low, double high) {
     return "a number from " + numberText(low) + " to " + numberText(high);
 }
@@ -45,7 +51,27 @@ void warnOfNoUV(const std::string& what, const std::string& file, std::uint64_t 
                      .line = line});
 }
 
+std::string degreesText(double radians) {
+    return roundedNumberText(radians * kDegreesPerRadian, kDegreeDigits) + " degrees";
+}
+
+// A section may cover a part of the surface twice, and each query then finds one of the two UVs.
+std::optional<std::string> overlapIn(const AngleRange& range, double min, double max) {
+    if (std::abs(max - min) > kMaxTurn)
+        return "the " + range.label + " is " + degreesText(std::abs(max - min)) +
+               ", more than a full turn: the screen overlaps itself, and a position has several UVs";
+    const double highest = std::max(std::abs(min), std::abs(max));
+    if (range.rule == RangeRule::Elevation && highest > kMaxElevation)
+        return "the " + range.label + " reaches " + degreesText(highest) +
+               ", beyond a pole at 90 degrees: UV of positions is wrong there";
+    return std::nullopt;
+}
+
 }  // namespace
+
+bool isValidArc(double radians) {
+    return radians >= kMinArc && radians <= kMaxArc;
+}
 
 std::optional<std::string> expectedInsteadOf(double number, ParameterKind kind) {
     const double high = kind == ParameterKind::Angle ? kMaxAngle : kMaxLength;
@@ -62,14 +88,19 @@ void warnIfZero(const Parameter& parameter, const std::string& file, std::uint64
 void checkRanges(const ScreenType& type, const std::vector<Parameter>& parameters, const std::string& file,
                  std::uint64_t line, Observer& observer) {
     for (const AngleRange& range : type.ranges) {
-        const double extent = valueOf(parameters, range.max) - valueOf(parameters, range.min);
+        const double min = valueOf(parameters, range.min);
+        const double max = valueOf(parameters, range.max);
+        const double extent = max - min;
         const bool isArc = range.rule == RangeRule::Arc;
-        if (isArc && !(extent >= kMinArc && extent <= kMaxArc))
+        if (isArc && !isValidArc(extent))
             throw Error({.found = "found a " + range.label + " of " + numberText(extent) + " radians",
                          .expected = fromTo(kMinArc, kMaxArc),
                          .file = file,
                          .line = line});
-        if (!isArc && extent == 0.0) warnOfNoUV(range.label, file, line, observer);
+        if (isArc) continue;
+        if (extent == 0.0) warnOfNoUV(range.label, file, line, observer);
+        if (const auto overlap = overlapIn(range, min, max))
+            observer.notify({.level = NoticeLevel::Warning, .text = *overlap, .file = file, .line = line});
     }
 }
 

@@ -33,7 +33,7 @@ const std::vector<ScreenType>& screenTypes() {
         {.name = SphericalScreen::type(),
          .tags = {kCenter, kRadius, kMinTheta, kMaxTheta, kMinPhi, kMaxPhi},
          .ranges = {{"range of theta", "minTheta", "maxTheta", RangeRule::Section},
-                    {"range of phi", "minPhi", "maxPhi", RangeRule::Section}}},
+                    {"range of phi", "minPhi", "maxPhi", RangeRule::Elevation}}},
         {.name = RuledSurfaceScreen::type(),
          .tags = {kWidth, kHeight, kMinTheta, kMaxTheta, kMinPhi, kMaxPhi},
          .ranges = {{"top arc", "minTheta", "maxTheta", RangeRule::Arc},

@@ -30,8 +30,9 @@ struct ScreenTag {
 
 /// Condition for the difference of two limits.
 enum class RangeRule {
-    Section,  ///< Any difference; UV cannot be computed for zero.
-    Arc,      ///< An arc over a chord: above 0 and below a full circle.
+    Section,    ///< Any difference; UV cannot be computed for zero, and is ambiguous above a full turn.
+    Elevation,  ///< As Section, and UV is ambiguous beyond the poles.
+    Arc,        ///< An arc over a chord: above 0 and below a full circle.
 };
 
 /// Two related limits, by the names of their parameters.
