@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -97,6 +98,30 @@ TEST(BoundaryAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWal
     }
     EXPECT_GT(ended, seedCount(1000));
     EXPECT_GT(endless, 0);
+}
+
+// Few triangles with few different corners, one of them with NaN: the walks that end meet keys of
+// the maps that are neither less nor greater than the corner that is looked up.
+TEST(BoundaryAtLarge, OfSmallMeshesWithNaNIsThatOfTheTwoMultimapsWhereTheirWalkEnds) {
+    constexpr std::size_t kStepLimit = 1'000;
+    int ended = 0;
+    for (int i = 0; i < seedCount(20'000); ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        std::vector<Triangle> triangles(static_cast<std::size_t>(rng.integer(2, 5)));
+        for (Triangle& triangle : triangles) {
+            for (TriangleVertex& corner : triangle.vertices)
+                for (std::size_t axis = 0; axis < 3; ++axis) corner.position[axis] = rng.integer(0, 2);
+        }
+        TriangleVertex& corner = triangles[static_cast<std::size_t>(rng.integer(0, 1))].vertices[1];
+        corner.position[static_cast<std::size_t>(rng.integer(0, 2))] = std::nan("");
+        const ReferenceBoundary plain(triangles, kStepLimit);
+        if (!plain.hasEnded) continue;
+        ++ended;
+        expectSameOutline(triangles, plain);
+        if (::testing::Test::HasFailure()) return;
+    }
+    EXPECT_GT(ended, seedCount(2000));
 }
 
 // Without this the comparisons above might pass on boundaries that never need a choice.

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -193,4 +194,17 @@ TEST(BoundarySearch, IsWrittenIntoTheMemoryOfTheOneBefore) {
     EXPECT_TRUE(quarn::detail::findBoundary(gridAt(0.0, 9, 9), boundary).isSingleWithUV);
     EXPECT_EQ(boundary.points.data(), memory);
     EXPECT_EQ(boundary.points.size(), 37U);
+}
+
+TEST(BoundarySearch, OfACornerWithNaNTakesNoEdgeOfAnotherCorner) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<Triangle> triangles = {
+        triangleOf(cornerAt({2, 0, 1}), cornerAt({1, 0, 1}), cornerAt({0, 0, 0})),
+        triangleOf(cornerAt({2, 0, 1}), cornerAt({1, kNaN, 0}), cornerAt({0, 0, 1}))};
+    Boundary boundary;
+    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
+    EXPECT_FALSE(result.isSingleWithUV);
+    EXPECT_EQ(result.edgesLeft, 3U);
+    EXPECT_THAT(boundary.points,
+                ElementsAre(Position(0, 0, 0), Position(1, 0, 1), Position(2, 0, 1), Position(0, 0, 0)));
 }

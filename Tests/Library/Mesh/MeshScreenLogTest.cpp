@@ -1,6 +1,7 @@
 // Messages about the boundary of a mesh, and no other messages.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -60,6 +61,17 @@ TEST(MeshScreenLog, SecondOutlineIsWarnedOfWithTheNumberOfItsEdges) {
         EXPECT_GT(records[0].line, 0);
         EXPECT_FALSE(screen.hasValidBoundary());
     }
+}
+
+TEST(MeshScreenLog, OutlineThatLeavesATriangleWithNaNIsWarnedOf) {
+    const Mesh mesh = withoutUV({wholeTriangle({2.0, 0.0, 1.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 0.0}),
+                                 wholeTriangle({2.0, 0.0, 1.0}, {1.0, std::nan(""), 0.0}, {0.0, 0.0, 1.0})});
+    TriangleScreen screen;
+    const auto records = recordsOf([&] { screen.load(mesh); });
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].message, edgesLeft(3));
+    EXPECT_EQ(screen.outline().points.size(), 4U);
+    EXPECT_FALSE(screen.hasValidBoundary());
 }
 
 TEST(MeshScreenLog, EachSearchForTheOutlineWarnsAgain) {

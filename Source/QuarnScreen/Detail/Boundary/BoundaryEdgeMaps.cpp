@@ -14,8 +14,9 @@ BoundaryEdgeMaps::BoundaryEdgeMaps(const std::vector<Triangle>& triangles) {
 BoundaryEdgeMaps::Map::iterator BoundaryEdgeMaps::find(Map& map, const TriangleVertex& start,
                                                        const TriangleVertex& end) {
     const auto [first, last] = map.equal_range(&start);
-    const auto found = std::find_if(
-        first, last, [&end](const Map::value_type& entry) { return isSameCorner(*entry.second.end, end); });
+    const auto found = std::find_if(first, last, [&](const Map::value_type& entry) {
+        return isSameCorner(*entry.first, start) && isSameCorner(*entry.second.end, end);
+    });
     return found == last ? map.end() : found;
 }
 
@@ -49,8 +50,8 @@ BoundaryEdge BoundaryEdgeMaps::takeFirst() {
 
 std::optional<BoundaryStep> BoundaryEdgeMaps::takeNext(WalkDirection direction) {
     Map& map = direction == WalkDirection::Up ? lowerToUpper : upperToLower;
-    const auto found = map.find(current);
-    if (found == map.end()) return std::nullopt;
+    const auto found = map.lower_bound(current);
+    if (found == map.end() || !isSameCorner(*found->first, *current)) return std::nullopt;
     return take(direction, found);
 }
 

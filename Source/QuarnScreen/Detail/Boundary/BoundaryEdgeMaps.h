@@ -14,9 +14,10 @@ namespace quarn::detail {
 /// The edges that an odd number of triangles share, in two ordered multimaps: from the lower to the
 /// upper end of each edge, and in the opposite direction.
 ///
-/// NaN is equal to nothing and breaks the order of corners. For a mesh with NaN the result depends
-/// on the exact comparisons of the maps. Without NaN the result is that of findBoundaryEdges() and
-/// BoundaryEdgeLists, at several times the time and memory.
+/// NaN is equal to nothing and breaks the order of corners: a map's key that is neither less nor
+/// greater than a corner may differ from it. A key is therefore also compared for equality. For a
+/// mesh with NaN the result depends on the exact comparisons of the maps. Without NaN the result is
+/// that of findBoundaryEdges() and BoundaryEdgeLists, at several times the time and memory.
 class BoundaryEdgeMaps {
 public:
     /// \param triangles must outlive this object
