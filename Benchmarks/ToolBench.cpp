@@ -109,7 +109,8 @@ void queryTool(benchmark::State& state, const MeshCase& mesh) {
         screenOf(mesh), quarn::tool::MapTarget::Position, quarn::tool::BeyondScreen::Reject);
     for ([[maybe_unused]] auto _ : state) {
         FileSink sink(files.output);
-        quarn::tool::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
+        quarn::tool::RowPipeline rows({files.input, "a CSV file"}, quarn::tool::uvInput(), "m",
+                                      threadCount());
         rows.run(answer, sink);
         if (sink.finish() != kRows) return state.SkipWithError("rows are missing");
     }

@@ -17,6 +17,12 @@
 
 namespace quarn::tool {
 
+/// Explains the CSV input of a command, for its help.
+inline constexpr const char* kCsvDetails =
+    "A header names the columns of the CSV, in any order; its further columns follow those of the "
+    "result. Without\na header, rows contain only the numbers, in this order. Commas, semicolons, tabs or "
+    "blanks separate cells.";
+
 /// Adds the argument SCREEN, and the options of an OBJ file and of the unit.
 void addScreenInput(Command& command, ScreenOptions& options);
 

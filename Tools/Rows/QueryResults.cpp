@@ -35,8 +35,10 @@ QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<s
       oneRow(options.format, resultColumns),
       progress(visibilityFor(options)) {}
 
-void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult) {
+void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult,
+                       std::span<const std::string_view> passedCells) {
     oneRow.clear();
+    oneRow.setPassedCells(passedCells);
     oneRow.add(cells, hasResult);
     write(oneRow);
 }
@@ -53,10 +55,6 @@ void QueryResults::flush() {
         progress.setStage(command + ": " + groupedCount(rowCount) + (rowCount == 1 ? " row" : " rows"));
 }
 
-void QueryResults::flushBeforeWaiting(const CsvReader& input) {
-    if (!input.hasBufferedLine()) flush();
-}
-
 void QueryResults::finish() {
     writer.finish();
     output.finish();
@@ -67,8 +65,17 @@ void QueryResults::finish() {
 }
 
 RowPipeline openRows(const QueryOptions& options, const std::string& path, const std::string& expected,
-                     std::vector<std::string> columnNames) {
-    return {InputStream::openFileOrStandardInput(path, expected), std::move(columnNames), options.threads};
+                     const InputColumns& columns) {
+    return {InputStream::openFileOrStandardInput(path, expected), columns, options.unit, options.threads};
+}
+
+std::vector<Column> withPassedColumns(std::vector<Column> columns, CsvFormat& format) {
+    std::vector<std::string> names;
+    names.reserve(columns.size());
+    for (const Column& column : columns) names.push_back(column.name);
+    for (const PassedColumn& passed : format.passColumns(names))
+        columns.push_back({passed.name, passed.hasUnit ? Quantity::Length : Quantity::Plain});
+    return columns;
 }
 
 std::vector<Column> positionColumns() {

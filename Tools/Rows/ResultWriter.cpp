@@ -3,6 +3,7 @@
 #include <QuarnKit/Base/Error.h>
 
 #include "Base/Json.h"
+#include "Csv/RowCells.h"
 
 namespace quarn::tool {
 
@@ -15,7 +16,8 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
     std::string header;
     for (const Column& column : columns) {
         if (!header.empty()) header += ',';
-        header += column.quantity == Quantity::Length ? column.name + "[" + unit + "]" : column.name;
+        appendCommaText(header,
+                        column.quantity == Quantity::Length ? column.name + "[" + unit + "]" : column.name);
     }
     return header + "\n";
 }

@@ -4,7 +4,6 @@ import unittest
 
 from tool_case import FLAT, WALL, Case, ToolTest, add_cases
 
-NO_ROWS = r"[^\n]*\n"
 
 
 class Arguments(ToolTest):
@@ -80,7 +79,7 @@ add_cases(Arguments, [
     Case("flags_twice", ["info", WALL, "--json", "--json"], r"\{.*"),
     Case("options_in_front", ["info", "--unit=mm", WALL], r".* mm\n.*"),
     Case("short_option_with_value", ["info", WALL, "-o-"], r".* m\n.*"),
-    Case("long_option_with_value", ["map", WALL, "--to=3d"], NO_ROWS),
+    Case("long_option_with_value", ["map", WALL, "--to=3d"], r".*on_screen,0,0,0\n", stdin=b"0.5,0.5"),
     Case("memory", ["info", WALL, "--max-memory", "1M"], r".* m\n.*"),
 ])
 

@@ -146,8 +146,12 @@ class MeshAnswers(ObjTest):
         for row in rows:
             self.assert_near(numbers(row, POSITION), [2 * int(row["column"]) - 4, 0, 4.5 - 3 * int(row["row"])])
         rows = self.rows("points", "dome.obj", "--columns", "3", "--rows", "3")
-        self.assertEqual({(row["column"], row["row"]) for row in rows}, {("", "")})
-        self.assertEqual(len(rows), 5)
+        self.assertEqual([(row["column"], row["row"]) for row in rows], [(str(i % 3 + 1), str(i // 3 + 1)) for i in range(9)])
+        self.assertEqual([row["status"] for row in rows], ["outside", "on_screen", "outside", *["on_screen"] * 3, "outside", "on_screen", "outside"])
+        lines = self.run_tool("points", "bare.obj", "--columns", "2", "--rows", "2").stdout.decode().splitlines()[1:]
+        for column, row, status, x, _, z, u, v in (line.split(",") for line in lines):
+            self.assertEqual((column, row, status, u, v), ("", "", "boundary", "", ""))
+            self.assertTrue(abs(float(x)) == 2 or abs(float(z)) == 1.5)
 
     def test_boundary_and_grid(self):
         boundary = [tuple(numbers(row, POSITION)) for row in self.rows("boundary", "wall.obj")]

@@ -1,4 +1,4 @@
-#include "Rows/LineBlockReader.h"
+#include "Csv/LineBlockReader.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
