@@ -18,8 +18,6 @@ namespace quarn::tool {
 
 namespace {
 
-constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-
 // Names in use have no unit.
 bool isIn(const std::vector<std::string>& names, std::string_view name) {
     return std::any_of(names.begin(), names.end(),
@@ -138,7 +136,7 @@ void CsvFormat::parseCells(std::string_view text, double* numbers, CsvRows& rows
     const std::vector<std::string_view> row = cellsOf(text, separator);
     const bool isEmpty = hasHeader && row.size() == cells.size() && hasOnlyEmptyNumbers(row);
     if (isEmpty) {
-        std::fill_n(numbers, numberCells.size(), kNoNumber);
+        std::fill_n(numbers, numberCells.size(), std::numeric_limits<double>::quiet_NaN());
         rows.emptyRows.push_back(rows.numbers.size() / numberCells.size());
     }
     for (std::size_t i = 0; i < std::min(row.size(), cells.size()); ++i) {
