@@ -200,7 +200,9 @@ class Safety(ConvertTest):
     def test_errors_name_the_line(self):
         for text, line in ((TRIANGLE + "f 1 2 9\n", 'a.obj:4: found "9" as a corner of a face, expected the number of a vertex from 1 to 3'),
                            (TRIANGLE + "\rf 1 2 x\r", 'a.obj:5: found "x" as a corner of a face, expected a form such as 1/1/1, 1//1, 1/1 or 1'),
-                           ("v 1 x 2\n" + BARE, 'a.obj:1: found "x" as a coordinate, expected "v" and three numbers'),
+                           ("v 1 x 2\n" + BARE, 'a.obj:1: found "x" as a coordinate, expected a number such as 1.5 or -2e-3; correct the line, or export the file again'),
+                           ("v 1 0 0\nv -1.#QNAN 2 2\n" + BARE, 'a.obj:2: found "-1.#QNAN" as a coordinate, expected a number such as 1.5 or -2e-3; correct the line, or export the file again'),
+                           ("v 1 0,25 2\n" + BARE, 'a.obj:1: found "0,25" as a coordinate, expected a decimal point, as in 0.25; export the file again without decimal commas'),
                            ("v 1e38 0 0\n" + BARE, 'a.obj:1: found "1e38" as a coordinate, expected a number up to 1e+37'),
                            ("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n", 'a.obj:1: found "1e60" as a coordinate, expected a number up to 1e+37'),
                            (TRIANGLE, 'a.obj: found no face in the OBJ text, expected lines that begin with "f"')):

@@ -13,6 +13,7 @@
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjLogicalLines.h"
+#include "ObjNumberForm.h"
 #include "ObjPrescan.h"
 
 namespace quarn {
