@@ -112,5 +112,13 @@ TEST(MeshDocument, ATextInTheFrameOfItsScreenLoadsAsThatScreen) {
             }
 }
 
+// 2147483648 is the index with the greatest 32-bit number.
+TEST(MeshDocument, ReferencesToUVsThatDoNotExistAreLeftOut) {
+    const MeshDocument mesh =
+        meshDocumentOf("v 0 0 0\nv 1 0 0\nv 0 0 1\nvt 0 0\nvn 0 -1 0\nf 1/2147483648/1 2/2/1 3/1/1\n",
+                       Matrix<float, 4>::identity());
+    EXPECT_THAT(objTextOf(mesh, "made"), ::testing::EndsWith("\nf 1//1 2//1 3/1/1\n"));
+}
+
 }  // namespace
 }  // namespace quarn::test

@@ -172,6 +172,11 @@ class Convert(ConvertTest):
         self.assertEqual(result.stdout.decode(), REPAIRED)
         self.assertIn(b"note: a.obj:4: repaired 3 corners without a normal\n", result.stderr)
 
+    def test_uvs_that_do_not_exist_are_left_out_with_other_axes(self):
+        self.file("a.obj", TRIANGLE + "vt 0 0\nvn 0 -1 0\nf 1/2147483648/1 2/2/1 3/1/1\n")
+        self.convert("a.obj", "--forward=-X", "--up=Z", "-o", "b.obj")
+        self.assertRegex(self.text("b.obj"), r"\nf 1//1 2//1 3/1/1\n\Z")
+
     def test_faces_without_area_stay(self):
         self.file("a.obj", wall() + "f 1/1/1 1/1/1 2/2/1\nf 3 3 3\n")
         self.convert("a.obj", "-o", "b.obj")
