@@ -22,6 +22,7 @@ struct CheckOptions : ScreenOptions {
 // Turns findings that were repaired into notes.
 void noteAsRepaired(std::vector<Finding>& findings) {
     for (Finding& finding : findings) {
+        if (finding.remedy.kind != RemedyKind::RepairFile) continue;
         finding.severity = Severity::Note;
         finding.text = "repaired " + finding.text;
         finding.hint = "geometry, order and UVs stay";

@@ -32,13 +32,16 @@ void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
 Screen readRepaired(const ConvertOptions& options) {
     std::string name;
     ObjRepairs repairs;
+    std::optional<Notice> warning;
     Screen screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
         RepairedObj repaired = repairObj(source.name, source.text);
-        source.text = std::move(repaired.text);
         name = source.name;
         repairs = repaired.repairs;
+        warning = selfIntersectionNotice(name, repaired);
+        source.text = std::move(repaired.text);
     });
     noteRepairs(name, repairs);
+    if (warning) ConsoleObserver().notify(*warning);
     return screen;
 }
 

@@ -27,6 +27,21 @@ std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& fi
     return findings;
 }
 
+// Names the triangles of concave faces, and appends the faces that are not repaired.
+void addFaceFindings(const RepairedObj& repaired, CheckInput& input) {
+    const CheckedMesh mesh = input.mesh();
+    for (Finding& finding : input.textFindings)
+        if (finding.name == repairName(ObjRepair::ConcaveFace))
+            finding.places = Cases(mesh, repaired.concaveFaces).first();
+    const Cases crossed(mesh, repaired.selfIntersectingFaces);
+    if (crossed.count() == 0) return;
+    input.textFindings.push_back({.name = "self-intersecting-face",
+                                  .count = crossed.count(),
+                                  .places = crossed.first(),
+                                  .text = selfIntersectionText(crossed.count()),
+                                  .hint = "divide them into triangles or quads, and export them again"});
+}
+
 // Returns the data that the library reads from a text.
 detail::ObjData parseAsLoaded(std::string text) {
     return detail::parseObj(joinObjLines({}, text).text);
@@ -44,6 +59,7 @@ CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
     input.objData = repaired.objData ? std::move(*repaired.objData) : parseAsLoaded(input.repairedText);
     // A repaired text has no bad reference.
     (void)detail::buildObjTriangles(input.objData, source.frame.matrix(), input.triangles);
+    addFaceFindings(repaired, input);
     return input;
 }
 

@@ -183,6 +183,43 @@ class Convert(ConvertTest):
         self.assertEqual(json.loads(self.run_tool("info", "b.obj", "--json").stdout)["mesh"]["triangles"], 26)
 
 
+class ConcaveFaces(ConvertTest):
+    # A T whose first corner does not see all others: area 10, and 13 as a fan.
+    T = ("v -1 0 0\nv 1 0 0\nv 1 0 3\nv 2 0 3\nv 2 0 4\nv -2 0 4\nv -2 0 3\nv -1 0 3\nvt 0.25 1\nvt 0.75 1\nvt 0.75 0.25\nvt 1 0.25\n"
+         "vt 1 0\nvt 0 0\nvt 0 0.25\nvt 0.25 0.25\nvn 0 -1 0\nf " + " ".join(f"{k}/{k}/1" for k in (4, 5, 6, 7, 8, 1, 2, 3)) + "\n")
+
+    def test_they_are_triangulated_without_overlap(self):
+        self.file("a.obj", self.T)
+        self.assertEqual(self.json_info("a.obj")["mesh"]["area"], 13.0)
+        self.assertEqual(self.convert("a.obj", "-o", "b.obj"), "note: a.obj:18: repaired 1 concave face whose triangles overlap\n")
+        mesh = self.json_info("b.obj")["mesh"]
+        self.assertEqual((mesh["area"], mesh["triangles"], mesh["status"], mesh["boundaryPoints"]), (10.0, 6, "ok", 8))
+        self.assertEqual(self.text_of("check", "b.obj"), "no findings in 6 triangles\n")
+        rows = self.rows("map", "b.obj", "--to", "3d", stdin=b"0.5,0.9\n0.9,0.1\n0.1,0.9\n")
+        self.assertEqual([row["status"] for row in rows], ["on_screen", "on_screen", "outside"])
+
+    def test_check_names_face_and_line(self):
+        self.file("a.obj", self.T)
+        result = self.run_tool("check", "a.obj")
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout.decode(), "a.obj:18: 1 concave face whose triangles overlap: triangle 1 (try: quarnscreen convert a.obj -o repaired.obj)\n"
+                         "1 finding in 6 triangles\n")
+        self.assertIn("note: repaired 1 concave face", self.text_of("check", "a.obj", "--fix", "-o", "b.obj"))
+        self.convert("a.obj", "-o", "c.obj")
+        self.assertEqual(self.text("b.obj"), self.text("c.obj"))
+
+    def test_crossed_faces_stay_and_are_stated(self):
+        text = TRIANGLE + "v 1 0 1\nvn 0 -1 0\nf 1//1 2//1 3//1 4//1\n"
+        self.file("a.obj", text)
+        found = "1 face whose triangles overlap, because edges cross or there are more than 1000 corners"
+        self.assertIn(f"warning: a.obj:6: found {found}\n", self.convert("a.obj", "-o", "b.obj"))
+        self.assertEqual(self.text("b.obj"), text)
+        for arguments in ([], ["--fix", "-o", "c.obj"]):
+            result = self.run_tool("check", "a.obj", *arguments)
+            self.assertEqual(result.returncode, 1)
+            self.assertIn(f"a.obj:6: {found}: triangle 1 (divide them into triangles or quads, and export them again)\n", result.stdout.decode())
+
+
 class Safety(ConvertTest):
     def test_the_input_is_never_the_output(self):
         self.file("a.obj", BARE)

@@ -7,6 +7,7 @@
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Mesh/EarClipping.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/OBJScreen.h>
 
@@ -43,7 +44,8 @@ private:
     void addUnchanged(const ObjLogicalLine& logicalLine);
     std::string& addWithoutNul(std::string_view text);
     void addWords();
-    void addTriangles(std::size_t cornerCount, std::uint64_t line);
+    void addCorner(const ObjCornerIndices& corner, std::uint64_t faceNormal);
+    [[nodiscard]] std::vector<PolygonTriangle> triangulate(std::uint64_t line);
     [[nodiscard]] bool isLayoutPlain(const ObjLogicalLine& logicalLine);
     [[nodiscard]] bool readCorners(const ObjLogicalLine& logicalLine);
 
@@ -54,6 +56,7 @@ private:
     std::vector<std::string_view> words;
     std::vector<ObjCornerIndices> corners;
     std::vector<std::uint64_t> vertices;
+    std::vector<Point<double, 3>> positions;
     std::size_t normalsPlace = 0;
 };
 
@@ -143,27 +146,48 @@ void Repairer::addFace(const ObjLogicalLine& logicalLine) {
     }
     bool isPlain = isLayoutPlain(logicalLine);
     isPlain = readCorners(logicalLine) && isPlain;
-    addTriangles(corners.size(), logicalLine.line);
+    const std::vector<PolygonTriangle> triangles = triangulate(logicalLine.line);
     if (!logicalLine.comment.empty()) result.repairs.note(ObjRepair::TrailingComment, logicalLine.line);
     if (logicalLine.lineEnd.empty()) result.repairs.note(ObjRepair::FinalLineFeed, logicalLine.line);
-    if (isPlain && logicalLine.comment.empty() && !logicalLine.lineEnd.empty())
+    if (isPlain && triangles.empty() && logicalLine.comment.empty() && !logicalLine.lineEnd.empty())
         return addUnchanged(logicalLine);
 
     const bool needsNormal = std::any_of(corners.begin(), corners.end(),
                                          [](const ObjCornerIndices& corner) { return corner.normal == 0; });
     const std::uint64_t faceNormal = needsNormal ? normals.numberFor(vertices) : 0;
     if (!logicalLine.comment.empty()) addWithoutNul(logicalLine.comment) += '\n';
-    result.text += 'f';
-    for (const ObjCornerIndices& corner : corners) {
-        result.text += ' ' + std::to_string(corner.vertex) + '/';
-        if (corner.uv != 0) result.text += std::to_string(corner.uv);
-        result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+    if (triangles.empty()) {
+        result.text += 'f';
+        for (const ObjCornerIndices& corner : corners) addCorner(corner, faceNormal);
+        result.text += '\n';
     }
-    result.text += '\n';
+    for (const PolygonTriangle& triangle : triangles) {
+        result.text += 'f';
+        for (const std::uint32_t corner : triangle) addCorner(corners[corner], faceNormal);
+        result.text += '\n';
+    }
 }
 
-void Repairer::addTriangles(std::size_t cornerCount, std::uint64_t line) {
-    result.triangleLines.insert(result.triangleLines.end(), cornerCount - 2, line);
+void Repairer::addCorner(const ObjCornerIndices& corner, std::uint64_t faceNormal) {
+    result.text += ' ' + std::to_string(corner.vertex) + '/';
+    if (corner.uv != 0) result.text += std::to_string(corner.uv);
+    result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+}
+
+// Adds the lines of the triangles of a face. Returns the triangles if they differ from the fan.
+std::vector<PolygonTriangle> Repairer::triangulate(std::uint64_t line) {
+    const auto first = static_cast<std::uint32_t>(result.triangleLines.size());
+    result.triangleLines.insert(result.triangleLines.end(), corners.size() - 2, line);
+    positions.clear();
+    for (const std::uint64_t vertex : vertices) {
+        const auto& [x, y, z] = prescan.positions[vertex - 1];
+        positions.emplace_back(x, y, z);
+    }
+    if (!isFanFolded(positions)) return {};
+    std::vector<PolygonTriangle> triangles = clipEars(positions);
+    (triangles.empty() ? result.selfIntersectingFaces : result.concaveFaces).push_back(first);
+    if (!triangles.empty()) result.repairs.note(ObjRepair::ConcaveFace, line);
+    return triangles;
 }
 
 void Repairer::addAsComment(const ObjLogicalLine& logicalLine) {
@@ -286,6 +310,15 @@ RepairedObj repairObj(const std::string& name, const std::string& text) {
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
     if (result.text != text && !isRefused(result.repairs)) restoreIfSame(text, result);
     return result;
+}
+
+std::optional<Notice> selfIntersectionNotice(const std::string& name, const RepairedObj& obj) {
+    const std::vector<std::uint32_t>& faces = obj.selfIntersectingFaces;
+    if (faces.empty()) return {};
+    return Notice{.level = NoticeLevel::Warning,
+                  .text = "found " + selfIntersectionText(faces.size()),
+                  .file = name,
+                  .line = obj.triangleLines[faces.front()]};
 }
 
 }  // namespace quarn
