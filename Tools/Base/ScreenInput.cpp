@@ -2,6 +2,7 @@
 #include <QuarnKit/Base/Error.h>
 
 #include "Base/Diagnostics.h"
+#include "Base/ToolError.h"
 
 namespace quarn::tool {
 
@@ -10,7 +11,9 @@ void ConsoleObserver::setStage(const std::string& stage) {
 }
 
 void ConsoleObserver::notify(const Notice& notice) {
-    const std::string line = withLocation(notice.file, notice.line, notice.text);
+    const std::string command = remedyCommand(notice.remedy);
+    const std::string line =
+        withLocation(notice.file, notice.line, notice.text + (command.empty() ? "" : "; try: " + command));
     if (notice.level == NoticeLevel::Warning)
         writeWarningLine(line);
     else

@@ -34,6 +34,8 @@ std::string remedyCommand(const Remedy& remedy) {
             return "quarnscreen convert " + shellQuote(remedy.file) + " -o repaired.obj";
         case RemedyKind::ConvertToObj:
             return "quarnscreen convert " + shellQuote(remedy.file) + " -o mesh.obj";
+        case RemedyKind::MoveOrigin:
+            return "quarnscreen convert " + shellQuote(remedy.file) + " --origin auto -o moved.obj";
         case RemedyKind::CheckMesh:
             return "quarnscreen check " + shellQuote(remedy.file);
         default:

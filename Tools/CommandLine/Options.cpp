@@ -150,6 +150,13 @@ void addGridOption(Command& command, std::optional<GridSize>& grid) {
         .defaultText(std::to_string(kDefault.rows) + "x" + std::to_string(kDefault.columns));
 }
 
+void addVDirectionOption(Command& command, VDirection& direction, const std::string& description) {
+    command
+        .choice("--v DIRECTION", direction, {{"down", VDirection::Downward}, {"up", VDirection::Upward}},
+                description)
+        .defaultText("down");
+}
+
 void addCountOption(Command& command, const std::string& name, int& count, const std::string& description) {
     command
         .option(

@@ -54,6 +54,9 @@ Option addOutputOption(
 /// \param grid stays empty if the option is not given
 void addGridOption(Command& command, std::optional<GridSize>& grid);
 
+/// Adds --v.
+void addVDirectionOption(Command& command, VDirection& direction, const std::string& description);
+
 /// Adds an option for a whole number of at least 2, with the default \p count.
 void addCountOption(Command& command, const std::string& name, int& count, const std::string& description);
 

@@ -70,8 +70,9 @@ void registerCheckCommand(Command& tool) {
          .details =
              "Checks for values that are not finite; degenerate, duplicate and flipped triangles; "
              "non-manifold edges;\nseveral components; holes; UVs that are missing, outside of 0 to 1, "
-             "degenerate, mirrored or\noverlapping; a size that is implausible for --unit; in STL files "
-             "also for defects that prevent\nloading. Exits with 1 if there are findings.",
+             "degenerate, mirrored or\noverlapping; a size that is implausible for --unit; positions that "
+             "single precision rounds; concave\nfaces whose triangles overlap; in STL files also for defects "
+             "that prevent loading. Exits with 1 if\nthere are findings.",
          .example = "quarnscreen check Samples/measured-dome.obj --unit mm"});
     CheckOptions& options = command.onRun(run);
     addScreenInput(command, options);

@@ -1,17 +1,27 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/Obj/Edit/ObjTextEdit.h>
 #include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
 namespace quarn::tool {
 
 namespace {
+
+constexpr const char* kAutoOrigin = "auto";
+
+constexpr const char* kDetails =
+    "Here v runs downward: 0 at the top of the screen, 1 at the bottom. Many programs count it from the\n"
+    "bottom. For them, or for their files, --v up makes each v 1 - v.\n"
+    "Positions are stored in single precision, which rounds coordinates of several kilometers to\n"
+    "millimeters and more. --origin moves the mesh before that, and reports by how much.";
 
 struct ConvertOptions {
     std::string input;
@@ -45,6 +55,37 @@ Screen readRepaired(const ConvertOptions& options) {
     return screen;
 }
 
+void noteOrigin(const MeshSource& mesh) {
+    const Point<double, 3> inScreen = originInScreen(mesh.origin, mesh.frame);
+    std::string text = "the coordinates are close to the origin; it was not moved";
+    if (mesh.origin != Point<double, 3>())
+        text = "subtracted " + coordinatesText(mesh.origin) + " from the coordinates of the file; add " +
+               (inScreen == mesh.origin ? "them" : coordinatesText(inScreen)) +
+               " to positions on the screen to undo that";
+    writeNoteLine(withLocation(mesh.text.name, 0, text));
+}
+
+void refuseEditOfAnalyticScreen(const ConvertOptions& options, ScreenFormat format) {
+    if (options.obj.origin)
+        throw Error({.found = "found --origin for an analytic screen",
+                     .expected = "it with a mesh only",
+                     .file = options.input});
+    if (format == ScreenFormat::Xml && options.obj.vDirection == VDirection::Upward)
+        throw Error({.found = "found --v up for an analytic screen in XML, where v runs downward",
+                     .expected = "an OBJ file as output",
+                     .file = options.input});
+}
+
+std::string objTextFor(const Screen& screen, const ConvertOptions& options) {
+    std::string text =
+        objTextOf(screen, options.grid.value_or(GridSize()), options.obj.vDirection, options.maxMemory);
+    // A text with other axes is written without its comments.
+    if (screen.mesh && screen.mesh->origin != Point<double, 3>() &&
+        screen.mesh->frame.matrix() != Matrix<float, 4>::identity())
+        text += "# " + originComment(originInScreen(screen.mesh->origin, screen.mesh->frame)) + "\n";
+    return text;
+}
+
 ScreenFormat formatFor(const ConvertOptions& options) {
     if (options.format) return *options.format;
     const ScreenFormat format = formatByName(options.output, ScreenFormat::Xml);
@@ -58,10 +99,12 @@ void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
     OutputFile output(options.output, {options.input});
     const Screen screen = readRepaired(options);
+    if (!screen.mesh) refuseEditOfAnalyticScreen(options, format);
+    if (options.obj.origin) noteOrigin(*screen.mesh);
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
-        const std::string text = objTextOf(screen, options.grid.value_or(GridSize()), options.maxMemory);
+        const std::string text = objTextFor(screen, options);
         ConsoleObserver observer;
         noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
         output.write(text);
@@ -75,6 +118,7 @@ void registerConvertCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "convert",
                          .summary = "Convert a screen between OBJ and XML, and repair OBJ files",
+                         .details = kDetails,
                          .example = "quarnscreen convert Samples/dome.xml -o dome.obj"});
     ConvertOptions& options = command.onRun(run);
     command.argument("INPUT FILE", options.input, "OBJ or STL file from any program, or XML file of a screen")
@@ -84,6 +128,17 @@ void registerConvertCommand(Command& tool) {
                    "Output format; default from the file name");
     addObjOptions(command, options.obj);
     addGridOption(command, options.grid);
+    addVDirectionOption(command, options.obj.vDirection,
+                        "Direction of v in the other program: up flips v, in a mesh that is read or that an "
+                        "analytic screen becomes");
+    command.option(
+        "--origin X,Y,Z|auto",
+        [&options](const std::string& text) {
+            options.obj.origin = ObjOrigin();
+            if (text != kAutoOrigin) options.obj.origin->position = coordinatesFrom("--origin", text);
+        },
+        "Subtract this position from all coordinates of a mesh, in double precision; auto takes a round "
+        "position near its middle");
     addMemoryOption(command, options.maxMemory);
 }
 

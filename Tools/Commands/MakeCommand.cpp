@@ -31,7 +31,8 @@ public:
     const Shape* shape = nullptr;
     std::string unit = "m";
     std::string output = "-";
-    std::optional<GridSize> grid = {};              // a mesh is written if it is given
+    std::optional<GridSize> grid = {};  // a mesh is written if it is given
+    VDirection vDirection = VDirection::Downward;
     std::map<std::string, std::string> texts = {};  // by the name of the option
 
     [[nodiscard]] bool has(const std::string& option) const { return texts.contains(option); }
@@ -177,8 +178,12 @@ void run(const MakeOptions& options) {
     const Screen screen{.file = {}, .geometry = buildScreen(shape.screenType, values, observer)};
     const bool isMesh = options.grid || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
     const std::uint64_t maxMemory = defaultMemoryLimit();
-    const std::string text = isMesh ? objTextOf(screen, options.grid.value_or(GridSize()), maxMemory)
-                                    : xmlTextOf(*screen.geometry);
+    if (!isMesh && options.vDirection == VDirection::Upward)
+        throw Error({.found = "found --v up for the XML file of a screen, in which v runs downward",
+                     .expected = "--grid, or an output that ends with .obj"});
+    const std::string text =
+        isMesh ? objTextOf(screen, options.grid.value_or(GridSize()), options.vDirection, maxMemory)
+               : xmlTextOf(*screen.geometry);
     if (isMesh) noteMeshStatus(options.output, screen, text, maxMemory, observer);
     OutputFile output(options.output, {});
     output.write(text);
@@ -205,6 +210,8 @@ void registerShape(Command& make, const Shape& shape) {
                   "Unit of the lengths in the file, which stores no unit; lengths are converted to it");
     addOutputOption(command, options.output);
     addGridOption(command, options.grid);
+    addVDirectionOption(command, options.vDirection,
+                        "Direction of v in the mesh: down is 0 at the top, up is 0 at the bottom");
 }
 
 }  // namespace

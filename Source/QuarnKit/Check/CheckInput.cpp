@@ -53,7 +53,8 @@ CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
                      .textFindings = findingsOf(repaired.repairs, source.file),
                      .objData = {},
                      .triangles = {},
-                     .lines = std::move(repaired.triangleLines)};
+                     .lines = std::move(repaired.triangleLines),
+                     .file = source.file};
     refuseMeshAbove(maxMemory, source.name,
                     {.textBytes = input.repairedText.size(), .triangles = input.lines.size()});
     input.objData = repaired.objData ? std::move(*repaired.objData) : parseAsLoaded(input.repairedText);
@@ -105,7 +106,8 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
                      .objData = {},
                      .triangles = {},
                      .lines = {},
-                     .canHaveUV = false};
+                     .canHaveUV = false,
+                     .file = source.file};
     const Matrix<float, 4> transform = source.frame.matrix();
     const auto refuseTooMany = [&] {
         refuseMeshAbove(maxMemory, source.name,

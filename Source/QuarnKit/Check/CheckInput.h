@@ -21,8 +21,9 @@ struct CheckInput {
     std::vector<Triangle> triangles;
     std::vector<std::uint64_t> lines;  ///< Line of each triangle's face; none for STL.
     bool canHaveUV = true;
+    std::string file = {};
 
-    [[nodiscard]] CheckedMesh mesh() const { return {objData, triangles, lines, canHaveUV}; }
+    [[nodiscard]] CheckedMesh mesh() const { return {objData, triangles, lines, canHaveUV, file}; }
 };
 
 /// Says if readCheckInput() builds the repaired text of an STL file, which fails for numbers that

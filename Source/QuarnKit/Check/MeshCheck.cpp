@@ -34,6 +34,7 @@ std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit)
     checkUv(mesh, surface, findings);
     if (mesh.canHaveUV) checkUvIndex(mesh, findings);
     checkSize(mesh, unit, findings);
+    checkRounding(mesh, unit, findings);
     checkUnusedVertices(mesh, findings);
     return findings;
 }

@@ -61,6 +61,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
     ObjMesh mesh;
     try {
         mesh.source.frame = source.frame;
+        mesh.source.origin = source.origin;
         mesh.source.text = joinObjLines(source.name, source.text);
         mesh.source.counts = validate(source.file, mesh.source, maxMemory, observer);
         mesh.screen = load(source.frame, std::move(source.text));

@@ -2,7 +2,11 @@
 
 #include <variant>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Formats/Obj/CoordinateRounding.h>
+#include <QuarnKit/Formats/Obj/Edit/ObjTextEdit.h>
 #include <QuarnKit/Formats/Stl/StlLoader.h>
 #include <QuarnKit/Formats/Stl/StlMeshReader.h>
 #include <QuarnKit/Formats/Xml/ScreenElement.h>
@@ -13,20 +17,42 @@ namespace quarn {
 
 namespace {
 
-Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
-                     Observer& observer) {
+// Only the numbers of an OBJ text may be more exact than those of the screen.
+void warnOfRounding(const Screen& screen, ScreenFormat format, Observer& observer) {
+    Point<double, 3> min;
+    Point<double, 3> max;
+    screen.geometry->getBounds(&min, &max);
+    if (!isFinite(min) || !isFinite(max)) return;
+    Bounds<3> bounds(min);
+    bounds.include(max);
+    const CoordinateRounding rounding = roundingOf(bounds);
+    if (!rounding.isLarge()) return;
+    const bool canMove = format == ScreenFormat::Obj;
+    observer.notify(
+        {.level = NoticeLevel::Warning,
+         .text = roundingText(rounding, {}),
+         .file = screen.file,
+         .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = screen.file}});
+}
+
+Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const ObjOptions& objOptions,
+                     const std::function<void(ObjSource&)>& prepare, Observer& observer) {
     ObjSource& source = text.source;
     const std::string file = source.file;
     if (text.format == ScreenFormat::Stl && !prepare) {
         StlMesh mesh = loadStl(std::move(source), maxMemory);
         Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
         screen.mesh->counts.triangles = mesh.triangleCount;
+        warnOfRounding(screen, text.format, observer);
         return screen;
     }
     if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text, observer);
+    editObjText(source, objOptions);
     if (prepare) prepare(source);
     ObjMesh mesh = loadObj(std::move(source), maxMemory, observer);
-    return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+    Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+    warnOfRounding(screen, text.format, observer);
+    return screen;
 }
 
 void refuseObjOptions(const ObjOptions& options, const std::string& path) {
@@ -86,7 +112,7 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
     auto contents = readContents(std::move(file), maxMemory, objOptions, observer);
     if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
-    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, observer);
+    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, objOptions, prepare, observer);
 }
 
 }  // namespace quarn

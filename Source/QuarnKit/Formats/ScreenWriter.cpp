@@ -62,13 +62,17 @@ std::string xmlTextOf(IScreenGeometry& screen) {
     return toUtf8(text.str());
 }
 
-std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
+std::string objTextOf(const Screen& screen, const GridSize& grid, VDirection vDirection,
+                      std::uint64_t maxMemory) {
     if (!screen.mesh) {
         const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
         refuseMeshAbove(maxMemory, screen.file, {.triangles = 2 * cells});
-        const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
+        MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
+        if (vDirection == VDirection::Upward)
+            for (auto& [u, v] : mesh.uvs) v = 1.0F - v;
         refuseInfinite(mesh, screen.file);
-        return objTextOf(mesh, gridDescription(screen, grid));
+        return objTextOf(
+            mesh, gridDescription(screen, grid) + (vDirection == VDirection::Upward ? ", v upward" : ""));
     }
     std::string text(screen.mesh->text.text);
     if (isOwnText(screen)) {

@@ -7,6 +7,9 @@
 #include <string>
 
 #include <QuarnScreen/Matrix.h>
+#include <QuarnScreen/Point.h>
+
+#include "VDirection.h"
 
 namespace quarn {
 
@@ -19,12 +22,22 @@ struct ObjFrame {
     [[nodiscard]] Matrix<float, 4> matrix() const;
 };
 
-/// Values of a frame that replace the defaults.
+/// The origin to which an OBJ text is moved.
+struct ObjOrigin {
+    /// In the frame of the text; if it is empty, a round position near the middle of the mesh.
+    std::optional<Point<double, 3>> position = {};
+};
+
+/// Values of a frame that replace the defaults, and edits of the text before it is loaded.
 struct ObjOptions {
     std::optional<std::string> forward = {};
     std::optional<std::string> upward = {};
     std::optional<float> scale = {};
 
+    std::optional<ObjOrigin> origin = {};          ///< Not moved if empty.
+    VDirection vDirection = VDirection::Downward;  ///< Upward: each v becomes 1 - v.
+
+    /// Returns true if a value of a frame is set.
     [[nodiscard]] bool any() const { return forward || upward || scale; }
 };
 
@@ -34,6 +47,7 @@ struct ObjSource {
     std::string name;  ///< Its name in error messages.
     std::string text;
     ObjFrame frame;
+    Point<double, 3> origin = {};  ///< What was subtracted from the positions of the file.
 };
 
 /// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are
