@@ -21,7 +21,7 @@ using ::testing::ElementsAre;
 std::vector<Triangle> load(const std::string& text, const std::wstring& forward = L"Y",
                            const std::wstring& upward = L"Z", float scale = 1.0F) {
     OBJScreen screen(forward, upward, scale);
-    return loadInto(screen, text);
+    return loadTriangles(screen, text);
 }
 
 void expectSameCorners(const std::vector<Triangle>& triangles, const std::vector<Triangle>& expected) {

@@ -133,7 +133,7 @@ private:
 
 std::vector<Triangle> load(const std::string& text) {
     OBJScreen screen;
-    return loadInto(screen, text);
+    return loadTriangles(screen, text);
 }
 
 void expectSameTriangles(const std::vector<Triangle>& triangles,
