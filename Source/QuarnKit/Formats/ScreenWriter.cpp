@@ -81,10 +81,14 @@ std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t 
 
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
                     std::uint64_t maxMemory, Observer& observer) {
-    if (isOwnText(screen))
-        noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh, observer);
-    else
+    if (!isOwnText(screen)) {
         static_cast<void>(loadGeneratedText(path, objText, maxMemory, observer));
+        return;
+    }
+    // The lines are those of the written text.
+    MeshSource written = *screen.mesh;
+    written.text.lineMap = {};
+    noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), written, observer);
 }
 
 std::shared_ptr<OBJScreen> loadGeneratedText(const std::string& path, const std::string& objText,

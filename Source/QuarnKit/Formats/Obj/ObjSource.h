@@ -8,6 +8,8 @@
 
 #include <QuarnScreen/Matrix.h>
 
+#include "ObjLineMap.h"
+
 namespace quarn {
 
 /// The axes and the scale that map the frame of an OBJ text to that of the screen.
@@ -34,6 +36,7 @@ struct ObjSource {
     std::string name;  ///< Its name in error messages.
     std::string text;
     ObjFrame frame;
+    ObjLineMap lineMap = {};  ///< The lines of the file, if the text was changed.
 };
 
 /// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are

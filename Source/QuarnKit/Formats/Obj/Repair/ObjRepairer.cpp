@@ -27,6 +27,10 @@ bool hasUnusualSpace(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char byte) { return byte != ' ' && isObjSpace(byte); });
 }
 
+std::uint64_t feedCount(std::string_view text) {
+    return static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
 class Repairer {
 public:
     Repairer(const std::string& name, std::string_view objText);
@@ -35,6 +39,8 @@ public:
 
 private:
     void add(const ObjLogicalLine& logicalLine);
+    void addByKind(const ObjLogicalLine& logicalLine, ObjLineKind kind);
+    void mapLines(const ObjLogicalLine& logicalLine, std::size_t begin);
     void addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind);
     void addFace(const ObjLogicalLine& logicalLine);
     void addAsComment(const ObjLogicalLine& logicalLine);
@@ -54,6 +60,7 @@ private:
     std::vector<ObjCornerIndices> corners;
     std::vector<std::uint64_t> vertices;
     std::size_t normalsPlace = 0;
+    std::uint64_t normalsLine = 1;
 };
 
 Repairer::Repairer(const std::string& name, std::string_view objText)
@@ -76,6 +83,7 @@ RepairedObj Repairer::finish() {
     if (!lines.empty()) {
         const bool isLineOpen = normalsPlace > 0 && result.text[normalsPlace - 1] != '\n';
         result.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
+        result.lineMap.insert(normalsLine, feedCount(lines));
     }
     return std::move(result);
 }
@@ -85,6 +93,15 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
     const ObjLineKind kind = kindOf(logicalLine);
     if (logicalLine.lineEnd == "\r") result.repairs.note(ObjRepair::LineEnd, logicalLine.line);
     reader.countLine(kind);
+    const std::size_t begin = result.text.size();
+    addByKind(logicalLine, kind);
+    mapLines(logicalLine, begin);
+    if (logicalLine.line > lastLineBeforeNormals) return;
+    normalsPlace = result.text.size();
+    normalsLine = result.lineMap.lineCount() + 1;
+}
+
+void Repairer::addByKind(const ObjLogicalLine& logicalLine, ObjLineKind kind) {
     if (isVertexData(kind))
         addVertexData(logicalLine, kind);
     else if (kind == ObjLineKind::Face)
@@ -93,7 +110,16 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
         addAsComment(logicalLine);
     else
         addOther(logicalLine);
-    if (logicalLine.line <= lastLineBeforeNormals) normalsPlace = result.text.size();
+}
+
+// Continued lines that are unchanged keep their line feeds. All lines as which a line is rewritten,
+// such as a comment and a face, have its number.
+void Repairer::mapLines(const ObjLogicalLine& logicalLine, std::size_t begin) {
+    const std::string_view added = std::string_view(result.text).substr(begin);
+    const std::uint64_t lines = feedCount(added) + (added.empty() || added.ends_with('\n') ? 0 : 1);
+    const bool isUnchanged = added.starts_with(logicalLine.text);
+    for (std::uint64_t i = 0; i < lines; ++i)
+        result.lineMap.append(isUnchanged ? logicalLine.line + i : logicalLine.line);
 }
 
 // Returns true if the library splits a line of data into the same words.
@@ -272,6 +298,7 @@ void restoreIfSame(const std::string& original, RepairedObj& repaired) {
     repaired.objData = std::move(originalData);
     repaired.text = original;
     repaired.repairs = {};
+    repaired.lineMap = {};
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <QuarnKit/Formats/Obj/ObjLineMap.h>
 #include <QuarnScreen/Detail/Obj/ObjData.h>
 
 #include "ObjRepairs.h"
@@ -19,6 +20,7 @@ struct RepairedObj {
     /// For each triangle that the library builds of the text, the line of its face in the original
     /// text.
     std::vector<std::uint64_t> triangleLines;
+    ObjLineMap lineMap = {};  ///< The lines of the original text.
     /// Data of the text, if the repair had to parse it.
     std::optional<detail::ObjData> objData = {};
 };
