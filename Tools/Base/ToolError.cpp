@@ -16,7 +16,8 @@ std::string sentenceOf(const ErrorDetails& error) {
     if (!error.expected.empty()) sentence += ", expected " + error.expected;
     if (error.remedy.kind == RemedyKind::RaiseMemoryLimit) sentence += ", or a larger --max-memory";
     const std::string command = remedyCommand(error.remedy);
-    if (!command.empty()) sentence += "; try: " + command;
+    const char* const option = error.remedy.kind == RemedyKind::RepairFile ? "use --repair, or " : "";
+    if (!command.empty()) sentence += "; " + (option + ("try: " + command));
     return sentence;
 }
 

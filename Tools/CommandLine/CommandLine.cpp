@@ -102,6 +102,15 @@ Option Command::option(const std::string& name, const std::function<void(const s
     return Option(*added);
 }
 
+Option Command::repeatedOption(const std::string& name, std::vector<std::string>& values,
+                               const std::string& description) {
+    const NameParts parts = partsOf(name);
+    CLI::Option* const added = command->add_option(parts.names, values, description);
+    // Each occurrence takes one value, so that an argument may follow it.
+    added->type_name(parts.valueName)->allow_extra_args(false);
+    return Option(*added);
+}
+
 Option Command::flag(const std::string& name, std::function<void()> onGiven, const std::string& description) {
     return Option(*command->add_flag_callback(name, std::move(onGiven), description));
 }

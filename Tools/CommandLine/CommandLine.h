@@ -88,6 +88,11 @@ public:
     Option option(const std::string& name, const std::function<void(const std::string&)>& setValue,
                   const std::string& description);
 
+    /// Adds an option that may be given several times.
+    /// \param values set to the option's texts; they have to outlive the CommandLine
+    Option repeatedOption(const std::string& name, std::vector<std::string>& values,
+                          const std::string& description);
+
     /// Adds an option whose value is one of several words. Sets \p target to the value of the word.
     template <class Value>
     Option choice(const std::string& name, Value& target,

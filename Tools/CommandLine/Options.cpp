@@ -72,6 +72,8 @@ void addScreenInput(Command& command, ScreenOptions& options) {
         .argument("SCREEN FILE", options.screen, "OBJ or STL file, or XML file with a ScreenGeometry element")
         .required();
     addObjOptions(command, options.obj);
+    addObjectOption(command, options.obj);
+    addRepairFlag(command, {&options.obj});
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
 }
 
@@ -112,6 +114,21 @@ void addObjScaleOption(Command& command, ObjOptions& options, const std::string&
         name + " FACTOR",
         [&options, name](const std::string& text) { options.scale = objScaleFrom(name, text); },
         file + ": factor of all positions; default 1");
+}
+
+void addObjectOption(Command& command, ObjOptions& options, const std::string& suffix,
+                     const std::string& file) {
+    command.repeatedOption("--object" + suffix + " NAME", options.objects,
+                           file + ": object or group to read; give it again for more; default all");
+}
+
+void addRepairFlag(Command& command, const std::vector<ObjOptions*>& targets) {
+    command.flag(
+        "--repair",
+        [targets] {
+            for (ObjOptions* const target : targets) target->repair = RepairPolicy::Repair;
+        },
+        "Repair a mesh in memory as convert does, and state the repairs");
 }
 
 void addUnitOption(Command& command, std::string& unit, const std::string& description) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnKit/Formats/GridMesh.h>
 
@@ -41,6 +42,13 @@ void addObjAxisOptions(Command& command, ObjOptions& options, const std::string&
 /// Adds --scale; the parameters are those of addObjAxisOptions().
 void addObjScaleOption(Command& command, ObjOptions& options, const std::string& suffix = "",
                        const std::string& file = "OBJ");
+
+/// Adds --object; the parameters are those of addObjAxisOptions().
+void addObjectOption(Command& command, ObjOptions& options, const std::string& suffix = "",
+                     const std::string& file = "OBJ");
+
+/// Adds --repair, which sets the policy of all \p targets.
+void addRepairFlag(Command& command, const std::vector<ObjOptions*>& targets);
 
 void addUnitOption(Command& command, std::string& unit, const std::string& description);
 void addJsonFlag(Command& command, ResultFormat& format);

@@ -4,6 +4,7 @@
 #include <QuarnKit/Check/CheckInput.h>
 #include <QuarnKit/Check/MeshCheck.h>
 
+#include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
 #include "Base/ToolError.h"
 #include "CommandLine/Options.h"
@@ -29,6 +30,14 @@ void noteAsRepaired(std::vector<Finding>& findings) {
     }
 }
 
+// As the other commands state repairs.
+void writeRepairs(const std::vector<Finding>& findings, const std::string& file) {
+    for (const Finding& finding : findings) {
+        const std::uint64_t line = finding.places.empty() ? 0 : finding.places.front().line;
+        writeNoteLine(withLocation(file, line, "repaired " + finding.text));
+    }
+}
+
 CheckReport reportOf(CheckInput input, const CheckOptions& options) {
     CheckReport report{.file = options.screen,
                        .unit = options.unit,
@@ -48,8 +57,10 @@ void run(const CheckOptions& options) {
         OutputFile repaired(options.repairedFile, {options.screen});
         repaired.write(input.repairedText);
         repaired.finish();
-        noteAsRepaired(input.textFindings);
     }
+    const bool isRepaired = options.obj.repair == RepairPolicy::Repair;
+    if (isRepaired) writeRepairs(input.textFindings, options.screen);
+    if (isRepaired || options.repairedText == RepairedText::Build) noteAsRepaired(input.textFindings);
     const CheckReport report = reportOf(std::move(input), options);
     OutputFile output("-", {});
     output.write(options.format == ResultFormat::Json ? reportJson(report).text(JsonLayout::Indented) + "\n"

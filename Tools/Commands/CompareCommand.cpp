@@ -200,8 +200,11 @@ void registerCompareCommand(Command& tool) {
                    "Tolerance of the maximum distances; default 1/50,000 of the screens' size");
     addObjAxisOptions(command, options.objA, "", "OBJ file A");
     addObjScaleOption(command, options.objA, "", "OBJ file A");
+    addObjectOption(command, options.objA, "", "OBJ file A");
     addObjAxisOptions(command, options.objB, "-b", "OBJ file B");
     addObjScaleOption(command, options.objB, "-b", "OBJ file B");
+    addObjectOption(command, options.objB, "-b", "OBJ file B");
+    addRepairFlag(command, {&options.objA, &options.objB});
     addUnitOption(command, options.unit, "Unit of the lengths in both files; it is named, never converted");
     addJsonFlag(command, options.format);
     addThreadsOption(command, options.threads);

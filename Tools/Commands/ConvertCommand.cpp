@@ -1,10 +1,9 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Parts/ObjCompaction.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
-#include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
@@ -17,29 +16,16 @@ struct ConvertOptions {
     std::string input;
     std::string output;
     std::optional<ScreenFormat> format;  // from the output's name if empty
-    ObjOptions obj;
+    ObjOptions obj = {.repair = RepairPolicy::Repair};
     std::optional<GridSize> grid;
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
-void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
-    for (const ObjRepairs::Tally& tally : repairs.tallies())
-        writeNoteLine(withLocation(name, tally.firstLine, "repaired " + repairText(tally)));
-}
-
-// Reads the input, and repairs it if it is an OBJ text. An input that is still rejected gets no
-// notes.
-Screen readRepaired(const ConvertOptions& options) {
-    std::string name;
-    ObjRepairs repairs;
-    Screen screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
-        RepairedObj repaired = repairObj(source.name, source.text);
-        source.text = std::move(repaired.text);
-        name = source.name;
-        repairs = repaired.repairs;
+// Some objects of a file get a text of their own, without the data of the others.
+Screen readInput(const ConvertOptions& options) {
+    return openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
+        if (!options.obj.objects.empty()) removeUnusedObjData(source);
     });
-    noteRepairs(name, repairs);
-    return screen;
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
@@ -54,7 +40,7 @@ ScreenFormat formatFor(const ConvertOptions& options) {
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
     OutputFile output(options.output, {options.input});
-    const Screen screen = readRepaired(options);
+    const Screen screen = readInput(options);
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
@@ -80,6 +66,7 @@ void registerConvertCommand(Command& tool) {
     command.choice("--to TEXT", options.format, {{"obj", ScreenFormat::Obj}, {"xml", ScreenFormat::Xml}},
                    "Output format; default from the file name");
     addObjOptions(command, options.obj);
+    addObjectOption(command, options.obj);
     addGridOption(command, options.grid);
     addMemoryOption(command, options.maxMemory);
 }

@@ -3,10 +3,12 @@
 #include <limits>
 #include <optional>
 
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/ObjPartReader.h>
 #include <QuarnScreen/ScreenUtils.h>
 
 #include "Base/Diagnostics.h"
@@ -15,6 +17,7 @@
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
 #include "Reports/MeshInfo.h"
+#include "Reports/ObjectList.h"
 #include "Rows/QueryResults.h"
 
 namespace quarn::tool {
@@ -164,12 +167,31 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
     return info.text();
 }
 
-void run(const ScreenOptions& options) {
+struct InfoOptions : ScreenOptions {
+    bool listsObjects = false;
+};
+
+std::string objectList(const InfoOptions& options) {
+    if (!options.obj.objects.empty())
+        throw Error({.found = "found --list-objects with --object", .expected = "one of them"});
+    ConsoleObserver observer;
+    const std::vector<ObjPart> parts = readObjParts(options.screen, options.maxMemory, observer);
+    return options.format == ResultFormat::Json
+               ? jsonParts(options.screen, parts).text(JsonLayout::Indented) + "\n"
+               : partsText(parts);
+}
+
+std::string screenInfo(const InfoOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
+    return options.format == ResultFormat::Json
+               ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
+               : textInfo(screen, options.unit);
+}
+
+void run(const InfoOptions& options) {
+    const std::string text = options.listsObjects ? objectList(options) : screenInfo(options);
     OutputFile output(options.output, {options.screen});
-    output.write(options.format == ResultFormat::Json
-                     ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
-                     : textInfo(screen, options.unit));
+    output.write(text);
     output.finish();
 }
 
@@ -179,7 +201,10 @@ void registerInfoCommand(Command& tool) {
     Command command = tool.addCommand({.name = "info",
                                        .summary = "Describe the screen in a file",
                                        .example = "quarnscreen info Samples/flat-wall.xml"});
-    addScreenOptions(command, command.onRun(run));
+    InfoOptions& options = command.onRun(run);
+    addScreenOptions(command, options);
+    command.flag("--list-objects", options.listsObjects, true,
+                 "List the objects and groups of an OBJ file, with their faces and vertices, instead");
 }
 
 }  // namespace quarn::tool

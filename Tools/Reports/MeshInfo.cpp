@@ -95,6 +95,16 @@ std::string ignoredText(const ObjSourceText& objText) {
     return text.empty() ? "nothing" : text;
 }
 
+Json jsonRepairs(const std::vector<MeshRepair>& repairs) {
+    Json list = Json::array();
+    for (const MeshRepair& repair : repairs)
+        list.append(Json::object({{"name", repair.name},
+                                  {"count", repair.count},
+                                  {"line", repair.line == 0 ? Json() : Json(repair.line)},
+                                  {"text", repair.text}}));
+    return list;
+}
+
 template <std::size_t N, class Indices>
 std::string numbersText(const Point<double, N, Indices>& point) {
     std::string text;
@@ -130,7 +140,8 @@ Json jsonMesh(const Screen& screen) {
                          {"centroid", jsonNumbers(facts.centroid)},
                          {"uvRange", facts.uvRange ? jsonRange(*facts.uvRange) : Json()},
                          {"boundaryPoints", facts.boundaryPointCount},
-                         {"ignored", ignoredCounts}});
+                         {"ignored", ignoredCounts},
+                         {"repairs", jsonRepairs(screen.repairs)}});
 }
 
 std::vector<std::pair<std::string, std::string>> meshLines(const Screen& screen, const std::string& unit) {

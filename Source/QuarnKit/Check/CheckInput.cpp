@@ -5,6 +5,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/Obj/MeshMemory.h>
 #include <QuarnKit/Formats/Obj/ObjSourceText.h>
+#include <QuarnKit/Formats/Obj/Parts/ObjCompaction.h>
 #include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Formats/Stl/StlDefect.h>
@@ -111,13 +112,19 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
 
 CheckInput readCheckInput(const std::string& path, const ObjOptions& options, std::uint64_t maxMemory,
                           RepairedText repairedText, Observer& observer) {
-    const auto text = readMeshText(path, maxMemory, options, observer);
+    auto text = readMeshText(path, maxMemory, options, observer);
     if (!text)
         throw Error({.found = "found a screen without triangles",
                      .expected = "a mesh; there is nothing to check in other screens",
                      .file = path});
-    return text->format == ScreenFormat::Stl ? stlInputOf(text->source, maxMemory, repairedText, observer)
-                                             : objInputOf(text->source, maxMemory);
+    if (text->format == ScreenFormat::Stl) return stlInputOf(text->source, maxMemory, repairedText, observer);
+    CheckInput input = objInputOf(text->source, maxMemory);
+    if (repairedText == RepairedText::Build && !options.objects.empty()) {
+        text->source.text = std::move(input.repairedText);
+        removeUnusedObjData(text->source);
+        input.repairedText = std::move(text->source.text);
+    }
+    return input;
 }
 
 }  // namespace quarn

@@ -37,6 +37,9 @@ class Completion(ToolTest):
         self.assertEqual(self.complete("plot", "--color", ""), ["side", "stretch"])
         self.assertEqual(self.complete("completion", ""), ["bash"])
         self.assertEqual(self.complete("info", "--max-memory", ""), [])
+        self.assertEqual(self.complete("info", "--re"), ["--repair"])
+        self.assertEqual(self.complete("compare", "--obj"), ["--object", "--object-b"])
+        self.assertEqual(self.complete("info", "--object", ""), [])
 
     def test_the_shapes_of_make(self):
         self.assertEqual(self.complete("make", ""), ["flat", "cylinder", "sphere", "dome", "ruled"])

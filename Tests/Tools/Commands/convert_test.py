@@ -221,7 +221,7 @@ class Safety(ConvertTest):
             with self.subTest(name):
                 self.file(name, BARE)
                 line = self.error_line("info", "./" + name if name.startswith("-") else name)
-                match = re.search(r"; try: (quarnscreen .*)\n", line)
+                match = re.search(r"; use --repair, or try: (quarnscreen .*)\n", line)
                 self.assertIsNotNone(match, line)
                 command = match[1].replace("quarnscreen", shlex.quote(TOOL), 1)
                 subprocess.run(["sh", "-c", command], cwd=self.folder, check=True, capture_output=True, timeout=60)

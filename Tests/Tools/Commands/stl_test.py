@@ -70,7 +70,7 @@ class Stl(ToolTest):
                 self.assert_one_error_line(result, 2)
                 line = result.stderr.decode()
                 self.assertIn(f"error: a.stl: {message}, expected ", line)
-                self.assertTrue(line.endswith("; try: quarnscreen convert a.stl -o repaired.obj\n"), line)
+                self.assertTrue(line.endswith("; use --repair, or try: quarnscreen convert a.stl -o repaired.obj\n"), line)
                 self.run_tool("convert", "a.stl", "-o", "repaired.obj").check_returncode()
                 self.assertEqual(self.info("repaired.obj")["triangles"], "2")
                 self.assertEqual(self.info("repaired.obj")["bounds"], "(-1, 0, -0.5) to (1, 0, 0.5) m")

@@ -44,7 +44,7 @@ REFUSED = {
 REPAIRED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
     "relative_reference", "normal_beyond", "no_normal_in_the_face", "uv_without_normal", "comment_behind_a_face",
     "carriage_return_without_blank_alone", "nul_in_a_face"}
-REMEDY = "; try: quarnscreen convert a.obj -o repaired.obj"
+REMEDY = "; use --repair, or try: quarnscreen convert a.obj -o repaired.obj"
 
 # Odd texts that are read.
 ACCEPTED = {
@@ -117,7 +117,7 @@ class MeshErrors(ObjTest):
 
     def test_errors_in_xml_name_the_line_of_the_text(self):
         self.assertEqual(self.error_line("info", self.xml("mesh.xml", HEAD + "f 1 2 3\n")),
-                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; try: quarnscreen convert mesh.xml -o repaired.obj\n')
+                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; use --repair, or try: quarnscreen convert mesh.xml -o repaired.obj\n')
         self.assertIn("mesh.xml (OBJ text):6: found a face line that ends", self.error_line("info", self.xml("mesh.xml", HEAD + "\n" + FACE[:-1])))
         self.assertIn("mesh.xml:1: found no OBJ text", self.error_line("info", self.xml("mesh.xml", "")))
         for changes, message in (({"scale": "wide"}, 'mesh.xml:5: found Scale "wide"'), ({"scale": "0"}, 'mesh.xml:5: found Scale "0"'),

@@ -18,7 +18,9 @@ def sample(name):
 
 # Command lines by the schema that their output follows.
 RUNS = {
-    "info": [["info", WALL], ["info", WALL, "--unit", "mm"], *(["info", screen] for screen in SCREENS)],
+    "info": [["info", WALL], ["info", WALL, "--unit", "mm"], *(["info", screen] for screen in SCREENS),
+             ["info", "bare.obj", "--repair"]],
+    "info-objects": [["info", "good.obj", "--list-objects"]],
     "map": [["map", WALL, "--to", "3d", sample("uv")], ["map", WALL, "--to", "2d", sample("points")],
             ["map", WALL, "--to", "3d", sample("uv"), "--extrapolate"], ["map", WALL, "--to", "2d", sample("points"), "--extrapolate"],
             ["map", WALL, "--to", "3d"]],
@@ -57,6 +59,7 @@ class JsonSchema(ToolTest):
     def setUp(self):
         super().setUp()
         self.file("good.obj", wall())
+        self.file("bare.obj", wall(corner="{0}/{0}"))
         self.file("bad.obj", wall(corner="-{0}/{0}")[:-1] + "\nf 1/1 1/1 2/2")
 
     def document(self, arguments, **options):
@@ -97,7 +100,7 @@ class JsonSchema(ToolTest):
 
     def test_rows_are_the_rows_of_the_csv(self):
         for name, runs in RUNS.items():
-            if name in ("info", "check"):
+            if name in ("info", "info-objects", "check"):
                 continue
             for arguments in runs:
                 header, *lines = self.text_of(*arguments).splitlines()

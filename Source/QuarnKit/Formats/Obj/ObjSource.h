@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/Matrix.h>
 
@@ -21,13 +22,24 @@ struct ObjFrame {
     [[nodiscard]] Matrix<float, 4> matrix() const;
 };
 
-/// Values of a frame that replace the defaults.
+/// Says what a reader does with a mesh that the library does not load, or misreads.
+enum class RepairPolicy {
+    Refuse,  ///< Throws an Error, which has a remedy if the mesh can be repaired.
+    Repair,  ///< Repairs the text in memory. An STL file of any form becomes an OBJ text.
+};
+
+/// Options of a mesh that is read.
 struct ObjOptions {
+    // Values of the frame of an OBJ file that replace the defaults.
     std::optional<std::string> forward = {};
     std::optional<std::string> upward = {};
     std::optional<float> scale = {};
 
-    [[nodiscard]] bool any() const { return forward || upward || scale; }
+    RepairPolicy repair = RepairPolicy::Refuse;
+    /// Names of the objects and groups of an OBJ text to read; empty for the whole mesh.
+    std::vector<std::string> objects = {};
+
+    [[nodiscard]] bool changesFrame() const { return forward || upward || scale; }
 };
 
 /// The untrusted text of a mesh.
