@@ -92,9 +92,7 @@ Surfaces readInto(Comparison& comparison, const CompareOptions& options) {
             .accuracy = accuracy};
 }
 
-Comparison compare(const CompareOptions& options) {
-    Comparison comparison;
-    const Surfaces surfaces = readInto(comparison, options);
+void measure(const Surfaces& surfaces, const CompareOptions& options, Comparison& comparison) {
     comparison.chordErrors = surfaces.a.chordError + surfaces.b.chordError;
     const double accuracy = surfaces.accuracy * (1.0 - 2.0 * kChordErrorRatio);
     ThreadPool pool(options.threads);
@@ -104,7 +102,6 @@ Comparison compare(const CompareOptions& options) {
     });
     comparison.aToB = surfaceDistance(surfaces.a.triangles, *trees[1], accuracy, pool);
     comparison.bToA = surfaceDistance(surfaces.b.triangles, *trees[0], accuracy, pool);
-    return comparison;
 }
 
 std::vector<Column> columns() {
@@ -163,8 +160,10 @@ std::vector<Cell> uvCells(const std::optional<UvDistance>& distance) {
 
 void run(const CompareOptions& options) {
     const std::optional<double> max = maxFrom(options);
+    Comparison comparison;
+    const Surfaces surfaces = readInto(comparison, options);
     OutputFile output(options.output, {options.a, options.b});
-    const Comparison comparison = compare(options);
+    measure(surfaces, options, comparison);
     const std::vector<Column> head = columns();
     ResultRows rows(options.format, head);
     const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, HasResult::Yes); };

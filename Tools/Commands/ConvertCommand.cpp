@@ -22,24 +22,28 @@ struct ConvertOptions {
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
-void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
-    for (const ObjRepairs::Tally& tally : repairs.tallies())
-        writeNoteLine(withLocation(name, tally.firstLine, "repaired " + repairText(tally)));
+// A screen, and the repairs of its OBJ text.
+struct RepairedScreen {
+    Screen screen;
+    std::string name;  // of the text in notes
+    ObjRepairs repairs;
+};
+
+void noteRepairs(const RepairedScreen& repaired) {
+    for (const ObjRepairs::Tally& tally : repaired.repairs.tallies())
+        writeNoteLine(withLocation(repaired.name, tally.firstLine, "repaired " + repairText(tally)));
 }
 
-// Reads the input, and repairs it if it is an OBJ text. An input that is still rejected gets no
-// notes.
-Screen readRepaired(const ConvertOptions& options) {
-    std::string name;
-    ObjRepairs repairs;
-    Screen screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
+// Reads the input, and repairs it if it is an OBJ text.
+RepairedScreen readRepaired(const ConvertOptions& options) {
+    RepairedScreen result;
+    result.screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
         RepairedObj repaired = repairObj(source.name, source.text);
         source.text = std::move(repaired.text);
-        name = source.name;
-        repairs = repaired.repairs;
+        result.name = source.name;
+        result.repairs = repaired.repairs;
     });
-    noteRepairs(name, repairs);
-    return screen;
+    return result;
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
@@ -53,8 +57,11 @@ ScreenFormat formatFor(const ConvertOptions& options) {
 
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
+    const RepairedScreen repaired = readRepaired(options);
+    // An input or output that is rejected gets no notes.
     OutputFile output(options.output, {options.input});
-    const Screen screen = readRepaired(options);
+    noteRepairs(repaired);
+    const Screen& screen = repaired.screen;
     if (format == ScreenFormat::Xml) {
         output.write(xmlTextOf(*screen.geometry));
     } else {
