@@ -3,6 +3,7 @@
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Check/CheckInput.h>
 #include <QuarnKit/Check/MeshCheck.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/ScreenInput.h"
 #include "Base/ToolError.h"
@@ -16,6 +17,7 @@ namespace {
 
 struct CheckOptions : ScreenOptions {
     RepairedText repairedText = RepairedText::Skip;
+    UvChecks uvChecks = UvChecks::All;
     std::string repairedFile;
 };
 
@@ -34,13 +36,16 @@ CheckReport reportOf(CheckInput input, const CheckOptions& options) {
                        .unit = options.unit,
                        .triangles = input.triangles.size(),
                        .findings = std::move(input.textFindings)};
-    std::vector<Finding> ofMesh = checkMesh(input.mesh(), options.unit);
+    std::vector<Finding> ofMesh = checkMesh(input.mesh(), options.unit, options.uvChecks);
+    for (Finding& finding : ofMesh)
+        if (finding.name == "missing-uv") finding.hint += "; if no UV is needed, add --without-uv";
     report.findings.insert(report.findings.end(), std::make_move_iterator(ofMesh.begin()),
                            std::make_move_iterator(ofMesh.end()));
     return report;
 }
 
 void run(const CheckOptions& options) {
+    if (options.repairedText == RepairedText::Build) requireOutputName(options.repairedFile, {"obj"});
     ConsoleObserver observer;
     CheckInput input =
         readCheckInput(options.screen, options.obj, options.maxMemory, options.repairedText, observer);
@@ -70,7 +75,8 @@ void registerCheckCommand(Command& tool) {
              "Checks for values that are not finite; degenerate, duplicate and flipped triangles; "
              "non-manifold edges;\nseveral components; holes; UVs that are missing, outside of 0 to 1, "
              "degenerate, mirrored or\noverlapping; a size that is implausible for --unit; in STL files "
-             "also for defects that prevent\nloading. Exits with 1 if there are findings.",
+             "also for defects that prevent\nloading. Exits with 1 if there are findings.\nSTL files have "
+             "no UV: add --without-uv if none is needed.",
          .example = "quarnscreen check Samples/measured-dome.obj --unit mm"});
     CheckOptions& options = command.onRun(run);
     addScreenInput(command, options);
@@ -82,6 +88,8 @@ void registerCheckCommand(Command& tool) {
                                    "File for --fix to write, replaced atomically");
     fix.needs(output);
     output.needs(fix);
+    command.flag("--without-uv", options.uvChecks, UvChecks::None,
+                 "Skip the checks of UVs, for a mesh that is not used for mapping");
 }
 
 }  // namespace quarn::tool

@@ -163,6 +163,7 @@ void run(const CompareOptions& options) {
     Comparison comparison;
     const Surfaces surfaces = readInto(comparison, options);
     OutputFile output(options.output, {options.a, options.b});
+    requireResultName(options.output, options.format);
     measure(surfaces, options, comparison);
     const std::vector<Column> head = columns();
     ResultRows rows(options.format, head);

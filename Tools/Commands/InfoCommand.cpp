@@ -16,6 +16,7 @@
 #include "Commands/Commands.h"
 #include "Reports/MeshInfo.h"
 #include "Rows/QueryResults.h"
+#include "Rows/ResultWriter.h"
 
 namespace quarn::tool {
 
@@ -167,6 +168,7 @@ std::string textInfo(const Screen& screen, const std::string& unit) {
 void run(const ScreenOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
+    requireResultName(options.output, options.format, "txt");
     output.write(options.format == ResultFormat::Json
                      ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
                      : textInfo(screen, options.unit));

@@ -4,6 +4,7 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/OutputName.h>
 #include <QuarnKit/Formats/ScreenBuilder.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 #include <QuarnScreen/CylinderScreen.h>
@@ -170,6 +171,8 @@ const std::vector<Shape>& shapes() {
 }
 
 void run(const MakeOptions& options) {
+    requireOutputName(options.output, options.grid ? std::vector<std::string>{"obj"}
+                                                   : std::vector<std::string>{"xml", "obj"});
     const Shape& shape = *options.shape;
     ScreenValues values;
     shape.fill(options, values);

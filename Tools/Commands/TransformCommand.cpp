@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
@@ -77,6 +78,7 @@ void flip(MeshScreen& mesh, const TransformOptions& options) {
 }
 
 void run(const TransformOptions& options) {
+    requireOutputName(options.output, {"obj", "xml"});
     const Transform transform = transformFrom(options);
     const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
     MeshScreen& mesh = meshOf(screen);

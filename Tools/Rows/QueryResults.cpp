@@ -33,7 +33,9 @@ QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<s
       writer(output, options.format, options.maxMemory, withUnit(std::move(head), options.unit),
              resultColumns),
       oneRow(options.format, resultColumns),
-      progress(visibilityFor(options)) {}
+      progress(visibilityFor(options)) {
+    requireResultName(options.output, options.format);
+}
 
 void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult) {
     oneRow.clear();

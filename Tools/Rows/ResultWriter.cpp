@@ -1,6 +1,7 @@
 #include "Rows/ResultWriter.h"
 
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/Json.h"
 
@@ -28,6 +29,13 @@ Json jsonHead(const ResultHead& head) {
 }
 
 }  // namespace
+
+void requireResultName(const std::string& path, ResultFormat format, const std::string& extension) {
+    if (format == ResultFormat::Json)
+        requireOutputName(path, {"json"}, ", or no --json");
+    else
+        requireOutputName(path, {extension}, extensionOf(path) == "json" ? ", or --json" : "");
+}
 
 ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
                            const ResultHead& head, const std::vector<Column>& columns)

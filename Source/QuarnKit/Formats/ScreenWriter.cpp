@@ -9,6 +9,7 @@
 #include <QuarnKit/Formats/Obj/MeshMemory.h>
 
 #include "MeshStatus.h"
+#include "OutputName.h"
 
 namespace quarn {
 
@@ -46,12 +47,9 @@ void noteStatus(const std::string& path, const OBJScreen& loaded, const MeshSour
 }  // namespace
 
 ScreenFormat formatByName(const std::string& path, ScreenFormat fallback) {
-    std::string name = path;
-    std::transform(name.begin(), name.end(), name.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-    });
-    if (name.ends_with(".obj")) return ScreenFormat::Obj;
-    if (name.ends_with(".xml")) return ScreenFormat::Xml;
+    const std::string extension = extensionOf(path);
+    if (extension == "obj") return ScreenFormat::Obj;
+    if (extension == "xml") return ScreenFormat::Xml;
     return fallback;
 }
 
