@@ -75,6 +75,7 @@ TEST(ObjRepairerErrors, ATextHasVerticesAndFaces) {
 TEST(ObjRepairerErrors, UTF16IsRefused) {
     expectError("\xFF\xFEv", 0, "found UTF-16 text");
     expectError("\xFE\xFFv", 0, "found UTF-16 text");
+    expectError("\xEF\xBB\xBF\xFF\xFEv", 0, "found UTF-16 text");
 }
 
 }  // namespace

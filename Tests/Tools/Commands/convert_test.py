@@ -7,7 +7,7 @@ import subprocess
 import unittest
 
 from obj_case import ObjTest, dome, wall
-from obj_styles import REFUSED, STYLES, text_of
+from obj_styles import REFUSED, STYLES, TRANSCODED, text_of
 from tool_case import SCREENS, TOOL, WALL
 
 TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 0 1\n"
@@ -48,7 +48,7 @@ class OtherPrograms(ConvertTest):
         self.assertEqual(len({text_of(style) for style in STYLES.values()}), len(STYLES))
 
     def test_the_files_of_all_come_through(self):
-        for name, style in STYLES.items():
+        for name, style in (STYLES | TRANSCODED).items():
             with self.subTest(name):
                 self.file("in.obj", text_of(style))
                 self.convert("in.obj", "-o", "out.obj")
@@ -203,7 +203,7 @@ class Safety(ConvertTest):
                            ("v 1 x 2\n" + BARE, 'a.obj:1: found "x" as a coordinate, expected "v" and three numbers'),
                            ("v 1e38 0 0\n" + BARE, 'a.obj:1: found "1e38" as a coordinate, expected a number up to 1e+37'),
                            ("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n", 'a.obj:1: found "1e60" as a coordinate, expected a number up to 1e+37'),
-                           (TRIANGLE, 'a.obj: found no face in the OBJ text, expected lines that begin with "f"')):
+                           (TRIANGLE, 'a.obj: found no face in the OBJ text, expected lines that begin with "f"; export the surface with its faces')):
             with self.subTest(text):
                 self.file("a.obj", text)
                 self.assertEqual(self.error_line("convert", "a.obj", "-o", "b.obj"), f"error: {line}\n")

@@ -36,7 +36,7 @@ REFUSED = {
     "no_vertex": ("vn 0 0 1\n" + FACE, ': found no vertex in the OBJ text, expected lines that begin with "v" and a blank'),
     "tabs": ("v\t0\t0\t0\nvn 0 0 1\n" + FACE, ": found no vertex in the OBJ text, .*"),
     "no_normal": ("v 0 0 0\n" + FACE, ': found no normal in the OBJ text, expected at least one line that begins with "vn".*'),
-    "no_face": (HEAD, ': found no face in the OBJ text, expected lines that begin with "f"'),
+    "no_face": (HEAD, ': found no face in the OBJ text, expected lines that begin with "f"; export the surface with its faces'),
     "only_a_comment": ("# Wall\n", ": found no vertex in the OBJ text, .*"),
 }
 

@@ -13,6 +13,7 @@
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include "MeshMemory.h"
+#include "MissingFaces.h"
 
 namespace quarn {
 
@@ -124,9 +125,9 @@ void refuseInvalid(const ObjSourceText& text, float scale, std::uint64_t maxMemo
     forEachObjLine(text.text, [&](const char* line) { validator.validateLine(line); });
     const ObjCounts& counts = validator.counts();
     requireAny(counts.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
+    if (counts.triangles == 0) refuseMissingFaces(text.name, text.text);
     requireAny(counts.normals, "normal",
                R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
-    requireAny(counts.triangles, "face", R"(lines that begin with "f")", text.name);
     refuseMeshAbove(maxMemory, text.name, {.textBytes = text.text.size(), .triangles = counts.triangles});
 }
 

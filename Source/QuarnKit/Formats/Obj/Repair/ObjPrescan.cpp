@@ -4,6 +4,7 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/Obj/MissingFaces.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
 
 namespace quarn {
@@ -99,13 +100,11 @@ ObjPrescan prescanObj(const std::string& name, std::string_view text) {
         }
         if (kind == ObjLineKind::Face && prescan.firstFaceLine == 0) prescan.firstFaceLine = logicalLine.line;
     }
-    const auto refuse = [&](const char* what, const char* expected) {
-        throw Error({.found = std::string("found no ") + what + " in the OBJ text",
-                     .expected = expected,
+    if (prescan.positions.empty())
+        throw Error({.found = "found no vertex in the OBJ text",
+                     .expected = R"(lines that begin with "v")",
                      .file = name});
-    };
-    if (prescan.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
-    if (prescan.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
+    if (prescan.firstFaceLine == 0) refuseMissingFaces(name, text);
     return prescan;
 }
 

@@ -205,7 +205,7 @@ void Repairer::addWords() {
     result.text += '\n';
 }
 
-void refuseUTF16(const std::string& name, const std::string& text) {
+void refuseUTF16(const std::string& name, std::string_view text) {
     if (isMarkedUtf16(text))
         throw Error({.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name});
 }
@@ -277,10 +277,10 @@ void restoreIfSame(const std::string& original, RepairedObj& repaired) {
 }  // namespace
 
 RepairedObj repairObj(const std::string& name, const std::string& text) {
-    refuseUTF16(name, text);
     std::string_view objText = text;
     const bool hasMark = objText.starts_with(kUtf8Mark);
     if (hasMark) objText.remove_prefix(kUtf8Mark.size());
+    refuseUTF16(name, objText);
     RepairedObj result = Repairer(name, objText).finish();
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
     if (result.text != text && !isRefused(result.repairs)) restoreIfSame(text, result);
