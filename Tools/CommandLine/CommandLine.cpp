@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <span>
 #include <sstream>
+#include <string_view>
 
 #include <QuarnKit/Base/Error.h>
 
@@ -66,6 +68,15 @@ NamedCommand namedCommandOf(const CLI::App& command) {
     for (const CLI::Option* const option : command.get_options())
         for (const std::string& name : option->get_lnames()) named.options.push_back("--" + name);
     return named;
+}
+
+// The parser takes the next word as the value of an option such as "--unit=".
+void refuseEmptyValues(std::span<const char* const> words) {
+    for (const std::string_view word : words) {
+        if (word == "--") return;
+        if (word.starts_with("--") && word.find('=') + 1 == word.size())
+            throw Error({.found = "found " + std::string(word) + " without a value (see --help)"});
+    }
 }
 
 // The word that the parser could not assign, preferably an option, since the word after it may be
@@ -187,6 +198,7 @@ Command CommandLine::root() {
 }
 
 std::optional<std::string> CommandLine::run(int argc, const char* const* argv) {
+    refuseEmptyValues(std::span(argv, static_cast<std::size_t>(argc)));
     try {
         app->parse(argc, argv);
         return std::nullopt;

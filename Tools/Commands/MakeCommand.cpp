@@ -28,19 +28,18 @@ struct MakeOptions : ShapeTexts {
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
+constexpr int kSizeDigits = 7;
+
 // The first length of the command line as it would be in another unit, as in "--radius 6000mm".
 std::string lengthInUnit(const MakeOptions& options, const std::string& unit) {
     for (const ShapeOption& option : options.shape->options) {
         if (!option.isLength() || !options.has(option.name)) continue;
-        const std::string& text = options.texts.at(option.name);
-        const std::size_t digits = text.find_last_of("0123456789.") + 1;
-        return option.name + " " + text.substr(0, digits) + unit;
+        return option.name + " " + roundedNumberText(options.length(option.name), kSizeDigits) + unit;
     }
     return unit;
 }
 
 void warnOfImplausibleSize(const MakeOptions& options, const Screen& screen) {
-    constexpr int kSizeDigits = 7;
     const double size = length(surfaceMeasuresOf(*screen.geometry).extent.extent());
     const double meters = size * metersPerUnit(options.unit).value_or(1.0);
     if (isPlausibleSize(meters)) return;

@@ -177,6 +177,10 @@ class Transform(ObjTest):
         for arguments in (["--scale", "1e37"], ["--translate", "0,2e37,0"], ["--scale", "1e300", "--translate", "1e300,0,0"]):
             self.assertIn("lead to coordinates above 1e+37", self.error_line("transform", "in.obj", *arguments))
 
+    def test_a_scale_that_leaves_a_point_is_refused(self):
+        self.file("in.obj", wall())
+        self.assertIn("found --scale that makes the mesh smaller than 1e-30", self.error_line("transform", "in.obj", "--scale", "1e-60"))
+
 
 def refused(name, arguments, message):
     return Case("refused_" + name, ["transform", "in.obj", *arguments], err=f"error: {message}\n", exit=2)

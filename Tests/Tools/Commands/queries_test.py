@@ -29,7 +29,7 @@ class Answers(ToolTest):
         self.assertEqual(values["is valid"], "yes")
         self.assertEqual(values["has UV mapping"], "yes")
         self.assertEqual(values["bounds"], "(-2, 0, -1.5) to (2, 0, 1.5) cm")
-        self.assertEqual(values["width by height"], "4 by 3 cm")
+        self.assertEqual(values["width by height"], "4 by 3 cm, depth 0 cm")
         self.assertEqual(values["eye point"], "(0, -2, 0) cm")
         self.assertEqual(values["heading"], "(0, 1, 0)")
         # The arc tangent of the diagonal, 5, over half the longer side, 2.

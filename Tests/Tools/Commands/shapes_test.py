@@ -129,7 +129,7 @@ class Shapes(ToolTest):
         self.assertIn("max phi:         90 degrees, 1.570796 radians\n", dome)
 
     def test_info_has_the_digits_that_are_requested(self):
-        for digits, theta in (("1", "-100 degrees, -2 radians"), ("4", "-100 degrees, -1.745 radians"), ("7", "-100 degrees, -1.745329 radians"),
+        for digits, theta in (("3", "-100 degrees, -1.75 radians"), ("4", "-100 degrees, -1.745 radians"), ("7", "-100 degrees, -1.745329 radians"),
                               ("17", "-100 degrees, -1.74532925199433 radians")):
             self.assertIn(f"min theta:       {theta}\n", self.text_of("info", CYLINDER, "--digits", digits))
         self.assertEqual(self.text_of("info", CYLINDER), self.text_of("info", CYLINDER, "--digits", "7"))
