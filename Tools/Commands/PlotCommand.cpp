@@ -27,7 +27,7 @@ void run(const PlotOptions& options) {
 void registerPlotCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "plot",
-                         .summary = "Draw a screen, with a mesh's defects, as an SVG page with four views",
+                         .summary = "Draw a screen, with a mesh's defects, as an SVG page with five views",
                          .example = "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg"});
     PlotOptions& options = command.onRun(run);
     addScreenInput(command, options);
