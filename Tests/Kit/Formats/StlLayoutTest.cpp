@@ -18,7 +18,7 @@ std::string binary(const std::string& header, std::int32_t count, std::size_t re
     return text.append(records * StlLayout::kRecordSize, '\0');
 }
 
-TEST(StlLayout, AFileCountsTheRecordsThatItTellsOfAndHolds) {
+TEST(StlLayout, AFileCountsTheRecordsThatItDeclaresAndContains) {
     EXPECT_FALSE(stlLayoutOf(std::string(83, 'x')));
     EXPECT_EQ(stlLayoutOf(binary("", 3, 5))->count(), 3U);
     EXPECT_EQ(stlLayoutOf(binary("", 5, 3))->count(), 3U);

@@ -118,8 +118,8 @@ TEST(BoundaryEdges, AreThoseOfTheReferenceCount) {
     for (int i = 0; i < seedCount(5000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
-        const std::vector<Triangle> triangles = outlineCase(kind, rng);
+        const auto kind = static_cast<BoundaryCase>(i % static_cast<int>(BoundaryCase::Count));
+        const std::vector<Triangle> triangles = boundaryCase(kind, rng);
         ASSERT_THAT(quarn::detail::findBoundaryEdges(triangles), Optional(countedBoundaryEdges(triangles)));
     }
 }

@@ -32,7 +32,7 @@ void expectSameOutline(const std::vector<Triangle>& triangles, const ReferenceBo
     }
 }
 
-class BoundaryOfRandomTriangles : public ::testing::TestWithParam<OutlineCase> {};
+class BoundaryOfRandomTriangles : public ::testing::TestWithParam<BoundaryCase> {};
 
 }  // namespace
 
@@ -40,7 +40,7 @@ TEST_P(BoundaryOfRandomTriangles, IsThatOfTheTwoMultimaps) {
     for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const std::vector<Triangle> triangles = outlineCase(GetParam(), rng);
+        const std::vector<Triangle> triangles = boundaryCase(GetParam(), rng);
         const ReferenceBoundary plain(triangles);
         ASSERT_TRUE(plain.hasEnded);
         expectSameOutline(triangles, plain);
@@ -49,10 +49,10 @@ TEST_P(BoundaryOfRandomTriangles, IsThatOfTheTwoMultimaps) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllCases, BoundaryOfRandomTriangles,
-                         ::testing::Values(OutlineCase::Grid, OutlineCase::Holes, OutlineCase::Seams,
-                                           OutlineCase::Pieces, OutlineCase::Soup, OutlineCase::Lattice,
-                                           OutlineCase::NoUV, OutlineCase::SignedZero,
-                                           OutlineCase::Infinite));
+                         ::testing::Values(BoundaryCase::Grid, BoundaryCase::Holes, BoundaryCase::Seams,
+                                           BoundaryCase::Pieces, BoundaryCase::Soup, BoundaryCase::Lattice,
+                                           BoundaryCase::NoUV, BoundaryCase::SignedZero,
+                                           BoundaryCase::Infinite));
 
 TEST(BoundaryAtLarge, IsThatOfTheTwoMultimaps) {
     for (int i = 0; i < seedCount(6); ++i) {
@@ -87,9 +87,9 @@ TEST(BoundaryAtLarge, WithNumbersThatAreNoneIsThatOfTheTwoMultimapsWhereTheirWal
         Rng rng(i);
         SCOPED_TRACE(i);
         const std::vector<Triangle> triangles =
-            outlineCase(static_cast<OutlineCase>(rng.integer(static_cast<int>(OutlineCase::Lattice),
-                                                             static_cast<int>(OutlineCase::Count) - 1)),
-                        rng, true);
+            boundaryCase(static_cast<BoundaryCase>(rng.integer(static_cast<int>(BoundaryCase::Lattice),
+                                                               static_cast<int>(BoundaryCase::Count) - 1)),
+                         rng, true);
         const ReferenceBoundary plain(triangles, 10'000);
         ++(plain.hasEnded ? ended : endless);
         if (plain.hasEnded) expectSameOutline(triangles, plain);
@@ -108,8 +108,8 @@ TEST(BoundaryAtLarge, RandomTrianglesReachAllTurnsOfTheWalk) {
     int throughTheStart = 0;
     for (int i = 0; i < seedCount(2000); ++i) {
         Rng rng(i);
-        const auto kind = static_cast<OutlineCase>(i % static_cast<int>(OutlineCase::Count));
-        const std::vector<Triangle> triangles = outlineCase(kind, rng);
+        const auto kind = static_cast<BoundaryCase>(i % static_cast<int>(BoundaryCase::Count));
+        const std::vector<Triangle> triangles = boundaryCase(kind, rng);
         const ReferenceBoundary plain(triangles);
         const auto& points = plain.boundary.points;
         single += plain.isSingleWithUV ? 1 : 0;

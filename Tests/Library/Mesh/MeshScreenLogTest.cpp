@@ -84,7 +84,7 @@ TEST(MeshScreenLog, OneOutlineOrNoneIsNotWarnedOf) {
     EXPECT_FALSE(TriangleScreen(closedSurface()).hasValidBoundary());
 }
 
-TEST(MeshScreenLog, RaysAndPositionsAreAskedInSilence) {
+TEST(MeshScreenLog, RayAndPositionQueriesLogNothing) {
     const TriangleScreen screen(dome({6, 5}));
     EXPECT_TRUE(recordsOf([&] {
                     for (const Point3& to : {Point3(0.0, 5.0, 0.0), Point3(0.0, -5.0, 0.0)}) {

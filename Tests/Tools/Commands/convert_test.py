@@ -75,7 +75,7 @@ class OtherPrograms(ConvertTest):
                         loaded += 1
         self.assertGreater(loaded, 25)
 
-    def test_what_is_refused_tells_why(self):
+    def test_what_is_refused_states_why(self):
         for name, (style, found) in REFUSED.items():
             with self.subTest(name):
                 self.file("in.obj", text_of(style))
@@ -92,7 +92,7 @@ class Convert(ConvertTest):
                           "note: a.obj:4: repaired 6 corners without a normal"])
         self.assertEqual(self.text("b.obj"), TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n# last\nf 1//1 2//1 3//1\n")
 
-    def test_a_mesh_without_uv_is_told_of(self):
+    def test_a_mesh_without_uv_is_reported(self):
         self.file("a.obj", RIGHT)
         self.assertRegex(self.convert("a.obj", "-o", "b.obj"), r"\Anote: b\.obj: the file has no vt line; .*\n\Z")
         self.assertRegex(self.convert("a.obj", "-o", "-", "--to", "obj"), r"\Anote: standard output: the file has no vt line; .*\n\Z")
@@ -155,7 +155,7 @@ class Convert(ConvertTest):
         self.convert(WALL, "-o", "a.xml")
         self.assertEqual(self.json_info("a.xml")["digest"], self.json_info(WALL)["digest"])
 
-    def test_the_format_is_told_by_name_or_option(self):
+    def test_the_format_is_set_by_name_or_option(self):
         self.file("a.obj", RIGHT)
         self.convert("a.obj", "-o", "B.OBJ")
         self.assertEqual(self.text("B.OBJ"), RIGHT)

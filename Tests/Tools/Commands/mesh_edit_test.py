@@ -129,7 +129,7 @@ class Transform(ObjTest):
             with self.subTest(arguments):
                 self.check_move(arguments, move)
 
-    def test_turns_have_the_sense_that_the_help_tells(self):
+    def test_turns_have_the_sense_that_the_help_states(self):
         self.check_move(["--rotate", "90,0,0"], lambda x, y, z: (y, -x, z))  # +Y goes to +X
         self.check_move(["--rotate", "0,90,0"], lambda x, y, z: (x, -z, y))  # +Y goes to +Z
         self.check_move(["--rotate", "0,0,90"], lambda x, y, z: (z, y, -x))  # +Z goes to +X

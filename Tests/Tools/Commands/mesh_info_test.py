@@ -89,7 +89,7 @@ class MeshInfo(ObjTest):
         mesh, _ = self.mesh(wall().replace("vn 0 -1 0", "vn 1 1 1"))
         self.assertEqual(mesh, expected)
 
-    def test_the_frame_is_told(self):
+    def test_the_frame_is_reported(self):
         mesh, _ = self.mesh(wall(), "--forward", "-X", "--up", "Z", "--scale", "2")
         self.assertEqual((mesh["forward"], mesh["up"], mesh["scale"]), ("-X", "Z", 2))
         self.assertAlmostEqual(mesh["area"], 48)

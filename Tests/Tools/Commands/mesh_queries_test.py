@@ -43,7 +43,7 @@ class MeshAnswers(ObjTest):
         self.assert_near(numbers(rows[2], POSITION), [3, 0, 0])
         self.assert_near(numbers(rows[3], POSITION), [-4, 0, -4.5])
 
-    def test_an_answer_does_not_depend_on_what_was_asked_before(self):
+    def test_a_result_does_not_depend_on_earlier_queries(self):
         uv = [f"{i % 7 * 0.3 - 0.4},{i % 5 * 0.3 - 0.1}" for i in range(60)]
         rows = self.rows("map", "dome.obj", "--to", "3d", "--extrapolate", stdin="\n".join(uv).encode())
         self.assertEqual({row["status"] for row in rows}, {"on_screen", "extrapolated"})
@@ -159,7 +159,7 @@ class MeshAnswers(ObjTest):
         for row in grid:
             self.assertLess(math.hypot(*numbers(row, POSITION)), 6.000001)
 
-    def test_the_format_is_told_by_the_content(self):
+    def test_the_format_is_detected_by_the_content(self):
         self.file("wall.xml", wall())
         self.file("mesh.obj", (self.folder / self.xml("mesh.xml")).read_text())
         for name in ("wall.xml", "mesh.obj"):

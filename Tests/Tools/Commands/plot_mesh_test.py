@@ -66,7 +66,7 @@ class PlotMesh(PlotTest):
         self.assertEqual(self.points_of(svg, "bad-uv"), 4 + 3 * 3 * 60)
         self.assertGreater(self.points_of(svg, "hole"), 10)
 
-    def test_uvs_outside_and_twice_are_told(self):
+    def test_uvs_outside_and_twice_are_reported(self):
         texts = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1.5 * u, v)))))
         self.assertLessEqual({"24 outside of 0 to 1", "bad UV: 24", "UV from (0, 0) to (1.5, 1)"}, texts)
         folded = set(self.texts(self.plot_mesh(sheet(8, 4, uv=lambda u, v: (1 - abs(2 * u - 1), v)))))

@@ -110,7 +110,7 @@ class Shapes(ToolTest):
         self.assertEqual([row["status"] for row in rows], ["hit", "hit", "miss"])
         self.assert_near(rows[1], "xz", (0, 3))
 
-    def test_info_tells_the_parameters(self):
+    def test_info_reports_the_parameters(self):
         lines = dict(line.split(":", 1) for line in self.text_of("info", CYLINDER, "--unit", "ft").splitlines())
         values = {key: value.strip() for key, value in lines.items()}
         self.assertEqual(list(values), ["file", "type", "center", "height", "radius", "min theta", "max theta", "is valid", "has UV mapping",

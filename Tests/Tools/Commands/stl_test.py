@@ -58,7 +58,7 @@ class Stl(ToolTest):
                 self.assertEqual(self.info("a.stl")["type"], "class STLScreen")
                 self.assertNotIn("frame", self.info("a.stl"))
 
-    def test_the_content_tells_the_format_and_not_the_name(self):
+    def test_the_content_decides_the_format_and_not_the_name(self):
         self.file("wall.obj", binary())
         self.assertEqual(self.info("wall.obj")["type"], "class STLScreen")
 
@@ -92,7 +92,7 @@ class Stl(ToolTest):
             result = self.run_tool("info", "a.stl")
             self.assertEqual(result.stderr, b"error: a.stl: found a number that is not finite in triangle 2, expected finite ones\n")
 
-    def test_rays_strike_it_and_uv_is_told_to_be_missing(self):
+    def test_rays_strike_it_and_uv_is_reported_as_missing(self):
         self.file("a.stl", binary())
         rows = self.text_of("intersect", "a.stl", "-", stdin=b"0.5,-3,0.25,0.5,-2,0.25").splitlines()
         self.assertRegex(rows[1], r"\A1,hit,0\.5,0,0\.25,,,-?1,1,3\Z")
@@ -144,7 +144,7 @@ class Stl(ToolTest):
                 self.assertEqual(finding["hint"], "try: quarnscreen convert a.stl -o repaired.obj")
                 self.assertEqual(self.run_tool("check", "a.stl").returncode, 1)
 
-    def test_check_tells_triangles_of_either_form_by_their_number(self):
+    def test_check_reports_triangles_of_either_form_by_their_number(self):
         self.assertEqual(self.findings(binary(records=[record(WALL[0]), record(WALL[1]), record(WALL[1])]))["duplicate-triangle"]["places"], [{"triangle": 3, "line": None}])
         flipped = text().replace(b"outer loop\n      vertex -1", b"outer loop\n      vertex 3", 1)
         self.assertEqual(self.findings(flipped)["disconnected-components"]["places"], [{"triangle": 2, "line": None}])
@@ -153,7 +153,7 @@ class Stl(ToolTest):
         self.assertEqual(list(findings), ["not-finite"])
         self.assertEqual(findings["not-finite"]["count"], 2)
 
-    def test_check_tells_where_a_file_is_longer_or_shorter_than_it_says(self):
+    def test_check_reports_where_a_file_is_longer_or_shorter_than_it_says(self):
         self.assertIn("the header declares 1 triangles; the 2 present are used", self.findings(binary(count=1))["stl-count"]["text"])
         cut = self.findings(text()[:-30])
         self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "no-uv"])

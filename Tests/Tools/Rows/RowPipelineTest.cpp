@@ -150,7 +150,7 @@ TEST(RowPipeline, AnAnswerThatFailsStopsBehindTheAnswersBeforeIt) {
     }
 }
 
-TEST(RowPipeline, ABadRowBeforeAnAnswerThatFailsIsTold) {
+TEST(RowPipeline, ABadRowBeforeAQueryThatFailsIsReported) {
     const Rows rows = someRows(1, 1000);
     expectOutcome(rows.input + "1\ninf,0\n", rows.results,
                   "found 1 number, line " + std::to_string(rows.lines + 1));
