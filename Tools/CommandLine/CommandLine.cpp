@@ -43,6 +43,7 @@ OptionFacts factsOf(const CLI::Option& option) {
     const std::string typeName = option.get_type_name();
     facts.choices = choicesIn(typeName);
     facts.valueName = typeName.substr(0, typeName.find(':'));
+    facts.description = option.get_description();
     facts.takesValue = option.get_items_expected_max() > 0;
     return facts;
 }
@@ -112,6 +113,10 @@ void Command::onRun(std::function<void()> action) {
 
 std::string Command::name() const {
     return command->get_name();
+}
+
+std::string Command::summary() const {
+    return command->get_description();
 }
 
 std::vector<Command> Command::commands() const {

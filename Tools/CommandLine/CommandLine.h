@@ -49,6 +49,7 @@ struct OptionFacts {
     std::vector<std::string> names;    ///< With their dashes; empty for an argument.
     std::vector<std::string> choices;  ///< The only values, if they are limited.
     std::string valueName;             ///< Such as FILE; empty for a flag.
+    std::string description;
     bool takesValue = false;
 };
 
@@ -126,6 +127,7 @@ public:
     }
 
     [[nodiscard]] std::string name() const;
+    [[nodiscard]] std::string summary() const;
     [[nodiscard]] std::vector<Command> commands() const;
     [[nodiscard]] std::vector<OptionFacts> options() const;
 

@@ -63,7 +63,7 @@ add_cases(Arguments, [
     usage_case("map_to_4d", ["map", WALL, "--to", "4d"], r"--to: 4d not in \{3d,2d\}"),
     usage_case("channel_without_rays", ["channel", WALL], "RAYS is required"),
     usage_case("completion_without_shell", ["completion"], "SHELL is required"),
-    usage_case("completion_of_another_shell", ["completion", "fish"]),
+    usage_case("completion_of_another_shell", ["completion", "tcsh"]),
     usage_case("unknown_unit", ["info", WALL, "--unit", "parsec"], r"--unit: parsec not in \{mm,cm,dm,m,km,in,ft,yd\}"),
     usage_case("empty_unit", ["info", WALL, "--unit", ""]),
     usage_case("option_without_value", ["info", WALL, "--unit"]),
