@@ -22,8 +22,8 @@ constexpr std::size_t kPiecesPerTask = 256;
 // million triangles, the search then takes a few times as long as reading them.
 constexpr std::uint64_t kMaxBaseSubdivisions = 300'000;
 constexpr std::uint64_t kTrianglesPerExtraSubdivision = 2;
-// Maximum numbers of visits of tree nodes, for measuring all triangles and for the search: a base of
-// a few seconds on one processor, and some for each triangle. Only surfaces whose positions are
+// Maximum numbers of visits of tree nodes, for measuring all triangles and for the search: a base
+// of a few seconds on one processor, and some for each triangle. Only surfaces whose positions are
 // about equally far from the other surface need more for measuring.
 constexpr std::uint64_t kMaxBaseVisits = 80'000'000;
 constexpr std::uint64_t kMeasuringVisitsPerTriangle = 250;
