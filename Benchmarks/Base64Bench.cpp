@@ -1,4 +1,4 @@
-// Base64 beside a loop that takes byte after byte.
+// Base64 compared with a loop over the bytes.
 #include <Common/TextConversion.h>
 #include <benchmark/benchmark.h>
 #include <malloc.h>

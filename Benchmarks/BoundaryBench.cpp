@@ -13,7 +13,7 @@ using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 
-using FindOutline = void (*)(const std::vector<Triangle>&);
+using FindBoundary = void (*)(const std::vector<Triangle>&);
 
 void findByLibrary(const std::vector<Triangle>& triangles) {
     Boundary boundary;
@@ -21,16 +21,16 @@ void findByLibrary(const std::vector<Triangle>& triangles) {
 }
 
 void findByReference(const std::vector<Triangle>& triangles) {
-    const quarn::test::ReferenceBoundary outline(triangles);
-    benchmark::DoNotOptimize(outline.isSingleWithUV);
+    const quarn::test::ReferenceBoundary boundary(triangles);
+    benchmark::DoNotOptimize(boundary.isSingleWithUV);
 }
 
-void measure(benchmark::State& state, const MeshCase& mesh, FindOutline find) {
+void measure(benchmark::State& state, const MeshCase& mesh, FindBoundary find) {
     const std::vector<Triangle>& triangles = meshOf(mesh);
     for ([[maybe_unused]] auto _ : state) find(triangles);
 }
 
-void measureMemory(benchmark::State& state, const MeshCase& mesh, FindOutline find) {
+void measureMemory(benchmark::State& state, const MeshCase& mesh, FindBoundary find) {
     const std::vector<Triangle>& triangles = meshOf(mesh);
     for ([[maybe_unused]] auto _ : state) {
         const MemoryCount count;
@@ -40,16 +40,17 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FindOutline fi
     }
 }
 
-void addWay(const MeshCase& mesh, const char* way, FindOutline find) {
-    add("boundary", mesh, way, [=](auto& state, auto& asked) { measure(state, asked, find); });
-    add("boundary-memory", mesh, way, [=](auto& state, auto& asked) {
-        measureMemory(state, asked, find);
+void addImplementation(const MeshCase& mesh, const char* implementation, FindBoundary find) {
+    add("boundary", mesh, implementation,
+        [=](auto& state, auto& meshCase) { measure(state, meshCase, find); });
+    add("boundary-memory", mesh, implementation, [=](auto& state, auto& meshCase) {
+        measureMemory(state, meshCase, find);
     })->Iterations(1);
 }
 
 void addWays(const MeshCase& mesh) {
-    addWay(mesh, "library", findByLibrary);
-    addWay(mesh, "reference", findByReference);
+    addImplementation(mesh, "library", findByLibrary);
+    addImplementation(mesh, "reference", findByReference);
 }
 
 [[maybe_unused]] const int kRegistered =

@@ -59,16 +59,16 @@ struct TracerAlone {
 };
 
 template <class Built>
-void addWay(const MeshCase& mesh, const char* way) {
-    add("build", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
-        measure(state, [&] { return std::make_unique<Built>(asked); });
+void addImplementation(const MeshCase& mesh, const char* implementation) {
+    add("build", mesh, implementation, [](benchmark::State& state, const MeshCase& meshCase) {
+        measure(state, [&] { return std::make_unique<Built>(meshCase); });
     })->UseManualTime();
 }
 
 void addAll(const MeshCase& mesh) {
-    addWay<ByLibrary>(mesh, "library");
-    addWay<ByReference>(mesh, "reference");
-    addWay<TracerAlone>(mesh, "tracer-alone");
+    addImplementation<ByLibrary>(mesh, "library");
+    addImplementation<ByReference>(mesh, "reference");
+    addImplementation<TracerAlone>(mesh, "tracer-alone");
 }
 
 [[maybe_unused]] const int kRegistered =

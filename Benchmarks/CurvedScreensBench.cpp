@@ -1,6 +1,6 @@
-// The curved screens by way of the contract. The round trip through both mappings stands beside the
-// same arithmetic written inline, and beside the bare calls into the C library; a ruled screen's
-// hit beside the parts that it needs.
+// The curved screens through the contract. The round trip through both mappings is compared with
+// the same arithmetic written inline, and with the bare calls into the C library; a ruled screen's
+// hit with the parts that it needs.
 #include <benchmark/benchmark.h>
 
 #include <cmath>

@@ -57,7 +57,7 @@ const Coarse& coarseOf(const MeshCase& mesh) {
     });
 }
 
-// A mesh with its indexes, by either way.
+// A mesh with its indexes, by each implementation.
 class LibraryEditing : public BenchScreen {
 public:
     explicit LibraryEditing(const Mesh& mesh) {
@@ -78,21 +78,21 @@ void measure(benchmark::State& state, const Mesh& mesh, const Change& change) {
 }
 
 template <class Edited>
-void addWay(const MeshCase& mesh, const char* way) {
-    add("refine", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
-        const Coarse& coarse = coarseOf(asked);
+void addImplementation(const MeshCase& mesh, const char* implementation) {
+    add("refine", mesh, implementation, [](benchmark::State& state, const MeshCase& meshCase) {
+        const Coarse& coarse = coarseOf(meshCase);
         measure<Edited>(state, coarse.mesh, [&](Edited& edited) { edited.refine(coarse.maxEdgeLength); });
     })->UseManualTime();
-    add("transform", mesh, way, [](benchmark::State& state, const MeshCase& asked) {
-        measure<Edited>(state, meshOf(asked), [](Edited& edited) {
+    add("transform", mesh, implementation, [](benchmark::State& state, const MeshCase& meshCase) {
+        measure<Edited>(state, meshOf(meshCase), [](Edited& edited) {
             edited.applyTransform({0.1, 0.2, 0.3}, {10.0, 20.0, 30.0}, 1.1);
         });
     })->UseManualTime();
 }
 
 void addAll(const MeshCase& mesh) {
-    addWay<LibraryEditing>(mesh, "library");
-    addWay<ReferenceEditing>(mesh, "reference");
+    addImplementation<LibraryEditing>(mesh, "library");
+    addImplementation<ReferenceEditing>(mesh, "reference");
 }
 
 [[maybe_unused]] const int kRegistered = forEachMesh(Order::InOrder, addAll);

@@ -1,4 +1,4 @@
-// A flat screen's operations by way of the contract, each beside the same arithmetic written
+// A flat screen's operations through the contract, each compared with the same arithmetic written
 // inline.
 #include <benchmark/benchmark.h>
 

@@ -12,7 +12,6 @@ namespace {
 
 using quarn::bench::add;
 using quarn::bench::agreement;
-using quarn::bench::askEach;
 using quarn::bench::forEachMesh;
 using quarn::bench::kChecked;
 using quarn::bench::kDisagreement;
@@ -22,6 +21,7 @@ using quarn::bench::NanoflannTree;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
 using quarn::bench::Point2;
+using quarn::bench::queryEach;
 using quarn::bench::uvsInside;
 using quarn::test::pointersTo;
 using quarn::test::ReferenceCentroidKey;
@@ -90,7 +90,7 @@ void locateAll(benchmark::State& state, const MeshCase& mesh, const Locator& loc
     static const std::vector<Point2> uvs = uvsInside();
     if (agreement(uvs, kChecked, locate, locatorOf(mapOf(mesh))) < 1.0)
         return state.SkipWithError(kDisagreement);
-    askEach(state, uvs, [&](const Point2& uv) { benchmark::DoNotOptimize(locate(uv)); });
+    queryEach(state, uvs, [&](const Point2& uv) { benchmark::DoNotOptimize(locate(uv)); });
 }
 
 void locate(benchmark::State& state, const MeshCase& mesh) {

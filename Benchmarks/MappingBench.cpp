@@ -13,7 +13,6 @@ namespace {
 
 using quarn::bench::add;
 using quarn::bench::agreement;
-using quarn::bench::askEach;
 using quarn::bench::BenchScreen;
 using quarn::bench::forEachMesh;
 using quarn::bench::kChecked;
@@ -24,6 +23,7 @@ using quarn::bench::Order;
 using quarn::bench::PerMesh;
 using quarn::bench::Point2;
 using quarn::bench::Point3;
+using quarn::bench::queryEach;
 using quarn::bench::screenOf;
 using quarn::test::ReferenceIndexes;
 using quarn::test::ReferenceLockedMapping;
@@ -53,7 +53,7 @@ std::vector<Point2> repeatedUVs() {
 // The library where `mapping` is a screen.
 template <class Mapping>
 void mapAll(benchmark::State& state, Mapping& mapping, const std::vector<Point2>& uvs, bool extrapolate) {
-    askEach(state, uvs, [&](const Point2& uv) {
+    queryEach(state, uvs, [&](const Point2& uv) {
         Point3 point;
         benchmark::DoNotOptimize(mapping.mapInto3D(uv, point, extrapolate));
         benchmark::DoNotOptimize(point);
@@ -61,25 +61,25 @@ void mapAll(benchmark::State& state, Mapping& mapping, const std::vector<Point2>
 }
 
 void addNewUVs(const MeshCase& mesh, const char* subject, bool areInside) {
-    add(subject, mesh, "library", [=](benchmark::State& state, const MeshCase& asked) {
-        mapAll(state, screenOf(asked), newUVs(areInside), !areInside);
+    add(subject, mesh, "library", [=](benchmark::State& state, const MeshCase& meshCase) {
+        mapAll(state, screenOf(meshCase), newUVs(areInside), !areInside);
     });
-    add(subject, mesh, "reference", [=](benchmark::State& state, const MeshCase& asked) {
-        ReferenceLockedMapping mapping(referenceOf(asked));
-        const auto answerOf = [=](auto& mapped) {
+    add(subject, mesh, "reference", [=](benchmark::State& state, const MeshCase& meshCase) {
+        ReferenceLockedMapping mapping(referenceOf(meshCase));
+        const auto resultOf = [=](auto& mapped) {
             return [&mapped, extrapolate = !areInside](const Point2& uv) {
                 Point3 point;
                 const bool isAnswer = mapped.mapInto3D(uv, point, extrapolate);
                 return std::pair(isAnswer, point);
             };
         };
-        if (agreement(newUVs(areInside), kChecked, answerOf(mapping), answerOf(screenOf(asked))) < 1.0)
+        if (agreement(newUVs(areInside), kChecked, resultOf(mapping), resultOf(screenOf(meshCase))) < 1.0)
             return state.SkipWithError(kDisagreement);
         mapAll(state, mapping, newUVs(areInside), !areInside);
     });
 }
 
-// What a known answer costs at least: a lock, a look at all entries, and the question whether to
+// What a cached result costs at least: a lock, a look at all entries, and the check whether to
 // log.
 class Floor {
 public:
@@ -113,13 +113,13 @@ private:
 };
 
 void addKnownUVs(const MeshCase& mesh) {
-    add("map-known-uv", mesh, "library", [](benchmark::State& state, const MeshCase& asked) {
+    add("map-known-uv", mesh, "library", [](benchmark::State& state, const MeshCase& meshCase) {
         static const std::vector<Point2> uvs = repeatedUVs();
-        mapAll(state, screenOf(asked), uvs, false);
+        mapAll(state, screenOf(meshCase), uvs, false);
     });
-    add("map-known-uv", mesh, "floor", [](benchmark::State& state, const MeshCase& asked) {
+    add("map-known-uv", mesh, "floor", [](benchmark::State& state, const MeshCase& meshCase) {
         static const std::vector<Point2> uvs = repeatedUVs();
-        Floor floor(screenOf(asked));
+        Floor floor(screenOf(meshCase));
         mapAll(state, floor, uvs, false);
     });
 }
@@ -131,23 +131,25 @@ const std::vector<Point3>& positionsOf(const MeshCase& mesh) {
 }
 
 void addPositions(const MeshCase& mesh) {
-    add("map-position", mesh, "library", [](benchmark::State& state, const MeshCase& asked) {
-        const BenchScreen& screen = screenOf(asked);
-        askEach(state, positionsOf(asked),
-                [&](const Point3& position) { benchmark::DoNotOptimize(screen.mapInto2D(position, false)); });
+    add("map-position", mesh, "library", [](benchmark::State& state, const MeshCase& meshCase) {
+        const BenchScreen& screen = screenOf(meshCase);
+        queryEach(state, positionsOf(meshCase), [&](const Point3& position) {
+            benchmark::DoNotOptimize(screen.mapInto2D(position, false));
+        });
     });
-    add("map-position", mesh, "search-alone", [](benchmark::State& state, const MeshCase& asked) {
-        const BenchScreen& screen = screenOf(asked);
-        askEach(state, positionsOf(asked),
-                [&](const Point3& position) { benchmark::DoNotOptimize(screen.getScreenNormal(position)); });
+    add("map-position", mesh, "search-alone", [](benchmark::State& state, const MeshCase& meshCase) {
+        const BenchScreen& screen = screenOf(meshCase);
+        queryEach(state, positionsOf(meshCase), [&](const Point3& position) {
+            benchmark::DoNotOptimize(screen.getScreenNormal(position));
+        });
     });
 }
 
-// The time of one answer, by the clock on the wall.
-void addThreads(const MeshCase& mesh, const char* way, int threads) {
-    add("map-on-threads", mesh, way,
-        [](benchmark::State& state, const MeshCase& asked) {
-            mapAll(state, screenOf(asked), newUVs(true), false);
+// The time of one query, as elapsed time.
+void addThreads(const MeshCase& mesh, const char* implementation, int threads) {
+    add("map-on-threads", mesh, implementation,
+        [](benchmark::State& state, const MeshCase& meshCase) {
+            mapAll(state, screenOf(meshCase), newUVs(true), false);
         })
         ->Threads(threads)
         ->UseRealTime();

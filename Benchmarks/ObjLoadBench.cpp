@@ -24,7 +24,7 @@ using quarn::bench::MeshFile;
 using quarn::bench::Order;
 using quarn::bench::Shape;
 
-// A way to load a file. The constructor does not count, nor does the destructor.
+// An implementation that loads a file. The constructor does not count, nor does the destructor.
 class ByLibrary : public OBJScreen {
 public:
     void load(const MeshFile& file) { deserializeFromFile(file.widePath()); }
@@ -63,7 +63,7 @@ struct ByTinyObj {
     std::size_t triangleCount = 0;
 };
 
-// What the indexes of a screen hold beside its triangles, and without the ray tracer.
+// The memory of a screen's indexes, without its triangles and the ray tracer.
 double indexBytes(const OBJScreen& loaded) {
     std::vector<Triangle> triangles;
     loaded.getTesselation(triangles);
@@ -98,21 +98,22 @@ void measureMemory(benchmark::State& state, const MeshCase& mesh, FileForm form)
     }
 }
 
-template <class Way>
-void addWay(const char* subject, const MeshCase& mesh, const std::string& way, FileForm form, int more = 0) {
-    add(subject, mesh, way, [=](benchmark::State& state, const MeshCase& asked) {
-        measureLoad<Way>(state, fileOf(asked, form), asked.triangleCount + more);
+template <class Implementation>
+void addImplementation(const char* subject, const MeshCase& mesh, const std::string& implementation,
+                       FileForm form, int more = 0) {
+    add(subject, mesh, implementation, [=](benchmark::State& state, const MeshCase& meshCase) {
+        measureLoad<Implementation>(state, fileOf(meshCase, form), meshCase.triangleCount + more);
     })->UseManualTime();
 }
 
 void addAll(const MeshCase& mesh, const std::string& variant, FileForm form, FileForm refused) {
-    addWay<TrianglesByLibrary>("obj-triangles", mesh, variant + "/library", refused);
-    addWay<ByTinyObj>("obj-triangles", mesh, variant + "/tinyobj", refused, 1);
-    addWay<ByLibrary>("obj-load", mesh, variant + "/library", form);
-    addWay<ByReference>("obj-load", mesh, variant + "/reference", form);
-    addWay<ByTinyObj>("obj-load", mesh, variant + "/tinyobj", form);
-    add("obj-memory", mesh, variant + "/library", [=](benchmark::State& state, const MeshCase& asked) {
-        measureMemory(state, asked, form);
+    addImplementation<TrianglesByLibrary>("obj-triangles", mesh, variant + "/library", refused);
+    addImplementation<ByTinyObj>("obj-triangles", mesh, variant + "/tinyobj", refused, 1);
+    addImplementation<ByLibrary>("obj-load", mesh, variant + "/library", form);
+    addImplementation<ByReference>("obj-load", mesh, variant + "/reference", form);
+    addImplementation<ByTinyObj>("obj-load", mesh, variant + "/tinyobj", form);
+    add("obj-memory", mesh, variant + "/library", [=](benchmark::State& state, const MeshCase& meshCase) {
+        measureMemory(state, meshCase, form);
     })->Iterations(1);
 }
 

@@ -12,7 +12,6 @@ namespace {
 
 using quarn::bench::add;
 using quarn::bench::agreement;
-using quarn::bench::askEach;
 using quarn::bench::forEachMesh;
 using quarn::bench::kDisagreement;
 using quarn::bench::MeshCase;
@@ -23,6 +22,7 @@ using quarn::bench::PerMesh;
 using quarn::bench::Point3;
 using quarn::bench::positionsOffSurface;
 using quarn::bench::positionsOnSurface;
+using quarn::bench::queryEach;
 using quarn::bench::screenOf;
 using quarn::test::pointersTo;
 using quarn::test::ReferenceCentroidKey;
@@ -75,7 +75,7 @@ const Positions& positionsOf(const MeshCase& mesh, const std::string& where) {
     return off.get(mesh, [&] { return std::make_unique<Positions>(positionsOffSurface(mesh, 0.0, 0.15)); });
 }
 
-// What answers a position, by each way.
+// The query of a position by each implementation.
 auto nearestByLibrary(const MeshCase& mesh) {
     return [&tree = treeOf(mesh)](const Point3& position) { return tree.findNearest(position); };
 }
@@ -111,30 +111,31 @@ constexpr double kMinAgreement = 0.9;
 constexpr std::size_t kCheckedHere = 20;
 
 template <class Prepare, class PrepareLibrary>
-void addWay(const std::string& subject, const MeshCase& mesh, const std::string& where, const char* way,
-            const Prepare& prepare, const PrepareLibrary& prepareLibrary) {
-    add(subject, mesh, where + "/" + way, [=](benchmark::State& state, const MeshCase& asked) {
-        const auto answer = prepare(asked);
-        const Positions& positions = positionsOf(asked, where);
-        if (agreement(positions, kCheckedHere, answer, prepareLibrary(asked)) < kMinAgreement)
+void addImplementation(const std::string& subject, const MeshCase& mesh, const std::string& where,
+                       const char* implementation, const Prepare& prepare,
+                       const PrepareLibrary& prepareLibrary) {
+    add(subject, mesh, where + "/" + implementation, [=](benchmark::State& state, const MeshCase& meshCase) {
+        const auto query = prepare(meshCase);
+        const Positions& positions = positionsOf(meshCase, where);
+        if (agreement(positions, kCheckedHere, query, prepareLibrary(meshCase)) < kMinAgreement)
             return state.SkipWithError(kDisagreement);
-        askEach(state, positions,
-                [&](const Point3& position) { benchmark::DoNotOptimize(answer(position)); });
+        queryEach(state, positions,
+                  [&](const Point3& position) { benchmark::DoNotOptimize(query(position)); });
     });
 }
 
 void addAll(const MeshCase& mesh) {
     for (const char* where : {"on-surface", "off-surface"}) {
         const char* const subject = "nearest-centroid";
-        addWay(subject, mesh, where, "library", nearestByLibrary, nearestByLibrary);
-        addWay(subject, mesh, where, "reference", nearestByReference, nearestByLibrary);
-        addWay(subject, mesh, where, "nanoflann", nearestByNanoflann, nearestByLibrary);
+        addImplementation(subject, mesh, where, "library", nearestByLibrary, nearestByLibrary);
+        addImplementation(subject, mesh, where, "reference", nearestByReference, nearestByLibrary);
+        addImplementation(subject, mesh, where, "nanoflann", nearestByNanoflann, nearestByLibrary);
     }
     for (const char* where : {"on-surface", "just-off", "off-surface"}) {
         const char* const subject = "point-on-triangle";
-        addWay(subject, mesh, where, "library", normalByLibrary, normalByLibrary);
-        addWay(subject, mesh, where, "reference", normalByReference, normalByLibrary);
-        addWay(subject, mesh, where, "Embree", normalByEmbree, normalByLibrary);
+        addImplementation(subject, mesh, where, "library", normalByLibrary, normalByLibrary);
+        addImplementation(subject, mesh, where, "reference", normalByReference, normalByLibrary);
+        addImplementation(subject, mesh, where, "Embree", normalByEmbree, normalByLibrary);
     }
 }
 

@@ -1,4 +1,4 @@
-// Rays through a mesh, beside the ray tracer's own calls and CGAL's tree.
+// Rays through a mesh, compared with the ray tracer's own calls and CGAL's tree.
 #include <string>
 #include <vector>
 
@@ -10,7 +10,6 @@ namespace {
 
 using quarn::bench::add;
 using quarn::bench::agreement;
-using quarn::bench::askEach;
 using quarn::bench::CgalRays;
 using quarn::bench::coherentRays;
 using quarn::bench::forEachMesh;
@@ -21,6 +20,7 @@ using quarn::bench::MeshCase;
 using quarn::bench::meshOf;
 using quarn::bench::Order;
 using quarn::bench::PerMesh;
+using quarn::bench::queryEach;
 using quarn::bench::screenOf;
 using quarn::test::ReferenceScene;
 using Rays = std::vector<Ray>;
@@ -56,34 +56,36 @@ int triangleOf(const CgalRays::Hit& hit) {
     return static_cast<int>(hit.triangle);
 }
 
-template <class Answering>
-auto firstHitOf(const Answering& answering) {
-    return [&answering](const Ray& ray) {
-        const auto hits = answering.intersect(ray.origin, ray.target);
+template <class Target>
+auto firstHitOf(const Target& target) {
+    return [&target](const Ray& ray) {
+        const auto hits = target.intersect(ray.origin, ray.target);
         return hits.empty() ? -1 : triangleOf(*hits.begin());
     };
 }
 
-// Registers a way: `prepare(mesh)` gives something with an operation intersect(start, end).
+// Registers an implementation: `prepare(mesh)` returns an object with the operation
+// intersect(start, end).
 template <class Prepare>
-void addWay(const MeshCase& mesh, bool areCoherent, const char* way, const Prepare& prepare) {
-    const std::string name = std::string(areCoherent ? "coherent/" : "incoherent/") + way;
-    add("intersect", mesh, name, [=](benchmark::State& state, const MeshCase& asked) {
-        const auto& answering = prepare(asked);
-        const Rays& rays = raysOf(asked, areCoherent);
-        if (agreement(rays, kChecked, firstHitOf(answering), firstHitOf(screenOf(asked))) < kMinAgreement)
+void addImplementation(const MeshCase& mesh, bool areCoherent, const char* implementation,
+                       const Prepare& prepare) {
+    const std::string name = std::string(areCoherent ? "coherent/" : "incoherent/") + implementation;
+    add("intersect", mesh, name, [=](benchmark::State& state, const MeshCase& meshCase) {
+        const auto& target = prepare(meshCase);
+        const Rays& rays = raysOf(meshCase, areCoherent);
+        if (agreement(rays, kChecked, firstHitOf(target), firstHitOf(screenOf(meshCase))) < kMinAgreement)
             return state.SkipWithError(kDisagreement);
-        askEach(state, rays, [&](const Ray& ray) {
-            benchmark::DoNotOptimize(answering.intersect(ray.origin, ray.target));
+        queryEach(state, rays, [&](const Ray& ray) {
+            benchmark::DoNotOptimize(target.intersect(ray.origin, ray.target));
         });
     });
 }
 
 void addAll(const MeshCase& mesh) {
     for (const bool areCoherent : {true, false}) {
-        addWay(mesh, areCoherent, "library", screenOf);
-        addWay(mesh, areCoherent, "Embree", sceneOf);
-        addWay(mesh, areCoherent, "CGAL", cgalOf);
+        addImplementation(mesh, areCoherent, "library", screenOf);
+        addImplementation(mesh, areCoherent, "Embree", sceneOf);
+        addImplementation(mesh, areCoherent, "CGAL", cgalOf);
     }
 }
 

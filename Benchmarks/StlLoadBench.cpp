@@ -82,18 +82,18 @@ private:
     quarn::test::ReferenceScene scene;
 };
 
-template <class Way>
-void addWay(const MeshCase& mesh, const char* name) {
-    add("stl-load", mesh, name, [](benchmark::State& state, const MeshCase& asked) {
-        measureLoad<Way>(state, fileOf(asked, FileForm::Stl), asked.triangleCount);
+template <class Implementation>
+void addImplementation(const MeshCase& mesh, const char* name) {
+    add("stl-load", mesh, name, [](benchmark::State& state, const MeshCase& meshCase) {
+        measureLoad<Implementation>(state, fileOf(meshCase, FileForm::Stl), meshCase.triangleCount);
     })->UseManualTime();
 }
 
 int registerAll() {
     for (const int triangleCount : {10'000, 100'000, 1'000'000}) {
         const MeshCase mesh{Shape::Dome, triangleCount, Order::InOrder};
-        addWay<ByLibrary>(mesh, "library");
-        addWay<ByReference>(mesh, "reference");
+        addImplementation<ByLibrary>(mesh, "library");
+        addImplementation<ByReference>(mesh, "reference");
     }
     return 0;
 }

@@ -1,5 +1,5 @@
-// The tool's answers to many UVs, number text included, beside the library's to the same UVs in
-// memory.
+// The tool's results for many UVs, number text included, compared with the library's for the same
+// UVs in memory.
 #include <unistd.h>
 
 #include <algorithm>
@@ -105,12 +105,13 @@ private:
 
 void queryTool(benchmark::State& state, const MeshCase& mesh) {
     static const Files files;
-    const quarn::tool::RowQuery answer = quarn::tool::mapRows(
-        screenOf(mesh), quarn::tool::MapTarget::Position, quarn::tool::BeyondScreen::Reject);
+    const quarn::tool::RowQuery query = quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position,
+                                                             quarn::tool::BeyondScreen::Reject);
     for ([[maybe_unused]] auto _ : state) {
         FileSink sink(files.output);
-        quarn::tool::RowPipeline rows({files.input, "a CSV file"}, {"u", "v"}, threadCount());
-        rows.run(answer, sink);
+        quarn::tool::RowPipeline rows({files.input, "a CSV file"}, quarn::tool::uvInput(), "m",
+                                      threadCount());
+        rows.run(query, sink);
         if (sink.finish() != kRows) return state.SkipWithError("rows are missing");
     }
 }

@@ -3,8 +3,9 @@
 
 #include <QuarnKit/Base/OutputFile.h>
 
+#include "Base/ErrorReport.h"
 #include "Base/LogOutput.h"
-#include "Base/ToolError.h"
+#include "Base/TerminationSignals.h"
 #include "CommandLine/CommandLine.h"
 #include "Commands/Commands.h"
 
@@ -62,6 +63,7 @@ void runTool(int argc, const char* const* argv) {
 int main(int argc, char** argv) {
     try {
         reserveStandardStreams();
+        quarn::tool::cleanUpOnTermination();
         quarn::tool::installLogOutput();
         runTool(argc, argv);
         return static_cast<int>(quarn::tool::ExitCode::Success);

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where: headers, library, CMake package, pkg-config file, tool, man page, completion.
+# What `cmake --install` puts where: headers, library, CMake package, pkg-config file, tool, man page, completions.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 

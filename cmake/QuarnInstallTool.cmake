@@ -1,14 +1,25 @@
-# The tool, its man page and its shell completion. The tool generates the last two itself.
+# The tool, its man page and its shell completions. The tool generates the last two itself.
 install(TARGETS quarnscreen)
 
-set(quarn_completion "${quarn_generated_dir}/quarnscreen.bash")
-add_custom_command(OUTPUT "${quarn_completion}"
-                   COMMAND quarnscreen completion bash > "${quarn_completion}"
-                   DEPENDS quarnscreen
-                   COMMENT "Writing the tool's bash completion" VERBATIM)
-install(FILES "${quarn_completion}" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
-        RENAME quarnscreen)
-set(quarn_tool_documents "${quarn_completion}")
+# Where each shell looks for completions, and the name of the file there.
+set(quarn_completion_dir_bash bash-completion/completions)
+set(quarn_completion_name_bash quarnscreen)
+set(quarn_completion_dir_zsh zsh/vendor-completions)
+set(quarn_completion_name_zsh _quarnscreen)
+set(quarn_completion_dir_fish fish/vendor_completions.d)
+set(quarn_completion_name_fish quarnscreen.fish)
+
+set(quarn_tool_documents "")
+foreach(shell IN ITEMS bash zsh fish)
+    set(completion "${quarn_generated_dir}/quarnscreen.${shell}")
+    add_custom_command(OUTPUT "${completion}"
+                       COMMAND quarnscreen completion ${shell} > "${completion}"
+                       DEPENDS quarnscreen
+                       COMMENT "Writing the tool's completion for ${shell}" VERBATIM)
+    install(FILES "${completion}" DESTINATION "${CMAKE_INSTALL_DATADIR}/${quarn_completion_dir_${shell}}"
+            RENAME "${quarn_completion_name_${shell}}")
+    list(APPEND quarn_tool_documents "${completion}")
+endforeach()
 
 find_program(QUARN_HELP2MAN help2man)
 if(QUARN_HELP2MAN)
@@ -20,6 +31,8 @@ if(QUARN_HELP2MAN)
                        COMMENT "Writing the tool's man page" VERBATIM)
     install(FILES "${quarn_man_page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
     list(APPEND quarn_tool_documents "${quarn_man_page}")
+else()
+    message(WARNING "The tool's man page will be missing: help2man was not found")
 endif()
 
 add_custom_target(quarnscreen_documents ALL DEPENDS ${quarn_tool_documents})

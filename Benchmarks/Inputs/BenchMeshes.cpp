@@ -33,9 +33,9 @@ const BenchScreen& screenOf(const MeshCase& mesh) {
     });
 }
 
-benchmark::internal::Benchmark* add(const std::string& subject, const MeshCase& mesh, const std::string& way,
-                                    const Measure& measure) {
-    const std::string name = subject + "/" + mesh.name() + "/" + way;
+benchmark::internal::Benchmark* add(const std::string& subject, const MeshCase& mesh,
+                                    const std::string& implementation, const Measure& measure) {
+    const std::string name = subject + "/" + mesh.name() + "/" + implementation;
     return benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) { measure(state, mesh); });
 }
 

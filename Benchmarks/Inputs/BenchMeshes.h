@@ -66,7 +66,7 @@ using Measure = std::function<void(benchmark::State&, const MeshCase&)>;
 
 /// Registers a benchmark as SUBJECT/SHAPE/TRIANGLES/ORDER/WAY; the ways of a subject are compared
 /// with one another.
-benchmark::internal::Benchmark* add(const std::string& subject, const MeshCase& mesh, const std::string& way,
-                                    const Measure& measure);
+benchmark::internal::Benchmark* add(const std::string& subject, const MeshCase& mesh,
+                                    const std::string& implementation, const Measure& measure);
 
 }  // namespace quarn::bench

@@ -10,18 +10,18 @@
 
 namespace quarn::bench {
 
-/// Measures `load(file)` of a new `Way`, whose `count()` must be the given number of triangles
-/// then.
-template <class Way>
+/// Measures `load(file)` of a new `Implementation`, whose `count()` must be the given number of
+/// triangles then.
+template <class Implementation>
 void measureLoad(benchmark::State& state, const MeshFile& file, int triangleCount) {
     using Clock = std::chrono::steady_clock;
     keepTracerOpen();
     for ([[maybe_unused]] auto _ : state) {
-        const auto way = std::make_unique<Way>();
+        const auto implementation = std::make_unique<Implementation>();
         const Clock::time_point start = Clock::now();
-        way->load(file);
+        implementation->load(file);
         state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
-        if (way->count() != static_cast<std::size_t>(triangleCount))
+        if (implementation->count() != static_cast<std::size_t>(triangleCount))
             state.SkipWithError("another number of triangles");
     }
 }

@@ -29,7 +29,7 @@ inline constexpr std::size_t kQuestions = 131'072;
 /// UVs up to a hundredth outside of it, along all edges.
 [[nodiscard]] std::vector<Point2> uvsJustOutside();
 
-/// Rays from one eye point, the way a picture is scanned. \pre a mesh in order
+/// Rays from one eye point, in the order of the pixels of a picture. \pre a mesh in order
 [[nodiscard]] std::vector<Ray> coherentRays(const MeshCase& mesh);
 /// Rays from random places around the eye point to random triangles.
 [[nodiscard]] std::vector<Ray> incoherentRays(const MeshCase& mesh);
@@ -40,7 +40,7 @@ inline constexpr std::size_t kQuestions = 131'072;
 
 /// Measures an operation that takes one input after the other.
 template <class Inputs, class Operation>
-void askEach(benchmark::State& state, const Inputs& inputs, const Operation& operation) {
+void queryEach(benchmark::State& state, const Inputs& inputs, const Operation& operation) {
     std::size_t i = anyStart(inputs.size());
     for ([[maybe_unused]] auto _ : state) {
         operation(inputs[i]);
@@ -48,7 +48,7 @@ void askEach(benchmark::State& state, const Inputs& inputs, const Operation& ope
     }
 }
 
-/// To which part of the first inputs two ways give the same answers.
+/// Returns the fraction of the first inputs for which two implementations have the same result.
 template <class Inputs, class First, class Second>
 double agreement(const Inputs& inputs, std::size_t count, const First& first, const Second& second) {
     std::size_t same = 0;
@@ -58,6 +58,6 @@ double agreement(const Inputs& inputs, std::size_t count, const First& first, co
 }
 
 inline constexpr std::size_t kChecked = 1000;
-inline constexpr const char* kDisagreement = "other answers than the library's";
+inline constexpr const char* kDisagreement = "other results than the library's";
 
 }  // namespace quarn::bench

@@ -1,5 +1,5 @@
 /// \file
-/// How much heap memory an operation holds at its peak. A program that links this has each `new`
+/// The heap memory of an operation at its peak. A program that links this has each `new`
 /// counted.
 #pragma once
 

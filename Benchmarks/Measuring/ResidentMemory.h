@@ -1,5 +1,5 @@
 /// \file
-/// How much memory of the machine a process holds, and held at most.
+/// The resident memory of a process, and its peak.
 #pragma once
 
 #include <malloc.h>

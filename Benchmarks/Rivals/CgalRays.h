@@ -10,7 +10,7 @@
 
 namespace quarn::bench {
 
-/// Takes numbers of double precision as they are, which is CGAL's fastest way.
+/// Takes numbers of double precision as they are, which is CGAL's fastest variant.
 class CgalRays {
 public:
     struct Hit {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
@@ -239,7 +240,7 @@ void CylinderScreen::sampleBoundary(Polylines& boundary) const {
     for (int i = arcSamples; i > 0; --i) bottom.sample(i / arcIntervals, 1.0);
     quarn::detail::PolylineSampler left(*this, edges[3]);
     for (int j = rulingSamples; j > 0; --j) left.sample(0.0, j / kIntervalsPerRuling);
-    boundary.insert(boundary.end(), edges.begin(), edges.end());
+    quarn::detail::appendPolylines(boundary, std::move(edges));
 }
 
 bool CylinderScreen::isPlanar() const {

@@ -25,7 +25,7 @@ void MeshScreen::addScreenToScene() {
 void MeshScreen::initTriangleData() {
     boundaryValid = false;
     clearBoundary();
-    index->centroidSearch.build(triangles);
+    index->containingTriangle.build(triangles);
     quarn::detail::buildOver(index->uvTree, triangles);
     index->regionMap.rebuild(triangles.data(), triangles.data() + triangles.size());
     boundaryValid = findBoundaryNew(triangles, boundary);
@@ -37,7 +37,7 @@ void MeshScreen::initTriangleData() {
 void MeshScreen::dropTriangleData() {
     static const std::vector<Triangle> none;
     clearBoundary();
-    index->centroidSearch.build(none);
+    index->containingTriangle.build(none);
     quarn::detail::buildOver(index->uvTree, none);
     index->regionMap.clear();
     index->boundaryUV = quarn::detail::PolygonBands();

@@ -130,7 +130,7 @@ Point<double, 3> MeshScreen::rayPointNearestBoundary(const Ray& ray, int normalS
 }
 
 const Triangle* MeshScreen::findClosestTriangle(const Point<double, 3>& point, bool nearestCentroid) const {
-    const quarn::detail::CentroidSearch& search = index->centroidSearch;
+    const quarn::detail::ContainingTriangleSearch& search = index->containingTriangle;
     if (nearestCentroid) return search.tree().findNearest(point);
 
     const Triangle* const containing = search.findContaining(point);
@@ -169,7 +169,7 @@ Point<double, 3> MeshScreen::getClosestPoint(const Point<double, 3>& point) cons
 Point<double, 3> MeshScreen::getPointOnMeshEdge(const Point<double, 3>& point) const {
     const int levels = std::min(index->uvTree.depth(), kMaxCreaseLevels);
     if (triangles.size() < static_cast<std::size_t>(levels) * kTrianglesPerCreaseLevel) return point;
-    const auto nearest = index->centroidSearch.tree().findKNearest(point, 2 * levels);
+    const auto nearest = index->containingTriangle.tree().findKNearest(point, 2 * levels);
     const Point<double, 3> candidate =
         quarn::detail::closestOn(quarn::detail::sharpestCrease(nearest), point);
     return length(point - candidate) < kSnapDistance ? candidate : point;

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include <QuarnScreen/Detail/Boundary/BoundarySearch.h>
+#include <QuarnScreen/Detail/Boundary/BoundaryWalk.h>
 #include <QuarnScreen/Detail/Boundary/PointInPolygon.h>
 #include <QuarnScreen/Detail/Boundary/PolylineClipper.h>
 #include <QuarnScreen/Detail/Mesh/GridCache.h>
@@ -82,7 +82,7 @@ void appendNearestToOrigin(const std::vector<Triangle>& triangles, std::vector<P
 }  // namespace
 
 bool MeshScreen::findBoundaryNew(const std::vector<Triangle>& triangles, Boundary& boundary) {
-    const quarn::detail::BoundarySearchResult result = quarn::detail::findBoundary(triangles, boundary);
+    const quarn::detail::BoundaryWalkResult result = quarn::detail::findBoundary(triangles, boundary);
     if (result.edgesLeft) {
         LOG4CXX_WARN(log, "Multiple boundaries are not currently supported and there are "
                               << std::to_string(*result.edgesLeft)

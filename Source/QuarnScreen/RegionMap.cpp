@@ -5,8 +5,8 @@
 #include <utility>
 
 #include <Common/Detail/Assert.h>
-#include <QuarnScreen/Detail/Search/QuadtreeLookup.h>
 #include <QuarnScreen/Detail/Search/QuadtreeSubdivision.h>
+#include <QuarnScreen/Detail/Search/RegionMapShortcut.h>
 
 namespace {
 
@@ -21,10 +21,12 @@ constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 const Triangle* RegionNode::triangle(int index) const {
     QUARN_ASSERT(0 <= index && index < triangleCount);
-    return map->slotTriangles[static_cast<std::size_t>(map->slotInLeaf(*this, index))];
+    const int entry = map->slotInLeaf(*this, index);
+    const Triangle* const range = map->buildRanges[static_cast<std::size_t>(build)];
+    return range + (map->isOfLastBuild(*this) ? map->slotTriangles[static_cast<std::size_t>(entry)] : entry);
 }
 
-RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::QuadtreeLookup>()) {}
+RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::RegionMapShortcut>()) {}
 RegionMap::~RegionMap() = default;
 
 // Creates the nodes of a build.
@@ -36,8 +38,8 @@ public:
         std::size_t lists = 0;
     };
 
-    NodeVisitor(RegionMap& owner, const Triangle* first, std::size_t count)
-        : map(owner), triangles(first), slots(count, kNoSlot) {}
+    NodeVisitor(RegionMap& owner, std::size_t count)
+        : map(owner), build(static_cast<int>(owner.buildRanges.size()) - 1), slots(count, kNoSlot) {}
 
     [[nodiscard]] Checkpoint save() const {
         return {map.statistics, map.nodeList.size(), map.longLists.size()};
@@ -55,6 +57,7 @@ public:
     int leaf(const quarn::detail::BoxRange& range, int depth) {
         RegionNode leaf;
         leaf.triangleCount = range.size();
+        leaf.build = build;
         leaf.map = &map;
         if (leaf.triangleCount <= RegionNode::kInlineCapacity) {
             std::transform(range.first, range.last, leaf.payload.begin(),
@@ -71,6 +74,7 @@ public:
 
     int inner(const std::array<int, 4>& children) {
         RegionNode node;
+        node.build = build;
         std::copy(children.begin(), children.end(), node.payload.begin());
         map.nodeList.push_back(node);
         ++map.statistics.innerCount;
@@ -82,14 +86,57 @@ private:
         int& slot = slots[static_cast<std::size_t>(triangle)];
         if (slot == kNoSlot) {
             slot = static_cast<int>(map.slotTriangles.size());
-            map.slotTriangles.push_back(triangles + triangle);
+            map.slotTriangles.push_back(triangle);
         }
         return slot;
     }
 
     RegionMap& map;
-    const Triangle* triangles;
+    int build;
     std::vector<int> slots;  // by triangle; kNoSlot for none yet
+};
+
+// Prepares the leaves of the last build for the next build, which reuses the slots.
+class RegionMap::EarlierNodes {
+public:
+    explicit EarlierNodes(RegionMap& owner) : map(owner) {}
+
+    // Replaces each slot by the index of its triangle.
+    void replaceSlots() {
+        for (std::size_t i = map.firstNode; i < map.nodeList.size(); ++i) {
+            RegionNode& node = map.nodeList[i];
+            if (node.triangleCount > RegionNode::kInlineCapacity) continue;
+            for (int k = 0; k < node.triangleCount; ++k)
+                replaceSlot(node.payload[static_cast<std::size_t>(k)]);
+        }
+        std::for_each(listOf(map.firstEntry), map.longLists.end(),
+                      [this](int& entry) { replaceSlot(entry); });
+    }
+
+    // Removes lists that are equal to those of the build before. Otherwise a mesh with overlaps
+    // that is built again and again would grow faster than its nodes.
+    void shareLists() {
+        if (map.firstEntry == map.longLists.size()) return;
+        if (!std::equal(listOf(map.previousEntry), listOf(map.firstEntry), listOf(map.firstEntry),
+                        map.longLists.end())) {
+            map.previousEntry = map.firstEntry;
+            return;
+        }
+        const auto size = static_cast<int>(map.firstEntry - map.previousEntry);
+        for (std::size_t i = map.firstNode; i < map.nodeList.size(); ++i) {
+            RegionNode& node = map.nodeList[i];
+            if (node.triangleCount > RegionNode::kInlineCapacity) node.payload.front() -= size;
+        }
+        map.longLists.resize(map.firstEntry);
+    }
+
+private:
+    [[nodiscard]] std::vector<int>::iterator listOf(std::size_t entry) const {
+        return map.longLists.begin() + static_cast<std::ptrdiff_t>(entry);
+    }
+    void replaceSlot(int& entry) const { entry = map.slotTriangles[static_cast<std::size_t>(entry)]; }
+
+    RegionMap& map;
 };
 
 void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
@@ -98,10 +145,17 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
     builtTriangles = static_cast<int>(last - first);
 
     const auto count = static_cast<std::size_t>(builtTriangles);
+    buildRanges.push_back(first);
     tests.clear();
+    hasUVArea = true;
     lookup->clear();
-    firstSlot = slotTriangles.size();
-    slotTriangles.reserve(firstSlot + count);
+    EarlierNodes earlier(*this);
+    earlier.replaceSlots();
+    earlier.shareLists();
+    firstNode = nodeList.size();
+    firstEntry = longLists.size();
+    slotTriangles.clear();
+    slotTriangles.reserve(count);
     cutAll(first, count);
     makeTests();
     lookup->build(nodeList, wholeRect, statistics.leafCount);
@@ -114,7 +168,7 @@ void RegionMap::cutAll(const Triangle* first, std::size_t count) {
         return quarn::detail::uvBoxOf(a.uv, b.uv, c.uv);
     });
     wholeRect = quarn::detail::unionOf(boxes);
-    NodeVisitor visitor(*this, first, count);
+    NodeVisitor visitor(*this, count);
     quarn::detail::QuadtreeSubdivision<NodeVisitor>(boxes, visitor).run(wholeRect);
 }
 
@@ -124,11 +178,14 @@ void RegionMap::clear() {
     builtTriangles = 0;
     wholeRect = {kMaxDouble, -kMaxDouble, kMaxDouble, -kMaxDouble};
     nodeList.clear();
+    buildRanges.clear();
+    firstNode = 0;
     longLists.clear();
+    firstEntry = 0;
+    previousEntry = 0;
     slotTriangles.clear();
     tests.clear();
     lookup->clear();
-    firstSlot = 0;
 }
 
 void RegionMap::countLeaf(int triangleCount, int depth) {
@@ -152,9 +209,12 @@ RegionMap::UVTest RegionMap::uvTestOf(const Triangle& triangle) {
 }
 
 void RegionMap::makeTests() {
-    tests.reserve(slotTriangles.size() - firstSlot);
-    for (std::size_t i = firstSlot; i < slotTriangles.size(); ++i)
-        tests.push_back(uvTestOf(*slotTriangles[i]));
+    const Triangle* const range = buildRanges.back();
+    hasUVArea = std::any_of(slotTriangles.begin(), slotTriangles.end(),
+                            [range](int triangle) { return range[triangle].uvDeterminant != 0.0; });
+    if (!hasUVArea) return;
+    tests.reserve(slotTriangles.size());
+    for (const int triangle : slotTriangles) tests.push_back(uvTestOf(range[triangle]));
 }
 
 bool RegionMap::UVTest::holds(double u, double v) const {
@@ -191,12 +251,13 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
         (goesBelow ? part.minV : part.maxV) = midV;
         node = &nodeList[static_cast<std::size_t>(node->child((goesRight ? 1 : 0) + (goesBelow ? 2 : 0)))];
     }
+    // Leaves of earlier builds have no prepared tests.
+    const bool isOfLast = isOfLastBuild(*node);
+    if (isOfLast && !hasUVArea) return;
+    const std::size_t testCount = isOfLast ? tests.size() : 0;
     for (int i = 0; i < node->count(); ++i) {
         const auto slot = static_cast<std::size_t>(slotInLeaf(*node, i));
-        // Leaves of earlier builds have no prepared tests. For their slots the difference wraps
-        // around.
-        const std::size_t test = slot - firstSlot;
-        const UVTest& uvTest = test < tests.size() ? tests[test] : uvTestOf(*slotTriangles[slot]);
+        const UVTest& uvTest = slot < testCount ? tests[slot] : uvTestOf(*node->triangle(i));
         if (!uvTest.holds(u, v)) continue;
         result = uvTest.triangle;
         return;

@@ -13,7 +13,7 @@
 #include <QuarnScreen/Triangle.h>
 
 namespace quarn::detail {
-class QuadtreeLookup;
+class RegionMapShortcut;
 }
 
 /// A closed rectangle in UV.
@@ -65,9 +65,10 @@ private:
     static constexpr int kInlineCapacity = 8;
 
     int triangleCount = -1;
-    // The children of an inner node, or the slots of a leaf's triangles. If a leaf has too many
-    // slots, the first element is the offset of its slots in the map's list.
+    // The children of an inner node, or the entries of a leaf's triangles. If a leaf has too many
+    // entries, the first element is the offset of its entries in the map's list.
     std::array<int, kInlineCapacity> payload{};
+    int build = 0;  // number of the build that created the node
     const RegionMap* map = nullptr;
 };
 
@@ -184,24 +185,34 @@ private:
     };
 
     class NodeVisitor;
+    class EarlierNodes;
 
     friend class RegionNode;
 
     void cutAll(const Triangle* first, std::size_t count);
     void countLeaf(int triangleCount, int depth);
+    [[nodiscard]] bool isOfLastBuild(const RegionNode& node) const {
+        return static_cast<std::size_t>(node.build) + 1 == buildRanges.size();
+    }
     [[nodiscard]] int slotInLeaf(const RegionNode& leaf, int index) const;
     static UVTest uvTestOf(const Triangle& triangle);
     void makeTests();
 
     RegionRect wholeRect;
     std::vector<RegionNode> nodeList;
-    std::vector<int> longLists;  // slots of the leaves that exceed the inline capacity
-    // A triangle gets a slot when it is first stored in a leaf, so that the slots of a leaf are
-    // adjacent.
-    std::vector<const Triangle*> slotTriangles;
-    std::size_t firstSlot = 0;  // first slot of the last build, to which the first test belongs
-    std::vector<UVTest> tests;
-    std::unique_ptr<quarn::detail::QuadtreeLookup> lookup;
+    std::vector<const Triangle*> buildRanges;  // start of each build's range of triangles
+    std::size_t firstNode = 0;                 // of the last build
+    // Entries of the leaves that exceed the inline capacity. An entry of the last build is a slot.
+    // An entry of an earlier build is the index of a triangle in that build's range.
+    std::vector<int> longLists;
+    std::size_t firstEntry = 0;     // of the last build in the lists
+    std::size_t previousEntry = 0;  // of the lists before those
+    // For each slot of the last build, the index of its triangle. A triangle gets a slot when it is
+    // first stored in a leaf, so that the slots of a leaf are adjacent.
+    std::vector<int> slotTriangles;
+    std::vector<UVTest> tests;  // by slot; none if no triangle has an area in UV
+    bool hasUVArea = true;      // false if no triangle of the last build contains any UV
+    std::unique_ptr<quarn::detail::RegionMapShortcut> lookup;
     int builtTriangles = 0;
     int splitsGivenUp = 0;
     Statistics statistics;

@@ -1,6 +1,7 @@
 #include <QuarnScreen/STLScreen.h>
 
 #include <fstream>
+#include <locale>
 #include <sstream>
 #include <utility>
 
@@ -43,7 +44,10 @@ void STLScreen::updateGeometry(IScreenConfig* /*config*/) {}
 void STLScreen::deserializeFromFile(const std::wstring& path) {
     std::ifstream file;
     valid = quarn::detail::openInputFile(file, path, std::ios::in | std::ios::binary);
-    if (valid) deserialize(file);
+    if (!valid) return;
+    // The numbers of a text have a decimal point in every global locale.
+    file.imbue(std::locale::classic());
+    deserialize(file);
 }
 
 void STLScreen::deserialize(std::istream& in) {
@@ -70,5 +74,6 @@ void STLScreen::serialize(std::wostream& out, int indent) {
 void STLScreen::deserialize(xercesc::DOMNode* node) {
     QUARN_ASSERT(node != nullptr);
     std::istringstream stream(ScreenGeometryXmlHelper::extractAndBase64DecodeDefinitionString(node));
+    stream.imbue(std::locale::classic());
     deserialize(stream);
 }

@@ -53,11 +53,12 @@ public:
     /// Ignores the call.
     void updateGeometry(IScreenConfig* config) override;
 
-    /// Loads a file by its path, as deserialize(). A file that does not open makes the screen
-    /// invalid and changes nothing else.
+    /// Loads a file by its path, as deserialize(), with numbers in the classic locale. A file that
+    /// does not open makes the screen invalid and changes nothing else.
     void deserializeFromFile(const std::wstring& path);
 
     /// Loads a stream and rebuilds all indexes. Triangles that were read before an error remain.
+    /// The numbers of a text are read in the locale of the stream.
     /// O(n log n) in the number of triangles.
     /// \throws std::bad_alloc if out of memory
     /// \note Intended: the triangles are appended to those of earlier loads, and a binary file is

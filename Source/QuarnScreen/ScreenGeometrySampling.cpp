@@ -1,6 +1,7 @@
 #include <QuarnScreen/ScreenGeometry.h>
 
 #include <optional>
+#include <utility>
 
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Detail/Shapes/PolylineSampler.h>
@@ -85,7 +86,7 @@ void ScreenGeometry::sampleBoundary(Polylines& boundary) const {
     PolylineSampler top(*this, edges[3]);
     for (int i = kPointsPerEdge; i > 0; --i) top.sample(i / kIntervalsPerEdge, 0.0);
 
-    boundary.insert(boundary.end(), edges.begin(), edges.end());
+    quarn::detail::appendPolylines(boundary, std::move(edges));
 }
 
 std::vector<Point<double, 3>> ScreenGeometry::intersectChannelBoundary(const PointPairs& rays,

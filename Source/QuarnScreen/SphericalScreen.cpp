@@ -1,6 +1,7 @@
 #include <QuarnScreen/SphericalScreen.h>
 
 #include <cmath>
+#include <utility>
 
 #include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
@@ -239,7 +240,7 @@ void SphericalScreen::sampleBoundary(Polylines& boundary) const {
     for (int i = thetaSamples; i > 0; --i) right.sample(1.0, i / thetaIntervals);
     quarn::detail::PolylineSampler top(*this, edges[3]);
     for (int j = phiSamples; j > 0; --j) top.sample(j / phiIntervals, 0.0);
-    boundary.insert(boundary.end(), edges.begin(), edges.end());
+    quarn::detail::appendPolylines(boundary, std::move(edges));
 }
 
 bool SphericalScreen::isPlanar() const {

@@ -11,7 +11,7 @@ CONSTANT = re.compile(r"\bconstexpr ((?:long )?(?:\w|::|<double, 2>)+) (k[A-Z]\w
 # Limits are recognized by their names, and numbers that may be tolerances by their type.
 LIMIT = re.compile(r"k(Max|Min)[A-Z]|k\w*(MemoryPer|Capacity|Limit|NoUV)")
 # Measures of a drawing.
-DRAWINGS = re.compile(r"Source/QuarnKit/Plot/(?:Mesh/Plot(?:Mesh|MeshUv)|Page/Plot(?:Labels|Legend|Panel|Sheet|Style|Uv))\.(cpp|h)")
+DRAWINGS = re.compile(r"Source/QuarnKit/Plot/(?:Mesh/Plot(?:Mesh|MeshUv)|Page/Plot(?:EyePanel|Labels|Legend|Panel|Sheet|Style|Uv))\.(cpp|h)")
 # Constants that describe a type's range or are no number.
 NO_LIMITS = {"kNaN", "kInfinity", "kEpsilon", "kMaxDouble"}
 

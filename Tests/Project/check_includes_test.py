@@ -54,7 +54,7 @@ class CheckIncludes(unittest.TestCase):
                             "may not depend on kit base")
 
     def test_the_kit_may_not_know_the_tool(self):
-        self.expect_problem({"Source/QuarnKit/Mesh/Edges.cpp": '#include "Base/ToolError.h"\n', "Tools/Base/ToolError.h": ""},
+        self.expect_problem({"Source/QuarnKit/Mesh/Edges.cpp": '#include "Base/ErrorReport.h"\n', "Tools/Base/ErrorReport.h": ""},
                             "kit mesh may not depend on tool base")
 
     def test_a_folder_of_the_kit_may_not_know_a_higher_one(self):

@@ -16,10 +16,10 @@ class Coverage(unittest.TestCase):
     def test_named_lines_may_be_missed(self):
         self.assertEqual(self.faults({LINE}, 99.0, {LINE}), [])
 
-    def test_other_lines_are_told(self):
+    def test_other_lines_are_reported(self):
         self.assertEqual(self.faults({LINE}, 99.0, set()), ["not named in Docs/quality.md: Source/QuarnScreen/A.cpp: return a || b;"])
 
-    def test_named_lines_that_are_reached_are_told(self):
+    def test_named_lines_that_are_reached_are_reported(self):
         fault, = self.faults(set(), 100.0, {LINE})
         self.assertIn("but reached or not there", fault)
 

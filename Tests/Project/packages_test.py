@@ -40,7 +40,7 @@ class Packages(unittest.TestCase):
         self.assertIn("apt-get update", result.stdout)
         self.assertRegex(result.stdout, r"apt-get install .*-recommends g\+\+ cmake\n")
 
-    def test_sudo_is_used_where_it_asks_for_no_password(self):
+    def test_sudo_is_used_where_it_needs_no_password(self):
         result = self.run_script("install", "build", missing="cmake", may_sudo=True)
         self.assertRegex(result.stdout, r"sudo env DEBIAN_FRONTEND=noninteractive apt-get install .* cmake\n")
 

@@ -6,9 +6,9 @@
 #include <QuarnKit/Base/NumberText.h>
 
 #include "Base/Diagnostics.h"
+#include "Base/ErrorReport.h"
 #include "Base/LogWarnings.h"
 #include "Base/ShellQuote.h"
-#include "Base/ToolError.h"
 
 namespace quarn::tool {
 
@@ -40,7 +40,9 @@ void ConsoleObserver::setStage(const std::string& stage) {
 }
 
 void ConsoleObserver::notify(const Notice& notice) {
-    const std::string line = withLocation(notice.file, notice.line, notice.text);
+    const std::string command = remedyCommand(notice.remedy);
+    const std::string line =
+        withLocation(notice.file, notice.line, notice.text + (command.empty() ? "" : "; try: " + command));
     if (notice.level == NoticeLevel::Warning)
         writeWarningLine(line);
     else

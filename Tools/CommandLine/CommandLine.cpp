@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <span>
 #include <sstream>
+#include <string_view>
 
 #include <QuarnKit/Base/Error.h>
 
@@ -46,6 +48,7 @@ OptionFacts factsOf(const CLI::Option& option) {
     const std::string typeName = option.get_type_name();
     facts.choices = choicesIn(typeName);
     facts.valueName = typeName.substr(0, typeName.find(':'));
+    facts.description = option.get_description();
     facts.takesValue = option.get_items_expected_max() > 0;
     return facts;
 }
@@ -66,6 +69,15 @@ NamedCommand namedCommandOf(const CLI::App& command) {
     for (const CLI::Option* const option : command.get_options())
         for (const std::string& name : option->get_lnames()) named.options.push_back("--" + name);
     return named;
+}
+
+// The parser takes the next word as the value of an option such as "--unit=".
+void refuseEmptyValues(std::span<const char* const> words) {
+    for (const std::string_view word : words) {
+        if (word == "--") return;
+        if (word.starts_with("--") && word.find('=') + 1 == word.size())
+            throw Error({.found = "found " + std::string(word) + " without a value (see --help)"});
+    }
 }
 
 // The word that the parser could not assign, preferably an option, since the word after it may be
@@ -148,6 +160,15 @@ Option Command::option(const std::string& name, const std::function<void(const s
     return Option(*added);
 }
 
+Option Command::repeatedOption(const std::string& name, std::vector<std::string>& values,
+                               const std::string& description) {
+    const NameParts parts = partsOf(name);
+    CLI::Option* const added = command->add_option(parts.names, values, description);
+    // Each occurrence takes one value, so that an argument may follow it.
+    added->type_name(parts.valueName)->allow_extra_args(false);
+    return Option(*added);
+}
+
 Option Command::flag(const std::string& name, std::function<void()> onGiven, const std::string& description) {
     return Option(*command->add_flag_callback(name, std::move(onGiven), description));
 }
@@ -158,6 +179,10 @@ void Command::onRun(std::function<void()> action) {
 
 std::string Command::name() const {
     return command->get_name();
+}
+
+std::string Command::summary() const {
+    return command->get_description();
 }
 
 std::vector<Command> Command::commands() const {
@@ -187,6 +212,7 @@ Command CommandLine::root() {
 }
 
 std::optional<std::string> CommandLine::run(int argc, const char* const* argv) {
+    refuseEmptyValues(std::span(argv, static_cast<std::size_t>(argc)));
     try {
         app->parse(argc, argv);
         return std::nullopt;

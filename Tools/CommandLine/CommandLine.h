@@ -49,6 +49,7 @@ struct OptionFacts {
     std::vector<std::string> names;    ///< With their dashes; empty for an argument.
     std::vector<std::string> choices;  ///< The only values, if they are limited.
     std::string valueName;             ///< Such as FILE; empty for a flag.
+    std::string description;
     bool takesValue = false;
 };
 
@@ -88,6 +89,11 @@ public:
     Option option(const std::string& name, const std::function<void(const std::string&)>& setValue,
                   const std::string& description);
 
+    /// Adds an option that may be given several times.
+    /// \param values set to the option's texts; they have to outlive the CommandLine
+    Option repeatedOption(const std::string& name, std::vector<std::string>& values,
+                          const std::string& description);
+
     /// Adds an option whose value is one of several words. Sets \p target to the value of the word.
     template <class Value>
     Option choice(const std::string& name, Value& target,
@@ -126,6 +132,7 @@ public:
     }
 
     [[nodiscard]] std::string name() const;
+    [[nodiscard]] std::string summary() const;
     [[nodiscard]] std::vector<Command> commands() const;
     [[nodiscard]] std::vector<OptionFacts> options() const;
 

@@ -15,6 +15,8 @@ void addMeshEditOptions(Command& command, MeshEditOptions& options) {
         command, options.output,
         "File to write, replaced atomically: XML if its name ends with .xml, otherwise OBJ; - is the "
         "standard output");
+    addObjectOption(command, options.obj);
+    addRepairFlag(command, {&options.obj});
     addUnitOption(command, options.unit,
                   "Unit of the lengths in the file, to which all others are converted");
     addMemoryOption(command, options.maxMemory);

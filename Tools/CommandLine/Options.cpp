@@ -67,6 +67,8 @@ void addScreenInput(Command& command, ScreenOptions& options) {
         .argument("SCREEN FILE", options.screen, "OBJ or STL file, or XML file with a ScreenGeometry element")
         .required();
     addObjOptions(command, options.obj);
+    addObjectOption(command, options.obj);
+    addRepairFlag(command, {&options.obj});
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
 }
 
@@ -109,6 +111,21 @@ void addObjScaleOption(Command& command, ObjOptions& options, const std::string&
         file + ": factor of all positions; default 1");
 }
 
+void addObjectOption(Command& command, ObjOptions& options, const std::string& suffix,
+                     const std::string& file) {
+    command.repeatedOption("--object" + suffix + " NAME", options.objects,
+                           file + ": object or group to read; give it again for more; default all");
+}
+
+void addRepairFlag(Command& command, const std::vector<ObjOptions*>& targets) {
+    command.flag(
+        "--repair",
+        [targets] {
+            for (ObjOptions* const target : targets) target->repair = RepairPolicy::Repair;
+        },
+        "Repair a mesh in memory as convert does, and state the repairs");
+}
+
 void addUnitOption(Command& command, std::string& unit, const std::string& description) {
     command.option("--unit NAME", unit, description).choices(lengthUnitNames());
 }
@@ -143,6 +160,13 @@ void addGridOption(Command& command, std::optional<GridSize>& grid) {
             "--grid ROWSxCOLUMNS", [&grid](const std::string& text) { grid = gridSizeFrom(text); },
             "Cells of the mesh generated from an analytic screen")
         .defaultText(std::to_string(kDefault.rows) + "x" + std::to_string(kDefault.columns));
+}
+
+void addVDirectionOption(Command& command, VDirection& direction, const std::string& description) {
+    command
+        .choice("--v DIRECTION", direction, {{"down", VDirection::Downward}, {"up", VDirection::Upward}},
+                description)
+        .defaultText("down");
 }
 
 GridSize gridFor(const Screen& screen, const std::optional<GridSize>& grid) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnKit/Formats/GridMesh.h>
 
@@ -16,6 +17,12 @@
 #include "Rows/QueryOptions.h"
 
 namespace quarn::tool {
+
+/// Explains the CSV input of a command, for its help.
+inline constexpr const char* kCsvDetails =
+    "A header names the columns of the CSV, in any order; its further columns follow those of the "
+    "result. Without\na header, rows contain only the numbers, in this order. Commas, semicolons, tabs or "
+    "blanks separate cells.";
 
 /// Adds the argument SCREEN, and the options of an OBJ file and of the unit.
 void addScreenInput(Command& command, ScreenOptions& options);
@@ -42,6 +49,13 @@ void addObjAxisOptions(Command& command, ObjOptions& options, const std::string&
 void addObjScaleOption(Command& command, ObjOptions& options, const std::string& suffix = "",
                        const std::string& file = "OBJ");
 
+/// Adds --object; the parameters are those of addObjAxisOptions().
+void addObjectOption(Command& command, ObjOptions& options, const std::string& suffix = "",
+                     const std::string& file = "OBJ");
+
+/// Adds --repair, which sets the policy of all \p targets.
+void addRepairFlag(Command& command, const std::vector<ObjOptions*>& targets);
+
 void addUnitOption(Command& command, std::string& unit, const std::string& description);
 void addJsonFlag(Command& command, ResultFormat& format);
 void addThreadsOption(Command& command, std::size_t& threads);
@@ -54,6 +68,8 @@ Option addOutputOption(
 /// \param grid stays empty if the option is not given
 void addGridOption(Command& command, std::optional<GridSize>& grid);
 
+/// Adds --v.
+void addVDirectionOption(Command& command, VDirection& direction, const std::string& description);
 /// Returns the grid of the option, or the default, for the mesh of a screen.
 /// \throws Error that names --grid if it is too coarse for the screen
 [[nodiscard]] GridSize gridFor(const Screen& screen, const std::optional<GridSize>& grid);

@@ -59,6 +59,18 @@ Point<double, 3> positionFrom(const std::string& option, const std::string& text
     return position;
 }
 
+Point<double, 3> coordinatesFrom(const std::string& option, const std::string& text) {
+    const auto parts = threeParts(text);
+    Point<double, 3> coordinates;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto number = parts ? parseNumber(parts->at(i)) : std::nullopt;
+        if (!number || !std::isfinite(*number))
+            throw unexpectedText(option, text, "auto, or three numbers such as 512340,5403210,310");
+        coordinates[i] = *number;
+    }
+    return coordinates;
+}
+
 Point<double, 3> degreesFrom(const std::string& option, const std::string& text) {
     const auto parts = threeParts(text);
     const auto unexpected = [&] {

@@ -25,6 +25,9 @@ namespace quarn::tool {
 [[nodiscard]] Point<double, 3> positionFrom(const std::string& option, const std::string& text,
                                             const std::string& unit);
 
+/// Parses three finite numbers, separated by commas.
+[[nodiscard]] Point<double, 3> coordinatesFrom(const std::string& option, const std::string& text);
+
 /// Parses three angles, separated by commas. Returns degrees; a number without unit is in degrees.
 [[nodiscard]] Point<double, 3> degreesFrom(const std::string& option, const std::string& text);
 

@@ -40,7 +40,8 @@ void registerClosestCommand(Command& tool) {
         {.name = "closest",
          .summary = "Find the position on the screen closest to each position",
          .details =
-             "The result is closest in UV, and not always in space. On a mesh it is the projection onto "
+             std::string(kCsvDetails) +
+             "\nThe result is closest in UV, and not always in space. On a mesh it is the projection onto "
              "the triangle\nwith the nearest centroid; there is none if the projection lies outside of "
              "the triangle.",
          .example = "quarnscreen closest Samples/flat-wall.xml Samples/flat-wall-points.csv"});

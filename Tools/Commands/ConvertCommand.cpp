@@ -1,45 +1,73 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
-#include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
+#include <QuarnKit/Formats/Obj/Edit/ObjTextEdit.h>
+#include <QuarnKit/Formats/Obj/Parts/ObjCompaction.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 
 #include "Base/Diagnostics.h"
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
+#include "CommandLine/UnitOptions.h"
 #include "Commands/Commands.h"
 
 namespace quarn::tool {
 
 namespace {
 
+constexpr const char* kAutoOrigin = "auto";
+
+constexpr const char* kDetails =
+    "Here v runs downward: 0 at the top of the screen, 1 at the bottom. Many programs count it from the\n"
+    "bottom. For them, or for their files, --v up makes each v 1 - v.\n"
+    "Positions are stored in single precision, which rounds coordinates of several kilometers to\n"
+    "millimeters and more. --origin moves the mesh before that, and reports by how much.";
+
 struct ConvertOptions {
     std::string input;
     std::string output;
     std::optional<ScreenFormat> format;  // from the output's name if empty
-    ObjOptions obj;
+    ObjOptions obj = {.repair = RepairPolicy::Repair};
     std::optional<GridSize> grid;
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
 
-void noteRepairs(const std::string& name, const ObjRepairs& repairs) {
-    for (const ObjRepairs::Tally& tally : repairs.tallies())
-        writeNoteLine(withLocation(name, tally.firstLine, "repaired " + repairText(tally)));
+// Some objects of a file get a text of their own, without the data of the others.
+Screen readInput(const ConvertOptions& options) {
+    return openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
+        if (!options.obj.objects.empty()) removeUnusedObjData(source);
+    });
 }
 
-// Reads the input, and repairs it if it is an OBJ text. An input that is still rejected gets no
-// notes.
-Screen readRepaired(const ConvertOptions& options) {
-    std::string name;
-    ObjRepairs repairs;
-    Screen screen = openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
-        RepairedObj repaired = repairObj(source.name, source.text);
-        source.text = std::move(repaired.text);
-        name = source.name;
-        repairs = repaired.repairs;
-    });
-    noteRepairs(name, repairs);
-    return screen;
+void noteOrigin(const MeshSource& mesh) {
+    const Point<double, 3> inScreen = originInScreen(mesh.origin, mesh.frame);
+    std::string text = "the coordinates are close to the origin; it was not moved";
+    if (mesh.origin != Point<double, 3>())
+        text = "subtracted " + coordinatesText(mesh.origin) + " from the coordinates of the file; add " +
+               (inScreen == mesh.origin ? "them" : coordinatesText(inScreen)) +
+               " to positions on the screen to undo that";
+    writeNoteLine(withLocation(mesh.text.name, 0, text));
+}
+
+void refuseEditOfAnalyticScreen(const ConvertOptions& options, ScreenFormat format) {
+    if (options.obj.origin)
+        throw Error({.found = "found --origin for an analytic screen",
+                     .expected = "it with a mesh only",
+                     .file = options.input});
+    if (format == ScreenFormat::Xml && options.obj.vDirection == VDirection::Upward)
+        throw Error({.found = "found --v up for an analytic screen in XML, where v runs downward",
+                     .expected = "an OBJ file as output",
+                     .file = options.input});
+}
+
+std::string objTextFor(const Screen& screen, const ConvertOptions& options) {
+    std::string text =
+        objTextOf(screen, gridFor(screen, options.grid), options.obj.vDirection, options.maxMemory);
+    // A text with other axes is written without its comments.
+    if (screen.mesh && screen.mesh->origin != Point<double, 3>() &&
+        screen.mesh->frame.matrix() != Matrix<float, 4>::identity())
+        text += "# " + originComment(originInScreen(screen.mesh->origin, screen.mesh->frame)) + "\n";
+    return text;
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
@@ -53,16 +81,20 @@ ScreenFormat formatFor(const ConvertOptions& options) {
 
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
-    OutputFile output(options.output, {options.input});
-    const Screen screen = readRepaired(options);
+    refuseInputAsOutput(options.output, {options.input});
+    const Screen screen = readInput(options);
+    if (!screen.mesh) refuseEditOfAnalyticScreen(options, format);
+    if (options.obj.origin) noteOrigin(*screen.mesh);
+    std::string text;
     if (format == ScreenFormat::Xml) {
-        output.write(xmlTextOf(*screen.geometry));
+        text = xmlTextOf(*screen.geometry);
     } else {
-        const std::string text = objTextOf(screen, gridFor(screen, options.grid), options.maxMemory);
+        text = objTextFor(screen, options);
         ConsoleObserver observer;
         noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
-        output.write(text);
     }
+    OutputFile output(options.output, {options.input});
+    output.write(text);
     output.finish();
 }
 
@@ -72,6 +104,7 @@ void registerConvertCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "convert",
                          .summary = "Convert a screen between OBJ and XML, and repair OBJ files",
+                         .details = kDetails,
                          .example = "quarnscreen convert Samples/dome.xml -o dome.obj"});
     ConvertOptions& options = command.onRun(run);
     command.argument("INPUT FILE", options.input, "OBJ or STL file from any program, or XML file of a screen")
@@ -80,7 +113,19 @@ void registerConvertCommand(Command& tool) {
     command.choice("--to TEXT", options.format, {{"obj", ScreenFormat::Obj}, {"xml", ScreenFormat::Xml}},
                    "Output format; default from the file name");
     addObjOptions(command, options.obj);
+    addObjectOption(command, options.obj);
     addGridOption(command, options.grid);
+    addVDirectionOption(command, options.obj.vDirection,
+                        "Direction of v in the other program: up flips v, in a mesh that is read or that an "
+                        "analytic screen becomes");
+    command.option(
+        "--origin X,Y,Z|auto",
+        [&options](const std::string& text) {
+            options.obj.origin = ObjOrigin();
+            if (text != kAutoOrigin) options.obj.origin->position = coordinatesFrom("--origin", text);
+        },
+        "Subtract this position from all coordinates of a mesh, in double precision; auto takes a round "
+        "position near its middle");
     addMemoryOption(command, options.maxMemory);
 }
 

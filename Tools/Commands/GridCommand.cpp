@@ -31,6 +31,9 @@ void registerGridCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "grid",
          .summary = "Sample the lines of a regular grid on the screen, as one closed polyline",
+         .details = "A mesh has a polyline for its boundary and one for each line inside of it. The parts of "
+                    "a line in a "
+                    "gap\nbetween the UVs of a mesh are extrapolated, so that no position is missing.",
          .example = "quarnscreen grid Samples/dome.xml --density 5"});
     GridOptions& options = command.onRun(run);
     addScreenOptions(command, options);

@@ -4,10 +4,12 @@
 #include <optional>
 
 #include <QuarnKit/Base/Bounds.h>
+#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/ObjPartReader.h>
 #include <QuarnKit/Measure/SurfaceMeasures.h>
 #include <QuarnScreen/ScreenUtils.h>
 
@@ -18,8 +20,10 @@
 #include "Commands/Commands.h"
 #include "Reports/AlignedText.h"
 #include "Reports/MeshInfo.h"
+#include "Reports/ObjectList.h"
 #include "Reports/RoundedNumbers.h"
 #include "Rows/QueryResults.h"
+#include "Rows/ResultWriter.h"
 
 namespace quarn::tool {
 
@@ -33,6 +37,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 struct InfoOptions : ScreenOptions {
     int digits = 7;
+    bool listsObjects = false;
 };
 
 // Screens without bounds do not change the positions.
@@ -176,12 +181,29 @@ std::string textInfo(const Screen& screen, const InfoOptions& options) {
     return info.text();
 }
 
-void run(const InfoOptions& options) {
+std::string objectList(const InfoOptions& options) {
+    if (!options.obj.objects.empty())
+        throw Error({.found = "found --list-objects with --object", .expected = "one of them"});
+    ConsoleObserver observer;
+    const std::vector<ObjPart> parts = readObjParts(options.screen, options.maxMemory, observer);
+    return options.format == ResultFormat::Json
+               ? jsonParts(options.screen, parts).text(JsonLayout::Indented) + "\n"
+               : partsText(parts);
+}
+
+std::string screenInfo(const InfoOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
+    return options.format == ResultFormat::Json
+               ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
+               : textInfo(screen, options);
+}
+
+void run(const InfoOptions& options) {
+    refuseInputAsOutput(options.output, {options.screen});
+    requireResultName(options.output, options.format, "txt");
+    const std::string text = options.listsObjects ? objectList(options) : screenInfo(options);
     OutputFile output(options.output, {options.screen});
-    output.write(options.format == ResultFormat::Json
-                     ? jsonInfo(screen, options.unit).text(JsonLayout::Indented) + "\n"
-                     : textInfo(screen, options));
+    output.write(text);
     output.finish();
 }
 
@@ -198,6 +220,8 @@ void registerInfoCommand(Command& tool) {
     addScreenOptions(command, options);
     addNumberOption(command, "--digits", options.digits, {.min = 1, .max = kMaxDigits},
                     "Significant digits of the numbers in the text; JSON has all digits");
+    command.flag("--list-objects", options.listsObjects, true,
+                 "List the objects and groups of an OBJ file, with their faces and vertices, instead");
 }
 
 }  // namespace quarn::tool

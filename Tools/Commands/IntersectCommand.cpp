@@ -90,15 +90,17 @@ void run(const IntersectOptions& options) {
         throw Error({.found = "found --side without --extrapolate", .expected = "both or none"});
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
-    RowPipeline rays = openRows(options, options.rays, "a CSV file of rays",
-                                {"fromX", "fromY", "fromZ", "toX", "toY", "toZ"});
+    RowPipeline rays = openRows(options, options.rays, "a CSV file of rays", rayInput());
     QueryResults results(options, {options.screen, options.rays},
                          {.command = "intersect", .members = {{"screen", screen.file}}},
-                         hitColumns("ray", {"t"}));
+                         withPassedColumns(hitColumns("ray", {"t"}), rays.format()));
     const RayQuery rayQuery(screen, options);
-    rays.run([&](std::int64_t ray, std::span<const double> numbers,
-                 ResultRows& rows) { rayQuery.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows); },
-             results);
+    rays.run(
+        [&](std::int64_t ray, std::span<const double> numbers, ResultRows& rows) {
+            if (numbers.empty()) return rows.add(missRow(ray, kEmptyRow), HasResult::No);
+            rayQuery.add(ray, pointAt(numbers, 0), pointAt(numbers, 3), rows);
+        },
+        results);
     results.finish();
 }
 
@@ -108,12 +110,15 @@ void registerIntersectCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "intersect",
          .summary = "Find where rays hit the screen",
+         .details = kCsvDetails,
          .example = "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv"});
     IntersectOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
-    command.argument("RAYS FILE", options.rays,
-                     "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ; - is the standard input");
+    command.argument(
+        "RAYS FILE", options.rays,
+        "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ, or by a header also a direction "
+        "dX,dY,dZ; - is the standard input");
     command.flag(
         "--extrapolate", options.extrapolates, true,
         "Extrapolate beyond the screen: to hits on the continued surface, or to the position nearest to "

@@ -5,6 +5,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/OutputName.h>
 #include <QuarnKit/Formats/ScreenBuilder.h>
 #include <QuarnKit/Formats/ScreenWriter.h>
 #include <QuarnKit/Measure/PlausibleSize.h>
@@ -25,22 +26,22 @@ struct MakeOptions : ShapeTexts {
     const Shape* shape = nullptr;
     std::string output = "-";
     std::optional<GridSize> grid;  // a mesh is written if it is given
+    VDirection vDirection = VDirection::Downward;
     std::uint64_t maxMemory = defaultMemoryLimit();
 };
+
+constexpr int kSizeDigits = 7;
 
 // The first length of the command line as it would be in another unit, as in "--radius 6000mm".
 std::string lengthInUnit(const MakeOptions& options, const std::string& unit) {
     for (const ShapeOption& option : options.shape->options) {
         if (!option.isLength() || !options.has(option.name)) continue;
-        const std::string& text = options.texts.at(option.name);
-        const std::size_t digits = text.find_last_of("0123456789.") + 1;
-        return option.name + " " + text.substr(0, digits) + unit;
+        return option.name + " " + roundedNumberText(options.length(option.name), kSizeDigits) + unit;
     }
     return unit;
 }
 
 void warnOfImplausibleSize(const MakeOptions& options, const Screen& screen) {
-    constexpr int kSizeDigits = 7;
     const double size = length(surfaceMeasuresOf(*screen.geometry).extent.extent());
     const double meters = size * metersPerUnit(options.unit).value_or(1.0);
     if (isPlausibleSize(meters)) return;
@@ -53,6 +54,8 @@ void warnOfImplausibleSize(const MakeOptions& options, const Screen& screen) {
 }
 
 void run(const MakeOptions& options) {
+    requireOutputName(options.output, options.grid ? std::vector<std::string>{"obj"}
+                                                   : std::vector<std::string>{"xml", "obj"});
     const Shape& shape = *options.shape;
     ScreenValues values;
     shape.fill(options, values);
@@ -60,8 +63,12 @@ void run(const MakeOptions& options) {
     const Screen screen{.file = {}, .geometry = buildScreen(shape.screenType, values, observer)};
     warnOfImplausibleSize(options, screen);
     const bool isMesh = options.grid || formatByName(options.output, ScreenFormat::Xml) == ScreenFormat::Obj;
-    const std::string text = isMesh ? objTextOf(screen, gridFor(screen, options.grid), options.maxMemory)
-                                    : xmlTextOf(*screen.geometry);
+    if (!isMesh && options.vDirection == VDirection::Upward)
+        throw Error({.found = "found --v up for the XML file of a screen, in which v runs downward",
+                     .expected = "--grid, or an output that ends with .obj"});
+    const std::string text =
+        isMesh ? objTextOf(screen, gridFor(screen, options.grid), options.vDirection, options.maxMemory)
+               : xmlTextOf(*screen.geometry);
     if (isMesh) noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
     OutputFile output(options.output, {});
     output.write(text);
@@ -90,6 +97,8 @@ void registerShape(Command& make, const Shape& shape) {
     addOutputOption(command, options.output);
     addGridOption(command, options.grid);
     addMemoryOption(command, options.maxMemory);
+    addVDirectionOption(command, options.vDirection,
+                        "Direction of v in the mesh: down is 0 at the top, up is 0 at the bottom");
 }
 
 }  // namespace

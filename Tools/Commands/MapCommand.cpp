@@ -26,13 +26,12 @@ std::vector<Column> columnsFor(MapTarget target) {
 void run(const MapOptions& options) {
     const bool to3D = options.target == MapTarget::Position;
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
-    const std::vector<std::string> inputNames =
-        to3D ? std::vector<std::string>{"u", "v"} : std::vector<std::string>{"x", "y", "z"};
-    RowPipeline points = openRows(options, options.points, "a CSV file of points", inputNames);
+    RowPipeline points =
+        openRows(options, options.points, "a CSV file of points", to3D ? uvInput() : positionInput());
     warnWithoutUV(screen);
     QueryResults results(options, {options.screen, options.points},
                          {.command = "map", .members = {{"screen", screen.file}, {"to", to3D ? "3d" : "2d"}}},
-                         columnsFor(options.target));
+                         withPassedColumns(columnsFor(options.target), points.format()));
     points.run(mapRows(*screen.geometry, options.target, options.beyond), results);
     results.finish();
 }
@@ -43,6 +42,7 @@ void registerMapCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "map",
          .summary = "Map UV to positions on the screen, or positions to UV",
+         .details = kCsvDetails,
          .example = "quarnscreen map Samples/flat-wall.xml --to 3d Samples/flat-wall-uv.csv"});
     MapOptions& options = command.onRun(run);
     addQueryOptions(command, options);

@@ -19,13 +19,14 @@ struct NearestOptions : QueryOptions {
 void run(const NearestOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
-    RowPipeline lines =
-        openRows(options, options.lines, "a CSV file of lines", {"x", "y", "z", "dx", "dy", "dz"});
-    QueryResults results(options, {options.screen, options.lines},
-                         {.command = "nearest", .members = {{"screen", screen.file}}},
-                         hitColumns("line", {"distance", Quantity::Length}));
+    RowPipeline lines = openRows(options, options.lines, "a CSV file of lines", lineInput());
+    QueryResults results(
+        options, {options.screen, options.lines},
+        {.command = "nearest", .members = {{"screen", screen.file}}},
+        withPassedColumns(hitColumns("line", {"distance", Quantity::Length}), lines.format()));
     lines.run(
         [&](std::int64_t line, std::span<const double> numbers, ResultRows& rows) {
+            if (numbers.empty()) return rows.add(missRow(line, kEmptyRow), HasResult::No);
             const Point<double, 3> from = pointAt(numbers, 0);
             Intersection hit;
             const bool isHit = ScreenGeometry::getClosestIntersection(
@@ -45,12 +46,15 @@ void registerNearestCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "nearest",
                          .summary = "Find the hit nearest to a position, in both directions of a line",
+                         .details = kCsvDetails,
                          .example = "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv"});
     NearestOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
-    command.argument("LINES FILE", options.lines,
-                     "CSV with a position and a direction, x,y,z,dx,dy,dz; - is the standard input");
+    command.argument(
+        "LINES FILE", options.lines,
+        "CSV with a position and a direction, x,y,z,dx,dy,dz, or by a header also fromX,fromY,fromZ, or "
+        "toX,toY,toZ instead of the direction; - is the standard input");
     command.flag("--extrapolate", options.extrapolates, true, "Extrapolate to hits on the continued surface");
 }
 

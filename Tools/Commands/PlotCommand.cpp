@@ -1,4 +1,5 @@
 #include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/OutputName.h>
 #include <QuarnKit/Plot/Mesh/PlotMesh.h>
 #include <QuarnKit/Plot/PlotPage.h>
 
@@ -17,6 +18,7 @@ struct PlotOptions : ScreenOptions {
 void run(const PlotOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     OutputFile output(options.output, {options.screen});
+    requireOutputName(options.output, {"svg"});
     output.write(screen.mesh ? plotMeshPage(*screen.geometry, screen.file, options.unit, options.color)
                              : plotPage(screen, options.unit, options.color));
     output.finish();
@@ -27,7 +29,7 @@ void run(const PlotOptions& options) {
 void registerPlotCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "plot",
-                         .summary = "Draw a screen, with a mesh's defects, as an SVG page with four views",
+                         .summary = "Draw a screen, with a mesh's defects, as an SVG page with five views",
                          .example = "quarnscreen plot Samples/flat-wall.xml -o flat-wall.svg"});
     PlotOptions& options = command.onRun(run);
     addScreenInput(command, options);

@@ -1,4 +1,4 @@
-#include <limits>
+#include <QuarnKit/Sampling/CalibrationPoints.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
@@ -15,28 +15,29 @@ struct PointsOptions : QueryOptions {
     int rows = 5;
 };
 
-struct Place {
-    Cell column;
-    Cell row;
-};
-
-enum class PointOrder {
-    ByColumn,
-    ByRow,
-    Unknown,  // positions are missing, and it is not known which ones
-};
-
-// Analytic screens list all positions by column. Meshes list them by row, and omit those beyond the
-// mesh.
-PointOrder orderOf(const Screen& screen, std::uint64_t pointCount, std::uint64_t fullCount) {
-    if (!screen.mesh) return PointOrder::ByColumn;
-    return pointCount == fullCount ? PointOrder::ByRow : PointOrder::Unknown;
+std::vector<Column> resultColumns() {
+    std::vector<Column> columns = {{"column"}, {"row"}, {"status"}};
+    for (const Column& column : positionColumns()) columns.push_back(column);
+    columns.push_back({"u"});
+    columns.push_back({"v"});
+    return columns;
 }
 
-Place placeOf(std::int64_t index, PointOrder order, const PointsOptions& options) {
-    if (order == PointOrder::Unknown) return {};
-    if (order == PointOrder::ByRow) return {index % options.columns + 1, index / options.columns + 1};
-    return {index / options.rows + 1, index % options.rows + 1};
+std::string_view statusOf(const CalibrationPoint& point) {
+    if (!point.place) return "boundary";
+    return point.position ? "on_screen" : "outside";
+}
+
+std::vector<Cell> rowOf(const CalibrationPoint& point) {
+    std::vector<Cell> cells(8);
+    cells[2] = statusOf(point);
+    for (std::size_t i = 0; point.position && i < 3; ++i) cells[3 + i] = (*point.position)[i];
+    if (!point.place) return cells;
+    cells[0] = point.place->column;
+    cells[1] = point.place->row;
+    cells[6] = point.place->uv[0];
+    cells[7] = point.place->uv[1];
+    return cells;
 }
 
 void run(const PointsOptions& options) {
@@ -47,19 +48,12 @@ void run(const PointsOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnWithoutUV(screen);
     warnOfIgnoredCenter(screen, CenterQuery::CalibrationPoints, options.unit);
-    const auto points = screen.geometry->getDefaultCalibrationPoints(options.columns, options.rows);
-
-    std::vector<Column> columns = {{"column"}, {"row"}};
-    for (const Column& column : positionColumns()) columns.push_back(column);
     QueryResults results(options, {options.screen},
-                         {.command = "points", .members = {{"screen", screen.file}}}, columns);
-    const PointOrder order = orderOf(screen, points.size(), count);
-    std::int64_t index = 0;
-    for (const Point<double, 3>& point : points) {
-        const auto [column, row] = placeOf(index, order, options);
-        results.add({column, row, point[0], point[1], point[2]}, HasResult::Yes);
-        ++index;
-    }
+                         {.command = "points", .members = {{"screen", screen.file}}}, resultColumns());
+    visitCalibrationPoints(*screen.geometry, options.columns, options.rows,
+                           [&](const CalibrationPoint& point) {
+                               results.add(rowOf(point), point.position ? HasResult::Yes : HasResult::No);
+                           });
     results.finish();
 }
 
@@ -71,8 +65,10 @@ void registerPointsCommand(Command& tool) {
          .summary = "List calibration positions",
          .details =
              "Positions are listed column by column from the left, each column from the top; those of a "
-             "mesh row by\nrow. Positions beyond a mesh are omitted, and then the numbers of columns and "
-             "rows are empty. Positions\nof a cylinder or sphere are relative to its center.",
+             "mesh row by\nrow. A place beyond a mesh or in a gap between its UVs has the status outside "
+             "and no position. A mesh\nwithout UV has positions along its boundary, with the status "
+             "boundary and without columns and rows.\nPositions of a cylinder or sphere are relative to "
+             "its center.",
          .example = "quarnscreen points Samples/ruled.xml --columns 3 --rows 2"});
     PointsOptions& options = command.onRun(run);
     addScreenOptions(command, options);

@@ -4,6 +4,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/OutputName.h>
 #include <QuarnKit/Mesh/RefinementSize.h>
 
 #include "Base/Diagnostics.h"
@@ -48,6 +49,7 @@ void refuseUnboundedRefinement(const std::vector<Triangle>& triangles, double ma
 }
 
 void run(const RefineOptions& options) {
+    requireOutputName(options.output, {"obj", "xml"});
     const double maxEdge = lengthFrom("--max-edge", options.maxEdge, options.unit);
     const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
     MeshScreen& mesh = meshOf(screen);

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
@@ -15,6 +16,9 @@ namespace {
 
 // Limit of a coordinate, as in a file that is read.
 constexpr double kMaxCoordinate = 1e37;
+// Minimum diagonal of a mesh, in its unit. Coordinates far below it underflow as floats, and the
+// mesh collapses to a point.
+constexpr double kMinDiagonal = 1e-30;
 
 struct TransformOptions : MeshEditOptions {
     std::string translation = "0,0,0";
@@ -53,7 +57,7 @@ Transform transformFrom(const TransformOptions& options) {
 
 // A rotation makes no coordinate larger than the distance from the origin. With coordinates that
 // are not finite, the search for the boundary would not terminate.
-void refuseTooLarge(const MeshScreen& mesh, const Transform& transform, const std::string& file) {
+void refuseUnrepresentable(const MeshScreen& mesh, const Transform& transform, const std::string& file) {
     Point<double, 3> min;
     Point<double, 3> max;
     mesh.getBounds(&min, &max);
@@ -64,6 +68,10 @@ void refuseTooLarge(const MeshScreen& mesh, const Transform& transform, const st
         throw Error({.found = "found --scale or --translate that lead to coordinates above " +
                               numberText(kMaxCoordinate),
                      .expected = "smaller values",
+                     .file = file});
+    if (transform.scale != 1.0 && length(max - min) * std::abs(transform.scale) < kMinDiagonal)
+        throw Error({.found = "found --scale that makes the mesh smaller than " + numberText(kMinDiagonal),
+                     .expected = "a larger factor",
                      .file = file});
 }
 
@@ -77,10 +85,11 @@ void flip(MeshScreen& mesh, const TransformOptions& options) {
 }
 
 void run(const TransformOptions& options) {
+    requireOutputName(options.output, {"obj", "xml"});
     const Transform transform = transformFrom(options);
     const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
     MeshScreen& mesh = meshOf(screen);
-    refuseTooLarge(mesh, transform, options.input);
+    refuseUnrepresentable(mesh, transform, options.input);
     flip(mesh, options);
     if (transform.moves()) mesh.applyTransform(transform.translation, transform.rotation, transform.scale);
     std::vector<Triangle> triangles;

@@ -5,7 +5,7 @@
 #include <QuarnKit/Base/PrintableText.h>
 
 #include "Base/Diagnostics.h"
-#include "Base/ToolError.h"
+#include "Base/ErrorReport.h"
 
 namespace quarn::tool {
 

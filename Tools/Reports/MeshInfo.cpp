@@ -83,6 +83,16 @@ std::string ignoredText(const ObjSourceText& objText) {
     return text.empty() ? "nothing" : text;
 }
 
+Json jsonRepairs(const std::vector<MeshRepair>& repairs) {
+    Json list = Json::array();
+    for (const MeshRepair& repair : repairs)
+        list.append(Json::object({{"name", repair.name},
+                                  {"count", repair.count},
+                                  {"line", repair.line == 0 ? Json() : Json(repair.line)},
+                                  {"text", repair.text}}));
+    return list;
+}
+
 template <std::size_t N, class Indices>
 Json jsonNumbers(const Point<double, N, Indices>& point) {
     Json numbers = Json::array();
@@ -111,7 +121,8 @@ Json jsonMesh(const Screen& screen, const SurfaceMeasures& surface) {
                          {"centroid", jsonNumbers(facts.centroid)},
                          {"uvRange", facts.uvRange ? jsonRange(*facts.uvRange) : Json()},
                          {"boundaryPoints", facts.boundaryPointCount},
-                         {"ignored", ignoredCounts}});
+                         {"ignored", ignoredCounts},
+                         {"repairs", jsonRepairs(screen.repairs)}});
 }
 
 void addMeshLines(const Screen& screen, const SurfaceMeasures& surface, const RoundedNumbers& numbers,

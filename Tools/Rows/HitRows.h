@@ -24,7 +24,7 @@ using HitRow = std::array<Cell, 10>;
 [[nodiscard]] HitRow hitRow(std::int64_t number, const Intersection& hit, double last,
                             std::string_view status = "hit");
 
-/// Returns the row of an input without hit.
+/// Returns the row of an input without hit, with the status kEmptyRow for an input without numbers.
 [[nodiscard]] HitRow missRow(std::int64_t number, std::string_view status);
 
 /// Returns the hit with its UV, which is computed if the screen did not report it with the hit.

@@ -42,13 +42,21 @@ MappedPoint<2> mapTo2D(const IScreenGeometry& geometry, const Point<double, 3>& 
 }
 
 // Input and result have five numbers in total for both targets.
+constexpr std::size_t kCells = 6;
+
 template <std::size_t N>
 void addRow(ResultRows& rows, std::span<const double> numbers, const MappedPoint<N>& result) {
-    std::array<Cell, 6> cells;
+    std::array<Cell, kCells> cells;
     std::copy(numbers.begin(), numbers.end(), cells.begin());
     cells[numbers.size()] = result.status;
     for (std::size_t i = 0; result.isValid() && i < N; ++i) cells[numbers.size() + 1 + i] = result.point[i];
     rows.add(cells, result.isValid() ? HasResult::Yes : HasResult::No);
+}
+
+void addEmptyRow(ResultRows& rows, std::size_t inputCount) {
+    std::array<Cell, kCells> cells;
+    cells.at(inputCount) = kEmptyRow;
+    rows.add(cells, HasResult::No);
 }
 
 }  // namespace
@@ -56,9 +64,11 @@ void addRow(ResultRows& rows, std::span<const double> numbers, const MappedPoint
 RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, BeyondScreen beyond) {
     if (target == MapTarget::Position)
         return [&screen, beyond](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
+            if (numbers.empty()) return addEmptyRow(rows, 2);
             addRow(rows, numbers, mapTo3D(screen, {numbers[0], numbers[1]}, beyond));
         };
     return [&screen, beyond](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
+        if (numbers.empty()) return addEmptyRow(rows, 3);
         addRow(rows, numbers, mapTo2D(screen, {numbers[0], numbers[1], numbers[2]}, beyond));
     };
 }

@@ -17,7 +17,7 @@ enum class BeyondScreen {
 };
 
 /// Returns the query for rows u,v, or x,y,z for the target UV. A result row consists of the input
-/// row, a status, and the mapped point, which is empty if the status is "outside".
+/// row, a status, and the mapped point, which is empty if the status is "outside" or kEmptyRow.
 /// \param screen it has to outlive the query
 [[nodiscard]] RowQuery mapRows(const IScreenGeometry& screen, MapTarget target, BeyondScreen beyond);
 

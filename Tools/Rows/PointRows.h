@@ -20,7 +20,7 @@ struct PointOptions : QueryOptions {
 /// Computes the result for a position; empty if there is none.
 using PointQuery = std::optional<Point<double, 3>> (*)(const Screen& screen, const Point<double, 3>& point);
 
-/// Writes a row for each position, with the status "found" or "none".
+/// Writes a row for each position, with the status "found", "none" or kEmptyRow.
 /// \param columns the three columns of the result
 /// \throws Error if the screen or the input cannot be read; NegativeResult as
 /// QueryResults::finish()

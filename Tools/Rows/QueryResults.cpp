@@ -4,7 +4,7 @@
 
 #include <QuarnKit/Base/NumberText.h>
 
-#include "Base/ToolError.h"
+#include "Base/ErrorReport.h"
 
 namespace quarn::tool {
 
@@ -33,10 +33,14 @@ QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<s
       writer(output, options.format, options.maxMemory, withUnit(std::move(head), options.unit),
              resultColumns),
       oneRow(options.format, resultColumns),
-      progress(visibilityFor(options)) {}
+      progress(visibilityFor(options)) {
+    requireResultName(options.output, options.format);
+}
 
-void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult) {
+void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult,
+                       std::span<const std::string_view> passedCells) {
     oneRow.clear();
+    oneRow.setPassedCells(passedCells);
     oneRow.add(cells, hasResult);
     write(oneRow);
 }
@@ -53,10 +57,6 @@ void QueryResults::flush() {
         progress.setStage(command + ": " + groupedCount(rowCount) + (rowCount == 1 ? " row" : " rows"));
 }
 
-void QueryResults::flushBeforeWaiting(const CsvReader& input) {
-    if (!input.hasBufferedLine()) flush();
-}
-
 void QueryResults::finish() {
     writer.finish();
     output.finish();
@@ -67,8 +67,20 @@ void QueryResults::finish() {
 }
 
 RowPipeline openRows(const QueryOptions& options, const std::string& path, const std::string& expected,
-                     std::vector<std::string> columnNames) {
-    return {InputStream::openFileOrStandardInput(path, expected), std::move(columnNames), options.threads};
+                     const InputColumns& columns) {
+    // A name that cannot be written is reported before any input is awaited.
+    refuseInputAsOutput(options.output, {path});
+    requireResultName(options.output, options.format);
+    return {InputStream::openFileOrStandardInput(path, expected), columns, options.unit, options.threads};
+}
+
+std::vector<Column> withPassedColumns(std::vector<Column> columns, CsvFormat& format) {
+    std::vector<std::string> names;
+    names.reserve(columns.size());
+    for (const Column& column : columns) names.push_back(column.name);
+    for (const PassedColumn& passed : format.passColumns(names))
+        columns.push_back({passed.name, passed.hasUnit ? Quantity::Length : Quantity::Plain});
+    return columns;
 }
 
 std::vector<Column> positionColumns() {

@@ -11,7 +11,8 @@
 #include <QuarnScreen/Point.h>
 
 #include "Base/ProgressLine.h"
-#include "Rows/CsvReader.h"
+#include "Csv/CsvFormat.h"
+#include "Csv/InputColumns.h"
 #include "Rows/QueryOptions.h"
 #include "Rows/ResultWriter.h"
 #include "Rows/RowPipeline.h"
@@ -27,14 +28,13 @@ public:
     QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs, ResultHead head,
                  std::vector<Column> columns);
 
-    void add(const std::vector<Cell>& cells, HasResult hasResult);
+    /// \param passedCells cells of the input that follow \p cells; see ResultRows
+    void add(const std::vector<Cell>& cells, HasResult hasResult,
+             std::span<const std::string_view> passedCells = {});
 
     [[nodiscard]] ResultRows makeRows() const override { return {options.format, resultColumns}; }
     void write(const ResultRows& rows) override;
     void flush() override;
-
-    /// Flushes the output if the next row of \p input may not be available yet.
-    void flushBeforeWaiting(const CsvReader& input);
 
     /// Completes the output.
     /// \throws NegativeResult if a required result is missing; Error if the output cannot be
@@ -56,10 +56,12 @@ private:
 /// Opens the file \p path, or the standard input for "-", for queries on the threads of the
 /// options.
 /// \param expected the kind of file, as in "a CSV file of points", for errors
-/// \param columnNames names of a row's numbers, for errors
-/// \throws Error if the file cannot be opened
+/// \throws Error if the file cannot be opened, or as readCsvHead()
 [[nodiscard]] RowPipeline openRows(const QueryOptions& options, const std::string& path,
-                                   const std::string& expected, std::vector<std::string> columnNames);
+                                   const std::string& expected, const InputColumns& columns);
+
+/// Returns the columns of a result, followed by those that the rows of \p format pass on to it.
+[[nodiscard]] std::vector<Column> withPassedColumns(std::vector<Column> columns, CsvFormat& format);
 
 /// Returns the columns of a position.
 [[nodiscard]] std::vector<Column> positionColumns();

@@ -1,6 +1,10 @@
 #include "Rows/ResultRows.h"
 
+#include <algorithm>
+
 #include <QuarnKit/Base/NumberText.h>
+
+#include "Csv/RowCells.h"
 
 namespace quarn::tool {
 
@@ -14,12 +18,16 @@ struct CsvText {
     void operator()(std::string_view word) const { text += word; }
 };
 
-void appendCsvRow(std::string& text, std::span<const Cell> cells) {
+void appendCsvRow(std::string& text, std::span<const Cell> cells, std::string_view passedText) {
     for (const Cell& cell : cells) {
         std::visit(CsvText{text}, cell);
         text += ',';
     }
     text.back() = '\n';
+    if (passedText.empty()) return;
+    text.pop_back();
+    text += passedText;
+    text += '\n';
 }
 
 void setMember(JsonRow& row, std::size_t index, std::monostate /*nothing*/) {
@@ -31,9 +39,35 @@ void setMember(JsonRow& row, std::size_t index, const Value& value) {
     row.set(index, value);
 }
 
-void appendJsonRow(std::string& text, std::span<const Cell> cells, JsonRow& row) {
+// Longer whole numbers, such as serial numbers, would lose digits in programs that read all numbers
+// as doubles.
+constexpr std::size_t kMaxIntegerDigits = 15;
+
+// JSON has no leading zeros and plus signs: such a text may be a name, as in 007.
+bool isJsonNumber(std::string_view text) {
+    text.remove_prefix(text.starts_with('-') ? 1 : 0);
+    const bool isInteger = text.find_first_not_of("0123456789") == std::string_view::npos;
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits == 0 || (digits > 1 && text.front() == '0') || (isInteger && digits > kMaxIntegerDigits))
+        return false;
+    return text.back() != '.' && text.find(".e") == std::string_view::npos &&
+           text.find(".E") == std::string_view::npos;
+}
+
+void setPassedMember(JsonRow& row, std::size_t index, std::string_view cell) {
+    if (cell.empty() || cell == "nan" || cell == "inf" || cell == "-inf") return row.set(index, nullptr);
+    const auto number = isQuoted(cell) || !isJsonNumber(cell) ? std::nullopt : parseNumber(cell);
+    if (!number) return row.set(index, textOf(cell));
+    const bool isInteger = cell.find_first_not_of("-0123456789") == std::string_view::npos;
+    isInteger ? row.set(index, static_cast<std::int64_t>(*number)) : row.set(index, *number);
+}
+
+void appendJsonRow(std::string& text, std::span<const Cell> cells, std::span<const std::string> passedCells,
+                   JsonRow& row) {
     for (std::size_t i = 0; i < cells.size(); ++i)
         std::visit([&](const auto& value) { setMember(row, i, value); }, cells[i]);
+    for (std::size_t i = 0; i < passedCells.size(); ++i)
+        setPassedMember(row, cells.size() + i, passedCells[i]);
     text += ",\n";
     row.appendTo(text);
 }
@@ -51,8 +85,17 @@ ResultRows::ResultRows(ResultFormat format, const std::vector<Column>& columns) 
     if (format == ResultFormat::Json) jsonRow.emplace(namesOf(columns));
 }
 
+void ResultRows::setPassedCells(std::span<const std::string_view> cells) {
+    if (jsonRow) {
+        passedCells.assign(cells.begin(), cells.end());
+        return;
+    }
+    passedText.clear();
+    appendCommaCells(passedText, cells);
+}
+
 void ResultRows::add(std::span<const Cell> cells, HasResult hasResult) {
-    jsonRow ? appendJsonRow(rows, cells, *jsonRow) : appendCsvRow(rows, cells);
+    jsonRow ? appendJsonRow(rows, cells, passedCells, *jsonRow) : appendCsvRow(rows, cells, passedText);
     length = rows.size();
     ++count;
     if (hasResult == HasResult::No) ++missingResults;

@@ -24,6 +24,9 @@ struct Column {
     Quantity quantity = Quantity::Plain;
 };
 
+/// The status of a row whose input has no numbers.
+inline constexpr std::string_view kEmptyRow = "empty";
+
 /// One value of a row: none, a number, a count or a word.
 using Cell = std::variant<std::monostate, double, std::int64_t, std::string_view>;
 
@@ -38,7 +41,12 @@ class ResultRows {
 public:
     ResultRows(ResultFormat format, const std::vector<Column>& columns);
 
-    /// \pre as many cells as columns
+    /// Sets the cells of the input that follow the cells of each further row, as they are in a CSV
+    /// row. JSON gets numbers without quotes as numbers, null for empty cells and for numbers that
+    /// are not finite, and the rest as text.
+    void setPassedCells(std::span<const std::string_view> cells);
+
+    /// \pre as many cells as columns, together with those that are passed on
     void add(std::span<const Cell> cells, HasResult hasResult);
 
     void clear();
@@ -49,7 +57,9 @@ public:
     [[nodiscard]] std::uint64_t missingResultCount() const { return missingResults; }
 
 private:
-    std::optional<JsonRow> jsonRow;  // none for CSV
+    std::optional<JsonRow> jsonRow;        // none for CSV
+    std::vector<std::string> passedCells;  // for JSON
+    std::string passedText;                // for CSV, with a comma before each cell
     std::string rows;
     std::size_t length = 0;  // of the complete rows in it
     std::uint64_t count = 0;

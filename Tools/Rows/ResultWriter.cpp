@@ -1,8 +1,10 @@
 #include "Rows/ResultWriter.h"
 
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/Json.h"
+#include "Csv/RowCells.h"
 
 namespace quarn::tool {
 
@@ -15,7 +17,8 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
     std::string header;
     for (const Column& column : columns) {
         if (!header.empty()) header += ',';
-        header += column.quantity == Quantity::Length ? column.name + "[" + unit + "]" : column.name;
+        appendCommaText(header,
+                        column.quantity == Quantity::Length ? column.name + "[" + unit + "]" : column.name);
     }
     return header + "\n";
 }
@@ -28,6 +31,13 @@ Json jsonHead(const ResultHead& head) {
 }
 
 }  // namespace
+
+void requireResultName(const std::string& path, ResultFormat format, const std::string& extension) {
+    if (format == ResultFormat::Json)
+        requireOutputName(path, {"json"}, ", or no --json");
+    else
+        requireOutputName(path, {extension}, extensionOf(path) == "json" ? ", or --json" : "");
+}
 
 ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
                            const ResultHead& head, const std::vector<Column>& columns)

@@ -20,6 +20,10 @@ struct ResultHead {
     std::string unit = {};
 };
 
+/// Throws an Error if the name of an output has the extension of another format.
+/// \param extension extension of results that are not JSON
+void requireResultName(const std::string& path, ResultFormat format, const std::string& extension = "csv");
+
 /// Writes rows with named columns.
 ///
 /// Writes CSV immediately, under a header with the unit of each length, as in "x[m]". Writes JSON

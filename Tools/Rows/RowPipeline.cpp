@@ -17,29 +17,32 @@ constexpr std::size_t kChunkBytes = 8192;
 
 }  // namespace
 
-RowPipeline::RowPipeline(InputStream source, std::vector<std::string> columnNames, std::size_t threads)
+RowPipeline::RowPipeline(InputStream source, const InputColumns& columns, const std::string& unit,
+                         std::size_t threads)
     : blocks(std::move(source), threads * kBlockBytesPerThread),
-      format(std::move(columnNames)),
-      pool(threads) {}
+      head(readCsvHead(blocks, columns, unit)),
+      pool(threads),
+      lineCount(head.lineCount) {}
 
 void RowPipeline::run(const RowQuery& query, RowSink& sink) {
     std::string_view lines;
     while (blocks.next(lines)) {
-        lineCount += head.skip(lines);
         split(lines, sink);
-        pool.parallelFor(chunkCount, [this](std::size_t i) { chunks[i].rows.read(chunks[i].lines, format); });
+        pool.parallelFor(chunkCount, [this](std::size_t i) {
+            chunks[i].rows.read(chunks[i].lines, head.format, blocks.splitter());
+        });
         countRows();
         pool.parallelFor(chunkCount, [&](std::size_t i) { queryChunk(chunks[i], query); });
         write(sink);
         sink.flush();
     }
+    if (rowCount == 0) throw head.format.noRowsError().at(blocks.name(), 0);
 }
 
 void RowPipeline::split(std::string_view lines, const RowSink& sink) {
     chunkCount = 0;
     while (!lines.empty()) {
-        const std::size_t feed = lines.find('\n', std::min(kChunkBytes, lines.size()) - 1);
-        const std::size_t length = feed == std::string_view::npos ? lines.size() : feed + 1;
+        const std::size_t length = std::min(blocks.splitter().lengthOfRows(lines, kChunkBytes), lines.size());
         if (chunkCount == chunks.size()) chunks.emplace_back(sink.makeRows());
         chunks[chunkCount].lines = lines.substr(0, length);
         ++chunkCount;
@@ -52,7 +55,7 @@ void RowPipeline::countRows() {
     for (std::size_t i = 0; i < chunkCount; ++i) {
         Chunk& chunk = chunks[i];
         chunk.rowsBefore = rowCount;
-        rowCount += static_cast<std::int64_t>(chunk.rows.numbers.size() / format.columnCount());
+        rowCount += static_cast<std::int64_t>(chunk.rows.numbers.size() / head.format.numberCount());
         if (chunk.rows.error) chunkCount = i + 1;
     }
 }
@@ -63,12 +66,25 @@ void RowPipeline::queryChunk(Chunk& chunk, const RowQuery& query) const {
     chunk.warnings.clear();
     const LogWarningCollector collector(chunk.warnings);
     try {
-        std::int64_t number = chunk.rowsBefore;
-        std::span<const double> rest = chunk.rows.numbers;
-        for (; !rest.empty(); rest = rest.subspan(format.columnCount()))
-            query(++number, rest.first(format.columnCount()), chunk.results);
+        queryRows(chunk, query);
     } catch (...) {
         chunk.error = std::current_exception();
+    }
+}
+
+void RowPipeline::queryRows(Chunk& chunk, const RowQuery& query) const {
+    const std::size_t width = head.format.numberCount();
+    const std::span<const double> numbers = chunk.rows.numbers;
+    const std::size_t count = numbers.size() / width;
+    const std::size_t passedWidth = count == 0 ? 0 : chunk.rows.passed.size() / count;
+    const std::span<const std::string_view> passed = chunk.rows.passed;
+    auto emptyRow = chunk.rows.emptyRows.begin();
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool isEmpty = emptyRow != chunk.rows.emptyRows.end() && *emptyRow == i;
+        if (isEmpty) ++emptyRow;
+        if (passedWidth > 0) chunk.results.setPassedCells(passed.subspan(i * passedWidth, passedWidth));
+        query(chunk.rowsBefore + static_cast<std::int64_t>(i) + 1,
+              isEmpty ? std::span<const double>() : numbers.subspan(i * width, width), chunk.results);
     }
 }
 

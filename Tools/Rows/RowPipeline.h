@@ -12,14 +12,16 @@
 
 #include <QuarnKit/Base/ThreadPool.h>
 
-#include "Rows/CsvRows.h"
-#include "Rows/LineBlockReader.h"
+#include "Csv/CsvHead.h"
+#include "Csv/CsvRows.h"
+#include "Csv/LineBlockReader.h"
 #include "Rows/ResultRows.h"
 
 namespace quarn::tool {
 
 /// Adds the result rows of one row of the input. Several threads call it at once.
 /// \param number number of the input row, from 1
+/// \param numbers those of the row; none if all of their cells are empty
 using RowQuery =
     std::function<void(std::int64_t number, std::span<const double> numbers, ResultRows& results)>;
 
@@ -46,11 +48,18 @@ public:
 /// are written before the error is thrown. The memory used does not grow with the input.
 class RowPipeline {
 public:
-    /// \param columnNames names of a row's numbers, for errors
-    RowPipeline(InputStream source, std::vector<std::string> columnNames, std::size_t threads);
+    /// Reads the input up to its first row.
+    /// \param unit the unit of all lengths
+    /// \throws Error as readCsvHead()
+    RowPipeline(InputStream source, const InputColumns& columns, const std::string& unit,
+                std::size_t threads);
+
+    /// Returns the format, whose columns to pass on may be selected before run().
+    [[nodiscard]] CsvFormat& format() { return head.format; }
 
     /// Runs the query for each row.
-    /// \throws Error if a line is not valid, and every exception of the query and the sink
+    /// \throws Error if a line is not valid or there is no row, and every exception of the query
+    /// and the sink
     void run(const RowQuery& query, RowSink& sink);
 
 private:
@@ -69,16 +78,16 @@ private:
     void split(std::string_view lines, const RowSink& sink);
     void countRows();
     void queryChunk(Chunk& chunk, const RowQuery& query) const;
+    void queryRows(Chunk& chunk, const RowQuery& query) const;
     void write(RowSink& sink);
 
     LineBlockReader blocks;
-    CsvFormat format;
     CsvHead head;
     ThreadPool pool;
-    std::vector<Chunk> chunks;    // reused for their memory
-    std::size_t chunkCount = 0;   // chunks of the block
-    std::uint64_t lineCount = 0;  // lines whose results were written
-    std::int64_t rowCount = 0;    // rows that were parsed
+    std::vector<Chunk> chunks;   // reused for their memory
+    std::size_t chunkCount = 0;  // chunks of the block
+    std::uint64_t lineCount;     // lines whose results were written
+    std::int64_t rowCount = 0;   // rows that were parsed
 };
 
 }  // namespace quarn::tool

@@ -15,12 +15,13 @@ enum class ErrorKind {
     SystemFailure,  ///< Memory, a file system or a stream failed.
 };
 
-/// An action that helps against an Error. Each application describes it in its own words, such as a
-/// command line.
+/// An action that helps against an Error or a Notice. Each application describes it in its own
+/// words, such as a command line.
 enum class RemedyKind {
     None,
     RepairFile,        ///< Repair the OBJ text of the file.
     ConvertToObj,      ///< Convert the file to an OBJ file.
+    MoveOrigin,        ///< Move the origin of the OBJ text of the file to its mesh.
     CheckMesh,         ///< Check the mesh of the file for the places of its defects.
     RaiseMemoryLimit,  ///< Allow more memory.
 };

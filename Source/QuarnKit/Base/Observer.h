@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "Error.h"
+
 namespace quarn {
 
 enum class NoticeLevel {
@@ -18,6 +20,7 @@ struct Notice {
     std::string text;
     std::string file = {};   ///< Empty for arguments.
     std::uint64_t line = 0;  ///< Line in that file, 0 for the file as a whole.
+    Remedy remedy = {};      ///< An action of the application that helps.
 };
 
 /// Receives the stages and notices of an operation, on the thread that called it. This class

@@ -2,23 +2,24 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/NumberText.h>
 
 namespace quarn {
 
 namespace {
 
 constexpr std::size_t kBufferSize = 65536;
-// Other processes may write the same file; more of them at once indicate a fault.
-constexpr int kMaxTemporaryNames = 100;
-constexpr mode_t kDefaultMode = 0666;  // before the user's mask
+constexpr std::size_t kRandomBytes = 6;  // of a temporary name
+constexpr mode_t kDefaultMode = 0666;    // before the user's mask
 constexpr mode_t kPermissions = 07777;
 
 std::optional<struct stat> statusOf(const std::string& path) {
@@ -65,13 +66,14 @@ OutputFile::OutputFile(const std::string& path, const std::vector<std::string>& 
     if (status) ::fchmod(file.get(), status->st_mode & kPermissions);
 }
 
+// The name is random, so that no other process uses it. A signal handler may then remove the file
+// at any time after its registration, also before it exists.
 void OutputFile::openTemporary(const std::string& path) {
-    for (int i = 0; i < kMaxTemporaryNames && !file.isOpen(); ++i) {
-        temporaryName = path + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
-        file =
-            FileHandle(::open(temporaryName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode));
-        if (!file.isOpen() && errno != EEXIST) break;
-    }
+    std::array<unsigned char, kRandomBytes> bytes{};
+    if (::getentropy(bytes.data(), bytes.size()) != 0) throw systemError(name, "cannot be written");
+    temporaryName = path + ".tmp" + hexText(bytes);
+    unfinished.emplace(temporaryName);
+    file = FileHandle(::open(temporaryName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode));
     if (!file.isOpen()) throw systemError(name, "cannot be written");
     target = path;
 }
@@ -114,7 +116,13 @@ void OutputFile::finish() {
     // A full or removed disk may fail only here; the old file is unchanged then.
     if (::fsync(file.get()) != 0 || std::rename(temporaryName.c_str(), target.c_str()) != 0)
         throw systemError(name, "cannot be written");
+    unfinished.reset();
     target.clear();
+}
+
+void refuseInputAsOutput(const std::string& path, const std::vector<std::string>& inputs) {
+    if (path == "-") return;
+    if (const auto output = statusOf(path)) refuseInput(path, *output, inputs);
 }
 
 }  // namespace quarn

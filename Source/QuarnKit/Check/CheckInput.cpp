@@ -5,6 +5,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/Obj/MeshMemory.h>
 #include <QuarnKit/Formats/Obj/ObjSourceText.h>
+#include <QuarnKit/Formats/Obj/Parts/ObjCompaction.h>
 #include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/ScreenReader.h>
 #include <QuarnKit/Formats/Stl/StlDefect.h>
@@ -27,6 +28,21 @@ std::vector<Finding> findingsOf(const ObjRepairs& repairs, const std::string& fi
     return findings;
 }
 
+// Names the triangles of concave faces, and appends the faces that are not repaired.
+void addFaceFindings(const RepairedObj& repaired, CheckInput& input) {
+    const CheckedMesh mesh = input.mesh();
+    for (Finding& finding : input.textFindings)
+        if (finding.name == repairName(ObjRepair::ConcaveFace))
+            finding.places = Cases(mesh, repaired.concaveFaces).first();
+    const Cases crossed(mesh, repaired.selfIntersectingFaces);
+    if (crossed.count() == 0) return;
+    input.textFindings.push_back({.name = "self-intersecting-face",
+                                  .count = crossed.count(),
+                                  .places = crossed.first(),
+                                  .text = selfIntersectionText(crossed.count()),
+                                  .hint = "divide them into triangles or quads, and export them again"});
+}
+
 // Returns the data that the library reads from a text.
 detail::ObjData parseAsLoaded(std::string text) {
     return detail::parseObj(joinObjLines({}, text).text);
@@ -38,12 +54,14 @@ CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {
                      .textFindings = findingsOf(repaired.repairs, source.file),
                      .objData = {},
                      .triangles = {},
-                     .lines = std::move(repaired.triangleLines)};
+                     .lines = std::move(repaired.triangleLines),
+                     .file = source.file};
     refuseMeshAbove(maxMemory, source.name,
                     {.textBytes = input.repairedText.size(), .triangles = input.lines.size()});
     input.objData = repaired.objData ? std::move(*repaired.objData) : parseAsLoaded(input.repairedText);
     // A repaired text has no bad reference.
     (void)detail::buildObjTriangles(input.objData, source.frame.matrix(), input.triangles);
+    addFaceFindings(repaired, input);
     return input;
 }
 
@@ -89,7 +107,8 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
                      .objData = {},
                      .triangles = {},
                      .lines = {},
-                     .canHaveUV = false};
+                     .canHaveUV = false,
+                     .file = source.file};
     const Matrix<float, 4> transform = source.frame.matrix();
     const auto refuseTooMany = [&] {
         refuseMeshAbove(maxMemory, source.name,
@@ -111,13 +130,19 @@ CheckInput stlInputOf(const ObjSource& source, std::uint64_t maxMemory, Repaired
 
 CheckInput readCheckInput(const std::string& path, const ObjOptions& options, std::uint64_t maxMemory,
                           RepairedText repairedText, Observer& observer) {
-    const auto text = readMeshText(path, maxMemory, options, observer);
+    auto text = readMeshText(path, maxMemory, options, observer);
     if (!text)
         throw Error({.found = "found a screen without triangles",
                      .expected = "a mesh; there is nothing to check in other screens",
                      .file = path});
-    return text->format == ScreenFormat::Stl ? stlInputOf(text->source, maxMemory, repairedText, observer)
-                                             : objInputOf(text->source, maxMemory);
+    if (text->format == ScreenFormat::Stl) return stlInputOf(text->source, maxMemory, repairedText, observer);
+    CheckInput input = objInputOf(text->source, maxMemory);
+    if (repairedText == RepairedText::Build && !options.objects.empty()) {
+        text->source.text = std::move(input.repairedText);
+        removeUnusedObjData(text->source);
+        input.repairedText = std::move(text->source.text);
+    }
+    return input;
 }
 
 }  // namespace quarn

@@ -16,13 +16,14 @@ namespace quarn {
 /// A mesh of which no screen is built, so that nothing is indexed.
 struct CheckInput {
     std::string repairedText;           ///< OBJ text of the mesh that the library loads.
-    std::vector<Finding> textFindings;  ///< The repairs of the text.
+    std::vector<Finding> textFindings;  ///< The repairs of the text, and faces that have none.
     detail::ObjData objData;
     std::vector<Triangle> triangles;
     std::vector<std::uint64_t> lines;  ///< Line of each triangle's face; none for STL.
     bool canHaveUV = true;
+    std::string file = {};
 
-    [[nodiscard]] CheckedMesh mesh() const { return {objData, triangles, lines, canHaveUV}; }
+    [[nodiscard]] CheckedMesh mesh() const { return {objData, triangles, lines, canHaveUV, file}; }
 };
 
 /// Says if readCheckInput() builds the repaired text of an STL file, which fails for numbers that

@@ -6,6 +6,7 @@
 #include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/Units.h>
+#include <QuarnKit/Formats/Obj/CoordinateRounding.h>
 #include <QuarnKit/Measure/PlausibleSize.h>
 
 namespace quarn {
@@ -14,11 +15,11 @@ namespace {
 
 constexpr int kSizeDigits = 4;
 
-double diagonalOf(const std::vector<Triangle>& triangles) {
+Bounds<3> boundsOf(const std::vector<Triangle>& triangles) {
     Bounds<3> bounds;
     for (const Triangle& triangle : triangles)
         for (const TriangleVertex& corner : triangle.vertices) bounds.include(corner.position);
-    return length(bounds.extent());
+    return bounds;
 }
 
 // Returns the usual factor between units that turns a size in meters into that of a screen.
@@ -33,7 +34,7 @@ std::optional<std::string> likelyScale(double meters) {
 
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings) {
     if (mesh.triangles.empty()) return;
-    const double diagonal = diagonalOf(mesh.triangles);
+    const double diagonal = length(boundsOf(mesh.triangles).extent());
     const double meters = diagonal * metersPerUnit(unit).value_or(1.0);
     if (isPlausibleSize(meters)) return;
     const auto scale = likelyScale(meters);
@@ -44,6 +45,21 @@ void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Fin
                                 " for a screen",
                         .hint = (scale ? "perhaps a scale of " + *scale : std::string("check the scale")) +
                                 ", or state the unit of the file"});
+}
+
+void checkRounding(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings) {
+    if (mesh.triangles.empty()) return;
+    const CoordinateRounding rounding = roundingOf(boundsOf(mesh.triangles));
+    if (!rounding.isLarge()) return;
+    // The numbers of an STL file are rounded in the file.
+    const bool canMove = mesh.canHaveUV && !mesh.file.empty();
+    findings.push_back(
+        {.name = "rounded-positions",
+         .count = mesh.triangles.size(),
+         .text = roundingText(rounding, unit),
+         .hint = mesh.canHaveUV ? "move the origin to the mesh"
+                                : "move the origin to the mesh, and export it again",
+         .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = mesh.file}});
 }
 
 }  // namespace quarn

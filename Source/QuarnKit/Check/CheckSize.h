@@ -1,5 +1,5 @@
 /// \file
-/// The finding about an implausible size.
+/// Findings about the size and the position of a mesh.
 #pragma once
 
 #include <string>
@@ -12,5 +12,10 @@ namespace quarn {
 /// Appends a finding if the diagonal of the bounds is not plausible, see isPlausibleSize().
 /// \param unit unit of lengths; an unknown one counts as meters
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings);
+
+/// Appends a finding if the mesh is so far from its origin that single precision rounds its
+/// positions, see CoordinateRounding.
+/// \param unit unit of lengths
+void checkRounding(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings);
 
 }  // namespace quarn

@@ -49,11 +49,11 @@ void checkOverlap(const CheckedMesh& mesh, const UvOverlaps& overlaps, std::vect
 
 void checkUv(const CheckedMesh& mesh, const MeshTopology& surface, std::vector<Finding>& findings) {
     if (!mesh.canHaveUV) {
-        findings.push_back({.name = "no-uv",
-                            .severity = Severity::Note,
-                            .count = mesh.triangles.size(),
-                            .text = "STL files have no UV",
-                            .hint = "to map pictures, unwrap the mesh and export it as OBJ"});
+        findings.push_back(
+            {.name = "missing-uv",
+             .count = mesh.triangles.size(),
+             .text = counted(mesh.triangles.size(), "triangle") + " without UV, as in every STL file",
+             .hint = "unwrap the mesh and export it as OBJ with UVs"});
         return;
     }
     const std::vector<UvState> states = uvStatesOf(mesh.triangles);

@@ -20,6 +20,7 @@ struct CheckedMesh {
     const std::vector<Triangle>& triangles;   ///< In the screen's frame, kNoUV for a missing UV.
     const std::vector<std::uint64_t>& lines;  ///< Line of each triangle's face; may be empty.
     bool canHaveUV = true;                    ///< False for a mesh of a format without UVs.
+    std::string file = {};                    ///< Its file; may be empty.
 };
 
 /// A problem prevents a calibration; a note does not.

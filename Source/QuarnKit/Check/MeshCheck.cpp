@@ -24,16 +24,17 @@ void checkUvIndex(const CheckedMesh& mesh, std::vector<Finding>& findings) {
 
 }  // namespace
 
-std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit) {
+std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit, UvChecks uvChecks) {
     std::vector<Finding> findings;
     if (!checkFinite(mesh, findings)) return findings;
     const MeshTopology surface = buildMeshTopology(mesh.triangles);
     checkTriangles(mesh, surface, findings);
     checkSurface(mesh, surface, findings);
     checkBoundary(mesh, surface, unit, findings);
-    checkUv(mesh, surface, findings);
+    if (uvChecks == UvChecks::All) checkUv(mesh, surface, findings);
     if (mesh.canHaveUV) checkUvIndex(mesh, findings);
     checkSize(mesh, unit, findings);
+    checkRounding(mesh, unit, findings);
     checkUnusedVertices(mesh, findings);
     return findings;
 }

@@ -104,6 +104,10 @@ Surface surfaceOfMesh(const MeshScreen& mesh) {
 
 }  // namespace
 
+bool isAnalytic(const Screen& screen) {
+    return dynamic_cast<const MeshScreen*>(screen.geometry.get()) == nullptr;
+}
+
 double sizeOf(const Screen& screen) {
     constexpr int kSteps = 16;
     if (const auto* mesh = dynamic_cast<const MeshScreen*>(screen.geometry.get())) {

@@ -25,4 +25,7 @@ struct Surface {
 /// \throws Error if the screen has no triangles, or positions that are not finite
 [[nodiscard]] Surface surfaceOf(const Screen& screen, double accuracy);
 
+/// True if the triangles of a screen are an approximation.
+[[nodiscard]] bool isAnalytic(const Screen& screen);
+
 }  // namespace quarn

@@ -26,17 +26,18 @@ Point<double, 3> crossingOn(const TriangleTree& tree, const MeasuredPosition& fr
     return middle;
 }
 
-MeasuredPosition splitEdge(const TriangleTree& tree, const MeasuredPosition& from, const MeasuredPosition& to,
+MeasuredPosition splitEdge(PositionMeter& meter, const MeasuredPosition& from, const MeasuredPosition& to,
                            double accuracy) {
+    const TriangleTree& tree = meter.tree();
     const std::uint32_t hint = from.nearest.index;
     if (from.nearest.index != to.nearest.index) {
-        const MeasuredPosition crossing = measurePosition(tree, crossingOn(tree, from, to, accuracy), hint);
+        const MeasuredPosition crossing = meter.measure(crossingOn(tree, from, to, accuracy), hint);
         // Between two triangles that are not adjacent a third one is nearer.
         const double toBoth = std::max(tree.distanceTo(from.nearest.index, crossing.position),
                                        tree.distanceTo(to.nearest.index, crossing.position));
         if (toBoth - crossing.nearest.distance <= 2.0 * accuracy) return crossing;
     }
-    return measurePosition(tree, (from.position + to.position) * 0.5, hint);
+    return meter.measure((from.position + to.position) * 0.5, hint);
 }
 
 }  // namespace
@@ -53,11 +54,11 @@ double boundOf(const TriangleTree& tree, const SurfacePiece& piece, const Measur
     return std::min(ofTriangle, position.nearest.distance + std::sqrt(ofPath));
 }
 
-std::array<SurfacePiece, 4> subdivide(const TriangleTree& tree, const SurfacePiece& piece, double accuracy) {
+std::array<SurfacePiece, 4> subdivide(PositionMeter& meter, const SurfacePiece& piece, double accuracy) {
     const auto& [a, b, c] = piece.corners;
-    const MeasuredPosition ab = splitEdge(tree, a, b, accuracy);
-    const MeasuredPosition bc = splitEdge(tree, b, c, accuracy);
-    const MeasuredPosition ca = splitEdge(tree, c, a, accuracy);
+    const MeasuredPosition ab = splitEdge(meter, a, b, accuracy);
+    const MeasuredPosition bc = splitEdge(meter, b, c, accuracy);
+    const MeasuredPosition ca = splitEdge(meter, c, a, accuracy);
     return {SurfacePiece{{a, ab, ca}}, SurfacePiece{{ab, b, bc}}, SurfacePiece{{ca, bc, c}},
             SurfacePiece{{ab, bc, ca}}};
 }

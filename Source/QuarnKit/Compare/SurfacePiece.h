@@ -5,22 +5,9 @@
 #include <array>
 #include <cstdint>
 
-#include "TriangleTree.h"
+#include "PositionMeter.h"
 
 namespace quarn {
-
-/// A position on one surface, and the nearest triangle of the other.
-struct MeasuredPosition {
-    Point<double, 3> position;
-    TriangleTree::Nearest nearest{TriangleTree::kNone, 0.0};
-};
-
-/// Finds the nearest triangle of a position.
-/// \param hint as for TriangleTree::nearest()
-[[nodiscard]] inline MeasuredPosition measurePosition(const TriangleTree& tree,
-                                                      const Point<double, 3>& position, std::uint32_t hint) {
-    return {position, tree.nearest(position, hint)};
-}
 
 /// A triangle of one surface, or a part of one.
 struct SurfacePiece {
@@ -43,7 +30,7 @@ struct SurfacePiece {
 /// align with the edges of the other surface, where the bounds are exact.
 /// \param accuracy of the position at which an edge is split
 /// \return the pieces without their bounds
-[[nodiscard]] std::array<SurfacePiece, 4> subdivide(const TriangleTree& tree, const SurfacePiece& piece,
+[[nodiscard]] std::array<SurfacePiece, 4> subdivide(PositionMeter& meter, const SurfacePiece& piece,
                                                     double accuracy);
 
 }  // namespace quarn

@@ -61,7 +61,9 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
     ObjMesh mesh;
     try {
         mesh.source.frame = source.frame;
+        mesh.source.origin = source.origin;
         mesh.source.text = joinObjLines(source.name, source.text);
+        mesh.source.text.lineMap = std::move(source.lineMap);
         mesh.source.counts = validate(source.file, mesh.source, maxMemory, observer);
         mesh.screen = load(source.frame, std::move(source.text));
         mesh.source.text.text = mesh.screen->getLoadedFileContents();

@@ -18,6 +18,7 @@ struct MeshSource {
     ObjSourceText text;  ///< Refers to the text that the screen stores.
     ObjCounts counts;
     ObjFrame frame;
+    Point<double, 3> origin = {};  ///< What was subtracted from the positions of the file.
 };
 
 /// A loaded mesh.

@@ -1,13 +1,13 @@
 /// \file
-/// Reads the bytes of a screen's file and detects their format.
+/// Reads the text of a screen's file and detects its format.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-namespace quarn {
+#include "Kind/FileKind.h"
 
-enum class ScreenFormat { Xml, Obj, Stl };
+namespace quarn {
 
 struct ScreenFile {
     std::string path;
@@ -15,11 +15,11 @@ struct ScreenFile {
     ScreenFormat format = ScreenFormat::Xml;
 };
 
-/// Reads the file \p path. Its contents determine the format, not its name: XML if it begins with a
-/// tag, or else STL if it begins like an STL file, or else OBJ if a line begins with a keyword of
-/// OBJ, or else XML.
+/// Reads the file \p path. fileKindOf() determines the format. UTF-16 becomes UTF-8, except in XML,
+/// which declares its encoding.
 ///
-/// Throws an Error if reading it could need more than \p maxMemory bytes.
+/// Throws an Error that names the kind of a file without a screen, and one if reading it could need
+/// more than \p maxMemory bytes.
 [[nodiscard]] ScreenFile readScreenFile(const std::string& path, std::uint64_t maxMemory);
 
 }  // namespace quarn

@@ -2,9 +2,13 @@
 
 #include <variant>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Formats/Obj/CoordinateRounding.h>
+#include <QuarnKit/Formats/Obj/Edit/ObjTextEdit.h>
+#include <QuarnKit/Formats/Obj/Parts/ObjSelection.h>
 #include <QuarnKit/Formats/Stl/StlLoader.h>
-#include <QuarnKit/Formats/Stl/StlMeshReader.h>
 #include <QuarnKit/Formats/Xml/ScreenElement.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
@@ -13,26 +17,64 @@ namespace quarn {
 
 namespace {
 
-Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const std::function<void(ObjSource&)>& prepare,
-                     Observer& observer) {
+// Only the numbers of an OBJ text may be more exact than those of the screen.
+void warnOfRounding(const Screen& screen, ScreenFormat format, Observer& observer) {
+    Point<double, 3> min;
+    Point<double, 3> max;
+    screen.geometry->getBounds(&min, &max);
+    if (!isFinite(min) || !isFinite(max)) return;
+    Bounds<3> bounds(min);
+    bounds.include(max);
+    const CoordinateRounding rounding = roundingOf(bounds);
+    if (!rounding.isLarge()) return;
+    const bool canMove = format == ScreenFormat::Obj;
+    observer.notify(
+        {.level = NoticeLevel::Warning,
+         .text = roundingText(rounding, {}),
+         .file = screen.file,
+         .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = screen.file}});
+}
+
+Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const ObjOptions& objOptions,
+                     const std::function<void(ObjSource&)>& prepare, Observer& observer) {
     ObjSource& source = text.source;
     const std::string file = source.file;
-    if (text.format == ScreenFormat::Stl && !prepare) {
+    const std::string name = source.name;
+    const ScreenFormat format = text.format;
+    // The numbers of an OBJ text are edited before a repair may round them.
+    if (format == ScreenFormat::Obj) editObjText(source, objOptions);
+    std::vector<MeshRepair> repairs;
+    if (objOptions.repair == RepairPolicy::Repair) repairs = repairMesh(text, observer);
+    if (text.format == ScreenFormat::Stl) {
         StlMesh mesh = loadStl(std::move(source), maxMemory);
         Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
         screen.mesh->counts.triangles = mesh.triangleCount;
+        warnOfRounding(screen, format, observer);
         return screen;
     }
-    if (text.format == ScreenFormat::Stl) source.text = objTextOfStl(source.name, source.text, observer);
+    if (format == ScreenFormat::Stl) editObjText(source, objOptions);
     if (prepare) prepare(source);
     ObjMesh mesh = loadObj(std::move(source), maxMemory, observer);
-    return {.file = file, .geometry = std::move(mesh.screen), .mesh = std::move(mesh.source)};
+    noteRepairs(name, repairs, observer);
+    Screen screen{.file = file,
+                  .geometry = std::move(mesh.screen),
+                  .mesh = std::move(mesh.source),
+                  .repairs = std::move(repairs)};
+    warnOfRounding(screen, format, observer);
+    return screen;
 }
 
-void refuseObjOptions(const ObjOptions& options, const std::string& path) {
-    if (options.any())
+void refuseFrame(const ObjOptions& options, const std::string& path) {
+    if (options.changesFrame())
         throw Error({.found = "found axes or a scale for a screen that is not an OBJ file",
                      .expected = "them with an OBJ file only",
+                     .file = path});
+}
+
+void refuseObjects(const ObjOptions& options, const std::string& path) {
+    if (!options.objects.empty())
+        throw Error({.found = "found the name of an object for a screen that is not an OBJ mesh",
+                     .expected = "it with an OBJ mesh only",
                      .file = path});
 }
 
@@ -46,12 +88,12 @@ void warnOfFurtherScreens(const std::string& path, const XmlDocument& document,
              .line = document.lineOf(*elements[1])});
 }
 
-// Returns the text of a mesh, or an analytic screen.
-std::variant<MeshText, Screen> readContents(ScreenFile file, std::uint64_t maxMemory,
-                                            const ObjOptions& objOptions, Observer& observer) {
+// Returns the whole text of a mesh, or an analytic screen.
+std::variant<MeshText, Screen> readWholeContents(ScreenFile file, std::uint64_t maxMemory,
+                                                 const ObjOptions& objOptions, Observer& observer) {
     const std::string path = file.path;
     if (file.format != ScreenFormat::Xml) return meshTextOf(std::move(file), objOptions);
-    refuseObjOptions(objOptions, path);
+    refuseFrame(objOptions, path);
     const XmlDocument document(path, file.text, maxMemory);
     const auto elements = document.elementsNamed(ScreenGeometryXmlHelper::rootNodeName());
     if (elements.empty())
@@ -70,6 +112,19 @@ std::variant<MeshText, Screen> readContents(ScreenFile file, std::uint64_t maxMe
     return screen;
 }
 
+// Returns the text of a mesh or of its objects, or an analytic screen.
+std::variant<MeshText, Screen> readContents(ScreenFile file, std::uint64_t maxMemory,
+                                            const ObjOptions& objOptions, Observer& observer) {
+    const std::string path = file.path;
+    auto contents = readWholeContents(std::move(file), maxMemory, objOptions, observer);
+    auto* const text = std::get_if<MeshText>(&contents);
+    if (text != nullptr && text->format == ScreenFormat::Obj)
+        selectObjParts(text->source, objOptions.objects);
+    else
+        refuseObjects(objOptions, path);
+    return contents;
+}
+
 }  // namespace
 
 std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
@@ -83,10 +138,11 @@ Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
                   Observer& observer, const std::function<void(ObjSource&)>& prepare) {
     observer.setStage("reading " + path);
     ScreenFile file = readScreenFile(path, maxMemory);
-    if (file.format == ScreenFormat::Stl && !prepare) refuseObjOptions(objOptions, path);
+    const bool isRepaired = objOptions.repair == RepairPolicy::Repair;
+    if (file.format == ScreenFormat::Stl && !isRepaired) refuseFrame(objOptions, path);
     auto contents = readContents(std::move(file), maxMemory, objOptions, observer);
     if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
-    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, prepare, observer);
+    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, objOptions, prepare, observer);
 }
 
 }  // namespace quarn

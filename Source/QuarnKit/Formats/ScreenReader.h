@@ -12,6 +12,7 @@
 #include <QuarnKit/Formats/Xml/ScreenTags.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
+#include "MeshRepair.h"
 #include "MeshText.h"
 #include "ObjLoader.h"
 
@@ -24,11 +25,14 @@ struct Screen {
     std::vector<Parameter> parameters = {};
     /// Set for a mesh; that of an STL screen has only the number of triangles.
     std::optional<MeshSource> mesh = {};
+    /// The repairs of the mesh, if the options required them.
+    std::vector<MeshRepair> repairs = {};
 };
 
 /// Reads the text of an OBJ or STL file, or that of the first screen of an XML file. Returns
-/// nothing for screens of other types.
-/// \param objOptions an error if the file is XML
+/// nothing for screens of other types. Repairs nothing.
+/// \param objOptions a frame is an error if the file is XML, and objects are one for a screen
+///         without an OBJ text
 [[nodiscard]] std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
                                                    const ObjOptions& objOptions, Observer& observer);
 
@@ -36,9 +40,10 @@ struct Screen {
 ///
 /// All values are checked before the screen gets them, since a screen reads text that is no number
 /// as 0, and some values keep its queries from terminating.
-/// \param objOptions an error if the file is no OBJ file
-/// \param prepare may change the text of an OBJ screen before it is loaded. If it is specified, the
-///         mesh of an STL file becomes an OBJ screen, in any form of the file
+/// The observer receives a notice of each repair, unless the mesh is refused nevertheless.
+/// \param objOptions a frame is an error if the file is no OBJ file, except an STL file that is
+///         repaired; objects are an error for a screen without an OBJ text
+/// \param prepare may change the text of an OBJ screen before it is loaded, after the repairs
 [[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
                                 const ObjOptions& objOptions, Observer& observer,
                                 const std::function<void(ObjSource&)>& prepare = {});

@@ -10,6 +10,7 @@
 #include <QuarnKit/Measure/SurfaceMeasures.h>
 
 #include "MeshStatus.h"
+#include "OutputName.h"
 
 namespace quarn {
 
@@ -63,12 +64,9 @@ void noteStatus(const std::string& path, const OBJScreen& loaded, const MeshSour
 }  // namespace
 
 ScreenFormat formatByName(const std::string& path, ScreenFormat fallback) {
-    std::string name = path;
-    std::transform(name.begin(), name.end(), name.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-    });
-    if (name.ends_with(".obj")) return ScreenFormat::Obj;
-    if (name.ends_with(".xml")) return ScreenFormat::Xml;
+    const std::string extension = extensionOf(path);
+    if (extension == "obj") return ScreenFormat::Obj;
+    if (extension == "xml") return ScreenFormat::Xml;
     return fallback;
 }
 
@@ -79,15 +77,19 @@ std::string xmlTextOf(IScreenGeometry& screen) {
     return toUtf8(text.str());
 }
 
-std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory) {
+std::string objTextOf(const Screen& screen, const GridSize& grid, VDirection vDirection,
+                      std::uint64_t maxMemory) {
     if (!screen.mesh) {
         refuseCoarseGrid(screen, grid);
         const auto cells = static_cast<std::uint64_t>(grid.rows) * static_cast<std::uint64_t>(grid.columns);
         refuseMeshAbove(maxMemory, screen.file, {.triangles = 2 * cells});
-        const MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
+        MeshDocument mesh = gridMeshOf(*screen.geometry, grid);
+        if (vDirection == VDirection::Upward)
+            for (auto& [u, v] : mesh.uvs) v = 1.0F - v;
         refuseInfinite(mesh, screen.file);
         refuseWithoutArea(screen, mesh);
-        return objTextOf(mesh, gridDescription(screen, grid));
+        return objTextOf(
+            mesh, gridDescription(screen, grid) + (vDirection == VDirection::Upward ? ", v upward" : ""));
     }
     std::string text(screen.mesh->text.text);
     if (isOwnText(screen)) {
@@ -100,10 +102,14 @@ std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t 
 
 void noteMeshStatus(const std::string& path, const Screen& screen, const std::string& objText,
                     std::uint64_t maxMemory, Observer& observer) {
-    if (isOwnText(screen))
-        noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), *screen.mesh, observer);
-    else
+    if (!isOwnText(screen)) {
         static_cast<void>(loadGeneratedText(path, objText, maxMemory, observer));
+        return;
+    }
+    // The lines are those of the written text.
+    MeshSource written = *screen.mesh;
+    written.text.lineMap = {};
+    noteStatus(path, dynamic_cast<const OBJScreen&>(*screen.geometry), written, observer);
 }
 
 std::shared_ptr<OBJScreen> loadGeneratedText(const std::string& path, const std::string& objText,

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include <QuarnKit/Formats/Obj/VDirection.h>
+
 #include "GridMesh.h"
 #include "ScreenReader.h"
 
@@ -21,9 +23,12 @@ namespace quarn {
 /// another scale, its positions are those in the frame of the screen. An analytic screen becomes a
 /// mesh.
 /// \param grid grid of the mesh of an analytic screen
+/// \param vDirection direction of v in the mesh of an analytic screen; that of the screen is
+///        downward
 /// \param maxMemory a mesh that could need more is an Error
 /// \throws Error if an analytic screen has no area, or the grid is below minGridSizeOf()
-[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, std::uint64_t maxMemory);
+[[nodiscard]] std::string objTextOf(const Screen& screen, const GridSize& grid, VDirection vDirection,
+                                    std::uint64_t maxMemory);
 
 /// Notifies the observer if UV does not work on the mesh of a written text.
 /// \param path name of the text in the notice

@@ -13,9 +13,9 @@ bool isPlausibleSize(double meters) {
 }
 
 bool isUsualSize(double meters) {
-    constexpr double kMinMeters = 0.5;
-    constexpr double kMaxMeters = 100.0;
-    return meters >= kMinMeters && meters <= kMaxMeters;
+    constexpr double kMinUsualMeters = 0.5;
+    constexpr double kMaxUsualMeters = 100.0;
+    return meters >= kMinUsualMeters && meters <= kMaxUsualMeters;
 }
 
 std::optional<std::string> likelyUnitOf(double number) {

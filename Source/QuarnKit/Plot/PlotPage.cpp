@@ -1,5 +1,6 @@
 #include "PlotPage.h"
 
+#include <optional>
 #include <utility>
 
 #include <QuarnKit/Plot/Page/PlotLegend.h>
@@ -14,11 +15,12 @@ namespace {
 
 PlotScene sceneOf(const IScreenGeometry& geometry, const PlotSurface& surface, const StretchScale* stretch) {
     PlotScene scene{
-        .shapes = [&surface,
-                   stretch](const Camera& camera) { return surfaceShapes(surface, camera, stretch); },
-        .hides = [&surface](const Camera& camera,
-                            const Point<double, 3>& position) { return hides(surface, camera, position); }};
+        .view = [&surface, stretch](const Camera& camera, const std::optional<Point<double, 3>>& eye) {
+            return SceneView{.shapes = surfaceShapes(surface, camera, stretch),
+                             .isEyeHidden = eye && hides(surface, camera, *eye)};
+        }};
     if (!surface.isDrawable()) return scene;
+    scene.eyeView = eyeViewOf(geometry, surface);
     addEye(scene, geometry, surface.toScene(geometry.getEyepoint()));
     for (const auto& [u, v] : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1), std::pair(1, 1)})
         if (const auto position = surface.at(u * surface.columns(), v * surface.rows()))

@@ -9,7 +9,8 @@
 
 namespace quarn {
 
-/// Returns an SVG document with a screen in perspective, from above, from the viewer and in UV.
+/// Returns an SVG document with a screen from its center or its eye point, in perspective, from
+/// above, from the viewer and in UV.
 /// \param unit unit of the screen's lengths
 [[nodiscard]] std::string plotPage(const Screen& screen, const std::string& unit,
                                    PlotColor color = PlotColor::Side);

@@ -73,7 +73,7 @@ TEST(ParseNumber, ReadsSubnormalNumbers) {
     EXPECT_EQ(parseNumber("1e-310"), 1e-310);
 }
 
-TEST(NumberText, RoundedTextHoldsNoMoreDigitsThanAsked) {
+TEST(NumberText, RoundedTextHasNoMoreDigitsThanSpecified) {
     EXPECT_EQ(roundedNumberText(90.00000000000003, 15), "90");
     EXPECT_EQ(roundedNumberText(-30.000000000000004, 15), "-30");
     EXPECT_EQ(roundedNumberText(2.0 / 3.0, 3), "0.667");

@@ -56,6 +56,23 @@ TEST(UvCheck, MissingUVsAreFoundAndNothingElseOfThem) {
     EXPECT_EQ(check(mesh)[0].count, 18U);
 }
 
+TEST(UvCheck, AFormatWithoutUVsMissesThemToo) {
+    const Mesh mesh = flatGrid({3, 3});
+    const std::vector<std::uint64_t> lines;
+    const CheckedMesh checked = {.objData = {}, .triangles = mesh, .lines = lines, .canHaveUV = false};
+    const auto findings = checkMesh(checked, "m");
+    ASSERT_THAT(namesOf(findings), ElementsAre("missing-uv"));
+    EXPECT_EQ(findings[0].severity, Severity::Problem);
+    EXPECT_EQ(findings[0].count, 18U);
+}
+
+TEST(UvCheck, AMeshThatNeedsNoUVHasNoFindingsOfThem) {
+    Mesh mesh = flatGrid({3, 3});
+    stripUV(mesh);
+    const std::vector<std::uint64_t> lines;
+    EXPECT_TRUE(checkMesh({.objData = {}, .triangles = mesh, .lines = lines}, "m", UvChecks::None).empty());
+}
+
 TEST(UvCheck, UVsOutsideOfTheUnitSquareAreFound) {
     for (const Point<double, 2>& shift : {Point<double, 2>(0.5, 0.0), Point<double, 2>(0.0, -0.5)}) {
         const Mesh mesh = withUV(flatGrid({4, 4}), [&](const Point<double, 2>& uv) { return uv + shift; });

@@ -27,7 +27,7 @@ std::vector<TriangleCorners> cornersOf(const Mesh& mesh) {
 SurfaceDistance distanceBetween(const std::vector<TriangleCorners>& from,
                                 const std::vector<TriangleCorners>& to, std::size_t threads = 2) {
     ThreadPool pool(threads);
-    return surfaceDistance(from, TriangleTree(to), kAccuracy, pool);
+    return surfaceDistance(from, TriangleTree(to), {.accuracy = kAccuracy}, pool);
 }
 
 std::vector<TriangleCorners> moved(std::vector<TriangleCorners> triangles, const Point3& way) {
@@ -106,6 +106,64 @@ TEST(SurfaceDistance, OfConcentricDomesIsTheDifferenceOfTheirRadii) {
     }
 }
 
+TEST(SurfaceDistance, FromTheCenterOfADomeIsTheRadius) {
+    // All positions are about equally far from all triangles of the dome.
+    const auto shell = cornersOf(dome({400, 200}, kHalfSphere));
+    const auto sheet = moved(cornersOf(flatGrid({30, 30}, {0.02, 0.02})), {0.0, 0.0, 0.02});
+    const SurfaceDistance distance = distanceBetween(sheet, shell);
+    EXPECT_LE(distance.max, 5.0);
+    EXPECT_GE(distance.bound, 5.0 - 0.03);
+    EXPECT_EQ(distance.end, SearchEnd::GoalReached);
+    EXPECT_LE(distance.bound - distance.max, 1e-3 * distance.max * (1.0 + 1e-9));
+    EXPECT_NEAR(distance.mean, 4.98, 0.01);
+}
+
+TEST(SurfaceDistance, ReachesAnAccuracyThatIsFinerThanAThousandthOfTheDistance) {
+    const auto shell = cornersOf(dome({100, 60}, kHalfSphere));
+    const auto sheet = cornersOf(flatGrid({2, 2}, {2.0, 2.0}));
+    ThreadPool pool(2);
+    const TriangleTree tree(shell);
+    const SurfaceDistance distance =
+        surfaceDistance(sheet, tree, {.accuracy = 1e-4, .relativeAccuracy = 0.0, .limit = {}}, pool);
+    EXPECT_LE(distance.bound - distance.max, 1e-4 * (1.0 + 1e-9));
+    EXPECT_EQ(distance.end, SearchEnd::GoalReached);
+    EXPECT_EQ(tree.nearest(distance.where).distance, distance.max);
+}
+
+TEST(SurfaceDistance, SearchGoesOnUntilTheLimitIsDecided) {
+    const auto inner = cornersOf(dome({60, 40}));
+    const auto outer = moved(inner, {0.0, 0.1, 0.0});
+    ThreadPool pool(2);
+    const TriangleTree tree(outer);
+    const SurfaceDistance first = surfaceDistance(inner, tree, {.accuracy = 0.05}, pool);
+    const double limit = first.max + 1e-6;
+    ASSERT_GT(first.bound, limit);
+    const SurfaceDistance distance =
+        surfaceDistance(inner, tree, {.accuracy = 0.05, .relativeAccuracy = 0.0, .limit = limit}, pool);
+    EXPECT_TRUE(distance.bound <= limit || distance.max > limit)
+        << distance.max << " to " << distance.bound << ", limit " << limit;
+}
+
+TEST(SurfaceDistance, BoundIsTrueAtTheLimitOfWork) {
+    // The distance is about the same in the middle of each of the coarse cells.
+    const auto from = cornersOf(dome({60, 40}, kHalfSphere));
+    const TriangleTree tree(cornersOf(dome({400, 300}, kHalfSphere)));
+    ThreadPool pool(2);
+    const SurfaceDistance distance =
+        surfaceDistance(from, tree, {.accuracy = 1e-7, .relativeAccuracy = 0.0, .limit = {}}, pool);
+    EXPECT_EQ(distance.end, SearchEnd::WorkLimit);
+    EXPECT_EQ(tree.nearest(distance.where).distance, distance.max);
+    for (int i = 0; i < seedCount(2000); ++i) {
+        Rng rng(i);
+        const TriangleCorners& triangle =
+            from[static_cast<std::size_t>(rng.integer(0, static_cast<int>(from.size()) - 1))];
+        const double a = rng.uniform(0.0, 1.0);
+        const double b = rng.uniform(0.0, 1.0 - a);
+        const Point3 point = triangle[0] + (triangle[1] - triangle[0]) * a + (triangle[2] - triangle[0]) * b;
+        EXPECT_LE(tree.nearest(point).distance, distance.bound + 1e-12);
+    }
+}
+
 TEST(SurfaceDistance, NoSampleIsFartherThanTheBound) {
     for (int i = 0; i < seedCount(40); ++i) {
         Rng rng(i);
@@ -113,7 +171,7 @@ TEST(SurfaceDistance, NoSampleIsFartherThanTheBound) {
         const auto from = cornersOf(soup(rng, 30, 0.5));
         const TriangleTree to(cornersOf(soup(rng, 30, 0.5)));
         ThreadPool pool(1);
-        const SurfaceDistance distance = surfaceDistance(from, to, kAccuracy, pool);
+        const SurfaceDistance distance = surfaceDistance(from, to, {.accuracy = kAccuracy}, pool);
         ASSERT_LE(distance.max, distance.bound);
         ASSERT_NEAR(to.nearest(distance.where).distance, distance.max, 1e-12);
         double sum = 0.0;

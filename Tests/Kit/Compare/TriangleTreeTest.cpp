@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Support/Mesh/Meshes.h"
 #include "Support/Rng.h"
 
 namespace quarn::test {
@@ -47,6 +48,45 @@ TEST(TriangleTree, FindsWhatLookingAtEachTriangleFinds) {
             hint = rng.coin() ? nearest.index : TriangleTree::kNone;
         }
     }
+}
+
+TEST(TriangleTree, LimitedSearchReturnsBounds) {
+    for (int i = 0; i < seedCount(2000); ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const TriangleTree tree(anyTriangles(rng));
+        const TriangleTree::SearchLimits limits{.exactVisits = static_cast<std::uint64_t>(rng.integer(0, 10)),
+                                                .maxVisits = static_cast<std::uint64_t>(rng.integer(0, 40)),
+                                                .tolerance = rng.coin() ? 0.0 : rng.uniform(0, 1),
+                                                .relativeTolerance = rng.coin() ? 0.0 : rng.uniform(0, 1)};
+        for (int k = 0; k < 20; ++k) {
+            const Point3 point = rng.coin() ? rng.point(-1, 1) : rng.point(-20, 20);
+            std::uint64_t visits = 0;
+            const TriangleTree::Nearest nearest = tree.nearest(point, TriangleTree::kNone, limits, visits);
+            const double distance = tree.nearest(point).distance;
+            ASSERT_LE(distance, nearest.distance);
+            ASSERT_LE(nearest.minDistance, distance + 1e-13);
+            ASSERT_EQ(tree.distanceTo(nearest.index, point), nearest.distance);
+            ASSERT_LE(visits, limits.maxVisits);
+            if (visits < limits.maxVisits) {
+                const double tolerance =
+                    std::max(limits.tolerance, limits.relativeTolerance * nearest.distance);
+                ASSERT_LE(nearest.distance - nearest.minDistance, tolerance + 1e-13);
+            }
+        }
+    }
+}
+
+TEST(TriangleTree, SearchFromTheCenterOfASphereIsShortWithATolerance) {
+    std::vector<TriangleCorners> triangles;
+    for (const Triangle& triangle : dome({300, 150}, kHalfSphere)) triangles.push_back(cornersOf(triangle));
+    const TriangleTree tree(triangles);
+    std::uint64_t visits = 0;
+    const TriangleTree::Nearest nearest = tree.nearest(
+        {0.0, 0.0, 0.0}, TriangleTree::kNone, {.exactVisits = 100, .relativeTolerance = 1e-3}, visits);
+    EXPECT_LT(visits, triangles.size() / 20);
+    EXPECT_NEAR(nearest.distance, 5.0, 5.0 * 1e-3);
+    EXPECT_GE(nearest.minDistance, nearest.distance * (1.0 - 1e-3));
 }
 
 TEST(TriangleTree, HoldsEachTriangleOnce) {

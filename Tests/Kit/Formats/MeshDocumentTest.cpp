@@ -21,7 +21,7 @@ using ::testing::ElementsAre;
 std::vector<Triangle> load(const std::string& text, const std::wstring& forward = L"Y",
                            const std::wstring& upward = L"Z", float scale = 1.0F) {
     OBJScreen screen(forward, upward, scale);
-    return loadInto(screen, text);
+    return loadTriangles(screen, text);
 }
 
 void expectSameCorners(const std::vector<Triangle>& triangles, const std::vector<Triangle>& expected) {
@@ -110,6 +110,14 @@ TEST(MeshDocument, ATextInTheFrameOfItsScreenLoadsAsThatScreen) {
                 EXPECT_EQ(mesh.uvs.size(), 3U);
                 expectSameCorners(load(objTextOf(mesh, "made")), load(text, forward, upward, scale));
             }
+}
+
+// 2147483648 is the index with the greatest 32-bit number.
+TEST(MeshDocument, ReferencesToUVsThatDoNotExistAreLeftOut) {
+    const MeshDocument mesh =
+        meshDocumentOf("v 0 0 0\nv 1 0 0\nv 0 0 1\nvt 0 0\nvn 0 -1 0\nf 1/2147483648/1 2/2/1 3/1/1\n",
+                       Matrix<float, 4>::identity());
+    EXPECT_THAT(objTextOf(mesh, "made"), ::testing::EndsWith("\nf 1//1 2//1 3/1/1\n"));
 }
 
 }  // namespace

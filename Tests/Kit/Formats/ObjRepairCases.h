@@ -26,7 +26,7 @@ namespace quarn::test {
 }
 
 /// The triangles that \p screen loads from a text.
-[[nodiscard]] inline std::vector<Triangle> loadInto(OBJScreen& screen, const std::string& text) {
+[[nodiscard]] inline std::vector<Triangle> loadTriangles(OBJScreen& screen, const std::string& text) {
     std::istringstream stream(text);
     screen.deserialize(stream);
     std::vector<Triangle> triangles;

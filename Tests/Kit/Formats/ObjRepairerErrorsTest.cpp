@@ -37,8 +37,8 @@ void expectCornerError(const std::string& corner) {
 }
 
 TEST(ObjRepairerErrors, CoordinatesAreNumbers) {
-    for (const char* word :
-         {"nan", "-inf", "1,5", "0x1", "1.5.2", "--1", "1e", "1e+", ".", "e5", "1.0f", "+-1", "x"})
+    for (const char* word : {"nan", "-inf", "1,5", "1.#IND", "-1.#QNAN", "1.#INF", "1.#J", "0x1", "1.5.2",
+                             "--1", "1e", "1e+", ".", "e5", "1.0f", "+-1", "x"})
         expectCoordinateError(word);
     expectError(kHead + "v\n" + kFace, 6, "found a vertex without coordinates");
     expectError(kHead + "v # 1 2 3\n" + kFace, 6, "found a vertex without coordinates");
@@ -75,6 +75,7 @@ TEST(ObjRepairerErrors, ATextHasVerticesAndFaces) {
 TEST(ObjRepairerErrors, UTF16IsRefused) {
     expectError("\xFF\xFEv", 0, "found UTF-16 text");
     expectError("\xFE\xFFv", 0, "found UTF-16 text");
+    expectError("\xEF\xBB\xBF\xFF\xFE#\n" + kHead + "f 1 2 3\n", 0, "found UTF-16 text");
 }
 
 }  // namespace

@@ -64,10 +64,11 @@ TEST(ObjRepairerNormals, AFaceWithoutAreaGetsAny) {
 }
 
 TEST(ObjRepairerNormals, HollowPolygonsGetThatOfTheirWholeArea) {
-    // Its first corner is the inner one of an arrowhead, so that one triangle of its fan is turned
-    // over.
-    EXPECT_THAT(repairedText("v 0 1 0\nv 2 0 0\nv 0 4 0\nv -2 0 0\nf 2 3 4 1\nf 1 2 3 4\n"),
-                ::testing::HasSubstr("vn 0 0 1\nf 2//1 3//1 4//1 1//1\nf 1//1"));
+    // The fan of the first one would overlap. The second one begins at the inner corner of an
+    // arrowhead.
+    EXPECT_THAT(
+        repairedText("v 0 1 0\nv 2 0 0\nv 0 4 0\nv -2 0 0\nf 2 3 4 1\nf 1 2 3 4\n"),
+        ::testing::HasSubstr("vn 0 0 1\nf 1//1 2//1 3//1\nf 3//1 4//1 1//1\nf 1//1 2//1 3//1 4//1\n"));
 }
 
 TEST(ObjRepairerNormals, AFanOfAMillionCornersGetsOne) {

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <initializer_list>
+#include <span>
 #include <string_view>
 
 #include <QuarnKit/Base/Error.h>
@@ -133,21 +135,43 @@ private:
 
 std::vector<Triangle> load(const std::string& text) {
     OBJScreen screen;
-    return loadInto(screen, text);
+    return loadTriangles(screen, text);
 }
 
-void expectSameTriangles(const std::vector<Triangle>& triangles,
-                         const std::vector<ReferenceAnyObjTriangle>& expected) {
+bool isSameCorner(const TriangleVertex& corner, const ReferenceAnyObjCorner& expected) {
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        if (corner.position[axis] != static_cast<double>(expected.position.at(axis))) return false;
+    return corner.uv == (expected.uv ? Point<double, 2>(expected.uv->at(0), expected.uv->at(1)) : kNoUV);
+}
+
+// Expects that the corners of a triangle are some of those of its face, whose fan is \p fan.
+void expectCornersOf(const Triangle& triangle, std::span<const ReferenceAnyObjTriangle> fan) {
+    for (const TriangleVertex& corner : triangle.vertices)
+        EXPECT_TRUE(std::any_of(fan.begin(), fan.end(), [&](const ReferenceAnyObjTriangle& expected) {
+            return std::any_of(expected.corners.begin(), expected.corners.end(),
+                               [&](const auto& other) { return isSameCorner(corner, other); });
+        }));
+}
+
+// Expects the triangles of a reader that builds a fan of each face; concave faces only have to keep
+// their corners.
+void expectSameTriangles(const RepairedObj& repaired, const std::vector<ReferenceAnyObjTriangle>& expected) {
+    const std::vector<Triangle> triangles = load(repaired.text);
     ASSERT_EQ(triangles.size(), expected.size());
-    for (std::size_t i = 0; i < triangles.size(); ++i)
-        for (std::size_t k = 0; k < 3; ++k) {
-            const TriangleVertex& corner = triangles[i].vertices.at(k);
-            const ReferenceAnyObjCorner& plain = expected[i].corners.at(k);
-            for (std::size_t axis = 0; axis < 3; ++axis)
-                ASSERT_EQ(corner.position[axis], static_cast<double>(plain.position.at(axis))) << i;
-            const Point<double, 2> uv = plain.uv ? Point<double, 2>(plain.uv->at(0), plain.uv->at(1)) : kNoUV;
-            ASSERT_EQ(corner.uv, uv) << i;
-        }
+    std::size_t i = 0;
+    while (i < triangles.size()) {
+        std::size_t end = i + 1;
+        while (end < triangles.size() && expected[end].line == expected[i].line) ++end;
+        const bool isConcave =
+            std::binary_search(repaired.concaveFaces.begin(), repaired.concaveFaces.end(), i);
+        const std::span fan(&expected[i], end - i);
+        for (; i < end; ++i)
+            if (isConcave)
+                expectCornersOf(triangles[i], fan);
+            else
+                for (std::size_t k = 0; k < 3; ++k)
+                    ASSERT_TRUE(isSameCorner(triangles[i].vertices.at(k), expected[i].corners.at(k))) << i;
+    }
 }
 
 TEST(ObjRepairerRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
@@ -162,7 +186,7 @@ TEST(ObjRepairerRandom, TheLibraryLoadsWhatTheReferenceReaderReads) {
         }
         SCOPED_TRACE(text);
         const RepairedObj repaired = repairObj("a.obj", text);
-        expectSameTriangles(load(repaired.text), expected);
+        expectSameTriangles(repaired, expected);
         ASSERT_EQ(repaired.triangleLines.size(), expected.size());
         for (std::size_t k = 0; k < expected.size(); ++k)
             ASSERT_EQ(repaired.triangleLines[k], expected[k].line);

@@ -109,6 +109,34 @@ TEST(ObjRepairer, FacesOfFewerThanThreeCornersBecomeComments) {
     EXPECT_THAT(repairsOf(text), ElementsAre("short-face 3 from 8"));
 }
 
+// A dart whose third corner is reflex, by the numbers of its corners.
+std::string dart(const std::string& face) {
+    return "v 0 0 1\nv -2 0 -2\nv 0 0 0\nv 2 0 -2\nvt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\nvn 0 -1 0\n" + face;
+}
+
+TEST(ObjRepairer, ConcaveFacesWhoseFanFoldsBecomeTriangles) {
+    const std::string right = "f 3/3/1 4/4/1 1/1/1 2/2/1\n";
+    expectWhole(dart(right));
+    const std::string text = dart(right + "f 2/2/1 3/3/1 4/4/1 1/1/1\n" + right);
+    EXPECT_EQ(repairedText(text), dart(right + "f 1/1/1 2/2/1 3/3/1\nf 3/3/1 4/4/1 1/1/1\n" + right));
+    EXPECT_THAT(repairsOf(text), ElementsAre("concave-face 1 from 11"));
+    const RepairedObj repaired = repairObj("a.obj", text);
+    EXPECT_THAT(repaired.triangleLines, ElementsAre(10, 10, 11, 11, 12, 12));
+    EXPECT_THAT(repaired.concaveFaces, ElementsAre(2U));
+    EXPECT_EQ(repairedText(dart("f -3 -2 -1 -4")), dart("vn 0 -1 0\nf 1//2 2//2 3//2\nf 3//2 4//2 1//2\n"));
+}
+
+TEST(ObjRepairer, FacesWithoutValidTrianglesStay) {
+    const std::string text = kHead + "v 1 0 1\n" + kFace + "f 1/1/1 2/2/1 3/3/1 4/3/1\n";  // crossed
+    expectWhole(text);
+    const RepairedObj repaired = repairObj("a.obj", text);
+    EXPECT_THAT(repaired.selfIntersectingFaces, ElementsAre(1U));
+    const auto notice = selfIntersectionNotice("a.obj", repaired);
+    ASSERT_TRUE(notice.has_value());
+    EXPECT_EQ(notice->line, 10U);
+    EXPECT_THAT(notice->text, ::testing::StartsWith("found 1 face whose triangles overlap"));
+}
+
 TEST(ObjRepairer, LinesThatWouldBeMisreadBecomeComments) {
     const std::string text = kHead + "vtx 1 2 3\nvnormal 1\nface 1/1/1 2/2/1 3/3/1\n" + kFace + "fin";
     EXPECT_EQ(repairedText(text),

@@ -69,6 +69,34 @@ TEST(StlMeshReader, SeveralSolidsAndCapitalsAndCarriageReturnsAreRead) {
     EXPECT_EQ(notesOf(windows, 2), "");
 }
 
+std::string replaced(std::string text, const std::string& part, const std::string& other) {
+    return text.replace(text.find(part), part.size(), other);
+}
+
+TEST(StlMeshReader, KeywordsInTwoWordsAreRead) {
+    const std::string text = solid(kTriangle + kTriangle);
+    EXPECT_EQ(notesOf(replaced(text, "endsolid wall", "end solid wall"), 2), "");
+    EXPECT_EQ(notesOf(replaced(text, "endfacet", "end facet"), 2), "");
+    EXPECT_EQ(notesOf(replaced(text, "endloop", "END Loop"), 2), "");
+    EXPECT_EQ(errorOf(replaced(text, "endloop", "end lop")).found, "found \"endlop\"");
+    EXPECT_EQ(notesOf(text.substr(0, text.size() - 14) + "\nend", 2),
+              "a.stl:17: the file ends within a solid; the triangles before its end are used\n");
+}
+
+TEST(StlMeshReader, TextAfterAFacetOnItsLineIsSkipped) {
+    const std::string text = solid(kTriangle + kTriangle);
+    EXPECT_EQ(notesOf(replaced(text, "endfacet", "endfacet 1 # the first"), 2), "");
+    EXPECT_EQ(notesOf(replaced(text, "endfacet\n", "endfacet 1 "), 2), "");
+    EXPECT_EQ(errorOf(replaced(text, "endfacet\n", "endfacet\n1\n")).found, "found \"1\"");
+}
+
+TEST(StlMeshReader, AControlCharacterInATextIsAnErrorOfItsWord) {
+    const ErrorDetails error =
+        errorOf(replaced(solid(kTriangle + kTriangle + kTriangle), "1.5e0", "1.5\1e0"));
+    EXPECT_EQ(error.expected, "a number");
+    EXPECT_EQ(error.line, 6U);
+}
+
 TEST(StlMeshReader, ALoopOfFourCornersIsAFan) {
     EXPECT_EQ(notesOf("solid\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex 1 0 0 vertex 1 1 0 vertex 0 "
                       "1 0 endloop "

@@ -73,7 +73,7 @@ TEST(MeshTopology, DuplicateIsFoundInWhateverOrderItsCornersAre) {
     EXPECT_THAT(topology.isFlipped, Each(false));
 }
 
-TEST(MeshTopology, EdgeOfThreeTrianglesJoinsThemButTellsNoWayRound) {
+TEST(MeshTopology, EdgeOfThreeTrianglesConnectsThemWithoutAnOrientation) {
     const Point<double, 3> a(0.0, 0.0, 0.0);
     const Point<double, 3> b(1.0, 0.0, 0.0);
     const MeshTopology topology =

@@ -37,7 +37,8 @@ TEST(PlotLines, NoPointIsFartherFromASimplifiedLineThanTheTolerance) {
 TEST(PlotLines, LineThatGoesBehindASurfaceHasTwoParts) {
     const Camera camera = Camera::front();
     const PlotRaster raster(kSquare, camera, 200);
-    const auto parts = visibleParts({{0.5, -0.5, 0.5}, {0.6, 0.5, 0.5}}, camera, raster);
+    SampleBudget budget;
+    const auto parts = visibleParts({{0.5, -0.5, 0.5}, {0.6, 0.5, 0.5}}, camera, raster, budget);
     ASSERT_THAT(parts, SizeIs(2));
     EXPECT_FALSE(parts[0].isHidden);
     EXPECT_TRUE(parts[1].isHidden);
@@ -48,7 +49,9 @@ TEST(PlotLines, LineThatGoesBehindASurfaceHasTwoParts) {
 TEST(PlotLines, LineOnTheSurfaceIsSeenAsOnePart) {
     for (const Camera& camera : {Camera::front(), Camera::perspective(0.0), Camera::plan()}) {
         const PlotRaster raster(kSquare, camera, 200);
-        const auto parts = visibleParts({{0.0, 0.0, 0.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 1.0}}, camera, raster);
+        SampleBudget budget;
+        const auto parts =
+            visibleParts({{0.0, 0.0, 0.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 1.0}}, camera, raster, budget);
         ASSERT_THAT(parts, SizeIs(1));
         EXPECT_FALSE(parts[0].isHidden);
     }
@@ -56,7 +59,31 @@ TEST(PlotLines, LineOnTheSurfaceIsSeenAsOnePart) {
 
 TEST(PlotLines, PointIsNoLine) {
     const Camera camera = Camera::front();
-    EXPECT_THAT(visibleParts({{0.5, 0.0, 0.5}}, camera, PlotRaster(kSquare, camera, 10)), IsEmpty());
+    SampleBudget budget;
+    EXPECT_THAT(visibleParts({{0.5, 0.0, 0.5}}, camera, PlotRaster(kSquare, camera, 10), budget), IsEmpty());
+}
+
+TEST(PlotLines, LineEndsWhereTheBudgetDoes) {
+    const Camera camera = Camera::front();
+    SampleBudget budget{.left = 10};
+    const auto parts =
+        visibleParts({{0.0, 0.0, 0.5}, {1.0, 0.0, 0.5}}, camera, PlotRaster(kSquare, camera, 300), budget);
+    ASSERT_THAT(parts, SizeIs(1));
+    // A sample each 1.5 of 300 cells.
+    EXPECT_NEAR(parts[0].points.back()[0], 10 * 1.5 / 300.0, 1e-9);
+    EXPECT_EQ(budget.left, 0U);
+}
+
+TEST(PlotLines, LineAcrossTheEdgeOfAPanoramaHasAPartOnEachSide) {
+    const Camera camera = Camera::fromEye({}, {0.0, 1.0, 0.0}, Projection::Panorama);
+    const std::vector<TriangleCorners> far = {
+        {Point<double, 3>(-9.0, 9.0, 0.0), Point<double, 3>(9.0, 9.0, 0.0), Point<double, 3>(0.0, 9.0, 9.0)}};
+    SampleBudget budget;
+    const auto parts =
+        visibleParts({{-0.5, -1.0, 0.0}, {0.5, -1.0, 0.0}}, camera, PlotRaster(far, camera, 100), budget);
+    ASSERT_THAT(parts, SizeIs(2));
+    EXPECT_LT(parts[0].points.back()[0], -3.1);
+    EXPECT_GT(parts[1].points.front()[0], 3.1);
 }
 
 }  // namespace

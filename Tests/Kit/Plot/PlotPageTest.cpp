@@ -204,6 +204,16 @@ TEST(PlotPage, ScreenWithoutPositionsSaysSo) {
     EXPECT_THAT(pageOf(std::make_shared<FlatScreen>(4.0, 3.0)), Not(HasSubstr("not drawable")));
 }
 
+TEST(PlotPage, LegendListsOnlyWhatThePageShows) {
+    const std::string wall = pageOf(std::make_shared<FlatScreen>(4.0, 3.0));
+    EXPECT_THAT(wall, HasSubstr(">front: "));
+    for (const char* absent : {">back: ", ">seam: ", "dashed: hidden"})
+        EXPECT_THAT(wall, Not(HasSubstr(absent)));
+    const std::string dome = pageOf(std::make_shared<SphericalScreen>(kDome));
+    for (const char* present : {">front: ", ">back: ", ">seam: ", "dashed: hidden"})
+        EXPECT_THAT(dome, HasSubstr(present));
+}
+
 TEST(PlotPage, FarEyePointIsStatedAndNotDrawn) {
     const auto far = std::make_shared<CylinderScreen>(Point<double, 3>(1e5, 0.0, 0.0), 6.0, -1.0, 1.0, 3.0);
     EXPECT_THAT(pageOf(far), HasSubstr("too far away to be drawn"));

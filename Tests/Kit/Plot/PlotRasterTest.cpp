@@ -2,16 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
-#include <map>
+#include <algorithm>
+#include <cmath>
 
 #include "Support/Rng.h"
 
 namespace quarn::test {
 namespace {
-
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 // In the plane y = depth, larger than the square from (0, 0) to (1, 1).
 TriangleCorners largeTriangle(double depth) {
@@ -78,43 +75,41 @@ TEST(PlotRaster, WhatAViewSeesFromItsEdgeHidesNothing) {
     EXPECT_FALSE(PlotRaster({}, Camera::plan(), 50).hides({0.0, 0.0, 0.0}));
 }
 
-TEST(PlotRaster, AreasCoverEachCellOnceInItsClass) {
-    for (int i = 0; i < seedCount(100); ++i) {
-        Rng rng(i);
-        SCOPED_TRACE(i);
-        std::map<std::pair<int, int>, std::string> cells;
-        for (int row = 0; row < 8; ++row)
-            for (int column = 0; column < 6; ++column)
-                cells[{column, row}] =
-                    std::string("ab").substr(0, static_cast<std::size_t>(rng.integer(0, 2)));
-        const auto areas = cellAreas(
-            6, 8,
-            [&](int column, int row) {
-                return cells[{column, row}];
-            },
-            [](int column, int row) { return ViewPoint(column, row); });
-        std::map<std::pair<int, int>, std::string> drawn;
-        for (const Shape& area : areas)
-            for (int row = static_cast<int>(area.points[0][1]); row < static_cast<int>(area.points[2][1]);
-                 ++row)
-                for (int column = static_cast<int>(area.points[0][0]);
-                     column < static_cast<int>(area.points[2][0]); ++column)
-                    ASSERT_TRUE(drawn.try_emplace({column, row}, area.styleClass).second) << "drawn twice";
-        std::erase_if(cells, [](const auto& cell) { return cell.second.empty(); });
-        ASSERT_EQ(drawn, cells);
+TEST(PlotRaster, OrderOfManyLayersDecidesNothing) {
+    // So many layers that drawing each of them whole would take more than the limit.
+    std::vector<TriangleCorners> layers;
+    for (int i = 0; i < 2000; ++i) layers.push_back(largeTriangle(-0.001 * i));
+    for (int turn = 0; turn < 2; ++turn) {
+        const PlotRaster raster(layers, Camera::front(), 600);
+        EXPECT_EQ(raster.leftOutCount(), 0U);
+        ASSERT_TRUE(raster.triangleAt(3, 3));
+        EXPECT_EQ(layers[*raster.triangleAt(3, 3)], largeTriangle(-1.999));
+        std::reverse(layers.begin(), layers.end());
     }
 }
 
-TEST(PlotRaster, EvenSquareIsOneArea) {
-    const auto areas = cellAreas(
-        50, 50, [](int /*column*/, int /*row*/) { return std::string("f3"); },
-        [](int column, int row) { return ViewPoint(column, row); });
-    ASSERT_THAT(areas, SizeIs(1));
-    EXPECT_EQ(areas[0].points[2], ViewPoint(50.0, 50.0));
-    EXPECT_THAT(cellAreas(
-                    0, 0, [](int /*column*/, int /*row*/) { return std::string("f3"); },
-                    [](int column, int row) { return ViewPoint(column, row); }),
-                IsEmpty());
+// Corners in a square of 20 cells, also beyond its sides.
+TEST(TriangleCells, VisitAllCellsInside) {
+    for (int i = 0; i < seedCount(500); ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        TriangleCells::Corners corners;
+        for (auto& corner : corners) {
+            corner = {rng.uniform(-5.0, 25.0), rng.uniform(-5.0, 25.0)};
+            if (rng.coin()) corner = {std::round(corner[0]), std::round(corner[1])};
+        }
+        const TriangleCells cells(corners, 20, 20);
+        const CellRange rows = cells.rows();
+        for (int row = 0; row < 20; ++row) {
+            const CellRange columns = cells.columnsOf(row);
+            for (int column = 0; column < 20; ++column) {
+                const auto [a, b, c] = cells.barycentric(column, row);
+                if (!(a >= -1e-9 && b >= -1e-9 && c >= -1e-9)) continue;
+                ASSERT_TRUE(row >= rows.first && row <= rows.last);
+                ASSERT_TRUE(column >= columns.first && column <= columns.last);
+            }
+        }
+    }
 }
 
 }  // namespace

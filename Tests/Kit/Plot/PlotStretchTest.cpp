@@ -1,6 +1,6 @@
 #include <QuarnKit/Plot/Views/PlotStretch.h>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cmath>
 #include <numbers>
@@ -13,13 +13,15 @@
 namespace quarn::test {
 namespace {
 
+using ::testing::ElementsAre;
+
 constexpr double kPi = std::numbers::pi;
 
 TEST(PlotStretch, EvenSurfaceHasTheMiddleColor) {
     const StretchScale scale({{.area = 6.0, .uvArea = 0.5}, {.area = 3.0, .uvArea = 0.25}});
     EXPECT_EQ(scale.mean(), 12.0);
     EXPECT_EQ(scale.classOf({.area = 1.2, .uvArea = 0.1}), "k8");
-    EXPECT_EQ(scale.valueOf(8), 1.0);
+    EXPECT_EQ(scale.placeOf(1.0), 8.0);
 }
 
 TEST(PlotStretch, ScaleIsEvenInPowersAndReachesBothEnds) {
@@ -31,9 +33,19 @@ TEST(PlotStretch, ScaleIsEvenInPowersAndReachesBothEnds) {
     EXPECT_EQ(scale.classOf({.area = 1.0, .uvArea = 1.0}), "k8");
     EXPECT_EQ(scale.classOf({.area = 1.0, .uvArea = 2.0}), "k4");
     EXPECT_EQ(scale.classOf({.area = 1.0, .uvArea = 4.0}), "k0");
-    EXPECT_NEAR(scale.valueOf(16), 4.0, 1e-12);
-    EXPECT_NEAR(scale.valueOf(12), 2.0, 1e-12);
-    EXPECT_NEAR(scale.valueOf(0), 0.25, 1e-12);
+    EXPECT_NEAR(scale.placeOf(4.0), 16.0, 1e-12);
+    EXPECT_NEAR(scale.placeOf(2.0), 12.0, 1e-12);
+    EXPECT_NEAR(scale.placeOf(0.25), 0.0, 1e-12);
+}
+
+TEST(PlotStretch, NumbersOnTheScaleAreRound) {
+    const auto numbersFor = [](double limit) {
+        return StretchScale({{.area = limit, .uvArea = 1.0}, {.area = 1.0, .uvArea = limit}}).roundNumbers();
+    };
+    EXPECT_THAT(numbersFor(1.0), ElementsAre(0.5, 1.0 / 1.5, 1.0, 1.5, 2.0));
+    EXPECT_THAT(numbersFor(4.0), ElementsAre(0.25, 0.5, 1.0, 2.0, 4.0));
+    EXPECT_THAT(numbersFor(16.0), ElementsAre(1.0 / 16, 0.25, 1.0, 4.0, 16.0));
+    EXPECT_THAT(numbersFor(64.0), ElementsAre(1.0 / 64, 0.125, 1.0, 8.0, 64.0));
 }
 
 TEST(PlotStretch, StretchBeyondTheScaleHasTheColorOfItsEnd) {

@@ -32,7 +32,7 @@ inline Triangle triangleOf(const TriangleVertex& a, const TriangleVertex& b, con
     return triangle;
 }
 
-enum class OutlineCase {
+enum class BoundaryCase {
     Grid,     // one piece, shuffled and turned or not
     Holes,    // a grid without some of its triangles
     Seams,    // a grid whose UVs jump
@@ -46,19 +46,19 @@ enum class OutlineCase {
 };
 
 /// A corner of few possible ones. With \p nan, some coordinates are not numbers.
-inline TriangleVertex latticeCorner(OutlineCase kind, Rng& rng, bool nan = false) {
+inline TriangleVertex latticeCorner(BoundaryCase kind, Rng& rng, bool nan = false) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const auto coordinate = [&]() -> double {
         if (nan && rng.integer(0, 9) == 0) return std::numeric_limits<double>::quiet_NaN();
-        if (kind == OutlineCase::Infinite && rng.coin()) return rng.coin() ? kInfinity : -kInfinity;
+        if (kind == BoundaryCase::Infinite && rng.coin()) return rng.coin() ? kInfinity : -kInfinity;
         const int number = rng.integer(0, 1);
-        return kind == OutlineCase::SignedZero && rng.coin() ? -number : number;
+        return kind == BoundaryCase::SignedZero && rng.coin() ? -number : number;
     };
     TriangleVertex corner;
     corner.position[0] = rng.integer(0, 2);
     corner.position[1] = coordinate();
     corner.position[2] = coordinate();
-    if (kind == OutlineCase::NoUV || rng.integer(0, 9) == 0) return corner;
+    if (kind == BoundaryCase::NoUV || rng.integer(0, 9) == 0) return corner;
     corner.uv[0] = rng.coin() ? 0.0 : coordinate();
     corner.uv[1] = rng.coin() ? -0.0 : coordinate();
     return corner;
@@ -80,18 +80,18 @@ inline std::vector<Triangle> gridAt(double z, int columns, int rows) {
     return triangles;
 }
 
-inline std::vector<Triangle> gridCase(OutlineCase kind, Rng& rng) {
+inline std::vector<Triangle> gridCase(BoundaryCase kind, Rng& rng) {
     const int columns = rng.integer(1, 12);
     std::vector<Triangle> triangles = gridAt(0.0, columns, rng.integer(1, 12));
-    if (kind == OutlineCase::Pieces) {
+    if (kind == BoundaryCase::Pieces) {
         for (int i = rng.integer(1, 3); i > 0; --i) {
             const std::vector<Triangle> piece = gridAt(i - 2.0, rng.integer(1, 3), 2);
             triangles.insert(triangles.end(), piece.begin(), piece.end());
         }
     }
-    if (kind == OutlineCase::Holes)
+    if (kind == BoundaryCase::Holes)
         std::erase_if(triangles, [&](const Triangle&) { return rng.integer(0, 9) == 0; });
-    if (kind == OutlineCase::Seams) {
+    if (kind == BoundaryCase::Seams) {
         for (Triangle& triangle : triangles)
             for (TriangleVertex& corner : triangle.vertices)
                 if (corner.position[0] + triangle.vertices[0].position[0] > 1.0) corner.uv[0] += 0.5;
@@ -109,16 +109,16 @@ inline void shuffle(std::vector<Triangle>& triangles, Rng& rng) {
     }
 }
 
-inline std::vector<Triangle> outlineCase(OutlineCase kind, Rng& rng, bool nan = false) {
+inline std::vector<Triangle> boundaryCase(BoundaryCase kind, Rng& rng, bool nan = false) {
     std::vector<Triangle> triangles;
-    if (kind <= OutlineCase::Pieces) {
+    if (kind <= BoundaryCase::Pieces) {
         triangles = gridCase(kind, rng);
     } else {
         const auto soupCorner = [&] { return cornerAt(rng.point(-1.0, 1.0), {rng.uniform(0.0, 1.0), 0.5}); };
         for (int i = rng.integer(0, 60); i > 0; --i) {
             Triangle triangle;
             for (TriangleVertex& corner : triangle.vertices)
-                corner = kind == OutlineCase::Soup ? soupCorner() : latticeCorner(kind, rng, nan);
+                corner = kind == BoundaryCase::Soup ? soupCorner() : latticeCorner(kind, rng, nan);
             triangles.push_back(triangle);
         }
     }

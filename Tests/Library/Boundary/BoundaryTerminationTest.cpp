@@ -67,7 +67,7 @@ TEST(BoundaryTermination, IsNotSureForANaNInAnyCoordinateOfAnyCorner) {
     }
 }
 
-TEST(BoundaryTermination, IsNotAskedOfNormalsAndDerivedFields) {
+TEST(BoundaryTermination, DoesNotDependOnNormalsAndDerivedFields) {
     Mesh mesh = flatGrid({2, 2});
     mesh[0].normal[0] = mesh[0].vertices[0].normal[1] = mesh[0].centroid[2] = mesh[0].uvDeterminant =
         std::nan("");

@@ -47,7 +47,7 @@ TEST(AspectRatioLog, LoggerExistsBeforeAnyCall) {
     EXPECT_NE(log4cxx::LogManager::exists(std::wstring(kLogger)), nullptr);
 }
 
-TEST(AspectRatioLog, EstimateIsToldWithSixDigitsAndAPoint) {
+TEST(AspectRatioLog, EstimateIsLoggedWithSixDigitsAndAPoint) {
     FlatScreen screen(4.0, 3.0);
     const std::vector<LogRecord> records = recordsOf(screen);
     ASSERT_EQ(records.size(), 1U);
@@ -70,7 +70,7 @@ TEST(AspectRatioLog, RatiosAreWrittenAsAStreamDoes) {
     }
 }
 
-TEST(AspectRatioLog, RatioThatIsNoNumberIsToldToo) {
+TEST(AspectRatioLog, RatioThatIsNoNumberIsLoggedToo) {
     ScriptedScreen screen = screenOf(std::numeric_limits<double>::quiet_NaN());
     const std::vector<LogRecord> records = recordsOf(screen);
     ASSERT_EQ(records.size(), 1U);
@@ -87,7 +87,7 @@ TEST(AspectRatioLog, FailureIsAWarning) {
     EXPECT_NE(records[0].function.find("estimateAspectRatioUV"), std::string::npos);
 }
 
-TEST(AspectRatioLog, NothingIsToldBelowTheLevel) {
+TEST(AspectRatioLog, NothingIsLoggedBelowTheLevel) {
     ScriptedScreen good = screenOf(2.0);
     ScriptedScreen bad = screenOf(0.0);
     EXPECT_TRUE(recordsOf(good, log4cxx::Level::getOff()).empty());

@@ -70,7 +70,7 @@ TEST(AspectRatio, RuledScreenGivesArcLengthOverHeight) {
                 2e-8);
 }
 
-TEST(AspectRatio, AsksThreePositionsOfTwentyFiveCellsInOrder) {
+TEST(AspectRatio, QueriesThreePositionsOfTwentyFiveCellsInOrder) {
     RectangleScreen screen;
     EXPECT_NEAR(ScreenUtils::estimateAspectRatioUV(screen), 1.5, 1e-9);
     ASSERT_EQ(screen.asked.size(), 75U);

@@ -9,8 +9,8 @@
 
 #include <Common/Detail/Assert.h>
 #include <Common/XmlHelper.h>
-#include <QuarnScreen/Detail/Boundary/BoundaryEdgeLists.h>
-#include <QuarnScreen/Detail/Boundary/BoundaryEdgeMaps.h>
+#include <QuarnScreen/Detail/Boundary/BoundaryWalkLists.h>
+#include <QuarnScreen/Detail/Boundary/BoundaryWalkMaps.h>
 #include <QuarnScreen/Detail/Limits/TerminationChecks.h>
 #include <QuarnScreen/Detail/Platform/PagePrefault.h>
 #include <QuarnScreen/Detail/Search/TriangleContainment.h>
@@ -109,9 +109,9 @@ TEST_F(AssertionDeathTest, SecondRangeToPrefaultAborts) {
 
 TEST_F(AssertionDeathTest, FirstOfNoBoundaryEdgesAborts) {
     const std::vector<Triangle> none;
-    quarn::detail::BoundaryEdgeLists lists(none, std::vector<std::uint32_t>());
+    quarn::detail::BoundaryWalkLists lists(none, std::vector<std::uint32_t>());
     EXPECT_DEATH((void)lists.takeFirst(), kAborts);
-    quarn::detail::BoundaryEdgeMaps maps(none);
+    quarn::detail::BoundaryWalkMaps maps(none);
     EXPECT_DEATH((void)maps.takeFirst(), kAborts);
 }
 

@@ -15,7 +15,7 @@ using Polylines = IScreenGeometry::Polylines;
 
 }  // namespace
 
-TEST(BoundarySampling, EveryUVEqualsTheReferenceAndIsAskedWithExtrapolation) {
+TEST(BoundarySampling, EveryUVEqualsTheReferenceAndIsQueriedWithExtrapolation) {
     std::vector<Point2> asked;
     ScriptedScreen screen;
     screen.onMapInto3D = [&](const Point2& uv, Point3& point, bool extrapolate) {

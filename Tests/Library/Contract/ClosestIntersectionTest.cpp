@@ -70,7 +70,7 @@ TEST(ClosestIntersection, LengthOfTheDirectionDoesNotMatter) {
     }
 }
 
-TEST(ClosestIntersection, AsksForwardFirstAndTheRestOnlyAfterAHit) {
+TEST(ClosestIntersection, QueriesForwardFirstAndTheRestOnlyAfterAHit) {
     ScriptedScreen screen;
     std::vector<Point3> targets;
     screen.onIntersect = [&](const Point3& from, const Point3& to) {

@@ -65,7 +65,7 @@ TEST(ClosestPoint, AnswerOfMapInto3DIsNotLookedAt) {
     EXPECT_TRUE(sameBits(screen.getClosestPoint(Point3(7, 7, 7)), Point3(0, 0, 0)));
 }
 
-TEST(ClosestPoint, ShortestDistanceAsksTheScreenForItsClosestPoint) {
+TEST(ClosestPoint, ShortestDistanceUsesTheClosestPointOfTheScreen) {
     ScriptedScreen screen;
     screen.onClosestPoint = [](const Point3& point) {
         EXPECT_TRUE(sameBits(point, Point3(3, 5, 9)));

@@ -24,7 +24,7 @@ Polylines gridOf(const ScreenGeometry& screen, int density) {
 }
 
 // The UVs of a screen's queries.
-std::vector<Point2> askedUVs(int density) {
+std::vector<Point2> queriedUVs(int density) {
     std::vector<Point2> uvs;
     ScriptedScreen screen;
     screen.onMapInto3D = [&](const Point2& uv, Point3& point, bool extrapolate) {
@@ -72,7 +72,7 @@ TEST(GridSampling, NegativeDensityGivesOneEmptyPolyline) {
 TEST(GridSampling, OneLineHasNaNForItsPlaceAndNoConnectingSteps) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const int density : {0, 1}) {
-        const auto uvs = askedUVs(density);
+        const auto uvs = queriedUVs(density);
         ASSERT_EQ(uvs.size(), 42U);
         for (std::size_t i = 0; i < 21; ++i) {
             const double s = static_cast<double>(i) * 0.05;
@@ -94,7 +94,7 @@ TEST(GridSampling, PathStartsAndEndsAtTheTopLeftCorner) {
 
 TEST(GridSampling, SecondPassBeginsWhereTheFirstEnds) {
     for (const int density : {2, 5, 50}) {
-        const auto uvs = askedUVs(density);
+        const auto uvs = queriedUVs(density);
         const std::size_t half = uvs.size() / 2;
         EXPECT_TRUE(sameBits(uvs[half - 1], Point2(1, 1)));
         EXPECT_TRUE(sameBits(uvs[half], Point2(1, 1)));
@@ -106,7 +106,7 @@ TEST(GridSampling, PathMovesAlongOneDirectionAtATime) {
     // A step's fractions carry a few roundings of numbers up to 1.
     constexpr double kRounding = 8.0 * std::numeric_limits<double>::epsilon();
     for (const int density : {3, 5, 9}) {
-        const auto uvs = askedUVs(density);
+        const auto uvs = queriedUVs(density);
         const double betweenLines = 0.25 / (density - 1);
         for (std::size_t i = 1; i < uvs.size(); ++i) {
             SCOPED_TRACE(i);
@@ -123,7 +123,7 @@ TEST(GridSampling, PathMovesAlongOneDirectionAtATime) {
 TEST(GridSampling, EveryGridLineIsVisitedFromEndToEnd) {
     constexpr double kRounding = 8.0 * std::numeric_limits<double>::epsilon();
     constexpr int kLines = 7;
-    const auto uvs = askedUVs(kLines);
+    const auto uvs = queriedUVs(kLines);
     for (const std::size_t across : {std::size_t{0}, std::size_t{1}}) {
         for (int line = 0; line < kLines; ++line) {
             for (int j = 0; j <= 20; ++j) {
@@ -142,7 +142,7 @@ TEST(GridSampling, EveryGridLineIsVisitedFromEndToEnd) {
 TEST(GridSampling, EveryUVEqualsTheReferenceBitForBit) {
     for (int density = -3; density <= 60; ++density) {
         SCOPED_TRACE(density);
-        EXPECT_TRUE(sameBits(askedUVs(density), gridPath(density)));
+        EXPECT_TRUE(sameBits(queriedUVs(density), gridPath(density)));
     }
 }
 

@@ -119,14 +119,14 @@ TEST(MappingHistory, RefusalOutlivesAMeshThatWouldHoldTheUV) {
 }
 
 TEST(MappingHistory, TwentyFirstUVReplacesTheFirst) {
-    const auto screenAsked = [](int count) {
+    const auto screenQueried = [](int count) {
         auto screen = std::make_unique<TriangleScreen>(flatGrid({4, 4}));
         for (int i = 0; i < count; ++i) (void)map(*screen, {0.03125 * i, 0.5}, false);
         return screen;
     };
-    EXPECT_TRUE(wasCached(*screenAsked(20), {0.0, 0.5}));
-    EXPECT_FALSE(wasCached(*screenAsked(21), {0.0, 0.5}));
-    EXPECT_TRUE(wasCached(*screenAsked(21), {0.03125, 0.5}));
+    EXPECT_TRUE(wasCached(*screenQueried(20), {0.0, 0.5}));
+    EXPECT_FALSE(wasCached(*screenQueried(21), {0.0, 0.5}));
+    EXPECT_TRUE(wasCached(*screenQueried(21), {0.03125, 0.5}));
 }
 
 TEST(MappingHistory, UVBehindTheLastHitIsReplaced) {

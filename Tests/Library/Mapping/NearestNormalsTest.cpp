@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/Search/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/ContainingTriangleSearch.h>
 
 #include "Reference/Mesh/ReferenceKDTree.h"
 #include "Reference/Mesh/ReferenceMesh.h"
@@ -29,14 +29,14 @@ std::vector<Point3> referenceNormals(const Mesh& mesh, const Point3& point, int 
 }  // namespace
 
 TEST(NearestNormals, EmptyMeshHasNone) {
-    quarn::detail::CentroidSearch search;
+    quarn::detail::ContainingTriangleSearch search;
     EXPECT_TRUE(search.getNearestNormals({}, kAnyDirection, 5).empty());
     search.build({});
     EXPECT_TRUE(search.getNearestNormals({}, kAnyDirection, 5).empty());
 }
 
 TEST(NearestNormals, CountOfZeroOrLessGivesNone) {
-    quarn::detail::CentroidSearch search;
+    quarn::detail::ContainingTriangleSearch search;
     const Mesh mesh = flatGrid({4, 4});
     search.build(mesh);
     for (const int count : {0, -1, std::numeric_limits<int>::min()})
@@ -51,7 +51,7 @@ TEST(NearestNormals, NearestComeFirst) {
         mesh.push_back(wholeTriangle({x - 1.0, 0.0, -1.0}, {x + 1.0, 0.0, -1.0}, {x, 0.0, 2.0}));
         mesh.back().normal = {static_cast<double>(i), 0.0, 0.0};
     }
-    quarn::detail::CentroidSearch search;
+    quarn::detail::ContainingTriangleSearch search;
     search.build(mesh);
     const auto of = [&](int count, const Point3& direction) {
         std::vector<double> indices;
@@ -70,7 +70,7 @@ TEST(NearestNormals, AnswersOfTheReference) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = anyMesh(rng);
-        quarn::detail::CentroidSearch search;
+        quarn::detail::ContainingTriangleSearch search;
         search.build(mesh);
         for (int k = 0; k < 10; ++k) {
             const Point3 point = anyQuestion(mesh, rng);

@@ -1,5 +1,7 @@
 #include "Library/Memory/CountedAllocations.h"
 
+#include <malloc.h>
+
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
@@ -11,6 +13,7 @@ namespace {
 constexpr long kNoLimit = std::numeric_limits<long>::max();
 
 std::atomic<long> allocations{0};
+std::atomic<long> bytes{0};
 thread_local long allowed = kNoLimit;
 
 // `take` gets the memory, null where there is none.
@@ -19,13 +22,23 @@ void* allocate(const auto& take) {
     if (allowed != kNoLimit && --allowed < 0) throw std::bad_alloc();
     void* memory = take();
     if (memory == nullptr) throw std::bad_alloc();
+    bytes += static_cast<long>(malloc_usable_size(memory));
     return memory;
+}
+
+void release(void* memory) {
+    bytes -= static_cast<long>(malloc_usable_size(memory));
+    std::free(memory);
 }
 
 }  // namespace
 
 long quarn::test::allocationCount() {
     return allocations;
+}
+
+long quarn::test::bytesInUse() {
+    return bytes;
 }
 
 quarn::test::AllocationLimit::AllocationLimit(long allowed) {
@@ -48,17 +61,17 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
-    std::free(memory);
+    release(memory);
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <numbers>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/CylinderScreen.h>
 #include <QuarnScreen/RuledSurfaceScreen.h>
@@ -93,6 +94,23 @@ TEST_P(CurvedAllocation, AHitTakesTheListThatHoldsIt) {
 TEST_P(CurvedAllocation, CalibrationPointsTakeTheirListAlone) {
     EXPECT_EQ(allocationsOf([&] { (void)screen->getDefaultCalibrationPoints(5, 4); }), 1);
     EXPECT_EQ(allocationsOf([&] { (void)screen->getDefaultCalibrationPoints(0, 4); }), 0);
+}
+
+// Besides the points of each edge, a list of the edges before and after they are moved.
+TEST_P(CurvedAllocation, BoundaryTakesThePointsOfEachEdgeOnce) {
+    constexpr long kLists = 2;
+    IScreenGeometry::Polylines boundary;
+    const long count = allocationsOf([&] { screen->sampleBoundary(boundary); });
+    ASSERT_EQ(boundary.size(), 4U);
+    long edges = 0;
+    for (const auto& edge : boundary) {
+        edges += allocationsOf([&] {
+            std::vector<Point3> appended;
+            if (GetParam() == "Ruled") appended.reserve(edge.size());
+            for (const Point3& point : edge) appended.push_back(point);
+        });
+    }
+    EXPECT_EQ(count, kLists + edges);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, CurvedAllocation, ::testing::Values("Cylinder", "Sphere", "Ruled"),

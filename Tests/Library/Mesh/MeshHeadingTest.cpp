@@ -58,7 +58,7 @@ TEST(MeshHeading, AnAngleWhoseCosineIsRoundedAboveOneIsPassedOver) {
     EXPECT_GT(passedOver, 5);
 }
 
-TEST(MeshHeading, AsksForTheScreensOwnEyeAndHeading) {
+TEST(MeshHeading, UsesTheScreensOwnEyeAndHeading) {
     OverriddenScreen screen({wholeTriangle({5.0, 1.0, 0.0}, {5.0, 2.0, 0.0}, {5.0, 3.0, 0.0})});
     screen.onGetEyepoint = [] { return Point3(5.0, 0.0, 0.0); };
     EXPECT_EQ(screen.getCenterOfScreenHeading(), Point3(0.0, 1.0, 0.0));

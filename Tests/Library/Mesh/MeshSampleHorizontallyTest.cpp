@@ -83,7 +83,7 @@ TEST(MeshSampleHorizontally, PassesAZeroPositionEachTime) {
     EXPECT_TRUE(samples.empty());
 }
 
-TEST(MeshSampleHorizontally, AsksForTheUVOfTheReferenceForAnyNumbers) {
+TEST(MeshSampleHorizontally, QueriesTheUVOfTheReferenceForAnyNumbers) {
     const auto map = [](const Point2& uv, Point3& point) {
         point = {uv[0], uv[1], 5.0};
         return !(uv[0] < 0.0);

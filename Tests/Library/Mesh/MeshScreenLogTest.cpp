@@ -1,6 +1,7 @@
 // Messages about the boundary of a mesh, and no other messages.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -62,6 +63,17 @@ TEST(MeshScreenLog, SecondOutlineIsWarnedOfWithTheNumberOfItsEdges) {
     }
 }
 
+TEST(MeshScreenLog, OutlineThatLeavesATriangleWithNaNIsWarnedOf) {
+    const Mesh mesh = withoutUV({wholeTriangle({2.0, 0.0, 1.0}, {1.0, 0.0, 1.0}, {0.0, 0.0, 0.0}),
+                                 wholeTriangle({2.0, 0.0, 1.0}, {1.0, std::nan(""), 0.0}, {0.0, 0.0, 1.0})});
+    TriangleScreen screen;
+    const auto records = recordsOf([&] { screen.load(mesh); });
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(records[0].message, edgesLeft(3));
+    EXPECT_EQ(screen.outline().points.size(), 4U);
+    EXPECT_FALSE(screen.hasValidBoundary());
+}
+
 TEST(MeshScreenLog, EachSearchForTheOutlineWarnsAgain) {
     const Mesh pieces = separatePieces(3, {1, 1});
     EXPECT_EQ(recordsOf([&] {
@@ -84,7 +96,7 @@ TEST(MeshScreenLog, OneOutlineOrNoneIsNotWarnedOf) {
     EXPECT_FALSE(TriangleScreen(closedSurface()).hasValidBoundary());
 }
 
-TEST(MeshScreenLog, RaysAndPositionsAreAskedInSilence) {
+TEST(MeshScreenLog, RayAndPositionQueriesLogNothing) {
     const TriangleScreen screen(dome({6, 5}));
     EXPECT_TRUE(recordsOf([&] {
                     for (const Point3& to : {Point3(0.0, 5.0, 0.0), Point3(0.0, -5.0, 0.0)}) {

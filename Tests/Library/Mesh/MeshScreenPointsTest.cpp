@@ -103,7 +103,7 @@ TEST(MeshScreenNormal, OfNoPositionIsZero) {
     }
 }
 
-TEST(MeshScreenSection, IsAskedOfTheNormalOfTheDerivedClass) {
+TEST(MeshScreenSection, UsesTheNormalOfTheDerivedClass) {
     NormalScreen screen;
     EXPECT_FALSE(screen.isOnScreenSection({}));
     screen.normal = {0.0, 0.0, 1e-300};

@@ -121,7 +121,7 @@ TEST(MeshScreenThreads, QueriesSideBySideGiveTheAnswersOfOneThread) {
     }
 }
 
-TEST(MeshScreenThreads, ScreensComeAndGoWhileAnotherIsAsked) {
+TEST(MeshScreenThreads, ScreensComeAndGoWhileAnotherIsQueried) {
     constexpr int kBuilders = 3;
     const TriangleScreen screen(dome({12, 10}));
     const auto expected = allAnswersOf(screen);
@@ -164,7 +164,7 @@ TEST(MeshScreenThreads, TracerIsOpenedAndClosedByAnyThread) {
     EXPECT_EQ(wrong, 0);
 }
 
-TEST(MeshScreenThreads, ScreenMadeOnOneThreadIsAskedAndDestroyedOnOthers) {
+TEST(MeshScreenThreads, ScreenMadeOnOneThreadIsQueriedAndDestroyedOnOthers) {
     std::vector<std::unique_ptr<TriangleScreen>> screens(kThreads);
     runTogether(kThreads, [&](int i) {
         screens[static_cast<std::size_t>(i)] = std::make_unique<TriangleScreen>(wave({4 + i, 4}));

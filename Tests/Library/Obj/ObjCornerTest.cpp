@@ -81,7 +81,7 @@ TEST(ObjCorner, DigitsWrapAt32Bits) {
     EXPECT_EQ(scanned("0"), (ReferenceObjCorner{-1, -1, -1}));
 }
 
-TEST(ObjCorner, RandomStringsAreScannedAsTheToldSteps) {
+TEST(ObjCorner, RandomStringsAreScannedAsTheSpecifiedSteps) {
     constexpr std::string_view kLetters = "0123456789///  --\n\rx.";
     for (int i = 0; i < seedCount(300000); ++i) {
         Rng rng(i);

@@ -111,7 +111,7 @@ std::size_t nextBlank(const std::string& text, std::size_t i) {
     return i;
 }
 
-::testing::AssertionResult isScannedAsTold(const std::string& text) {
+::testing::AssertionResult isScannedAsSpecified(const std::string& text) {
     const float expected = referenceFloat(text, 0);
     const detail::ScannedFloat fast = detail::scanFloat(text.c_str(), text.c_str() + text.size());
     if (auto result = sameBits(fast.value, expected); !result) return result << " in \"" << text << "\"";
@@ -126,13 +126,13 @@ std::size_t nextBlank(const std::string& text, std::size_t i) {
 
 }  // namespace
 
-TEST(ObjFloat, TenMillionRandomStringsAreScannedAsTheToldSteps) {
+TEST(ObjFloat, TenMillionRandomStringsAreScannedAsTheSpecifiedSteps) {
     std::string text;
     for (int i = 0; i < kBlocks; ++i) {
         Choices choices(i);
         for (int k = 0; k < kNumbersInABlock; ++k) {
             makeNumber(choices, text);
-            ASSERT_TRUE(isScannedAsTold(text)) << "in block " << i;
+            ASSERT_TRUE(isScannedAsSpecified(text)) << "in block " << i;
         }
     }
 }

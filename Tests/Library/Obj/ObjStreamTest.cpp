@@ -111,7 +111,7 @@ TEST(ObjStream, BytesThatDoNotComeAreNul) {
     EXPECT_TRUE(in.fail());
 }
 
-TEST(ObjStream, OnlyTheToldBytesAreRead) {
+TEST(ObjStream, OnlyTheSpecifiedBytesAreRead) {
     ShortBuffer buffer("v 1 2 3\n", 3);
     std::istream in(&buffer);
     EXPECT_EQ(wholeOf(in), "v 1");

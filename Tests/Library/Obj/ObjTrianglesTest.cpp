@@ -129,7 +129,7 @@ TEST(ObjTriangles, CommentBehindTheCornersIsABadVertexReference) {
     expectBadVertices(kPoints + kUVs + kNormal + "f 1/1/1 2/2/1 3/3/1 # one\n", 1);
 }
 
-TEST(ObjTriangles, UVOutsideOfTheUnitSquareIsToldAndKept) {
+TEST(ObjTriangles, UVOutsideOfTheUnitSquareIsReportedAndKept) {
     for (const char* uv : {"-0.001 0", "0 -0.001", "1.001 0", "0 1.001", "1e39 0"}) {
         const Built result = built(kPoints + kNormal + "vt " + uv + "\n" + kUVs + kFace);
         EXPECT_EQ(result.outcome.status, detail::ObjStatus::UvOutOfRange) << uv;

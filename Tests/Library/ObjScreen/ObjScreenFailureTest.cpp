@@ -196,7 +196,7 @@ TEST(ObjScreenFailure, GridOfBeforeIsNotHandedOut) {
     for (const auto& line : gone) EXPECT_TRUE(line.empty());
 }
 
-TEST(ObjScreenFailure, IsToldByItsErrorAloneAndNotLogged) {
+TEST(ObjScreenFailure, IsReportedByItsErrorAloneAndNotLogged) {
     const LogCapture capture(L"Quarn.QuarnScreen.ScreenGeometry");
     for (const FailingText& failing : failingTexts()) {
         OBJScreen screen;

@@ -77,7 +77,7 @@ constexpr Axes kAxes[] = {{L"Y", L"Z", 1.0F},   {L"-X", L"Z", 2.5F}, {L"Z", L"-Y
 
 }  // namespace
 
-TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
+TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsSpecified) {
     OpenObjScreen screen;
     ReferenceObjScreen plain;
     int loaded = 0;
@@ -99,7 +99,7 @@ TEST(ObjScreenHistory, ThousandPrefixesOfASheetEndAsTold) {
     EXPECT_GT(refused, seedCount(100));
 }
 
-TEST(ObjScreenHistory, AnyTextsOneAfterAnotherLeaveWhatIsTold) {
+TEST(ObjScreenHistory, AnyTextsOneAfterAnotherLeaveWhatIsSpecified) {
     for (int i = 0; i < seedCount(150); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);

@@ -86,7 +86,7 @@ TEST(ObjScreenLoad, SecondOutlineSpoilsTheBoundary) {
 }
 
 // The status is that of the UVs for any boundary.
-TEST(ObjScreenLoad, BadBoundaryIsToldOnlyWhereNothingElseIsWrong) {
+TEST(ObjScreenLoad, BadBoundaryIsReportedOnlyWhereNothingElseIsWrong) {
     const std::string apart = "v 5 0 5\nv 6 0 5\nv 6 0 6\n";
     expectStatus(kSquare + apart + "vt 2 2\nf 5/1/1 6/2/1 7/5/1\n", OBJScreen::StatusUvOutOfRange, 3);
     expectStatus(kSquare + apart + "f 5//1 6//1 7//1\n", OBJScreen::StatusNoParameterization, 3);

@@ -91,7 +91,7 @@ TEST(OBJScreen, TypeNameIsThatOfTheClass) {
     EXPECT_EQ(std::count(names.begin(), names.end(), &OBJScreen::type()), 4);
 }
 
-TEST(OBJScreen, ConfigChangesNothingAndIsNotAsked) {
+TEST(OBJScreen, ConfigChangesNothingAndIsNotRead) {
     OpenObjScreen screen;
     ReferenceObjScreen plain;
     EXPECT_EQ(loadInto(screen, kSquare), plain.load(kSquare));

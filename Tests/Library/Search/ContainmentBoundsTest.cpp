@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include <QuarnScreen/Detail/Search/CentroidSearch.h>
+#include <QuarnScreen/Detail/Search/ContainingTriangleSearch.h>
 #include <QuarnScreen/Detail/Search/TriangleContainment.h>
 
 #include "Support/Mesh/MeshCases.h"
@@ -102,7 +102,7 @@ TEST(ContainmentBounds, LoseNoPositionOfATriangleAtTheirLimits) {
         Rng rng(i);
         SCOPED_TRACE(i);
         const Mesh mesh = {extremeTriangle(rng)};
-        quarn::detail::CentroidSearch search;
+        quarn::detail::ContainingTriangleSearch search;
         search.build(mesh);
         for (int question = 0; question < 6; ++question) {
             Point3 point = questionAround(mesh[0], rng);
@@ -124,7 +124,7 @@ TEST(ContainmentBounds, LoseNoTriangleAmongManyAtTheirLimits) {
         Mesh mesh;
         for (int count = rng.integer(2, 60); count > 0; --count) mesh.push_back(extremeTriangle(rng));
         makeStale(mesh, rng, rng.coin() ? 0.0 : 0.2);
-        quarn::detail::CentroidSearch search;
+        quarn::detail::ContainingTriangleSearch search;
         search.build(mesh);
         for (int question = 0; question < 20; ++question) {
             const Triangle& triangle = anyOf(mesh, rng);
@@ -149,7 +149,7 @@ TEST(ContainmentBounds, LoseNoTriangleAtAnyScaleAndPlace) {
                 const double size = std::ldexp(1.0, exponent);
                 return Point3(size * (u + offset), size * 0.1 * u * v, size * (v - offset));
             });
-            quarn::detail::CentroidSearch search;
+            quarn::detail::ContainingTriangleSearch search;
             search.build(mesh);
             for (int question = 0; question < 60; ++question) {
                 const Point3 point = questionAround(anyOf(mesh, rng), rng);

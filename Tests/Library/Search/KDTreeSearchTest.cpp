@@ -69,7 +69,7 @@ TYPED_TEST(KDTreeSearch, NearestIsThatOfTheReferenceAndOfAScan) {
     });
 }
 
-TYPED_TEST(KDTreeSearch, AcceptIsAskedAboutTheSameValuesInTheSameOrder) {
+TYPED_TEST(KDTreeSearch, AcceptIsCalledWithTheSameValuesInTheSameOrder) {
     constexpr int N = TypeParam::kCount;
     forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng& rng) {
         const std::ptrdiff_t step = rng.integer(1, 6);
@@ -96,7 +96,7 @@ TYPED_TEST(KDTreeSearch, AcceptIsAskedAboutTheSameValuesInTheSameOrder) {
     });
 }
 
-TYPED_TEST(KDTreeSearch, TellsWhichOfTwoValuesAWalkMeetsFirst) {
+TYPED_TEST(KDTreeSearch, FindsWhichOfTwoValuesAWalkMeetsFirst) {
     constexpr int N = TypeParam::kCount;
     forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng& rng) {
         std::vector<const Spot<N>*> met;
@@ -119,12 +119,12 @@ TYPED_TEST(KDTreeSearch, TellsWhichOfTwoValuesAWalkMeetsFirst) {
     });
 }
 
-TYPED_TEST(KDTreeSearch, AcceptThatThrowsIsAskedNoMore) {
+TYPED_TEST(KDTreeSearch, AcceptThatThrowsIsNotCalledAgain) {
     constexpr int N = TypeParam::kCount;
     struct Enough {};
     forManyQuestions<N>([](const SpotCase<N>& spots, const Point<double, N>& point, Rng& rng) {
         const int last = rng.integer(1, 4);
-        const auto countAsked = [&](const auto& tree) {
+        const auto countCalls = [&](const auto& tree) {
             int asked = 0;
             try {
                 (void)tree.findNearestIf(point, [&](const Spot<N>*) -> bool {
@@ -136,7 +136,7 @@ TYPED_TEST(KDTreeSearch, AcceptThatThrowsIsAskedNoMore) {
             }
             return -asked;
         };
-        ASSERT_EQ(countAsked(spots.tree), countAsked(spots.plain));
+        ASSERT_EQ(countCalls(spots.tree), countCalls(spots.plain));
     });
 }
 

@@ -143,7 +143,7 @@ TEST(KDTree, WhatAcceptThrowsEndsTheSearch) {
     EXPECT_EQ(asked, 2);
 }
 
-TEST(KDTree, KOfZeroOrLessAsksForNothing) {
+TEST(KDTree, KOfZeroOrLessFindsNothing) {
     const Plane spots({{0.0, 0.0}, {1.0, 0.0}});
     EXPECT_TRUE(spots.tree.findKNearest({0.0, 0.0}, 0).empty());
     EXPECT_TRUE(spots.tree.findKNearest({0.0, 0.0}, -1).empty());
@@ -155,7 +155,7 @@ TEST(KDTree, HugeKReservesNoMoreThanThereIs) {
               (std::vector{spots.values[1], spots.values[0]}));
 }
 
-TEST(KDTree, SkippedSubtreeIsNotAskedAbout) {
+TEST(KDTree, SkippedSubtreeIsNotVisited) {
     const auto spots = row(7);
     Tree tree;
     buildOver(tree, spots, 7);

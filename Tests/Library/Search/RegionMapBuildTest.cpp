@@ -87,6 +87,25 @@ TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
     }
 }
 
+// The same lists of long leaves again, other ones, none, and the first ones again.
+TEST(RegionMapBuildAtLarge, OfOverlapsAgainAndAgainIsThatOfTheReference) {
+    for (int i = 0; i < seedCount(30); ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        const std::vector<Triangle> first = trianglesOf(Soup::Overlapping, rng, 200);
+        const std::vector<Triangle> second = trianglesOf(Soup::OneRegion, rng, 200);
+        const std::vector<Triangle> none = gridOver(3, 3);
+        RegionMap map;
+        ReferenceRegionMap plain;
+        for (const auto* triangles : {&first, &first, &first, &second, &none, &second, &first, &first}) {
+            rebuildOver(map, *triangles);
+            plain.rebuild(*triangles);
+        }
+        expectSameMap(map, plain);
+        if (HasFatalFailure()) return;
+    }
+}
+
 // Without this the comparisons above might pass on trees that never give up.
 TEST(RegionMapBuildAtLarge, RandomMeshesGiveUpSplitsInsideOfTheTree) {
     int withBoth = 0;

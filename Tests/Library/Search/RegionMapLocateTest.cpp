@@ -111,7 +111,7 @@ TEST(RegionMapLocateOnGrid, NoPointWithANaNIsFound) {
     EXPECT_EQ(locatedIn(map, nan, nan), nullptr);
 }
 
-TEST(RegionMapLocateAnywhere, MeshWithSpecialCoordinatesIsAskedAboutAnyPoint) {
+TEST(RegionMapLocateAnywhere, MeshWithSpecialCoordinatesIsQueriedForAnyPoint) {
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <locale>
 #include <sstream>
 #include <type_traits>
+#include <vector>
 
 #include <Common/TextConversion.h>
 #include <Common/ZelmoreException.h>
@@ -17,6 +20,25 @@ namespace {
 
 const std::string kText = "solid a\nendsolid\n";
 const std::string kBroken = "solid a\nfacet normal 0 0 1 endfacet\n";
+
+// Numbers as "1.234,5".
+class CommaAndGrouping : public std::numpunct<char> {
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+    [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+// The global locale of streams while it lives.
+class GlobalLocale {
+public:
+    explicit GlobalLocale(const std::locale& locale) : before(std::locale::global(locale)) {}
+    GlobalLocale(const GlobalLocale&) = delete;
+    GlobalLocale& operator=(const GlobalLocale&) = delete;
+    ~GlobalLocale() { std::locale::global(before); }
+
+private:
+    std::locale before;
+};
 
 void expectWithoutParameterization(const STLScreen& screen) {
     EXPECT_FALSE(screen.hasParameterization());
@@ -118,6 +140,44 @@ TEST(StlScreen, FileIsReadByItsBytes) {
     screen.deserializeFromFile(fromUtf8(folder.write("\xC3\xA4.stl", binaryStl("\r\n\x1A", 3, facets))));
     EXPECT_TRUE(screen.isValid());
     EXPECT_TRUE(sameTriangles(screen.triangles, trianglesOf(facets, 3)));
+}
+
+TEST(StlScreen, FileWithACornerOfNaNLoads) {
+    Facet flat;
+    flat.numbers = {0, 0, 0, 2, 0, 1, 1, 0, 1, 0, 0, 0};
+    Facet broken;
+    broken.numbers = {0, 0, 0, 2, 0, 1, 1, std::numeric_limits<float>::quiet_NaN(), 0, 0, 0, 1};
+    const TemporaryFolder folder;
+    const std::string path = folder.write("nan.stl", binaryStl({flat, broken}));
+    ASSERT_EQ(bytesOf(path).size(), 184U);
+    OpenStlScreen screen;
+    screen.deserializeFromFile(fromUtf8(path));
+    EXPECT_TRUE(screen.isValid());
+    EXPECT_FALSE(screen.hasValidBoundary());
+    EXPECT_EQ(screen.boundary.points,
+              (std::vector<Point3>{{0.0, 0.0, 0.0}, {1.0, 0.0, 1.0}, {2.0, 0.0, 1.0}, {0.0, 0.0, 0.0}}));
+}
+
+TEST(StlScreen, NumbersOfAFileAndOfXmlDoNotDependOnTheGlobalLocale) {
+    const std::string text = "solid a\nfacet normal 0.5 1.5 0\nouter loop\nvertex 1 0 0\nendloop\nendfacet\n";
+    const std::string complete = "Error:  vertex count for triangle wasn't 3 (got 0)\n";
+    const TemporaryFolder folder;
+    const std::wstring path = fromUtf8(folder.write("a.stl", text));
+    const GlobalLocale locale(std::locale(std::locale::classic(), new CommaAndGrouping));
+
+    STLScreen screen;
+    ::testing::internal::CaptureStderr();
+    screen.deserializeFromFile(path);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), complete);
+
+    ::testing::internal::CaptureStderr();
+    readXml(screen,
+            "<ScreenGeometry>c29saWQgYQpmYWNldCBub3JtYWwgMC41IDEuNSAwCm91dGVyIGxvb3AKdmVydGV4IDEgMCAwCmVu"
+            "ZGxvb3AKZW5kZmFjZXQK</ScreenGeometry>");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), complete);
+
+    // A stream of the caller keeps its own locale.
+    EXPECT_EQ(messagesOf(screen, text), gotWhileExpecting("", "\"outer\" or \"endfacet\""));
 }
 
 TEST(StlScreen, FileThatDoesNotOpenMakesItInvalidAndSaysNothing) {

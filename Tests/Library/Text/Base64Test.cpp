@@ -46,7 +46,7 @@ TEST(Base64, NoBytesAreNoText) {
     EXPECT_EQ(decodeBase64(""), "");
 }
 
-TEST(Base64, EncodesAsManyBytesAsTold) {
+TEST(Base64, EncodesAsManyBytesAsSpecified) {
     const std::string bytes = "foobar";
     EXPECT_EQ(encodeBase64(reinterpret_cast<const unsigned char*>(bytes.data()), 2), "Zm8=");
 }

@@ -74,7 +74,7 @@ TEST(FromUtf8, EachCutOffTailIsReplacedByteByByte) {
     }
 }
 
-TEST(FromUtf8, EachStringOfUpToTwoBytesReadsAsTheTableTells) {
+TEST(FromUtf8, EachStringOfUpToTwoBytesReadsAsTheTableSpecifies) {
     for (int first = 0; first < 256; ++first) {
         const std::string one(1, static_cast<char>(first));
         ASSERT_EQ(fromUtf8(one), referenceFromUtf8(one)) << first;
@@ -85,7 +85,7 @@ TEST(FromUtf8, EachStringOfUpToTwoBytesReadsAsTheTableTells) {
     }
 }
 
-TEST(FromUtf8, EachStringOfThreeBytesReadsAsTheTableTells) {
+TEST(FromUtf8, EachStringOfThreeBytesReadsAsTheTableSpecifies) {
     std::string three(3, '\0');
     for (int first = 0; first < 256; ++first) {
         // Behind a letter no sequence goes on, so one text can hold all strings of one first byte.
@@ -102,7 +102,7 @@ TEST(FromUtf8, EachStringOfThreeBytesReadsAsTheTableTells) {
 }
 
 // Bytes near the borders of the table, so that many sequences are nearly well-formed.
-TEST(FromUtf8, LongerRandomStringsReadAsTheTableTells) {
+TEST(FromUtf8, LongerRandomStringsReadAsTheTableSpecifies) {
     constexpr std::string_view kBorders(
         "\x00\x41\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC1\xC2\xDF\xE0\xE1\xEC\xED\xEE\xEF\xF0\xF1\xF3\xF4\xF5"
         "\xFF",

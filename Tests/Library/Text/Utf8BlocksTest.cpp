@@ -51,7 +51,7 @@ TEST(Utf8Blocks, EachPlaceInALongTextMayHoldAnOddByte) {
     }
 }
 
-TEST(Utf8Blocks, RandomMixedTextReadsAsTheTableTells) {
+TEST(Utf8Blocks, RandomMixedTextReadsAsTheTableSpecifies) {
     for (int i = 0; i < seedCount(3000); ++i) {
         SCOPED_TRACE(i);
         Rng rng(i);

@@ -122,7 +122,7 @@ TEST(Barycentric, NaNIsOutsideYetWrittenWhenOutsideIsAllowed) {
     }
 }
 
-TEST(Barycentric, OutputsMayBeTheCoordinatesAsked) {
+TEST(Barycentric, OutputsMayBeTheQueriedCoordinates) {
     Point3 position(0.25, 0.5, 0.0);
     EXPECT_TRUE(unitTriangle().barycentric(position, position[1], position[0], false));
     EXPECT_EQ(position, Point3(0.5, 0.25, 0.0));

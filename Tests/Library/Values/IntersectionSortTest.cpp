@@ -135,7 +135,7 @@ TEST(IntersectionSort, SquaresThatOverflowOrUnderflowAreEqualDistances) {
     EXPECT_EQ(sortedOrder({{1e-170, 0.0, 0.0}, {1e-200, 0.0, 0.0}, {}}, {}), (std::vector{0, 1, 2}));
 }
 
-TEST(IntersectionSort, MayBeAskedFromOneOfItsOwnHits) {
+TEST(IntersectionSort, MayBeQueriedFromOneOfItsOwnHits) {
     // The reference to the hit moves to another hit while the records are exchanged.
     for (const int count : {3, 20, 100}) {
         std::vector<Point3> points;

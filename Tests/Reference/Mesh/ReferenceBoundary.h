@@ -62,8 +62,15 @@ private:
     static Map::iterator find(Map& map, const Record& near, const Record& far) {
         const auto [first, last] = map.equal_range(near);
         for (auto entry = first; entry != last; ++entry)
-            if (entry->second.far == far) return entry;
+            if (entry->first == near && entry->second.far == far) return entry;
         return map.end();
+    }
+
+    // The first entry of a corner. A key with NaN may be neither less nor greater than another
+    // corner.
+    static Map::iterator findFirst(Map& map, const Record& near) {
+        const auto entry = map.lower_bound(near);
+        return entry != map.end() && entry->first == near ? entry : map.end();
     }
 
     void cancel(const TriangleVertex& a, const TriangleVertex& b, const Triangle& triangle) {
@@ -106,7 +113,8 @@ private:
         while (!selected->empty()) {
             if (boundary.points.front() == boundary.points.back()) break;
             const std::size_t size = selected->size();
-            for (auto next = selected->find(last); next != selected->end(); next = selected->find(last)) {
+            for (auto next = findFirst(*selected, last); next != selected->end();
+                 next = findFirst(*selected, last)) {
                 step(*selected, *other, next);
                 ++steps;
             }

@@ -14,7 +14,7 @@ const std::vector<std::string> kOptions = {"--width", "--height", "--unit", "--o
 TEST(NearestWord, IsTheOneWithTheFewestEdits) {
     EXPECT_EQ(nearestWord("inof", kCommands), "info");       // swapped
     EXPECT_EQ(nearestWord("nfo", kCommands), "info");        // missing
-    EXPECT_EQ(nearestWord("pointss", kCommands), "points");  // added
+    EXPECT_EQ(nearestWord("xpoints", kCommands), "points");  // added
     EXPECT_EQ(nearestWord("compaer", kCommands), "compare");
     EXPECT_EQ(nearestWord("nornal", kCommands), "normal");  // replaced
     EXPECT_EQ(nearestWord("info", kCommands), "info");

@@ -4,7 +4,6 @@ import unittest
 
 from tool_case import FLAT, WALL, Case, ToolTest, add_cases
 
-NO_ROWS = r"[^\n]*\n"
 
 
 class Arguments(ToolTest):
@@ -61,6 +60,9 @@ add_cases(Arguments, [
     usage_case("misspelled_option_with_value", ["make", "flat", "--widht=4", "--height", "3"],
                r'found the option "--widht", which quarnscreen make flat does not have, did you mean --width\?'),
     usage_case("misspelled_option_before_the_screen", ["info", "--uint", "mm", WALL], r'found the option "--uint", .*, did you mean --unit\?'),
+    usage_case("empty_value", ["info", "--unit=", WALL], "found --unit= without a value"),
+    usage_case("empty_value_before_another_option", ["plot", WALL, "--color=", "-o", "a.svg"], "found --color= without a value"),
+    Case("name_with_an_equals_sign", ["info", "--", "--a="], "", "error: --a=: no such file, .*", 2),
     usage_case("unknown_short_option", ["info", WALL, "-z"]),
     usage_case("option_of_another_command", ["info", WALL, "--require"]),
     usage_case("name_with_a_dash", ["info", "-x.xml"]),
@@ -68,7 +70,7 @@ add_cases(Arguments, [
     usage_case("map_to_4d", ["map", WALL, "--to", "4d"], r"--to: 4d not in \{3d,2d\}"),
     usage_case("channel_without_rays", ["channel", WALL], "RAYS is required"),
     usage_case("completion_without_shell", ["completion"], "SHELL is required"),
-    usage_case("completion_of_another_shell", ["completion", "fish"]),
+    usage_case("completion_of_another_shell", ["completion", "tcsh"]),
     usage_case("unknown_unit", ["info", WALL, "--unit", "parsec"], r"--unit: parsec not in \{mm,cm,dm,m,km,in,ft,yd\}"),
     usage_case("empty_unit", ["info", WALL, "--unit", ""]),
     usage_case("option_without_value", ["info", WALL, "--unit"]),
@@ -90,7 +92,7 @@ add_cases(Arguments, [
     Case("flags_twice", ["info", WALL, "--json", "--json"], r"\{.*"),
     Case("options_in_front", ["info", "--unit=mm", WALL], r".* mm\n.*"),
     Case("short_option_with_value", ["info", WALL, "-o-"], r".* m\n.*"),
-    Case("long_option_with_value", ["map", WALL, "--to=3d"], NO_ROWS),
+    Case("long_option_with_value", ["map", WALL, "--to=3d"], r".*on_screen,0,0,0\n", stdin=b"0.5,0.5"),
     Case("memory", ["info", WALL, "--max-memory", "1M"], r".* m\n.*"),
 ])
 

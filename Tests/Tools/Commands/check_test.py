@@ -1,6 +1,7 @@
 """Findings of check in mesh files, with their lines, and its repairs."""
 import json
 import random
+import re
 import unittest
 
 from obj_case import ObjTest, dome, wall
@@ -83,6 +84,13 @@ class Check(ObjTest):
         self.assertEqual(list(self.check_file(wall(), "--scale", "1000")[0]), ["implausible-size"])
         self.assertEqual(self.check_file(wall(), "--scale", "1000", "--unit", "mm")[0], {})
         self.assertIn("a scale of 1000", self.check_file(wall(), "--unit", "mm")[1][0])
+
+    def test_positions_that_single_precision_rounds(self):
+        self.file("a.obj", re.sub(r"(?m)^v (\S+)", lambda match: f"v {float(match[1]) + 540000}", wall()))
+        result = self.run_tool("check", "a.obj", "--unit", "mm", "--json")
+        rounded = {finding["name"]: finding for finding in json.loads(result.stdout)["findings"]}["rounded-positions"]
+        self.assertRegex(rounded["text"], r"\Apositions are rounded to multiples of 0\.\d+ mm, because coordinates reach \d+ mm in a mesh of \S+ mm\Z")
+        self.assertEqual(rounded["hint"], "move the origin to the mesh: quarnscreen convert a.obj --origin auto -o moved.obj")
 
     def test_a_map_that_is_mirrored_for_the_viewer(self):
         self.assertEqual(list(self.check_file(dome())[0]), ["mirrored-map"])

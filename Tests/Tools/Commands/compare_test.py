@@ -1,6 +1,7 @@
 """Distances between screens whose true distances are known."""
 import json
 import math
+import time
 import unittest
 
 from obj_case import ObjTest, dome, wall
@@ -14,9 +15,19 @@ class Compare(ObjTest):
         """The rows by what is compared, their numbers as numbers."""
         rows = {}
         for row in self.rows("compare", *arguments):
-            rows[row["comparison"]] = {key: float(value) if key not in ("comparison", "status") and value else value for key, value in row.items()}
-        self.assertEqual(list(rows), ["digest", "a_to_b", "b_to_a", "equal_uv"])
+            rows[row["comparison"]] = {key: float(value) if key not in ("comparison", "status", "reason") and value else value for key, value in row.items()}
+        has_verdict = "--max" in arguments or "--accuracy" in arguments
+        self.assertEqual(list(rows), ["digest", "a_to_b", "b_to_a", "equal_uv"] + ["verdict"] * has_verdict)
+        if has_verdict:
+            self.assertEqual((rows["verdict"]["status"], rows["verdict"]["reason"]), ("yes", ""))
         return rows
+
+    def verdict(self, *arguments):
+        """The exit code, the verdict, its reason and the message."""
+        result = self.run_tool("compare", *arguments)
+        row = result.stdout.decode().splitlines()[-1].split(",")
+        self.assertEqual(row[0], "verdict")
+        return result.returncode, row[1], row[-1], result.stderr.decode()
 
     def make(self, name, *arguments):
         self.run_tool("make", *arguments, "-o", name)
@@ -112,8 +123,39 @@ class Compare(ObjTest):
         result = self.run_tool("compare", WALL, "behind.obj", "--max", "240mm")
         self.assert_one_error_line(result, 1)
         self.assertEqual(result.stderr.decode(), "error: a distance of 0.25 m, expected no more than 0.24 m\n")
-        self.assertEqual(len(result.stdout.decode().splitlines()), 5)
+        self.assertEqual(len(result.stdout.decode().splitlines()), 6)
+        self.assertEqual(self.verdict(WALL, "behind.obj", "--max", "240mm")[:3], (1, "no", ""))
+        self.assertEqual(self.verdict(WALL, "behind.obj", "--max", "26cm"), (0, "yes", "", ""))
 
+    def test_a_maximum_within_the_accuracy_is_undecided(self):
+        a = self.make("a.xml", "cylinder", "--radius", "3", "--arc", "150deg", "--height", "2")
+        b = self.make("b.xml", "cylinder", "--radius", "3.1", "--arc", "150deg", "--height", "2")
+        code, verdict, reason, message = self.verdict(a, b, "--accuracy", "5cm", "--max", "0.1")
+        self.assertEqual((code, verdict, reason), (1, "undecided", "accuracy"))
+        self.assertRegex(message, r"\Aerror: undecided: the distance is between 0\.\d+ m and 0\.1\d+ m, expected no more than 0\.1 m; try --accuracy 0\.00\d+\n\Z")
+        self.assertEqual(self.verdict(a, b, "--accuracy", "1mm", "--max", "0.11")[:3], (0, "yes", ""))
+
+    def test_an_accuracy_that_is_not_reached_is_undecided(self):
+        a = self.make("a.xml", "sphere", "--radius", "3", "--min-theta", "-60deg", "--max-theta", "60deg", "--min-phi", "-20deg", "--max-phi", "40deg")
+        code, verdict, reason, message = self.verdict(a, WALL, "--accuracy", "1e-7")
+        self.assertEqual((code, verdict), (1, "undecided"))
+        self.assertIn(reason, ("work-limit", "grid-limit"))
+        self.assertRegex(message, r"\Aerror: undecided: an accuracy of .* m, because .*, expected no more than 1e-07 m; try a coarser --accuracy.*\n\Z")
+
+    def test_accuracy_replaces_the_thousandth_of_the_distance(self):
+        for accuracy in (4e-3, 1e-3):
+            for row in ("a_to_b", "b_to_a"):
+                self.assertLessEqual(self.compared(WALL, DOME, "--accuracy", str(accuracy))[row]["accuracy"], accuracy)
+
+    def test_far_surfaces_are_measured_in_seconds(self):
+        rows = self.compared(WALL, DOME)
+        self.assert_distance(rows["a_to_b"], math.hypot(6, 1.5))
+        self.file("sheet.obj", wall(40, 40))
+        self.text_of("transform", "sheet.obj", "--scale", "0.01", "-o", "small.obj")
+        start = time.monotonic()
+        rows = self.compared("small.obj", DOME)
+        self.assert_distance(rows["a_to_b"], math.hypot(6, 0.015))
+        self.assertLess(time.monotonic() - start, 30)
     def test_one_way_is_enough_for_max(self):
         small = self.make("small.xml", "flat", "--width", "2", "--height", "3")
         self.assertLess(self.compared(small, WALL)["a_to_b"]["max"], 1e-14)
@@ -134,7 +176,7 @@ class Compare(ObjTest):
         self.assertEqual((rows["equal_uv"]["status"], rows["equal_uv"]["max"]), ("none", ""))
         self.assert_distance(rows["a_to_b"], 0, 0)
 
-    def test_accuracy_is_what_is_asked_for(self):
+    def test_accuracy_is_as_specified(self):
         a = self.make("a.xml", "cylinder", "--radius", "3", "--arc", "150deg", "--height", "2")
         b = self.make("b.xml", "cylinder", "--radius", "3.001", "--arc", "150deg", "--height", "2")
         for accuracy in (1e-2, 1e-5):

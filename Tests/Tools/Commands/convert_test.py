@@ -1,5 +1,6 @@
 """quarnscreen convert: OBJ files from any program become files that load, and screens go from one format to another."""
 import json
+import math
 import os
 import re
 import shlex
@@ -7,7 +8,7 @@ import subprocess
 import unittest
 
 from obj_case import ObjTest, dome, wall
-from obj_styles import REFUSED, STYLES, text_of
+from obj_styles import REFUSED, STYLES, TRANSCODED, text_of
 from tool_case import SCREENS, TOOL, WALL
 
 TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 0 1\n"
@@ -48,7 +49,7 @@ class OtherPrograms(ConvertTest):
         self.assertEqual(len({text_of(style) for style in STYLES.values()}), len(STYLES))
 
     def test_the_files_of_all_come_through(self):
-        for name, style in STYLES.items():
+        for name, style in (STYLES | TRANSCODED).items():
             with self.subTest(name):
                 self.file("in.obj", text_of(style))
                 self.convert("in.obj", "-o", "out.obj")
@@ -75,7 +76,7 @@ class OtherPrograms(ConvertTest):
                         loaded += 1
         self.assertGreater(loaded, 25)
 
-    def test_what_is_refused_tells_why(self):
+    def test_what_is_refused_states_why(self):
         for name, (style, found) in REFUSED.items():
             with self.subTest(name):
                 self.file("in.obj", text_of(style))
@@ -92,7 +93,7 @@ class Convert(ConvertTest):
                           "note: a.obj:4: repaired 6 corners without a normal"])
         self.assertEqual(self.text("b.obj"), TRIANGLE + "vn 0 -1 0\nf 1//1 2//1 3//1\n# last\nf 1//1 2//1 3//1\n")
 
-    def test_a_mesh_without_uv_is_told_of(self):
+    def test_a_mesh_without_uv_is_reported(self):
         self.file("a.obj", RIGHT)
         self.assertRegex(self.convert("a.obj", "-o", "b.obj"), r"\Anote: b\.obj: the file has no vt line; .*\n\Z")
         self.assertRegex(self.convert("a.obj", "-o", "-", "--to", "obj"), r"\Anote: standard output: the file has no vt line; .*\n\Z")
@@ -155,7 +156,7 @@ class Convert(ConvertTest):
         self.convert(WALL, "-o", "a.xml")
         self.assertEqual(self.json_info("a.xml")["digest"], self.json_info(WALL)["digest"])
 
-    def test_the_format_is_told_by_name_or_option(self):
+    def test_the_format_is_set_by_name_or_option(self):
         self.file("a.obj", RIGHT)
         self.convert("a.obj", "-o", "B.OBJ")
         self.assertEqual(self.text("B.OBJ"), RIGHT)
@@ -172,10 +173,154 @@ class Convert(ConvertTest):
         self.assertEqual(result.stdout.decode(), REPAIRED)
         self.assertIn(b"note: a.obj:4: repaired 3 corners without a normal\n", result.stderr)
 
+    def test_uvs_that_do_not_exist_are_left_out_with_other_axes(self):
+        self.file("a.obj", TRIANGLE + "vt 0 0\nvn 0 -1 0\nf 1/2147483648/1 2/2/1 3/1/1\n")
+        self.convert("a.obj", "--forward=-X", "--up=Z", "-o", "b.obj")
+        self.assertRegex(self.text("b.obj"), r"\nf 1//1 2//1 3/1/1\n\Z")
+
     def test_faces_without_area_stay(self):
         self.file("a.obj", wall() + "f 1/1/1 1/1/1 2/2/1\nf 3 3 3\n")
         self.convert("a.obj", "-o", "b.obj")
         self.assertEqual(json.loads(self.run_tool("info", "b.obj", "--json").stdout)["mesh"]["triangles"], 26)
+
+
+FAR = ("v 512345.125 5403210.3333 312.75\nv 512355.25 5403210.25 312\nv 512345 5403215.5 322.5\n"
+       "vt 0 0.25\nvt 1 0\nvt 0 1\nvn 0 -1 0\nf 1/1/1 2/2/1 3/3/1\n")
+COMMENT = "# origin moved by quarnscreen: add (512350, 5403210, 320) to each position\n"
+
+
+class Origin(ConvertTest):
+    def positions(self, name):
+        return [tuple(map(float, line.split()[1:])) for line in self.text(name).splitlines() if line.startswith("v ")]
+
+    def test_a_mesh_far_from_its_origin_is_a_warning_with_a_remedy(self):
+        self.file("a.obj", FAR)
+        for command in (["info", "a.obj"], ["convert", "a.obj", "-o", "b.obj"], ["plot", "a.obj", "-o", "b.svg"]):
+            with self.subTest(command):
+                result = self.run_tool(*command)
+                self.assertEqual(result.returncode, 0)
+                self.assertIn(b"warning: a.obj: positions are rounded to multiples of 0.5, because coordinates reach 5403216 in a mesh of ", result.stderr)
+                self.assertIn(b"; try: quarnscreen convert a.obj --origin auto -o moved.obj\n", result.stderr)
+
+    def test_auto_moves_it_to_a_round_position(self):
+        self.file("a.obj", FAR)
+        self.assertEqual(self.convert("a.obj", "--origin", "auto", "-o", "b.obj"),
+                         "note: a.obj: subtracted 512350, 5403210, 320 from the coordinates of the file; add them to positions on the screen to undo that\n")
+        self.assertEqual(self.text("b.obj"), "v -4.875 0.3333 -7.25\nv 5.25 0.25 -8\nv -5 5.5 2.5\n" + FAR[FAR.index("vt"):] + COMMENT)
+        self.assertEqual(self.run_tool("info", "b.obj").stderr, b"")
+
+    def test_positions_that_are_added_back_are_those_of_the_file(self):
+        self.file("a.obj", FAR)
+        self.convert("a.obj", "--origin=512340,-7.5,0", "-o", "b.obj")
+        moved, original = self.positions("b.obj"), ((512345.125, 5403210.3333, 312.75), (512355.25, 5403210.25, 312), (512345, 5403215.5, 322.5))
+        for row, expected in zip(moved, original, strict=True):
+            for number, offset, right in zip(row, (512340, -7.5, 0), expected, strict=True):
+                self.assertAlmostEqual(number + offset, right, delta=0.25 if offset == -7.5 else 1e-6)
+
+    def test_axes_and_scale_apply_to_the_origin_too(self):
+        self.file("a.obj", FAR)
+        options = ["--origin", "512340,5403210,310", "--forward=-Z", "--up", "Y", "--scale", "0.001"]
+        notes = self.convert("a.obj", "-o", "b.obj", *options)
+        self.assertIn("subtracted 512340, 5403210, 310 from the coordinates of the file; add 512.34, -0.31, 5403.21 to positions on the screen", notes)
+        self.assertTrue(self.text("b.obj").endswith("# origin moved by quarnscreen: add (512.34, -0.31, 5403.21) to each position\n"))
+        for number, right in zip(self.positions("b.obj")[0], (0.005125, -0.00275, 0.0003333), strict=True):
+            self.assertAlmostEqual(number, right, places=9)
+        self.convert("a.obj", "-o", "b.xml", *options)
+        self.convert("b.xml", "-o", "c.obj")
+        self.assertEqual(self.positions("c.obj"), self.positions("b.obj"))
+
+    def test_a_mesh_at_its_origin_stays(self):
+        self.file("a.obj", wall())
+        self.assertEqual(self.convert("a.obj", "--origin", "auto", "-o", "b.obj"),
+                         "note: a.obj: the coordinates are close to the origin; it was not moved\n")
+        self.assertEqual(self.text("b.obj"), wall())
+
+    def test_only_meshes_and_numbers_can_be_moved(self):
+        self.assertIn("found --origin for an analytic screen, expected it with a mesh only", self.error_line("convert", WALL, "--origin", "auto", "-o", "b.obj"))
+        for text in ("1,2", "1,2,3,4", "x", "1,2,nan", "1;2;3"):
+            self.assertIn(f'found --origin "{text}", expected auto, or three numbers', self.error_line("convert", WALL, "--origin", text, "-o", "b.obj"))
+
+    def test_normals_v_and_origin_in_one_run(self):
+        self.file("a.obj", FAR.replace("vn 0 -1 0\n", "").replace("f 1/1/1 2/2/1 3/3/1", "f 1/1 2/2 3/3"))
+        self.convert("a.obj", "--origin", "512340,5403210,310", "--v", "up", "-o", "b.obj")
+        lines = self.text("b.obj").splitlines()
+        self.assertEqual(lines[:6], ["v 5.125 0.3333 2.75", "v 15.25 0.25 2", "v 5 5.5 12.5", "vt 0 0.75", "vt 1 1", "vt 0 0"])
+        self.assertEqual(lines[7:], ["f 1/1/1 2/2/1 3/3/1", COMMENT.replace("(512350, 5403210, 320)", "(512340, 5403210, 310)")[:-1]])
+        # The normal is that of the exact positions.
+        normal = [float(number) for number in lines[6].split()[1:]]
+        for edge in ((10.125, -0.0833, -0.75), (-0.125, 5.1667, 9.75)):
+            self.assertAlmostEqual(sum(a * b for a, b in zip(normal, edge, strict=True)), 0.0, places=5)
+
+
+class VDirections(ConvertTest):
+    def test_up_flips_v_in_a_mesh_that_is_read(self):
+        self.file("a.obj", wall())
+        self.convert("a.obj", "--v", "up", "-o", "b.obj")
+        self.convert("b.obj", "--v", "up", "-o", "c.obj")
+        before, after, again = (self.rows("map", name, "--to", "3d", stdin=b"0.3,0.2\n0.3,0.8\n") for name in ("a.obj", "b.obj", "c.obj"))
+        for axis in "xyz":
+            for i in range(2):
+                self.assertAlmostEqual(float(before[i][axis]), float(after[1 - i][axis]), places=6)
+                self.assertAlmostEqual(float(before[i][axis]), float(again[i][axis]), places=6)
+        self.convert("a.obj", "--v", "down", "-o", "d.obj")
+        self.assertEqual(self.text("d.obj"), wall())
+
+    def test_up_flips_v_in_a_mesh_that_an_analytic_screen_becomes(self):
+        self.convert(WALL, "--grid", "2x4", "-o", "a.obj")
+        self.convert(WALL, "--grid", "2x4", "--v", "up", "-o", "b.obj")
+        down, up = (self.rows("map", name, "--to", "3d", stdin=b"0.25,0\n") for name in ("a.obj", "b.obj"))
+        self.assertEqual((down[0]["z"], up[0]["z"]), ("1.5", "-1.5"))
+        self.assertEqual((down[0]["x"], up[0]["x"]), ("-1", "-1"))
+
+    def test_make_writes_either_direction(self):
+        shape = ["make", "dome", "--radius", "6m", "--angle", "180deg", "--grid", "8x16"]
+        self.text_of(*shape, "--v", "up", "-o", "a.obj")
+        self.text_of("make", "dome", "--radius", "6m", "--angle", "180deg", "-o", "a.xml")
+        self.convert("a.xml", "--grid", "8x16", "--v", "up", "-o", "b.obj")
+        self.assertEqual(self.text("a.obj"), self.text("b.obj"))
+        self.assertAlmostEqual(float(self.rows("map", "a.obj", "--to", "3d", stdin=b"0.5,0.125\n")[0]["z"]), 6 * math.sin(math.pi / 16), places=5)
+
+    def test_xml_of_analytic_screens_has_one_direction(self):
+        self.assertIn("found --v up for the XML file of a screen", self.error_line("make", "flat", "--width", "4m", "--height", "3m", "--v", "up"))
+        self.assertIn("found --v up for an analytic screen in XML", self.error_line("convert", WALL, "--v", "up", "-o", "b.xml"))
+        self.assertIn("--v: left not in", self.error_line("convert", WALL, "--v", "left", "-o", "b.obj"))
+
+
+class ConcaveFaces(ConvertTest):
+    # A T whose first corner does not see all others: area 10, and 13 as a fan.
+    T = ("v -1 0 0\nv 1 0 0\nv 1 0 3\nv 2 0 3\nv 2 0 4\nv -2 0 4\nv -2 0 3\nv -1 0 3\nvt 0.25 1\nvt 0.75 1\nvt 0.75 0.25\nvt 1 0.25\n"
+         "vt 1 0\nvt 0 0\nvt 0 0.25\nvt 0.25 0.25\nvn 0 -1 0\nf " + " ".join(f"{k}/{k}/1" for k in (4, 5, 6, 7, 8, 1, 2, 3)) + "\n")
+
+    def test_they_are_triangulated_without_overlap(self):
+        self.file("a.obj", self.T)
+        self.assertEqual(self.json_info("a.obj")["mesh"]["area"], 13.0)
+        self.assertEqual(self.convert("a.obj", "-o", "b.obj"), "note: a.obj:18: repaired 1 concave face whose triangles overlap\n")
+        mesh = self.json_info("b.obj")["mesh"]
+        self.assertEqual((mesh["area"], mesh["triangles"], mesh["status"], mesh["boundaryPoints"]), (10.0, 6, "ok", 8))
+        self.assertEqual(self.text_of("check", "b.obj"), "no findings in 6 triangles\n")
+        rows = self.rows("map", "b.obj", "--to", "3d", stdin=b"0.5,0.9\n0.9,0.1\n0.1,0.9\n")
+        self.assertEqual([row["status"] for row in rows], ["on_screen", "on_screen", "outside"])
+
+    def test_check_names_face_and_line(self):
+        self.file("a.obj", self.T)
+        result = self.run_tool("check", "a.obj")
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout.decode(), "a.obj:18: 1 concave face whose triangles overlap: triangle 1 (try: quarnscreen convert a.obj -o repaired.obj)\n"
+                         "1 finding in 6 triangles\n")
+        self.assertIn("note: repaired 1 concave face", self.text_of("check", "a.obj", "--fix", "-o", "b.obj"))
+        self.convert("a.obj", "-o", "c.obj")
+        self.assertEqual(self.text("b.obj"), self.text("c.obj"))
+
+    def test_crossed_faces_stay_and_are_stated(self):
+        text = TRIANGLE + "v 1 0 1\nvn 0 -1 0\nf 1//1 2//1 3//1 4//1\n"
+        self.file("a.obj", text)
+        found = "1 face whose triangles overlap, because edges cross or there are more than 1000 corners"
+        self.assertIn(f"warning: a.obj:6: found {found}\n", self.convert("a.obj", "-o", "b.obj"))
+        self.assertEqual(self.text("b.obj"), text)
+        for arguments in ([], ["--fix", "-o", "c.obj"]):
+            result = self.run_tool("check", "a.obj", *arguments)
+            self.assertEqual(result.returncode, 1)
+            self.assertIn(f"a.obj:6: {found}: triangle 1 (divide them into triangles or quads, and export them again)\n", result.stdout.decode())
 
 
 class Safety(ConvertTest):
@@ -200,10 +345,12 @@ class Safety(ConvertTest):
     def test_errors_name_the_line(self):
         for text, line in ((TRIANGLE + "f 1 2 9\n", 'a.obj:4: found "9" as a corner of a face, expected the number of a vertex from 1 to 3'),
                            (TRIANGLE + "\rf 1 2 x\r", 'a.obj:5: found "x" as a corner of a face, expected a form such as 1/1/1, 1//1, 1/1 or 1'),
-                           ("v 1 x 2\n" + BARE, 'a.obj:1: found "x" as a coordinate, expected "v" and three numbers'),
+                           ("v 1 x 2\n" + BARE, 'a.obj:1: found "x" as a coordinate, expected a number such as 1.5 or -2e-3; correct the line, or export the file again'),
+                           ("v 1 0 0\nv -1.#QNAN 2 2\n" + BARE, 'a.obj:2: found "-1.#QNAN" as a coordinate, expected a number such as 1.5 or -2e-3; correct the line, or export the file again'),
+                           ("v 1 0,25 2\n" + BARE, 'a.obj:1: found "0,25" as a coordinate, expected a decimal point, as in 0.25; export the file again without decimal commas'),
                            ("v 1e38 0 0\n" + BARE, 'a.obj:1: found "1e38" as a coordinate, expected a number up to 1e+37'),
                            ("v 1e60 0 0\nv 0 1e60 0\nv 0 0 0\nf 1 2 3\n", 'a.obj:1: found "1e60" as a coordinate, expected a number up to 1e+37'),
-                           (TRIANGLE, 'a.obj: found no face in the OBJ text, expected lines that begin with "f"')):
+                           (TRIANGLE, 'a.obj: found no face in the OBJ text, expected lines that begin with "f"; export the surface with its faces')):
             with self.subTest(text):
                 self.file("a.obj", text)
                 self.assertEqual(self.error_line("convert", "a.obj", "-o", "b.obj"), f"error: {line}\n")
@@ -221,7 +368,7 @@ class Safety(ConvertTest):
             with self.subTest(name):
                 self.file(name, BARE)
                 line = self.error_line("info", "./" + name if name.startswith("-") else name)
-                match = re.search(r"; try: (quarnscreen .*)\n", line)
+                match = re.search(r"; use --repair, or try: (quarnscreen .*)\n", line)
                 self.assertIsNotNone(match, line)
                 command = match[1].replace("quarnscreen", shlex.quote(TOOL), 1)
                 subprocess.run(["sh", "-c", command], cwd=self.folder, check=True, capture_output=True, timeout=60)

@@ -129,7 +129,7 @@ class Transform(ObjTest):
             with self.subTest(arguments):
                 self.check_move(arguments, move)
 
-    def test_turns_have_the_sense_that_the_help_tells(self):
+    def test_turns_have_the_sense_that_the_help_states(self):
         self.check_move(["--rotate", "90,0,0"], lambda x, y, z: (y, -x, z))  # +Y goes to +X
         self.check_move(["--rotate", "0,90,0"], lambda x, y, z: (x, -z, y))  # +Y goes to +Z
         self.check_move(["--rotate", "0,0,90"], lambda x, y, z: (z, y, -x))  # +Z goes to +X
@@ -176,6 +176,10 @@ class Transform(ObjTest):
         self.file("in.obj", wall())
         for arguments in (["--scale", "1e37"], ["--translate", "0,2e37,0"], ["--scale", "1e300", "--translate", "1e300,0,0"]):
             self.assertIn("lead to coordinates above 1e+37", self.error_line("transform", "in.obj", *arguments))
+
+    def test_a_scale_that_leaves_a_point_is_refused(self):
+        self.file("in.obj", wall())
+        self.assertIn("found --scale that makes the mesh smaller than 1e-30", self.error_line("transform", "in.obj", "--scale", "1e-60"))
 
 
 def refused(name, arguments, message):

@@ -68,6 +68,26 @@ class MeshInfo(ObjTest):
         self.assertIn("does not have exactly one closed boundary", lines["status"])
         self.assertEqual(lines["has UV mapping"], "no")
 
+    def test_several_boundaries_are_reported_once_with_a_remedy(self):
+        faces = [line for line in wall().split("\n") if line.startswith("f")]
+        self.file("a b.obj", wall().replace(faces[1] + "\n", "").replace(faces[5] + "\n", "").replace(faces[9] + "\n", ""))
+        warning = ("warning: a b.obj: the mesh has several boundaries, at holes, at gaps between its parts or at seams; only the first one is used, and UV does "
+                   "not work; to find them, try: quarnscreen check 'a b.obj'\n")
+        for command in (["info", "a b.obj"], ["boundary", "a b.obj"], ["transform", "a b.obj", "--scale", "2", "-o", "out.xml"], ["compare", "a b.obj", "a b.obj"],
+                        ["refine", "a b.obj", "--max-edge", "0.5", "-o", "out.xml"]):
+            with self.subTest(command):
+                lines = self.run_tool(*command).stderr.decode().splitlines(keepends=True)
+                self.assertEqual([line for line in lines if line.startswith("warning: ")], [warning])
+        # The check names the triangles itself.
+        self.assertNotIn("warning: ", self.run_tool("check", "a b.obj").stderr.decode())
+
+    def test_surface_measures_of_a_mesh(self):
+        self.file("a.obj", wall())
+        surface = json.loads(self.text_of("info", "a.obj", "--json"))["surface"]
+        self.assertEqual(surface["extent"], {"min": [-2, 0, -1.5], "max": [2, 0, 1.5]})
+        self.assertEqual(surface["size"], {"width": 4, "depth": 0, "height": 3})
+        self.assertEqual((surface["area"], surface["edges"], surface["boundaryLength"]), (12, None, 14))
+
     def test_what_has_no_effect_is_counted(self):
         head = ("# made by hand\nmtllib wall.mtl\no Wall\ng left\ns 1\nusemtl red\nusemtl blue\ns off\nvp 0.5 0.5\nl 1 2\nv\t7 7 7\n"
                 "$ a comment\n\n   \n")
@@ -89,7 +109,7 @@ class MeshInfo(ObjTest):
         mesh, _ = self.mesh(wall().replace("vn 0 -1 0", "vn 1 1 1"))
         self.assertEqual(mesh, expected)
 
-    def test_the_frame_is_told(self):
+    def test_the_frame_is_reported(self):
         mesh, _ = self.mesh(wall(), "--forward", "-X", "--up", "Z", "--scale", "2")
         self.assertEqual((mesh["forward"], mesh["up"], mesh["scale"]), ("-X", "Z", 2))
         self.assertAlmostEqual(mesh["area"], 48)

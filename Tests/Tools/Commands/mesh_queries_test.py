@@ -43,7 +43,7 @@ class MeshAnswers(ObjTest):
         self.assert_near(numbers(rows[2], POSITION), [3, 0, 0])
         self.assert_near(numbers(rows[3], POSITION), [-4, 0, -4.5])
 
-    def test_an_answer_does_not_depend_on_what_was_asked_before(self):
+    def test_a_result_does_not_depend_on_earlier_queries(self):
         uv = [f"{i % 7 * 0.3 - 0.4},{i % 5 * 0.3 - 0.1}" for i in range(60)]
         rows = self.rows("map", "dome.obj", "--to", "3d", "--extrapolate", stdin="\n".join(uv).encode())
         self.assertEqual({row["status"] for row in rows}, {"on_screen", "extrapolated"})
@@ -146,8 +146,12 @@ class MeshAnswers(ObjTest):
         for row in rows:
             self.assert_near(numbers(row, POSITION), [2 * int(row["column"]) - 4, 0, 4.5 - 3 * int(row["row"])])
         rows = self.rows("points", "dome.obj", "--columns", "3", "--rows", "3")
-        self.assertEqual({(row["column"], row["row"]) for row in rows}, {("", "")})
-        self.assertEqual(len(rows), 5)
+        self.assertEqual([(row["column"], row["row"]) for row in rows], [(str(i % 3 + 1), str(i // 3 + 1)) for i in range(9)])
+        self.assertEqual([row["status"] for row in rows], ["outside", "on_screen", "outside", *["on_screen"] * 3, "outside", "on_screen", "outside"])
+        lines = self.run_tool("points", "bare.obj", "--columns", "2", "--rows", "2").stdout.decode().splitlines()[1:]
+        for column, row, status, x, _, z, u, v in (line.split(",") for line in lines):
+            self.assertEqual((column, row, status, u, v), ("", "", "boundary", "", ""))
+            self.assertTrue(abs(float(x)) == 2 or abs(float(z)) == 1.5)
 
     def test_boundary_and_grid(self):
         boundary = [tuple(numbers(row, POSITION)) for row in self.rows("boundary", "wall.obj")]
@@ -159,7 +163,7 @@ class MeshAnswers(ObjTest):
         for row in grid:
             self.assertLess(math.hypot(*numbers(row, POSITION)), 6.000001)
 
-    def test_the_format_is_told_by_the_content(self):
+    def test_the_format_is_detected_by_the_content(self):
         self.file("wall.xml", wall())
         self.file("mesh.obj", (self.folder / self.xml("mesh.xml")).read_text())
         for name in ("wall.xml", "mesh.obj"):
@@ -179,7 +183,7 @@ class MeshAnswers(ObjTest):
         self.file("turned.obj", turned)
         options = ["--forward", "-Z", "--up", "Y", "--scale", "0.001"]
         info = self.info("turned.obj", *options)
-        self.assertEqual(info["frame"], "forward -Z, up Y, scale 0.0010000000474974513")
+        self.assertEqual(info["frame"], "forward -Z, up Y, scale 0.001")
         self.assert_near([float(x) for x in re.findall(r"-?[0-9][0-9.e-]*", info["bounds"].replace("-0,", "0,"))], [-2, 0, -1.5, 2, 0, 1.5])
         mesh = self.xml("mesh.xml", turned, "-Z", "Y", "0.001")
         self.assertEqual(self.rows("points", mesh), self.rows("points", "turned.obj", *options))

@@ -33,6 +33,20 @@ class Plot(PlotTest):
         self.assertIn("4 ft", texts)
         self.assertFalse([text for text in texts if text.endswith(" m")])
 
+    def test_the_first_view_is_that_from_the_center_or_the_eye_point(self):
+        expected = {
+            "flat-wall.xml": ["From the eye point: perspective", "field of view: 90° × 73.74°"],
+            "cylinder-200.xml": ["From the center: panorama", "azimuth × elevation: 200° × 45.24°"],
+            "dome.xml": ["From the center: fisheye", "equidistant, 180° across"],
+            "ruled.xml": ["From the eye point: perspective"],
+            "curved-wall.obj": ["From the eye point: panorama", "azimuth × elevation: 200° × 45.25°"],
+        }
+        for name, words in expected.items():
+            with self.subTest(name):
+                svg = self.plot(str(SAMPLES / name))
+                self.assertLessEqual(set(words), set(self.texts(svg)))
+                self.assertIn("f9", self.classes(svg), "the front, also of a dome")
+
     def test_the_digest_is_the_beginning_of_that_of_info(self):
         for screen in SCREENS:
             digest = re.search("digest: +([0-9a-f]+)", self.text_of("info", screen)).group(1)
@@ -96,7 +110,7 @@ class Plot(PlotTest):
         self.file("screen.xml", FLAT.format(0, 0))
         result = self.run_tool("plot", "screen.xml")
         self.assertEqual(result.returncode, 0)
-        self.assertEqual(len([text for text in self.texts(result.stdout.decode()) if text.startswith("not drawable")]), 3)
+        self.assertEqual(len([text for text in self.texts(result.stdout.decode()) if text.startswith("not drawable")]), 4)
 
     def test_a_files_name_is_only_text(self):
         names = {

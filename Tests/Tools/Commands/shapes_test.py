@@ -110,7 +110,7 @@ class Shapes(ToolTest):
         self.assertEqual([row["status"] for row in rows], ["hit", "hit", "miss"])
         self.assert_near(rows[1], "xz", (0, 3))
 
-    def test_info_tells_the_parameters(self):
+    def test_info_reports_the_parameters(self):
         lines = dict(line.split(":", 1) for line in self.text_of("info", CYLINDER, "--unit", "ft").splitlines())
         values = {key: value.strip() for key, value in lines.items()}
         self.assertEqual(list(values), ["file", "type", "center", "height", "radius", "min theta", "max theta", "is valid", "has UV mapping",
@@ -129,7 +129,7 @@ class Shapes(ToolTest):
         self.assertIn("max phi:         90 degrees, 1.570796 radians\n", dome)
 
     def test_info_has_the_digits_that_are_requested(self):
-        for digits, theta in (("1", "-100 degrees, -2 radians"), ("4", "-100 degrees, -1.745 radians"), ("7", "-100 degrees, -1.745329 radians"),
+        for digits, theta in (("3", "-100 degrees, -1.75 radians"), ("4", "-100 degrees, -1.745 radians"), ("7", "-100 degrees, -1.745329 radians"),
                               ("17", "-100 degrees, -1.74532925199433 radians")):
             self.assertIn(f"min theta:       {theta}\n", self.text_of("info", CYLINDER, "--digits", digits))
         self.assertEqual(self.text_of("info", CYLINDER), self.text_of("info", CYLINDER, "--digits", "7"))

@@ -58,7 +58,7 @@ class Stl(ToolTest):
                 self.assertEqual(self.info("a.stl")["type"], "class STLScreen")
                 self.assertNotIn("frame", self.info("a.stl"))
 
-    def test_the_content_tells_the_format_and_not_the_name(self):
+    def test_the_content_decides_the_format_and_not_the_name(self):
         self.file("wall.obj", binary())
         self.assertEqual(self.info("wall.obj")["type"], "class STLScreen")
 
@@ -70,7 +70,7 @@ class Stl(ToolTest):
                 self.assert_one_error_line(result, 2)
                 line = result.stderr.decode()
                 self.assertIn(f"error: a.stl: {message}, expected ", line)
-                self.assertTrue(line.endswith("; try: quarnscreen convert a.stl -o repaired.obj\n"), line)
+                self.assertTrue(line.endswith("; use --repair, or try: quarnscreen convert a.stl -o repaired.obj\n"), line)
                 self.run_tool("convert", "a.stl", "-o", "repaired.obj").check_returncode()
                 self.assertEqual(self.info("repaired.obj")["triangles"], "2")
                 self.assertEqual(self.info("repaired.obj")["bounds"], "(-1, 0, -0.5) to (1, 0, 0.5) m")
@@ -92,7 +92,7 @@ class Stl(ToolTest):
             result = self.run_tool("info", "a.stl")
             self.assertEqual(result.stderr, b"error: a.stl: found a number that is not finite in triangle 2, expected finite ones\n")
 
-    def test_rays_strike_it_and_uv_is_told_to_be_missing(self):
+    def test_rays_strike_it_and_uv_is_reported_as_missing(self):
         self.file("a.stl", binary())
         rows = self.text_of("intersect", "a.stl", "-", stdin=b"0.5,-3,0.25,0.5,-2,0.25").splitlines()
         self.assertRegex(rows[1], r"\A1,hit,0\.5,0,0\.25,,,-?1,1,3\Z")
@@ -129,22 +129,28 @@ class Stl(ToolTest):
         document = json.loads(self.run_tool("check", "a.stl", "--json", *arguments).stdout)
         return {finding["name"]: finding for finding in document["findings"]}
 
-    def test_check_has_one_note_for_the_uvs_that_no_stl_file_has(self):
+    def test_check_finds_missing_uvs_as_in_an_obj_file(self):
         self.file("a.stl", binary())
-        self.assertRegex(self.text_of("check", "a.stl"), r"\Aa\.stl: note: STL files have no UV \(.*\)\nno findings in 2 triangles\n\Z")
+        self.run_tool("convert", "a.stl", "-o", "a.obj").check_returncode()
+        for name in ("a.stl", "a.obj"):
+            with self.subTest(name):
+                result = self.run_tool("check", name)
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stdout.decode(), rf"\A{name}(:\d+)?: 2 triangles .*; if no UV is needed, add --without-uv\)\n1 finding in 2 triangles\n\Z")
+                self.assertEqual(self.text_of("check", name, "--without-uv"), "no findings in 2 triangles\n")
 
     def test_check_finds_what_keeps_a_file_from_loading(self):
         names = {"a_line_feed_in_a_header_with_solid": "stl-header", "text": "stl-text-form", "a_normal_that_is_not_finite": "stl-normal"}
         for name, (content, message) in REFUSED.items():
             with self.subTest(name):
                 findings = self.findings(content)
-                self.assertEqual(list(findings), [names.get(name, "stl-count"), "no-uv"])
+                self.assertEqual(list(findings), [names.get(name, "stl-count"), "missing-uv"])
                 finding = findings[names.get(name, "stl-count")]
                 self.assertIn(finding["text"].split(",")[0], message)
                 self.assertEqual(finding["hint"], "try: quarnscreen convert a.stl -o repaired.obj")
                 self.assertEqual(self.run_tool("check", "a.stl").returncode, 1)
 
-    def test_check_tells_triangles_of_either_form_by_their_number(self):
+    def test_check_reports_triangles_of_either_form_by_their_number(self):
         self.assertEqual(self.findings(binary(records=[record(WALL[0]), record(WALL[1]), record(WALL[1])]))["duplicate-triangle"]["places"], [{"triangle": 3, "line": None}])
         flipped = text().replace(b"outer loop\n      vertex -1", b"outer loop\n      vertex 3", 1)
         self.assertEqual(self.findings(flipped)["disconnected-components"]["places"], [{"triangle": 2, "line": None}])
@@ -153,16 +159,16 @@ class Stl(ToolTest):
         self.assertEqual(list(findings), ["not-finite"])
         self.assertEqual(findings["not-finite"]["count"], 2)
 
-    def test_check_tells_where_a_file_is_longer_or_shorter_than_it_says(self):
+    def test_check_reports_where_a_file_is_longer_or_shorter_than_it_says(self):
         self.assertIn("the header declares 1 triangles; the 2 present are used", self.findings(binary(count=1))["stl-count"]["text"])
         cut = self.findings(text()[:-30])
-        self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "no-uv"])
+        self.assertEqual(list(cut), ["stl-text-form", "stl-cut-off", "missing-uv"])
         self.assertEqual(cut["stl-cut-off"]["places"], [{"triangle": None, "line": 14}])
 
     def test_check_applies_the_scale_and_repairs_to_obj(self):
         self.assertIn("implausible-size", self.findings(binary(), "--scale", "1000"))
         self.file("a.stl", text())
-        self.assertIn("note: repaired an STL file in text form", self.text_of("check", "a.stl", "--fix", "-o", "b.obj"))
+        self.assertIn("note: repaired an STL file in text form", self.text_of("check", "a.stl", "--fix", "-o", "b.obj", "--without-uv"))
         self.assertEqual(self.info("b.obj")["triangles"], "2")
 
     def test_check_reads_the_stl_text_in_xml(self):

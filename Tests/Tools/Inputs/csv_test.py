@@ -14,7 +14,7 @@ def ray_case(name, text, out=HEADER, err="", exit_code=2):
 
 class Csv(ToolTest):
     def test_the_file_is_named(self):
-        self.file("rays.csv", "fromX\n\n1,2,3,4,5\n")
+        self.file("rays.csv", "# rays\n\n1,2,3,4,5\n")
         result = self.run_tool("intersect", WALL, "rays.csv")
         self.assertEqual(result.stderr.decode(), "error: rays.csv:3: found 5 numbers, expected 6 (fromX,fromY,fromZ,toX,toY,toZ)\n")
         self.assertEqual(result.returncode, 2)
@@ -42,7 +42,7 @@ class Csv(ToolTest):
     def test_memory_is_bounded(self):
         rays = b"0,-5,0,9,0,0\n" * 1000
         result = self.run_tool("channel", WALL, "-", "--max-memory", "100K", stdin=rays)
-        self.assertEqual(result.stderr.decode(), "error: standard input: 712 rays before the first that hits, expected fewer, or a larger --max-memory\n")
+        self.assertEqual(result.stderr.decode(), "error: standard input: 427 rays before the first that hits, expected fewer, or a larger --max-memory\n")
         self.assertEqual(result.returncode, 2)
         result = self.run_tool("intersect", WALL, "--json", "--max-memory", "100K", stdin=rays)
         self.assertRegex(result.stderr.decode(), r"\Aerror: found more rows than fit into one JSON document within --max-memory, .*\n\Z")
@@ -60,8 +60,8 @@ add_cases(Csv, [
     ray_case("trailing_comma", "1,2,3,4,5,6,", HEADER, r"error: standard input:1: found 7 numbers, expected 6 .*\n"),
     ray_case("no_number", "1,2,3,4,5,x", HEADER, r'error: standard input:1: found "x", expected a number for toZ .*\n'),
     ray_case("empty_cell", "1,2,,4,5,6", HEADER, r'error: standard input:1: found "", expected a number for fromZ .*\n'),
-    ray_case("other_separator", "h\n1;2;3;4;5;6", HEADER, r'error: standard input:2: found "1;2;3;4;5;6", expected a number for fromX .*\n'),
-    ray_case("too_large_a_number", "1e999,2,3,4,5,6\n1e999,2,3,4,5,6", HEADER, r'error: standard input:2: found "1e999", .*\n'),
+    ray_case("another_separator_than_the_header", "fromX,fromY,fromZ,toX,toY,toZ\n1;2;3;4;5;6", HEADER, r'error: standard input:2: found "1;2;3;4;5;6", expected a number for fromX .*\n'),
+    ray_case("too_large_a_number", "1e999,2,3,4,5,6\n1e999,2,3,4,5,6", HEADER, r'error: standard input:1: found "1e999", .*\n'),
     ray_case("control_characters", "1,2,3,4,5,\x1b[2J\x07", HEADER, re.escape(r'error: standard input:1: found "\x1b[2J\x07", expected ') + ".*\n"),
     ray_case("bytes_that_are_not_utf8", b"1,2,3,4,5,\xff\x00", HEADER, re.escape('error: standard input:1: found "\ufffd\\x00", expected ') + ".*\n"),
     ray_case("earlier_answers_stay", "0,-5,0,0,0,0\nx\n", HEADER + HIT, r"error: standard input:2: .*\n"),

@@ -10,6 +10,8 @@ FACE = "f 1//1 2//1 3//1\n"
 VERTEX = "expected the number of a vertex from 1 to 3, as in 1/1/1"
 NORMAL = "expected the number of a normal from 1 to 1, as in 1/1/1 or 1//1"
 
+NUMBER = "expected a number such as 1.5 or -2e-3; correct the line, or export the file again"
+
 # name: content of the file, and what follows "error: a.obj" in the line.
 REFUSED = {
     "no_line_feed": (HEAD + FACE + FACE[:-1], ":6: found a face line that ends with the file, expected a line feed after it.*"),
@@ -33,18 +35,26 @@ REFUSED = {
     "two_corners": (HEAD + "f 1//1 2//1\n", f":5: found a face with fewer than three corners, {VERTEX}"),
     "comment_behind_a_face": (HEAD + FACE[:-1] + " # a face\n", f':5: found "#" as a corner of a face, {VERTEX}'),
     "line_counted_over_joined_lines": (HEAD + "vt 0 \\\n 0\nf 1//1 2//1 \\\n9//1\n", f':8: found "9//1" as a corner of a face, {VERTEX}'),
+    "decimal_comma": ("v 0 1,5 0\n" + HEAD + FACE, ':1: found "1,5" as a coordinate, expected a decimal point, as in 1\\.5; export .*'),
+    "not_a_number": (HEAD + "v 0 nan 0\n" + FACE, f':5: found "nan" as a coordinate, {NUMBER}'),
+    "number_with_unit": (HEAD + "v 1.5mm 0 0\n" + FACE, f':5: found "1.5mm" as a coordinate, {NUMBER}'),
+    "hexadecimal_number": (HEAD + "v 0x10 0 0\n" + FACE, f':5: found "0x10" as a coordinate, {NUMBER}'),
+    "indefinite_number": (HEAD + "v 0 0 1.#IND\n" + FACE, f':5: found "1.#IND" as a coordinate, {NUMBER}'),
+    "infinite_number": (HEAD + "v 0 0 1.#INF \n" + FACE, f':5: found "1.#INF" as a coordinate, {NUMBER}'),
+    "uv_with_decimal_comma": (HEAD + "vt 0,5 1\nf 1/1/1 2/1/1 3/1/1\n", ':5: found "0,5" as a UV, expected a decimal point, as in 0\\.5; export .*'),
+    "plus_sign": (HEAD + "v +1 2 3\nf 1//1 2//1 4//1\n", ':5: found "v \\+1 2 3", expected numbers without plus signs, separated by blanks'),
     "no_vertex": ("vn 0 0 1\n" + FACE, ': found no vertex in the OBJ text, expected lines that begin with "v" and a blank'),
     "tabs": ("v\t0\t0\t0\nvn 0 0 1\n" + FACE, ": found no vertex in the OBJ text, .*"),
     "no_normal": ("v 0 0 0\n" + FACE, ': found no normal in the OBJ text, expected at least one line that begins with "vn".*'),
-    "no_face": (HEAD, ': found no face in the OBJ text, expected lines that begin with "f"'),
+    "no_face": (HEAD, ': found no face in the OBJ text, expected lines that begin with "f"; export the surface with its faces'),
     "only_a_comment": ("# Wall\n", ": found no vertex in the OBJ text, .*"),
 }
 
 # Those that quarnscreen convert repairs; the others refer to missing vertices, or contain numbers that are too large.
 REPAIRED = {name for name in REFUSED if name.startswith("no_line_feed")} | {
     "relative_reference", "normal_beyond", "no_normal_in_the_face", "uv_without_normal", "comment_behind_a_face",
-    "carriage_return_without_blank_alone", "nul_in_a_face"}
-REMEDY = "; try: quarnscreen convert a.obj -o repaired.obj"
+    "carriage_return_without_blank_alone", "nul_in_a_face", "uv_with_decimal_comma", "plus_sign"}
+REMEDY = "; use --repair, or try: quarnscreen convert a.obj -o repaired.obj"
 
 # Odd texts that are read.
 ACCEPTED = {
@@ -57,6 +67,9 @@ ACCEPTED = {
     "nul_behind_a_vertex": HEAD + "v 1 1 1\0\n" + FACE,
     "blanks_in_front": HEAD + "   v 0 0 0\n  " + FACE,
     "byte_order_mark": "\ufeff# Wall\n" + HEAD + FACE,
+    "uv_that_is_no_number_and_has_no_effect": HEAD + "vt nan 0\n" + FACE,
+    "normal_that_is_no_number": HEAD + "vn 0 nan 1,5\n" + FACE,
+    "color_that_is_no_number": HEAD + "v 1 2 3 nan 1,5\n" + FACE,
     "joined_lines": HEAD.replace("v 1 0", "v 1 \\\n0") + FACE,
 }
 
@@ -85,6 +98,10 @@ class MeshErrors(ObjTest):
             with self.subTest(command):
                 self.assertIn("a.obj:53: found a face line that ends with the file", self.error_line(command, "a.obj", *options))
         self.assertIn("a.obj:53: ", self.error_line("channel", "a.obj", "-"))
+        self.file("a.obj", wall().replace("v -1.0 0 1.5", "v -1,0 0 1,5"))
+        for command, *options in COMMANDS:
+            with self.subTest(command):
+                self.assertIn('a.obj:2: found "-1,0" as a coordinate, expected a decimal point, as in -1.0', self.error_line(command, "a.obj", *options))
 
     def test_the_scale_counts_for_coordinates(self):
         self.file("a.obj", HEAD + "vt 1e36 0\nv 0 0 1e30\n" + FACE)
@@ -117,7 +134,7 @@ class MeshErrors(ObjTest):
 
     def test_errors_in_xml_name_the_line_of_the_text(self):
         self.assertEqual(self.error_line("info", self.xml("mesh.xml", HEAD + "f 1 2 3\n")),
-                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; try: quarnscreen convert mesh.xml -o repaired.obj\n')
+                         f'error: mesh.xml (OBJ text):5: found "1" as a corner of a face, {NORMAL}; use --repair, or try: quarnscreen convert mesh.xml -o repaired.obj\n')
         self.assertIn("mesh.xml (OBJ text):6: found a face line that ends", self.error_line("info", self.xml("mesh.xml", HEAD + "\n" + FACE[:-1])))
         self.assertIn("mesh.xml:1: found no OBJ text", self.error_line("info", self.xml("mesh.xml", "")))
         for changes, message in (({"scale": "wide"}, 'mesh.xml:5: found Scale "wide"'), ({"scale": "0"}, 'mesh.xml:5: found Scale "0"'),

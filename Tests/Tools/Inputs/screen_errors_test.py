@@ -1,6 +1,7 @@
 """Every message about a screen file."""
 import os
 import re
+import subprocess
 import unittest
 
 from tool_case import FLAT, ToolTest
@@ -104,9 +105,12 @@ class ScreenErrors(ToolTest):
         self.assertRegex(self.error_line("info", "/proc/self/mem", exit_code=3), "cannot be read: Input/output error")
 
     def test_an_endless_file_is_refused(self):
-        line = self.error_line("info", "/dev/zero", "--max-memory", "10M")
-        self.assertEqual(line, "error: /dev/zero: found a document that may need more than 10.0 MiB of memory, "
+        os.mkfifo(self.folder / "endless.obj")
+        with subprocess.Popen("yes 'v 0 0 0' > endless.obj", shell=True, cwd=self.folder, stderr=subprocess.DEVNULL):
+            line = self.error_line("info", "endless.obj", "--max-memory", "10M")
+        self.assertEqual(line, "error: endless.obj: found a document that may need more than 10.0 MiB of memory, "
                                "expected a smaller one, or a larger --max-memory\n")
+        self.assertIn("/dev/zero: found binary data of an unknown kind", self.error_line("info", "/dev/zero", "--max-memory", "10M"))
 
     def test_the_memory_limit_counts_text_elements_and_attributes(self):
         for name, body in (("text", "x" * 100000), ("elements", "<b/>" * 2000), ("attributes", '<b c=""/>' * 1300)):

@@ -18,11 +18,13 @@ def sample(name):
 
 # Command lines by the schema that their output follows.
 RUNS = {
-    "info": [["info", WALL], ["info", WALL, "--unit", "mm"], *(["info", screen] for screen in SCREENS)],
+    "info": [["info", WALL], ["info", WALL, "--unit", "mm"], *(["info", screen] for screen in SCREENS),
+             ["info", "bare.obj", "--repair"]],
+    "info-objects": [["info", "good.obj", "--list-objects"]],
     "map": [["map", WALL, "--to", "3d", sample("uv")], ["map", WALL, "--to", "2d", sample("points")],
             ["map", WALL, "--to", "3d", sample("uv"), "--extrapolate"], ["map", WALL, "--to", "2d", sample("points"), "--extrapolate"],
-            ["map", WALL, "--to", "3d"]],
-    "intersect": [["intersect", WALL, sample("rays")], ["intersect", WALL], ["intersect", WALL, sample("rays"), "--extrapolate"]],
+            ["map", WALL, "--to", "3d", "passed.csv"]],
+    "intersect": [["intersect", WALL, sample("rays")], ["intersect", WALL, "passed-rays.csv"], ["intersect", WALL, sample("rays"), "--extrapolate"]],
     "normal": [["normal", WALL, sample("points")]],
     "closest": [["closest", WALL, sample("points")]],
     "nearest": [["nearest", WALL, sample("lines")], ["nearest", WALL, sample("lines"), "--extrapolate"]],
@@ -30,9 +32,13 @@ RUNS = {
     "check": [["check", "bad.obj"], ["check", "good.obj"]],
     "boundary": [["boundary", screen] for screen in SCREENS],
     "points": [["points", screen] for screen in SCREENS],
-    "compare": [["compare", SCREENS[0], SCREENS[3]], ["compare", WALL, WALL, "--unit", "mm"], ["compare", WALL, str(SAMPLES / "measured-dome.obj")]],
+    "compare": [["compare", SCREENS[0], SCREENS[3]], ["compare", WALL, WALL, "--unit", "mm"], ["compare", WALL, str(SAMPLES / "measured-dome.obj")],
+                ["compare", WALL, WALL, "--max", "1mm"]],
     "channel": [["channel", WALL, sample("rays")], ["channel", WALL, sample("rays"), "--extra", sample("rays")]],
 }
+
+
+PASSED = ("fromX", "fromY", "fromZ", "toX", "toY", "toZ", "dx", "dy", "dz")
 
 
 def validator(name):
@@ -57,6 +63,9 @@ class JsonSchema(ToolTest):
     def setUp(self):
         super().setUp()
         self.file("good.obj", wall())
+        self.file("bare.obj", wall(corner="{0}/{0}"))
+        self.file("passed.csv", "id,v,u,number\na 1,0.5,0.5,1.5\n007,,,-3\n,0.25,0.5,\n")
+        self.file("passed-rays.csv", "id,fromX,fromY,fromZ,dX,dY,dZ\na,0,-5,0,0,1,0\nb,0,-5,0,0,-1,0\n,,,,,,\n")
         self.file("bad.obj", wall(corner="-{0}/{0}")[:-1] + "\nf 1/1 1/1 2/2")
 
     def document(self, arguments, **options):
@@ -78,6 +87,13 @@ class JsonSchema(ToolTest):
             with self.subTest(name):
                 validator(name).validate(self.document(arguments, stdin=stdin))
 
+    def test_further_columns_are_text_numbers_or_null(self):
+        rows = self.document(["map", WALL, "--to", "3d", "passed.csv"])["rows"]
+        self.assertEqual([(row["id"], row["number"], row["status"]) for row in rows], [("a 1", 1.5, "on_screen"), ("007", -3, "empty"), (None, None, "on_screen")])
+        ids = ['"12"', "12", "1234567890123456", "1.50", '"a,""b"""', "nan", "1e999", ".5", "-"]
+        rows = self.document(["map", WALL, "--to", "3d"], stdin=("u,v,id\n" + "".join(f"0,0,{text}\n" for text in ids)).encode())["rows"]
+        self.assertEqual([row["id"] for row in rows], ["12", 12, "1234567890123456", 1.5, 'a,"b"', None, "1e999", ".5", "-"])
+
     def test_schemas_refuse_members_that_are_new_or_missing(self):
         for name, runs in RUNS.items():
             document = self.document(runs[0])
@@ -87,7 +103,9 @@ class JsonSchema(ToolTest):
                     changed = copy.deepcopy(document)
                     target = list(objects_in(changed))[index]
                     if member is None:
-                        target["new"] = 1
+                        target["new"] = 1 if target is changed.get("parameters") else [1]  # rows may have further members with one value
+                    elif member in PASSED:
+                        continue  # a column of the input
                     elif target is changed.get("parameters"):
                         continue  # each type of screen has its own
                     else:
@@ -97,7 +115,7 @@ class JsonSchema(ToolTest):
 
     def test_rows_are_the_rows_of_the_csv(self):
         for name, runs in RUNS.items():
-            if name in ("info", "check"):
+            if name in ("info", "info-objects", "check"):
                 continue
             for arguments in runs:
                 header, *lines = self.text_of(*arguments).splitlines()

@@ -59,13 +59,14 @@ class Output(ToolTest):
     def test_an_input_is_no_output(self):
         wall = self.file("wall.xml", FLAT.format(4, 3))
         rays = self.file("rays.csv", ROWS)
+        self.file("other.csv", ROWS)
         os.link(wall, self.folder / "hard")
         (self.folder / "soft").symlink_to("wall.xml")
         for name in ("wall.xml", str(wall), "./wall.xml", "hard", "soft"):
             with self.subTest(name):
                 self.assert_refused(["info", "wall.xml", "-o", name], f"{name}: the output is also an input, expected another file")
         for arguments in (["intersect", "wall.xml", "rays.csv"], ["nearest", "wall.xml", "rays.csv"], ["channel", "wall.xml", "rays.csv"],
-                          ["channel", "wall.xml", "/dev/null", "--extra", "rays.csv"]):
+                          ["channel", "wall.xml", "other.csv", "--extra", "rays.csv"]):
             with self.subTest(arguments):
                 self.assert_refused([*arguments, "-o", "rays.csv"], "rays.csv: the output is also an input, expected another file")
         with open(rays, "rb") as file:

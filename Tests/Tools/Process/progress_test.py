@@ -89,7 +89,7 @@ class Progress(ToolTest):
         self.run_slowly(b"0.5,0.5\n", b"0.5,0.5\n", "map", WALL, "--to", "3d", terminal=terminal, stdout=terminal.side_of_tool)
         self.assertNotIn("row,", terminal.text_at_end())
 
-    def test_a_long_load_tells_its_stage(self):
+    def test_a_long_load_shows_its_stage(self):
         os.mkfifo(self.folder / "wall\x1b.xml")
         terminal = Terminal()
         with subprocess.Popen([TOOL, "info", "wall\x1b.xml"], stdout=subprocess.PIPE, stderr=terminal.side_of_tool, cwd=self.folder) as process:

@@ -18,7 +18,7 @@ Finding finding() {
 
 }  // namespace
 
-TEST(CheckReport, TellsThatNothingWasFound) {
+TEST(CheckReport, StatesThatNothingWasFound) {
     EXPECT_EQ(tool::reportText({.file = "wall.obj", .unit = "m", .triangles = 1}),
               "no findings in 1 triangle\n");
 }

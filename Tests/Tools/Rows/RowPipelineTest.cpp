@@ -14,6 +14,7 @@ namespace quarn::test {
 namespace {
 
 const std::vector<tool::Column> kColumns = {{"number"}, {"sum"}};
+const tool::InputColumns kInput = {{"a", "b"}, {{{{{"a", "b"}}}}}};
 constexpr std::size_t kBlockBytes = 262144;  // of one thread
 
 class TextSink : public tool::RowSink {
@@ -32,6 +33,13 @@ public:
     int flushes = 0;
 };
 
+// The result of a row whose cells are empty is its number alone.
+void addSumOrEmpty(std::int64_t number, std::span<const double> numbers, tool::ResultRows& rows) {
+    const std::array<tool::Cell, 2> cells = {number,
+                                             numbers.empty() ? tool::Cell() : numbers[0] + numbers[1]};
+    rows.add(cells, tool::HasResult::Yes);
+}
+
 // Rows with a negative sum have no answer, and rows with an infinite one cannot be answered.
 void addSum(std::int64_t number, std::span<const double> numbers, tool::ResultRows& rows) {
     const double sum = numbers[0] + numbers[1];
@@ -47,8 +55,8 @@ struct Outcome {
 
 void runOn(const std::string& text, std::size_t threads, Outcome& outcome) {
     const TemporaryFile file(text);
-    tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), {"a", "b"}, threads);
     try {
+        tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), kInput, "m", threads);
         pipeline.run(addSum, outcome.sink);
     } catch (const Error& error) {
         outcome.error = error.details().found + ", line " + std::to_string(error.details().line);
@@ -96,8 +104,9 @@ Rows someRows(int seed, int count) {
     return rows;
 }
 
-TEST(RowPipeline, AnEmptyInputHasNoAnswers) {
-    for (const char* text : {"", "\n", "a,b\n", "# a remark", "\xEF\xBB\xBF"}) expectOutcome(text, "");
+TEST(RowPipeline, AnInputWithoutRowsIsAnError) {
+    for (const char* text : {"", "\n", "a,b\n", "a,b", "# a remark", "\xEF\xBB\xBF"})
+        expectOutcome(text, "", "found no rows, line 0");
 }
 
 TEST(RowPipeline, AnswersComeInTheOrderOfTheRows) {
@@ -150,10 +159,32 @@ TEST(RowPipeline, AnAnswerThatFailsStopsBehindTheAnswersBeforeIt) {
     }
 }
 
-TEST(RowPipeline, ABadRowBeforeAnAnswerThatFailsIsTold) {
+TEST(RowPipeline, ABadRowBeforeAQueryThatFailsIsReported) {
     const Rows rows = someRows(1, 1000);
     expectOutcome(rows.input + "1\ninf,0\n", rows.results,
                   "found 1 number, line " + std::to_string(rows.lines + 1));
+}
+
+TEST(RowPipeline, FurtherCellsFollowTheResultsOfTheirRow) {
+    std::string input = "id;b;a\n";
+    std::string results;
+    for (int i = 1; i <= 60000; ++i) {
+        const std::string number = std::to_string(i);
+        const bool isEmpty = i % 7 == 0;
+        const bool isQuoted = i % 1000 == 0;
+        input += (isQuoted ? "\"" + number + "\n;\"\"\"" : "c," + number) +
+                 (isEmpty ? ";;\n" : ";1;" + number + "\n");
+        results += number + "," + (isEmpty ? "" : std::to_string(i + 1)) + ",";
+        results += isQuoted ? "\"" + number + "\n;\"\"\"\n" : "\"c," + number + "\"\n";
+    }
+    for (const std::size_t threads : {1U, 2U, 7U}) {
+        const TemporaryFile file(input);
+        tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), kInput, "m", threads);
+        ASSERT_EQ(pipeline.format().passColumns({"a", "b"}).size(), 1U);
+        TextSink sink;
+        pipeline.run(addSumOrEmpty, sink);
+        EXPECT_TRUE(sink.text == results);  // too long to be shown
+    }
 }
 
 TEST(RowPipeline, RemarksBeforeTheHeaderMayFillBlocks) {
@@ -175,7 +206,7 @@ TEST(RowPipeline, WarningsComeInTheOrderOfTheRowsAndOnceInARow) {
     for (int i = 0; i <= 20; ++i) expected += "warning: thousand " + std::to_string(i) + "\n";
     for (const std::size_t threads : {1U, 2U, 7U}) {
         const TemporaryFile file(rows.input);
-        tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), {"a", "b"}, threads);
+        tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), kInput, "m", threads);
         TextSink sink;
         ::testing::internal::CaptureStderr();
         pipeline.run(warn, sink);

@@ -4,7 +4,7 @@ import pathlib
 import sys
 
 # Name of a picture with the options that draw it.
-PICTURES = {"mesh-dome": ["--color", "stretch"], "mesh-faults": []}
+PICTURES = {"mesh-dome": ["--color", "stretch"], "mesh-defects": []}
 
 
 def text_of(positions, uvs, faces):
@@ -35,7 +35,7 @@ def dome(rings=20, sectors=60, radius=6.0):
     return text_of(positions, uvs, faces)
 
 
-def wall_with_faults(columns=32, rows=16, radius=4.0, angle=2.4, height=3.0):
+def wall_with_defects(columns=32, rows=16, radius=4.0, angle=2.4, height=3.0):
     """A curved wall with a hole, three flipped triangles, and a patch whose UVs run from right to left."""
     positions, uvs, faces = [], [], []
     for row in range(rows + 1):
@@ -61,7 +61,7 @@ def wall_with_faults(columns=32, rows=16, radius=4.0, angle=2.4, height=3.0):
 
 
 def meshes():
-    return {"mesh-dome": dome(), "mesh-faults": wall_with_faults()}
+    return {"mesh-dome": dome(), "mesh-defects": wall_with_defects()}
 
 
 if __name__ == "__main__":

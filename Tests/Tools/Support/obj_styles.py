@@ -266,5 +266,11 @@ STYLES = {
 REFUSED = {
     "as a program with commas as points": (replace(SCRIPT, number=lambda x: f"{x:.6f}".replace(".", ",")), 'found "-2,000000" as a coordinate'),
     "as a scanning program with holes in its data": (replace(SCANNER, footer="v nan nan nan"), 'found "nan" as a coordinate'),
-    "as a program with 16-bit letters": (replace(MODELLER, codec="utf-16"), "found UTF-16 text, expected an OBJ text in UTF-8"),
+}
+
+# Those whose encoding changes.
+TRANSCODED = {
+    "as a program with 16-bit letters": replace(MODELLER, codec="utf-16"),
+    "as a program with 16-bit letters without mark": replace(MODELLER, codec="utf-16-le"),
+    "as a program with 16-bit letters of a large machine": replace(MODELLER, codec="utf-16-be"),
 }

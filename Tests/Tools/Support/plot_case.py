@@ -17,7 +17,7 @@ class PlotTest(ToolTest):
         self.file(name, text)
         result = self.run_tool("plot", name, *options, **more)
         self.assertEqual(result.returncode, 0)
-        self.assertRegex(result.stderr.decode(), r"\A(warning: [^\n]*: the mesh has several boundaries, [^\n]*\n)?\Z")
+        self.assertRegex(result.stderr.decode(), r"\A(warning: [^\n]*: (the mesh has several boundaries,|positions are rounded) [^\n]*\n)*\Z")
         return result.stdout.decode()
 
     def parsed(self, svg):
@@ -26,9 +26,10 @@ class PlotTest(ToolTest):
         root = ElementTree.fromstring(svg.encode())
         self.assertEqual(root.tag, SVG + "svg")
         self.assertLessEqual({element.tag.removeprefix(SVG) for element in root.iter()},
-                             {"svg", "title", "style", "path", "circle", "rect", "text"})
+                             {"svg", "title", "style", "defs", "pattern", "path", "circle", "rect", "text"})
         width, height = float(root.get("width")), float(root.get("height"))
-        for element in root.iter():
+        definitions = set(root.iterfind(f"{SVG}defs//"))
+        for element in set(root.iter()) - definitions:
             self.assertFalse([name for name in element.attrib if "href" in name or name.startswith("on")])
             for name in set(element.attrib) - {"class", "text-anchor", "viewBox", "xmlns"}:
                 numbers = re.sub(r"rotate\(|\)|[Mz]", " ", element.get(name)).split()
@@ -37,7 +38,9 @@ class PlotTest(ToolTest):
         for element in root.iter(SVG + "path"):
             numbers = [float(number) for number in re.findall(r"-?[0-9.]+", element.get("d"))]
             self.assertTrue(all(0 <= x <= width for x in numbers[::2]) and all(0 <= y <= height for y in numbers[1::2]))
-        self.assertNotRegex(root.find(SVG + "style").text, r"url|import|@")
+        style = root.find(SVG + "style").text
+        self.assertNotRegex(style.replace("url(#", ""), r"url|import|@")
+        self.assertEqual(set(re.findall(r"url\(#([^)]*)\)", style)), {element.get("id") for element in definitions} - {None})
         return root
 
     def texts(self, svg):

@@ -103,7 +103,11 @@ MeshDocument meshDocumentOf(const std::string& objText, const Matrix<float, 4>& 
             z = position[2];
         }
     for (detail::ObjFace& face : mesh.faces)
-        for (detail::ObjCorner& corner : face) corner.normal = -1;
+        for (detail::ObjCorner& corner : face) {
+            corner.normal = -1;
+            if (!detail::isObjIndexInRange(corner.textureCoordinate, mesh.uvs.size()))
+                corner.textureCoordinate = -1;
+        }
     return mesh;
 }
 

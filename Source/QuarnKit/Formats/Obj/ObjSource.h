@@ -5,8 +5,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/Matrix.h>
+#include <QuarnScreen/Point.h>
+
+#include "VDirection.h"
+
+#include "ObjLineMap.h"
 
 namespace quarn {
 
@@ -19,13 +25,34 @@ struct ObjFrame {
     [[nodiscard]] Matrix<float, 4> matrix() const;
 };
 
-/// Values of a frame that replace the defaults.
+/// Says what a reader does with a mesh that the library does not load, or misreads.
+enum class RepairPolicy {
+    Refuse,  ///< Throws an Error, which has a remedy if the mesh can be repaired.
+    Repair,  ///< Repairs the text in memory. An STL file of any form becomes an OBJ text.
+};
+
+/// The origin to which an OBJ text is moved.
+struct ObjOrigin {
+    /// In the frame of the text; if it is empty, a round position near the middle of the mesh.
+    std::optional<Point<double, 3>> position = {};
+};
+
+/// Options of a mesh that is read, and edits of its text before it is loaded.
 struct ObjOptions {
+    // Values of the frame of an OBJ file that replace the defaults.
     std::optional<std::string> forward = {};
     std::optional<std::string> upward = {};
     std::optional<float> scale = {};
 
-    [[nodiscard]] bool any() const { return forward || upward || scale; }
+    RepairPolicy repair = RepairPolicy::Refuse;
+    /// Names of the objects and groups of an OBJ text to read; empty for the whole mesh.
+    std::vector<std::string> objects = {};
+
+    std::optional<ObjOrigin> origin = {};          ///< Not moved if empty.
+    VDirection vDirection = VDirection::Downward;  ///< Upward: each v becomes 1 - v.
+
+    /// Returns true if a value of a frame is set.
+    [[nodiscard]] bool changesFrame() const { return forward || upward || scale; }
 };
 
 /// The untrusted text of a mesh.
@@ -34,6 +61,8 @@ struct ObjSource {
     std::string name;  ///< Its name in error messages.
     std::string text;
     ObjFrame frame;
+    ObjLineMap lineMap = {};       ///< The lines of the file, if the text was changed.
+    Point<double, 3> origin = {};  ///< What was subtracted from the positions of the file.
 };
 
 /// Returns the source of an OBJ or STL file. Throws an Error if the axes of the options are

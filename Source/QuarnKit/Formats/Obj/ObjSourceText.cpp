@@ -11,7 +11,7 @@ std::uint64_t ObjSourceText::lineOf(const char* place) const {
     const auto joined =
         std::lower_bound(joinedLines.begin(), joinedLines.end(), offset) - joinedLines.begin();
     const auto feeds = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n');
-    return static_cast<std::uint64_t>(joined + feeds) + 1;
+    return lineMap.originalOf(static_cast<std::uint64_t>(joined + feeds) + 1);
 }
 
 ObjSourceText joinObjLines(std::string name, std::string& text) {

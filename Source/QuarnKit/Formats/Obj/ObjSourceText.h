@@ -9,6 +9,8 @@
 
 #include <QuarnScreen/Detail/Obj/ObjText.h>
 
+#include "ObjLineMap.h"
+
 namespace quarn {
 
 /// An OBJ text whose continued lines are joined. Places in it are pointers.
@@ -16,6 +18,7 @@ struct ObjSourceText {
     std::string name;                           ///< Name in error messages.
     std::string_view text;                      ///< Followed by a NUL.
     std::vector<std::size_t> joinedLines = {};  ///< Ascending offsets of removed line feeds.
+    ObjLineMap lineMap = {};                    ///< The lines of the file, if the text was changed.
 
     /// Returns the number of the line of the file that contains a place.
     [[nodiscard]] std::uint64_t lineOf(const char* place) const;

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <new>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
@@ -13,6 +15,8 @@
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 
 #include "MeshMemory.h"
+#include "MissingFaces.h"
+#include "Repair/ObjWordCheck.h"
 
 namespace quarn {
 
@@ -109,10 +113,13 @@ void requireAny(std::uint64_t count, const std::string& what, const std::string&
         throw Error({.found = "found no " + what + " in the OBJ text", .expected = expected, .file = file});
 }
 
-// Returns the data of a text; nothing for an unterminated face, or if the memory is exceeded.
-std::optional<detail::ObjData> parseWithin(std::uint64_t maxMemory, std::string_view text) {
+// Returns the data of a text; nothing for an unterminated face, or if the memory is exceeded. The
+// words are checked at the same time.
+std::optional<detail::ObjData> parseWithin(std::uint64_t maxMemory, std::string_view text,
+                                           ObjWordCheck& words) {
     try {
-        return detail::parseObj(text, {.maxFaceCount = maxTriangleCount(text.size(), maxMemory)});
+        return detail::parseObj(text, {.maxFaceCount = maxTriangleCount(text.size(), maxMemory),
+                                       .meanwhile = [&] { words.read(text); }});
     } catch (const std::bad_alloc&) {
         return {};
     }
@@ -124,9 +131,9 @@ void refuseInvalid(const ObjSourceText& text, float scale, std::uint64_t maxMemo
     forEachObjLine(text.text, [&](const char* line) { validator.validateLine(line); });
     const ObjCounts& counts = validator.counts();
     requireAny(counts.vertices, "vertex", R"(lines that begin with "v" and a blank)", text.name);
+    if (counts.triangles == 0) refuseMissingFaces(text.name, text.text);
     requireAny(counts.normals, "normal",
                R"(at least one line that begins with "vn", and faces that refer to it)", text.name);
-    requireAny(counts.triangles, "face", R"(lines that begin with "f")", text.name);
     refuseMeshAbove(maxMemory, text.name, {.textBytes = text.text.size(), .triangles = counts.triangles});
 }
 
@@ -140,7 +147,10 @@ ObjCounts countsOf(const detail::ObjData& objData) {
 }
 
 detail::ObjData parseValidObj(const ObjSourceText& text, float scale, std::uint64_t maxMemory) {
-    std::optional<detail::ObjData> objData = parseWithin(maxMemory, text.text);
+    ObjWordCheck words;
+    std::optional<detail::ObjData> objData = parseWithin(maxMemory, text.text, words);
+    words.requireNumbers(
+        text, objData ? std::span(std::as_const(objData->faces)) : std::span<const detail::ObjFace>());
     if (objData && isValid(*objData, scale)) return std::move(*objData);
     objData.reset();
     refuseInvalid(text, scale, maxMemory);

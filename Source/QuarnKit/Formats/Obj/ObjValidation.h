@@ -28,8 +28,9 @@ inline constexpr double kMaxObjNumber = 1e37;
 ///
 /// Throws an Error, with the line if there is one, for a text that the library could not load: a
 /// face line without line feed, numbers that are not finite as floats or would not be after the
-/// transform, no vertex, no normal or no face. Throws an Error if the mesh could need more than \p
-/// maxMemory bytes, see refuseMeshAbove().
+/// transform, no vertex, no normal or no face; and for words that it would misread as numbers, see
+/// ObjWordCheck. Throws an Error if the mesh could need more than \p maxMemory bytes, see
+/// refuseMeshAbove().
 /// \param scale factor of all positions
 [[nodiscard]] detail::ObjData parseValidObj(const ObjSourceText& text, float scale, std::uint64_t maxMemory);
 

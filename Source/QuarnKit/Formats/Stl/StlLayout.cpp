@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
-#include <QuarnKit/Base/ByteOrderMarks.h>
-
 namespace quarn {
 
 namespace {
+
+// Triangles contain far more control characters than this: at least the zeros of their numbers.
+constexpr std::size_t kMaxControlPercent = 3;
+// Bytes of a file that decide about its form.
+constexpr std::size_t kSampleBytes = 65536;
 
 constexpr std::string_view kWhiteSpace = " \t\r\n\v\f";
 
@@ -16,8 +19,8 @@ std::string_view firstToken(std::string_view text) {
     return text.substr(0, text.find_first_of(kWhiteSpace));
 }
 
-// Returns true for a byte that does not occur in text.
-bool isBinaryByte(char byte) {
+// Returns true for a control character other than a tab or a line end.
+bool isControl(char byte) {
     const auto value = static_cast<unsigned char>(byte);
     return value < 0x09U || (value > 0x0DU && value < 0x20U);
 }
@@ -44,23 +47,19 @@ std::optional<StlLayout> stlLayoutOf(std::string_view text) {
     return layout;
 }
 
-// Four bytes of text would be a count of more than 150 million. A greater count is valid after a
-// header that is padded with NUL.
-bool beginsLikeStl(std::string_view beginning) {
-    constexpr std::int32_t kMinTextCount = 0x09090909;
-    constexpr std::ptrdiff_t kMinPaddingBytes = 8;
-    if (isSolid(firstToken(beginning))) return true;
-    const auto layout = stlLayoutOf(beginning);
-    const std::string_view head = beginning.substr(0, StlLayout::kRecordsBegin);
-    if (!layout || isMarkedUtf16(beginning)) return false;
-    return layout->declaredCount < kMinTextCount
-               ? std::any_of(head.begin(), head.end(), isBinaryByte)
-               : std::count(head.begin(), head.end(), '\0') >= kMinPaddingBytes;
+bool beginsWithSolid(std::string_view text) {
+    return isSolid(firstToken(text));
+}
+
+bool isTextLike(std::string_view bytes) {
+    const auto count = static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), isControl));
+    return count * 100 <= bytes.size() * kMaxControlPercent;
 }
 
 bool isBinaryStl(std::string_view text) {
-    if (std::any_of(text.begin(), text.end(), isBinaryByte)) return true;
-    return stlLayoutOf(text) && !isSolid(firstToken(text));
+    const std::size_t begin = text.size() > StlLayout::kRecordsBegin ? StlLayout::kHeaderSize : 0;
+    if (!isTextLike(text.substr(begin, kSampleBytes))) return true;
+    return stlLayoutOf(text) && !beginsWithSolid(text);
 }
 
 // A line of 80 bytes and more after the word does not fit the buffer of the library.

@@ -38,8 +38,11 @@ void forEachStlRecord(std::string_view text, std::uint64_t count, Visit visit) {
 /// Returns the layout; nothing if \p text is shorter than a header and a count.
 [[nodiscard]] std::optional<StlLayout> stlLayoutOf(std::string_view text);
 
-/// Returns true if a file with this beginning is an STL file.
-[[nodiscard]] bool beginsLikeStl(std::string_view beginning);
+/// Returns true if the first word of a text is "solid", in letters of either case.
+[[nodiscard]] bool beginsWithSolid(std::string_view text);
+
+/// Returns true if bytes are those of a text: at most a few are control characters.
+[[nodiscard]] bool isTextLike(std::string_view bytes);
 
 /// Returns true if a whole file has the binary form. The header has no effect.
 [[nodiscard]] bool isBinaryStl(std::string_view text);

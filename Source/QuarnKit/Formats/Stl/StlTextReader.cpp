@@ -43,6 +43,8 @@ private:
     void parseLoop();
     std::array<float, 3> takePosition();
     std::string_view takeWord();
+    std::string_view takeKeyword();
+    std::string_view takeKeywordAfterFacet();
     void skipLine();
     void expect(std::string_view lowerCase);
     [[noreturn]] void refuse(std::string_view word, const std::string& expected) const;
@@ -54,6 +56,7 @@ private:
     const std::function<void(const StlCorners&)>& visit;
     std::uint64_t line = 1;
     std::vector<std::array<float, 3>> loop;
+    std::string joined;  // the two words of a keyword without the blank
 };
 
 void Parser::refuse(std::string_view word, const std::string& expected) const {
@@ -74,12 +77,29 @@ std::string_view Parser::takeWord() {
     return word;
 }
 
+// Some programs write "end solid" in two words.
+std::string_view Parser::takeKeyword() {
+    const std::string_view word = takeWord();
+    if (!isWord(word, "end")) return word;
+    joined = std::string(word) + std::string(takeWord());
+    return joined;
+}
+
+// Some programs write a number or a comment after "endfacet", on the same line.
+std::string_view Parser::takeKeywordAfterFacet() {
+    const std::uint64_t facetLine = line;
+    std::string_view word = takeKeyword();
+    while (line == facetLine && !word.empty() && !isWord(word, "facet") && !isWord(word, "endsolid"))
+        word = takeKeyword();
+    return word;
+}
+
 void Parser::skipLine() {
     rest.remove_prefix(std::min(rest.find_first_of("\r\n"), rest.size()));
 }
 
 void Parser::expect(std::string_view lowerCase) {
-    const std::string_view word = takeWord();
+    const std::string_view word = takeKeyword();
     if (!isWord(word, lowerCase)) refuse(word, '"' + std::string(lowerCase) + '"');
 }
 
@@ -101,27 +121,27 @@ std::array<float, 3> Parser::takePosition() {
 void Parser::parseLoop() {
     expect("loop");
     loop.clear();
-    std::string_view word = takeWord();
-    for (; isWord(word, "vertex"); word = takeWord()) loop.push_back(takePosition());
+    std::string_view word = takeKeyword();
+    for (; isWord(word, "vertex"); word = takeKeyword()) loop.push_back(takePosition());
     if (!isWord(word, "endloop")) refuse(word, R"("vertex" or "endloop")");
     for (std::size_t i = 1; i + 1 < loop.size(); ++i) visit({loop[0], loop[i], loop[i + 1]});
 }
 
 void Parser::parseFacet() {
-    std::string_view word = takeWord();
+    std::string_view word = takeKeyword();
     // The numbers of the normal have no effect.
     if (isWord(word, "normal")) {
         for (int i = 0; i < 3; ++i) static_cast<void>(takeWord());
-        word = takeWord();
+        word = takeKeyword();
     }
-    for (; isWord(word, "outer"); word = takeWord()) parseLoop();
+    for (; isWord(word, "outer"); word = takeKeyword()) parseLoop();
     if (!isWord(word, "endfacet")) refuse(word, R"("outer" or "endfacet")");
 }
 
 void Parser::parseSolid() {
     skipLine();
-    std::string_view word = takeWord();
-    for (; isWord(word, "facet"); word = takeWord()) parseFacet();
+    std::string_view word = takeKeyword();
+    for (; isWord(word, "facet"); word = takeKeywordAfterFacet()) parseFacet();
     if (!isWord(word, "endsolid")) refuse(word, R"("facet" or "endsolid")");
     skipLine();
 }

@@ -13,7 +13,8 @@ namespace quarn {
 using StlCorners = std::array<std::array<float, 3>, 3>;
 
 /// Calls \p visit with the corners of each triangle of an STL text: one solid or several, in
-/// letters of either case. A loop of more than three corners becomes a fan.
+/// letters of either case. A loop of more than three corners becomes a fan. Words of two parts such
+/// as "end solid", and text after "endfacet" on its line, are accepted.
 ///
 /// The triangles of a text that ends within a solid are visited. Throws an Error with the line for
 /// an unexpected word or number.

@@ -1,6 +1,7 @@
 #include "PlotLines.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -12,11 +13,20 @@ namespace {
 constexpr double kSampleDistance = 1.5;
 constexpr double kTolerance = 0.25;
 
+// A line that continues farther away than this has crossed the edge of a view all around the
+// camera, in radians.
+constexpr double kMaxJump = 3.0;
+
 double distanceToSegment(const ViewPoint& point, const ViewPoint& from, const ViewPoint& to) {
     const ViewPoint along = to - from;
     const double square = dot(along, along);
     const double part = square > 0.0 ? std::clamp(dot(point - from, along) / square, 0.0, 1.0) : 0.0;
     return length(point - (from + along * part));
+}
+
+std::vector<LinePart> simplifiedParts(std::vector<LinePart> parts, const PlotRaster& raster) {
+    for (LinePart& part : parts) part.points = simplifyLine(part.points, raster.cellSize() * kTolerance);
+    return parts;
 }
 
 }  // namespace
@@ -49,7 +59,7 @@ std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double t
 }
 
 std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, const Camera& camera,
-                                   const PlotRaster& raster) {
+                                   const PlotRaster& raster, SampleBudget& budget) {
     std::vector<LinePart> parts;
     for (std::size_t i = 1; i < line.size(); ++i) {
         const Point<double, 3> step = line[i] - line[i - 1];
@@ -58,14 +68,19 @@ std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line, co
             std::max(static_cast<int>(std::ceil(seen / (raster.cellSize() * kSampleDistance))), 1);
         const auto at = [&](double sample) { return line[i - 1] + step * (sample / samples); };
         for (int sample = 0; sample < samples; ++sample) {
+            if (budget.left == 0) return simplifiedParts(std::move(parts), raster);
+            --budget.left;
+            const std::array ends = {at(sample), at(sample + 1.0)};
+            std::array<ViewPoint, 2> seenEnds;
+            if (!camera.projectShape(ends, seenEnds)) continue;
             const bool isHidden = raster.hides(at(sample + 0.5));
-            if (parts.empty() || parts.back().isHidden != isHidden)
-                parts.push_back({.points = {camera.project(at(sample))}, .isHidden = isHidden});
-            parts.back().points.push_back(camera.project(at(sample + 1.0)));
+            if (parts.empty() || parts.back().isHidden != isHidden ||
+                length(parts.back().points.back() - seenEnds[0]) > kMaxJump)
+                parts.push_back({.points = {seenEnds[0]}, .isHidden = isHidden});
+            parts.back().points.push_back(seenEnds[1]);
         }
     }
-    for (LinePart& part : parts) part.points = simplifyLine(part.points, raster.cellSize() * kTolerance);
-    return parts;
+    return simplifiedParts(std::move(parts), raster);
 }
 
 }  // namespace quarn

@@ -2,6 +2,7 @@
 /// Visible and hidden parts of lines on a mesh.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <QuarnKit/Plot/Views/PlotViews.h>
@@ -16,9 +17,16 @@ struct LinePart {
     bool isHidden = false;
 };
 
+/// Number of positions of lines that a view may still test.
+struct SampleBudget {
+    std::size_t left = 2'000'000;
+};
+
 /// Splits a line into visible and hidden parts, in order. Omits points without effect on the page.
+/// \param budget is reduced; the line ends where nothing is left
 [[nodiscard]] std::vector<LinePart> visibleParts(const std::vector<Point<double, 3>>& line,
-                                                 const Camera& camera, const PlotRaster& raster);
+                                                 const Camera& camera, const PlotRaster& raster,
+                                                 SampleBudget& budget);
 
 /// Simplifies a line: omits points whose distance from the simplified line is at most \p tolerance.
 [[nodiscard]] std::vector<ViewPoint> simplifyLine(const std::vector<ViewPoint>& line, double tolerance);

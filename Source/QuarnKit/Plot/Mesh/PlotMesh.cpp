@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include <QuarnKit/Plot/Page/PlotLegend.h>
 #include <QuarnKit/Plot/Page/PlotSheet.h>
@@ -11,6 +12,7 @@
 #include <QuarnKit/Plot/Page/PlotText.h>
 
 #include "PlotMeshData.h"
+#include "PlotMeshEye.h"
 #include "PlotMeshUv.h"
 #include "PlotMeshViews.h"
 
@@ -20,7 +22,6 @@ namespace {
 
 // Maximum distance of a UV from a corner of the unit square that gets a label.
 constexpr double kCornerTolerance = 1e-6;
-constexpr double kFirstEntry = 44.0;  // first line of the legend, below the upper edge of the panel
 
 std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
     std::vector<SceneCorner> corners;
@@ -43,42 +44,49 @@ std::vector<SceneCorner> cornersOf(const PlotMeshData& mesh) {
 }
 
 PlotScene sceneOf(const IScreenGeometry& geometry, const PlotMeshData& mesh, const StretchScale* stretch) {
-    PlotScene scene{
-        .shapes = [&mesh, stretch](const Camera& camera) { return meshShapes(mesh, camera, stretch); },
-        .hides =
-            [&mesh](const Camera& camera, const Point<double, 3>& position) {
-                return PlotRaster(mesh.triangles, camera, kPlotCells).hides(position);
-            },
-        .corners = cornersOf(mesh)};
+    PlotScene scene{.view =
+                        [&mesh, stretch](const Camera& camera, const std::optional<Point<double, 3>>& eye) {
+                            return meshView(mesh, camera, eye, stretch);
+                        },
+                    .corners = cornersOf(mesh)};
     addEye(scene, geometry, mesh.toScene(geometry.getEyepoint()));
+    scene.eyeView = eyeViewOf(geometry, mesh);
     return scene;
 }
 
-std::string countText(std::size_t count) {
-    return count == 0 ? "none" : std::to_string(count);
+std::string overlapText(const PlotMeshData& mesh) {
+    return "overlap: " + std::to_string(mesh.counts.overlapping) +
+           (mesh.overlaps.isComplete ? "" : " or more");
+}
+
+std::size_t badUvCount(const PlotMeshData& mesh) {
+    return static_cast<std::size_t>(std::count_if(mesh.marks.begin(), mesh.marks.end(),
+                                                  [](const TriangleMark& mark) { return mark.hasBadUV(); }));
 }
 
 void addDefects(Legend& legend, const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    legend.addArea(kFlippedClass, "flipped: " + countText(counts.flipped));
-    if (!mesh.hasUV()) return;
-    const auto bad = static_cast<std::size_t>(std::count_if(
-        mesh.marks.begin(), mesh.marks.end(), [](const TriangleMark& mark) { return mark.hasBadUV(); }));
-    legend.addArea(kBadUvClass, "bad UV: " + countText(bad));
-    if (mesh.isMapMirrored) legend.addText("all mirrored, from the front");
-    if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " locally mirrored");
-    if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
-    legend.addArea("overlap", "overlap: " + (mesh.overlaps.isComplete
-                                                 ? countText(counts.overlapping)
-                                                 : std::to_string(counts.overlapping) + " or more"));
+    if (counts.flipped > 0) legend.addArea(kFlippedClass, "flipped: " + std::to_string(counts.flipped));
+    if (const std::size_t bad = badUvCount(mesh); bad > 0) {
+        legend.begin(1 + (counts.mirrored > 0 ? 1 : 0) + (counts.outside > 0 ? 1 : 0));
+        legend.addArea(kBadUvClass, "bad UV: " + std::to_string(bad));
+        if (counts.mirrored > 0) legend.addText(std::to_string(counts.mirrored) + " locally mirrored");
+        if (counts.outside > 0) legend.addText(std::to_string(counts.outside) + " outside of 0 to 1");
+    }
+    if (counts.overlapping > 0 || !mesh.overlaps.isComplete) {
+        legend.begin(mesh.overlaps.isComplete ? 1 : 2);
+        legend.addArea(kOverlapClass, overlapText(mesh));
+        if (!mesh.overlaps.isComplete) legend.addText("too many to compare all");
+    }
 }
 
 void addBoundary(Legend& legend, const PlotMeshData& mesh) {
     const std::size_t count = mesh.boundaries.size();
-    if (count == 0)
-        legend.addLine(kBoundaryClass, "boundary: none");
-    else if (count <= kMaxThickBoundaries)
-        legend.addLine(kBoundaryClass, "boundary; pale: hidden");
+    if (count == 0) return;
+    if (count <= kMaxThickBoundaries)
+        legend.addLine(kBoundaryClass, legend.hasClass(std::string(kBoundaryClass) + kHiddenSuffix)
+                                           ? "boundary; pale: hidden"
+                                           : "boundary");
     else
         legend.addLine(kThinClass,
                        std::to_string(count) + " boundaries" + (count > kMaxBoundaries ? ": not drawn" : ""));
@@ -86,31 +94,43 @@ void addBoundary(Legend& legend, const PlotMeshData& mesh) {
 
 void drawMeshLegend(SvgWriter& svg, const IScreenGeometry& geometry, const PlotMeshData& mesh,
                     const PlotScene& scene, const std::string& unit, const StretchScale* stretch) {
-    Legend legend(svg, legendBox().corner + PagePoint(0.0, kFirstEntry));
+    Legend legend(svg, legendBox());
     if (stretch != nullptr) {
         if (mesh.hasUV()) legend.addStretch(*stretch, mesh.size, unit);
         if (mesh.counts.withoutUV > 0) legend.addArea(kNoStretchClass, "no UV");
     } else {
-        legend.addSide(kFrontClass, "front: side of the normals");
-        legend.addSide(kBackClass, "back");
+        if (legend.hasSide(kFrontClass)) legend.addSide(kFrontClass, "front: side of the normals");
+        if (legend.hasSide(kBackClass)) legend.addSide(kBackClass, "back");
         addDefects(legend, mesh);
+        if (mesh.isMapMirrored) legend.addText("UV: all mirrored, from the front");
     }
     addBoundary(legend, mesh);
-    legend.addLine(kHoleClass, "holes: " + countText(mesh.counts.holes));
+    if (mesh.counts.holes > 0) legend.addLine(kHoleClass, "holes: " + std::to_string(mesh.counts.holes));
     if (!mesh.seams.empty()) legend.addLine(kSeamClass, "seam of the UVs");
     if (mesh.hasUV()) legend.addLine(kGridClass, "u and v in steps of 1/8");
     legend.addEye(scene, geometry, mesh.size, unit);
 }
 
-std::string factsText(const PlotMeshData& mesh) {
+// Lists the defects of a mesh in the order of the legend.
+std::string defectsText(const PlotMeshData& mesh) {
     const MeshCounts& counts = mesh.counts;
-    std::string text =
-        counts.components == 1 ? "one component" : std::to_string(counts.components) + " components";
-    text += mesh.boundaries.empty() ? ",  closed: no boundary" : "";
-    text += ",  holes: " + countText(counts.holes) + ",  flipped: " + countText(counts.flipped);
+    std::string text;
+    const auto add = [&](const std::string& name, std::size_t count) {
+        if (count > 0) text += ",  " + name + ": " + std::to_string(count);
+    };
+    add("holes", counts.holes);
+    add("flipped", counts.flipped);
     if (!mesh.hasUV()) return text + ",  no UV";
-    if (counts.withoutUV > 0) text += ",  triangles without UV: " + std::to_string(counts.withoutUV);
-    return text;
+    add("bad UV", badUvCount(mesh));
+    if (counts.overlapping > 0 || !mesh.overlaps.isComplete) text += ",  " + overlapText(mesh);
+    add("triangles without UV", counts.withoutUV);
+    return text.empty() ? ",  no defects" : text;
+}
+
+std::string factsText(const PlotMeshData& mesh) {
+    const std::size_t components = mesh.counts.components;
+    return (components == 1 ? "one component" : std::to_string(components) + " components") +
+           (mesh.boundaries.empty() ? ",  closed: no boundary" : "") + defectsText(mesh);
 }
 
 }  // namespace
@@ -133,7 +153,7 @@ std::string plotMeshPage(const IScreenGeometry& geometry, const std::string& fil
     }
     const std::string styleSheet =
         plotStyleSheet() + meshStyleRules() + (stretch != nullptr ? stretchStyleRules() : "");
-    SvgWriter svg = newSheet(header, styleSheet);
+    SvgWriter svg = newSheet(header, styleSheet, meshDefinitions());
     if (!mesh.isDrawable()) {
         drawNoViews(svg, "the mesh has no finite positions that differ");
         return svg.finish();

@@ -1,6 +1,8 @@
 #include "PlotMeshUv.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <string>
 
 #include <QuarnKit/Plot/Page/PlotText.h>
@@ -8,18 +10,22 @@
 
 #include "PlotLines.h"
 #include "PlotMeshViews.h"
+#include "PlotRegions.h"
 #include "PlotUvOverlap.h"
 
 namespace quarn {
 
 namespace {
 
-constexpr double kMargin = 62.0;  // for labels around the square
+constexpr double kMargin = 54.0;  // for labels around the square
 // UVs farther than this from the unit square are drawn at this distance.
 constexpr double kMaxUvDistance = 1.0;
 constexpr double kTolerance = 0.25;  // of lines, in pixels
-// Maximum number of triangles whose edges are drawn; more would cover the square.
-constexpr std::size_t kMaxStrokedTriangles = 1600;
+// Minimum height in pixels of most triangles whose edges are drawn. Edges that are nearer to each
+// other, or to the lines of the grid, would make a pattern of their own.
+constexpr double kMinEdgeHeight = 9.0;
+// Below this height, the edges are pale.
+constexpr double kMinStrongHeight = 18.0;
 
 // Height of bad triangles: higher ones are drawn later.
 constexpr double kBadHeight = 0.1;
@@ -28,7 +34,8 @@ class UvPainter {
 public:
     UvPainter(SvgWriter& writer, const Box& panelBox, const PlotMeshData& drawnMesh);
 
-    void drawTriangles(const StretchScale* stretch) const;
+    /// Returns a note about triangles that are not drawn.
+    [[nodiscard]] std::string drawTriangles(const StretchScale* stretch) const;
     void drawDots() const;
     void drawOverlap() const;
     void drawEdges() const;
@@ -41,9 +48,15 @@ private:
     [[nodiscard]] PagePoint toPage(const Point<double, 2>& uv) const {
         return middle + (uv - frame.middle()) * scale;
     }
+    void drawArea(const Shape& shape) const;
+    [[nodiscard]] const char* plainClass() const;
     [[nodiscard]] TriangleCorners cornersOf(std::size_t triangle) const;
     // From the view's plane, where v points upwards.
-    [[nodiscard]] PagePoint fromView(const ViewPoint& point) const { return toPage({point[0], -point[1]}); }
+    [[nodiscard]] std::vector<PagePoint> fromView(const std::vector<ViewPoint>& points) const {
+        std::vector<PagePoint> result;
+        for (const ViewPoint& point : points) result.push_back(toPage({point[0], -point[1]}));
+        return result;
+    }
 
     SvgWriter& svg;
     const Box& box;
@@ -85,12 +98,28 @@ TriangleCorners UvPainter::cornersOf(std::size_t triangle) const {
     return corners;
 }
 
-void UvPainter::drawTriangles(const StretchScale* stretch) const {
+// Returns the class of triangles without a defect, by the median of their heights.
+const char* UvPainter::plainClass() const {
+    std::vector<double> heights;
+    for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
+        if (!mesh.marks[i].hasUV) continue;
+        const auto& [a, b, c] = mesh.uvs[i];
+        const double longest = std::max({length(b - a), length(c - b), length(a - c)});
+        heights.push_back(longest > 0.0 ? std::abs(signedUvArea(mesh.uvs[i])) / longest * scale : 0.0);
+    }
+    if (heights.empty()) return "uv-fill";
+    const auto median = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
+    std::nth_element(heights.begin(), median, heights.end());
+    if (*median < kMinEdgeHeight) return "uv-fill";
+    return *median < kMinStrongHeight ? "uv-fine" : "uv";
+}
+
+std::string UvPainter::drawTriangles(const StretchScale* stretch) const {
     std::vector<TriangleCorners> triangles;
     std::vector<std::string> classes;
     const std::vector<std::string> stretches =
         stretch == nullptr ? std::vector<std::string>() : stretchClasses(mesh, *stretch);
-    const char* plain = mesh.triangles.size() <= kMaxStrokedTriangles ? "uv" : "uv-fill";
+    const char* plain = mesh.triangles.size() <= kMaxTriangles ? plainClass() : "uv-fill";
     for (std::size_t i = 0; i < mesh.uvs.size(); ++i) {
         if (!mesh.marks[i].hasUV) continue;
         triangles.push_back(cornersOf(i));
@@ -100,11 +129,15 @@ void UvPainter::drawTriangles(const StretchScale* stretch) const {
     const Camera camera = Camera::plan();
     const PlotRaster raster(triangles, camera, kPlotCells);
     for (const Shape& shape :
-         triangleAreas(triangles, camera, raster, [&](std::uint32_t i) { return classes[i]; })) {
-        std::vector<PagePoint> points;
-        for (const ViewPoint& point : shape.points) points.push_back(fromView(point));
-        svg.area(shape.styleClass, points);
-    }
+         triangleAreas(triangles, camera, raster, [&](std::uint32_t i) { return classes[i]; }))
+        drawArea(shape);
+    return leftOutText(raster);
+}
+
+void UvPainter::drawArea(const Shape& shape) const {
+    std::vector<std::vector<PagePoint>> holes;
+    for (const auto& hole : shape.holes) holes.push_back(fromView(hole));
+    svg.area(shape.styleClass, fromView(shape.points), holes);
 }
 
 void UvPainter::drawDots() const {
@@ -121,16 +154,15 @@ void UvPainter::drawDots() const {
 void UvPainter::drawOverlap() const {
     const PlotUvOverlap overlap(mesh.uvs, mesh.overlaps.triangles);
     const auto classAt = [&](int column, int row) {
-        return std::string(overlap.isAt(column, row) ? "overlap" : "");
+        return std::string(overlap.isAt(column, row) ? kOverlapClass : "");
     };
-    const auto cornerAt = [](int column, int row) {
-        return ViewPoint(column, row) / static_cast<double>(PlotUvOverlap::kCells);
+    // In the view's plane, as the triangles.
+    const auto toView = [](const ViewPoint& at) {
+        return ViewPoint(at[0], -at[1]) / static_cast<double>(PlotUvOverlap::kCells);
     };
-    for (const Shape& shape : cellAreas(PlotUvOverlap::kCells, PlotUvOverlap::kCells, classAt, cornerAt)) {
-        std::vector<PagePoint> points;
-        for (const ViewPoint& point : shape.points) points.push_back(toPage(point));
-        svg.area(shape.styleClass, points);
-    }
+    for (const Shape& shape :
+         regionAreas(buildClassRaster(PlotUvOverlap::kCells, PlotUvOverlap::kCells, classAt), toView))
+        drawArea(shape);
 }
 
 void UvPainter::drawEdges() const {
@@ -149,7 +181,7 @@ void UvPainter::drawRange() const {
     const std::string text = "UV from (" + shortNumber(range.min()[0], 1.0) + ", " +
                              shortNumber(range.min()[1], 1.0) + ") to (" + shortNumber(range.max()[0], 1.0) +
                              ", " + shortNumber(range.max()[1], 1.0) + ")";
-    svg.text("note", {box.middle()[0], box.corner[1] + box.height - 16.0}, text, TextAnchor::Middle);
+    svg.text("note", {box.middle()[0], box.corner[1] + box.height - 12.0}, text, TextAnchor::Middle);
 }
 
 }  // namespace
@@ -162,7 +194,7 @@ void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const 
         svg.text("fact", box.middle(), "the mesh has no UV", TextAnchor::Middle);
         return;
     }
-    painter.drawTriangles(stretch);
+    const std::string note = painter.drawTriangles(stretch);
     if (stretch == nullptr) {
         painter.drawOverlap();
         painter.drawDots();
@@ -171,6 +203,7 @@ void drawMeshUv(SvgWriter& svg, const Box& box, const PlotMeshData& mesh, const 
     if (mesh.boundaries.size() <= kMaxBoundaries) painter.drawEdges();
     painter.drawNames();
     painter.drawRange();
+    drawPanelNote(svg, box, note);
 }
 
 }  // namespace quarn

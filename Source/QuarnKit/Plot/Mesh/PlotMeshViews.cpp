@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "PlotLines.h"
+#include "PlotRegions.h"
+#include "ViewTriangles.h"
 
 namespace quarn {
 
@@ -16,19 +18,31 @@ constexpr double kNearnessStep = 1e-7;
 // Maximum of twice the area of a triangle that is seen from its edge, in squared sizes of the
 // surface.
 constexpr double kMinArea = 1e-9;
-// Maximum number of areas of a view, for a reasonable size in bytes.
-constexpr std::size_t kMaxAreas = 6000;
+// Maximum number of corners of the areas of a view, for a reasonable size in bytes.
+constexpr std::size_t kMaxAreaPoints = 20000;
 // Maximum number of marked triangles that are drawn one by one if the others are rounded to cells.
 constexpr std::size_t kMaxDots = 500;
+
+enum class HiddenLines { Shown, LeftOut };
 
 Point<double, 3> middleOf(const TriangleCorners& triangle) {
     return (triangle[0] + triangle[1] + triangle[2]) / 3.0;
 }
 
-Shape areaOf(const TriangleCorners& triangle, const Camera& camera, std::string styleClass) {
-    Shape shape{.styleClass = std::move(styleClass), .isArea = true};
-    for (const Point<double, 3>& corner : triangle) shape.points.push_back(camera.project(corner));
+// Returns nothing if the view cannot show the triangle.
+std::optional<Shape> areaOf(const TriangleCorners& triangle, const Camera& camera, std::string styleClass) {
+    Shape shape{.styleClass = std::move(styleClass), .points = std::vector<ViewPoint>(3), .isArea = true};
+    if (!camera.projectShape(triangle, shape.points)) return std::nullopt;
     return shape;
+}
+
+std::size_t pointCount(const std::vector<Shape>& shapes) {
+    std::size_t count = 0;
+    for (const Shape& shape : shapes) {
+        count += shape.points.size();
+        for (const auto& hole : shape.holes) count += hole.size();
+    }
+    return count;
 }
 
 std::vector<Shape> paintTriangles(const std::vector<TriangleCorners>& triangles, const Camera& camera,
@@ -39,10 +53,11 @@ std::vector<Shape> paintTriangles(const std::vector<TriangleCorners>& triangles,
     std::sort(order.begin(), order.end());
     std::vector<Shape> shapes;
     for (const auto& [nearness, i] : order) {
-        Shape shape = areaOf(triangles[i], camera, classOf(i));
-        const ViewPoint a = shape.points[1] - shape.points[0];
-        const ViewPoint b = shape.points[2] - shape.points[0];
-        if (std::abs(a[0] * b[1] - a[1] * b[0]) > kMinArea) shapes.push_back(std::move(shape));
+        std::optional<Shape> shape = areaOf(triangles[i], camera, classOf(i));
+        if (!shape) continue;
+        const ViewPoint a = shape->points[1] - shape->points[0];
+        const ViewPoint b = shape->points[2] - shape->points[0];
+        if (std::abs(a[0] * b[1] - a[1] * b[0]) > kMinArea) shapes.push_back(std::move(*shape));
     }
     return shapes;
 }
@@ -50,35 +65,49 @@ std::vector<Shape> paintTriangles(const std::vector<TriangleCorners>& triangles,
 class MeshPainter {
 public:
     MeshPainter(const PlotMeshData& drawnMesh, const Camera& viewCamera, const StretchScale* triangleStretch)
-        : mesh(drawnMesh), camera(viewCamera), raster(mesh.triangles, camera, kPlotCells) {
+        : mesh(drawnMesh),
+          camera(viewCamera),
+          triangles(mesh.triangles, camera),
+          raster(triangles.pieces(), camera, kPlotCells) {
         if (triangleStretch != nullptr) classes = stretchClasses(mesh, *triangleStretch);
     }
 
-    std::vector<Shape> shapes();
+    SceneView view(const std::optional<Point<double, 3>>& eye);
 
 private:
     [[nodiscard]] std::string classOf(std::uint32_t triangle) const;
     void addDots();
     void addLines(const std::vector<PlotMeshData::Line>& lines, const std::string& styleClass,
-                  bool isShownIfHidden);
+                  HiddenLines hiddenLines);
+    [[nodiscard]] std::string note() const;
 
     const PlotMeshData& mesh;
     const Camera& camera;
+    ViewTriangles triangles;
     PlotRaster raster;
     std::vector<std::string> classes;  // by triangle, of the stretch; empty if colors show sides
     std::vector<Shape> painted;
+    bool isLineLeftOut = false;  // since a limit was reached
 };
 
-std::vector<Shape> MeshPainter::shapes() {
-    painted = triangleAreas(mesh.triangles, camera, raster, [this](std::uint32_t i) { return classOf(i); });
+SceneView MeshPainter::view(const std::optional<Point<double, 3>>& eye) {
+    painted = triangleAreas(triangles.pieces(), camera, raster,
+                            [this](std::uint32_t piece) { return classOf(triangles.sourceOf(piece)); });
     if (classes.empty()) addDots();
-    addLines(mesh.grid, kGridClass, false);
-    addLines(mesh.seams, kSeamClass, false);
+    addLines(mesh.grid, kGridClass, HiddenLines::LeftOut);
+    addLines(mesh.seams, kSeamClass, HiddenLines::LeftOut);
+    const bool hasFewBoundaries = mesh.boundaries.size() <= kMaxThickBoundaries;
     if (mesh.boundaries.size() <= kMaxBoundaries)
-        addLines(mesh.boundaries, mesh.boundaries.size() <= kMaxThickBoundaries ? kBoundaryClass : kThinClass,
-                 mesh.boundaries.size() <= kMaxThickBoundaries);
-    addLines(mesh.holes, kHoleClass, true);
-    return std::move(painted);
+        addLines(mesh.boundaries, hasFewBoundaries ? kBoundaryClass : kThinClass,
+                 hasFewBoundaries ? HiddenLines::Shown : HiddenLines::LeftOut);
+    addLines(mesh.holes, kHoleClass, HiddenLines::Shown);
+    return {.shapes = std::move(painted), .isEyeHidden = eye && raster.hides(*eye), .note = note()};
+}
+
+std::string MeshPainter::note() const {
+    const std::string text = leftOutText(raster);
+    if (!text.empty() || !isLineLeftOut) return text;
+    return "too many lines: some left out";
 }
 
 std::string MeshPainter::classOf(std::uint32_t triangle) const {
@@ -91,22 +120,28 @@ std::string MeshPainter::classOf(std::uint32_t triangle) const {
 
 void MeshPainter::addDots() {
     for (const std::string styleClass : {kBadUvClass, kFlippedClass})
-        for (const std::uint32_t i : dottedTriangles(mesh, styleClass))
-            if (!raster.hides(middleOf(mesh.triangles[i])))
-                painted.push_back(areaOf(mesh.triangles[i], camera, styleClass + kDotSuffix));
+        for (const std::uint32_t i : dottedTriangles(mesh, styleClass)) {
+            if (raster.hides(middleOf(mesh.triangles[i]))) continue;
+            if (auto dot = areaOf(mesh.triangles[i], camera, styleClass + kDotSuffix))
+                painted.push_back(std::move(*dot));
+        }
 }
 
 void MeshPainter::addLines(const std::vector<PlotMeshData::Line>& lines, const std::string& styleClass,
-                           bool isShownIfHidden) {
+                           HiddenLines hiddenLines) {
     std::size_t count = 0;
+    SampleBudget budget;
     for (const PlotMeshData::Line& line : lines) {
-        for (const LinePart& part : visibleParts(line, camera, raster)) {
-            if (part.isHidden && !isShownIfHidden) continue;
+        for (const LinePart& part : visibleParts(line, camera, raster, budget)) {
+            if (part.isHidden && hiddenLines == HiddenLines::LeftOut) continue;
             count += part.points.size();
+            isLineLeftOut = isLineLeftOut || count > kMaxLinePoints;
             if (count > kMaxLinePoints) return;
             painted.push_back(
                 {.styleClass = styleClass + (part.isHidden ? kHiddenSuffix : ""), .points = part.points});
         }
+        isLineLeftOut = isLineLeftOut || budget.left == 0;
+        if (budget.left == 0) return;
     }
 }
 
@@ -122,11 +157,17 @@ std::vector<Shape> triangleAreas(const std::vector<TriangleCorners>& triangles, 
             const auto triangle = raster.triangleAt(column * step, row * step);
             return triangle ? classOf(*triangle) : std::string();
         };
+        const ClassRaster cells =
+            buildClassRaster((raster.columns() - 1) / step + 1, (raster.rows() - 1) / step + 1, cellClass);
         std::vector<Shape> areas =
-            cellAreas((raster.columns() - 1) / step + 1, (raster.rows() - 1) / step + 1, cellClass,
-                      [&](int column, int row) { return raster.cornerAt(column * step, row * step); });
-        if (areas.size() <= kMaxAreas) return areas;
+            regionAreas(cells, [&](const ViewPoint& at) { return raster.at(at * step); });
+        if (pointCount(areas) <= kMaxAreaPoints) return areas;
     }
+}
+
+std::string leftOutText(const PlotRaster& raster) {
+    const std::size_t count = raster.leftOutCount();
+    return count == 0 ? "" : "too many overlaps: " + std::to_string(count) + " triangles left out";
 }
 
 const char* defectClass(const TriangleMark& mark) {
@@ -146,8 +187,9 @@ std::vector<std::uint32_t> dottedTriangles(const PlotMeshData& mesh, const std::
     return dotted;
 }
 
-std::vector<Shape> meshShapes(const PlotMeshData& mesh, const Camera& camera, const StretchScale* stretch) {
-    return MeshPainter(mesh, camera, stretch).shapes();
+SceneView meshView(const PlotMeshData& mesh, const Camera& camera, const std::optional<Point<double, 3>>& eye,
+                   const StretchScale* stretch) {
+    return MeshPainter(mesh, camera, stretch).view(eye);
 }
 
 std::vector<std::string> stretchClasses(const PlotMeshData& mesh, const StretchScale& stretch) {

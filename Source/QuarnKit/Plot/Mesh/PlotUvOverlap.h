@@ -22,11 +22,21 @@ public:
 
 private:
     void add(const TriangleUVs& uvs);
+    /// Returns the first column from \p column on that fewer than two triangles cover; kCells if
+    /// there is none.
+    [[nodiscard]] int nextOpen(int column, int row);
     static std::size_t indexOf(int column, int row) {
         return static_cast<std::size_t>(row) * kCells + static_cast<std::size_t>(column);
     }
+    // Rows of followers have one more column.
+    static std::size_t followerOf(int column, int row) {
+        return static_cast<std::size_t>(row) * (kCells + 1) + static_cast<std::size_t>(column);
+    }
 
     std::vector<std::uint8_t> counts;  // of triangles, at most 2
+    // A column in the direction of the next one that fewer than two triangles cover: itself if it
+    // is one (union-find).
+    std::vector<std::uint16_t> followers;
 };
 
 }  // namespace quarn

@@ -24,7 +24,7 @@ constexpr double kBoldWidth = 1.25;  // of a dimension's text, in widths of a la
 constexpr double kArrowHead = 8.0;
 constexpr double kEyeRadius = 4.5;
 constexpr double kAxisLength = 26.0;
-constexpr double kTitleWidth = 200.0;  // of the panel's title
+constexpr double kTitleWidth = 240.0;  // of the panel's title
 constexpr double kTitleHeight = 28.0;
 
 constexpr double kHeadingLength = 0.3;  // in sizes of the surface
@@ -56,9 +56,21 @@ void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& f
     const PagePoint along = (to - from) / distance;
     const PagePoint across(-along[1], along[0]);
     const PagePoint neck = to - along * kArrowHead;
+    const std::vector<PagePoint> head = {to, neck + across * (kArrowHead * 0.45),
+                                         neck - across * (kArrowHead * 0.45)};
+    svg.line("halo", {from, neck});
+    svg.area("halo-head", head);
     svg.line(styleClass, {from, neck});
-    svg.area(styleClass + "-head",
-             {to, neck + across * (kArrowHead * 0.45), neck - across * (kArrowHead * 0.45)});
+    svg.area(styleClass + "-head", head);
+}
+
+void drawPanelTitle(SvgWriter& svg, const Box& box, const std::string& title) {
+    svg.text("view", box.corner + PagePoint(12.0, 22.0), title);
+}
+
+void drawPanelNote(SvgWriter& svg, const Box& box, const std::string& note) {
+    if (note.empty()) return;
+    svg.text("note", box.corner + PagePoint(box.width - 12.0, 22.0), note, TextAnchor::End);
 }
 
 // Draws one panel.
@@ -90,6 +102,12 @@ private:
         const ViewPoint offset = (point - panel.wholeFrame.middle()) * scale;
         return middle + PagePoint(offset[0], -offset[1]);
     }
+    [[nodiscard]] std::vector<PagePoint> toPage(const std::vector<ViewPoint>& points) const {
+        std::vector<PagePoint> result;
+        result.reserve(points.size());
+        for (const ViewPoint& point : points) result.push_back(toPage(point));
+        return result;
+    }
     void drawDimensionLine(const PagePoint& from, const PagePoint& to);
 
     const PlotPanel& panel;
@@ -102,11 +120,12 @@ private:
 };
 
 void PlotPanel::Drawing::drawSurface() {
-    for (const Shape& shape : panel.shapes) {
-        std::vector<PagePoint> points;
-        for (const ViewPoint& point : shape.points) points.push_back(toPage(point));
+    for (const Shape& shape : panel.view.shapes) {
+        std::vector<PagePoint> points = toPage(shape.points);
         if (shape.isArea) {
-            svg.area(shape.styleClass, points);
+            std::vector<std::vector<PagePoint>> holes;
+            for (const auto& hole : shape.holes) holes.push_back(toPage(hole));
+            svg.area(shape.styleClass, points, holes);
             labels.avoidArea(std::move(points));
         } else {
             svg.line(shape.styleClass, points);
@@ -117,15 +136,16 @@ void PlotPanel::Drawing::drawSurface() {
 }
 
 void PlotPanel::Drawing::drawEye() {
-    if (!panel.scene.eye) return;
-    const bool isHidden = panel.scene.hides(panel.camera, *panel.scene.eye);
-    const PagePoint eye = toPage(panel.camera.project(*panel.scene.eye));
+    if (!panel.eye) return;
+    const bool isHidden = panel.view.isEyeHidden;
+    const PagePoint eye = toPage(panel.camera.project(*panel.eye));
     if (panel.scene.heading) {
-        const Point<double, 3> tip = *panel.scene.eye + *panel.scene.heading * kHeadingLength;
+        const Point<double, 3> tip = *panel.eye + *panel.scene.heading * kHeadingLength;
         const PagePoint to = toPage(panel.camera.project(tip));
         drawArrow(svg, isHidden ? "heading-hidden" : "heading", eye, to);
         labels.avoidLine(eye, to);
     }
+    svg.circle("halo-circle", eye, kEyeRadius);
     svg.circle(isHidden ? "eye-hidden" : "eye", eye, kEyeRadius);
     labels.avoidBox(
         {.corner = eye - PagePoint(kLabelGap, kLabelGap), .width = 2 * kLabelGap, .height = 2 * kLabelGap});
@@ -227,16 +247,19 @@ void PlotPanel::Drawing::drawHeight(const std::string& text) {
         {.corner = PagePoint(textX - width / 2, base - kTextHeight), .width = width, .height = kTextHeight});
 }
 
-PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera)
-    : scene(shownScene), camera(viewCamera), shapes(scene.shapes(camera)) {
-    for (const Shape& shape : shapes)
+PlotPanel::PlotPanel(const PlotScene& shownScene, const Camera& viewCamera, EyeMark eyeMark)
+    : scene(shownScene),
+      camera(viewCamera),
+      eye(eyeMark == EyeMark::Drawn ? scene.eye : std::nullopt),
+      view(scene.view(camera, eye)) {
+    for (const Shape& shape : view.shapes)
         for (const ViewPoint& point : shape.points) surfaceFrame.include(point);
     // A closed plane without a UV grid is not visible from its edge; it is a point then.
-    if (shapes.empty()) surfaceFrame.include({0.0, 0.0});
+    if (view.shapes.empty()) surfaceFrame.include({0.0, 0.0});
     wholeFrame = surfaceFrame;
-    if (!scene.eye) return;
-    wholeFrame.include(camera.project(*scene.eye));
-    if (scene.heading) wholeFrame.include(camera.project(*scene.eye + *scene.heading * kHeadingLength));
+    if (!eye) return;
+    wholeFrame.include(camera.project(*eye));
+    if (scene.heading) wholeFrame.include(camera.project(*eye + *scene.heading * kHeadingLength));
 }
 
 Box PlotPanel::drawingBox(const Box& box, DimensionSpace space) {
@@ -261,6 +284,7 @@ void PlotPanel::draw(SvgWriter& svg, const Box& box, double scale,
     drawing.drawAxes();
     drawing.drawEye();
     drawing.drawCorners();
+    drawPanelNote(svg, box, view.note);
 }
 
 }  // namespace quarn

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <QuarnKit/Base/Bounds.h>
+#include <QuarnKit/Plot/Views/PlotEyeView.h>
 #include <QuarnKit/Plot/Views/PlotViews.h>
 
 #include "PlotLabels.h"
@@ -24,12 +25,15 @@ struct SceneCorner {
 
 /// The objects in the views of a plot, in sizes of the surface.
 struct PlotScene {
-    std::function<std::vector<Shape>(const Camera&)> shapes;  ///< The surface in painting order.
-    /// Returns true if the surface hides a position from the camera.
-    std::function<bool(const Camera&, const Point<double, 3>&)> hides;
-    std::vector<SceneCorner> corners = {};         ///< Corners with a label.
-    std::optional<Point<double, 3>> eye = {};      ///< Nothing if it is too far away.
-    std::optional<Point<double, 3>> heading = {};  ///< Unit vector.
+    using Position = Point<double, 3>;
+
+    /// Returns a view of the surface.
+    /// \param eye an eye point that is drawn in the view
+    std::function<SceneView(const Camera&, const std::optional<Position>& eye)> view;
+    std::vector<SceneCorner> corners = {};  ///< Corners with a label.
+    std::optional<Position> eye = {};       ///< Nothing if it is too far away.
+    std::optional<Position> heading = {};   ///< Unit vector.
+    std::optional<EyeView> eyeView = {};    ///< Nothing if the scene is not drawable.
 };
 
 /// The drawn part of a view's plane.
@@ -59,10 +63,13 @@ struct Dimensions {
 /// Whether a panel has space for dimension lines.
 enum class DimensionSpace { None, Reserved };
 
+/// Whether a panel shows the eye point and the heading.
+enum class EyeMark { None, Drawn };
+
 /// A view of a scene. The scene has to outlive the panel.
 class PlotPanel {
 public:
-    PlotPanel(const PlotScene& shownScene, const Camera& viewCamera);
+    PlotPanel(const PlotScene& shownScene, const Camera& viewCamera, EyeMark eyeMark = EyeMark::Drawn);
 
     /// Returns the part of the panel's box for the drawing itself, without margins for labels and
     /// dimension lines.
@@ -80,12 +87,20 @@ private:
 
     const PlotScene& scene;
     Camera camera;
-    std::vector<Shape> shapes;
+    std::optional<Point<double, 3>> eye;  // nothing if it is not drawn
+    SceneView view;
     Frame surfaceFrame;
     Frame wholeFrame;  // with the eye point and the heading
 };
 
-/// Draws an arrow with its head at \p to; nothing if it would be shorter than its head.
+/// Draws the title of a panel into its upper left corner.
+void drawPanelTitle(SvgWriter& svg, const Box& box, const std::string& title);
+
+/// Draws what a panel leaves out into its upper right corner; nothing for an empty note.
+void drawPanelNote(SvgWriter& svg, const Box& box, const std::string& note);
+
+/// Draws an arrow with its head at \p to and a light border, which makes it legible on any color;
+/// nothing if it would be shorter than its head.
 void drawArrow(SvgWriter& svg, const std::string& styleClass, const PagePoint& from, const PagePoint& to);
 
 }  // namespace quarn

@@ -5,6 +5,7 @@
 
 #include <QuarnKit/Base/IsFinite.h>
 
+#include "PlotEyePanel.h"
 #include "PlotText.h"
 
 namespace quarn {
@@ -12,28 +13,44 @@ namespace quarn {
 namespace {
 
 constexpr double kPageWidth = 1200.0;
-constexpr double kPageHeight = 900.0;
+constexpr double kPageHeight = 1298.0;
 constexpr double kPageMargin = 14.0;
 constexpr double kHeaderHeight = 104.0;
 constexpr double kHeaderIndent = 4.0;
 constexpr double kPanelWidth = (kPageWidth - 3 * kPageMargin) / 2;
-constexpr double kPanelHeight = (kPageHeight - kHeaderHeight - 2 * kPageMargin) / 2;
-constexpr double kUvWidth = kPanelWidth * 0.62;
+constexpr double kColumnHeight = kPageHeight - kHeaderHeight - kPageMargin;
+constexpr double kPanelHeight = (kColumnHeight - 2 * kPageMargin) / 3;
+constexpr double kEyeHeight = 560.0;
+constexpr double kLegendHeight = 204.0;
 
 // Maximum distance of the eye point from the origin, in sizes of the surface. A larger one would
 // make the surface too small.
 constexpr double kMaxEyeDistance = 2.0;
 
-Box panelBox(int column, int row) {
-    return {.corner = PagePoint(kPageMargin + column * (kPanelWidth + kPageMargin),
-                                kHeaderHeight + row * (kPanelHeight + kPageMargin)),
+// Panels of the right column.
+enum class Row { Perspective, Plan, Front };
+
+Box boxOf(Row row) {
+    return {.corner = PagePoint(2 * kPageMargin + kPanelWidth,
+                                kHeaderHeight + static_cast<int>(row) * (kPanelHeight + kPageMargin)),
             .width = kPanelWidth,
             .height = kPanelHeight};
 }
 
-void drawPanelFrame(SvgWriter& svg, const Box& box, const std::string& title) {
+// Panels of the left column.
+Box eyeBox() {
+    return {.corner = PagePoint(kPageMargin, kHeaderHeight), .width = kPanelWidth, .height = kEyeHeight};
+}
+
+Box uvPanelBox() {
+    const double top = kEyeHeight + kPageMargin;
+    return {.corner = PagePoint(kPageMargin, kHeaderHeight + top),
+            .width = kPanelWidth,
+            .height = kColumnHeight - top};
+}
+
+void drawPanelFrame(SvgWriter& svg, const Box& box) {
     svg.rectangle("panel", box.corner, box.width, box.height);
-    svg.text("view", box.corner + PagePoint(12.0, 22.0), title);
 }
 
 }  // namespace
@@ -44,8 +61,8 @@ void addEye(PlotScene& scene, const IScreenGeometry& geometry, const Point<doubl
     if (isFinite(heading)) scene.heading = heading;
 }
 
-SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet) {
-    SvgWriter svg(kPageWidth, kPageHeight, header.file + ": " + header.shape, styleSheet);
+SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet, const std::string& definitions) {
+    SvgWriter svg(kPageWidth, kPageHeight, header.file + ": " + header.shape, styleSheet, definitions);
     svg.rectangle("page", {0.0, 0.0}, kPageWidth, kPageHeight);
     const double left = kPageMargin + kHeaderIndent;
     const double right = kPageWidth - left;
@@ -55,10 +72,13 @@ SvgWriter newSheet(const SheetHeader& header, const std::string& styleSheet) {
     svg.text("fact", {right, 60.0}, "digest " + header.digest, TextAnchor::End);
     svg.text("fact", {left, 82.0}, header.facts);
 
-    drawPanelFrame(svg, panelBox(0, 0), "Perspective");
-    drawPanelFrame(svg, panelBox(1, 0), "Plan (from above)");
-    drawPanelFrame(svg, panelBox(1, 1), "Front (from the viewer)");
-    drawPanelFrame(svg, panelBox(0, 1), "UV layout");
+    for (const Box& box :
+         {eyeBox(), boxOf(Row::Perspective), boxOf(Row::Plan), boxOf(Row::Front), uvPanelBox()})
+        drawPanelFrame(svg, box);
+    drawPanelTitle(svg, boxOf(Row::Perspective), "Perspective");
+    drawPanelTitle(svg, boxOf(Row::Plan), "Plan (from above)");
+    drawPanelTitle(svg, boxOf(Row::Front), "Front (from the viewer)");
+    drawPanelTitle(svg, uvPanelBox(), "UV layout");
     return svg;
 }
 
@@ -70,7 +90,8 @@ void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& e
         return extent[axis] < longest * 1e-3 ? std::string() : lengthText(extent[axis], unit);
     };
 
-    const Box perspectiveBox = panelBox(0, 0);
+    drawEyePanel(svg, eyeBox(), scene);
+    const Box perspectiveBox = boxOf(Row::Perspective);
     const PlotPanel perspective(scene, Camera::perspective(scene.eye ? length(*scene.eye) : 0.0));
     perspective.draw(
         svg, perspectiveBox,
@@ -78,8 +99,8 @@ void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& e
         std::nullopt);
 
     // The plan is above the front view at the same scale, so that equal x are aligned.
-    const Box planBox = panelBox(1, 0);
-    const Box frontBox = panelBox(1, 1);
+    const Box planBox = boxOf(Row::Plan);
+    const Box frontBox = boxOf(Row::Front);
     const PlotPanel plan(scene, Camera::plan());
     const PlotPanel front(scene, Camera::front());
     const double scale =
@@ -91,20 +112,22 @@ void drawViews(SvgWriter& svg, const PlotScene& scene, const Point<double, 3>& e
 }
 
 void drawNoViews(SvgWriter& svg, const std::string& reason) {
-    for (const Box& box : {panelBox(0, 0), panelBox(1, 0), panelBox(1, 1)})
+    drawEyePanel(svg, eyeBox(), {});
+    for (const Box& box : {eyeBox(), boxOf(Row::Perspective), boxOf(Row::Plan), boxOf(Row::Front)})
         svg.text("fact", box.middle(), "not drawable: " + reason, TextAnchor::Middle);
 }
 
 Box uvBox() {
-    const Box lower = panelBox(0, 1);
-    return {.corner = lower.corner, .width = kUvWidth, .height = lower.height};
+    Box box = uvPanelBox();
+    box.height -= kLegendHeight;
+    return box;
 }
 
 Box legendBox() {
-    const Box lower = panelBox(0, 1);
-    return {.corner = lower.corner + PagePoint(kUvWidth, 0.0),
-            .width = lower.width - kUvWidth,
-            .height = lower.height};
+    const Box panel = uvPanelBox();
+    return {.corner = panel.corner + PagePoint(0.0, panel.height - kLegendHeight),
+            .width = panel.width,
+            .height = kLegendHeight};
 }
 
 }  // namespace quarn

@@ -46,9 +46,13 @@ path{fill:none;stroke-linejoin:round;stroke-width:.7px}
 .eye-hidden{fill:none;stroke:#c2185b;stroke-width:1.6px;stroke-dasharray:3 2}
 .eye{fill:#fff;stroke:#c2185b;stroke-width:2.4px}
 .corner{fill:#111}
+.halo{stroke:#fff;stroke-width:5.2px;stroke-opacity:.85}
+.halo-head{fill:#fff;stroke:#fff;stroke-width:4px;stroke-opacity:.85}
+.halo-circle{fill:#fff;stroke:#fff;stroke-width:6px;stroke-opacity:.85}
 )";
 
-constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;stroke-width:.4px}
+constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#8fa9c2;stroke-width:.8px}
+.uv-fine{fill:#e2effc;stroke:#c3d6e8;stroke-width:1px}
 .uv-fill{fill:#e2effc;stroke:#e2effc;stroke-width:.7px}
 .space{fill:#f6f6f6;stroke:#999;stroke-width:.8px}
 .border{stroke:#111;stroke-width:1.3px}
@@ -56,12 +60,20 @@ constexpr std::string_view kMeshRules = R"(.uv{fill:#e2effc;stroke:#7f9db9;strok
 .thin{stroke:#111;stroke-width:.5px}
 .hole{stroke:#f57c00;stroke-width:3px}
 .hole-hidden{stroke:#f57c00;stroke-width:1.6px;stroke-opacity:.45}
-.flipped{fill:#e02020;stroke:#e02020;stroke-width:.7px}
+.flipped{fill:url(#flipped-hatch);stroke:#c01515;stroke-width:1.1px}
 .flipped-dot{fill:#e02020;stroke:#e02020;stroke-width:3.6px;stroke-linecap:round}
 .bad-uv{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:.7px}
 .bad-uv-dot{fill:#9c4dcc;stroke:#9c4dcc;stroke-width:3.6px;stroke-linecap:round}
 .overlap{fill:#5e1a8f}
 )";
+
+// Stripes differ from any plain area and from the line around a hole without color, too.
+constexpr std::string_view kMeshDefinitions =
+    R"svg(<pattern id="flipped-hatch" width="4.4" height="4.4" patternUnits="userSpaceOnUse" patternTransform="rotate(45)">
+<rect width="4.4" height="4.4" fill="#fff"/>
+<rect width="2.2" height="4.4" fill="#e02020"/>
+</pattern>
+)svg";
 
 // Increasing lightness, so that the scale does not depend on color vision.
 constexpr std::array<Color, 5> kStretchColors = {
@@ -105,6 +117,10 @@ std::string plotStyleSheet() {
 
 std::string meshStyleRules() {
     return std::string(kMeshRules);
+}
+
+std::string meshDefinitions() {
+    return std::string(kMeshDefinitions);
 }
 
 std::string stretchStyleRules() {

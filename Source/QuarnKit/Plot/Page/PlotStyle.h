@@ -10,6 +10,8 @@ namespace quarn {
 [[nodiscard]] std::string plotStyleSheet();
 /// Returns the additional rules of plots of meshes.
 [[nodiscard]] std::string meshStyleRules();
+/// Returns the elements to which the rules of plots of meshes refer.
+[[nodiscard]] std::string meshDefinitions();
 /// Returns the colors of the stretch, from dark to light.
 [[nodiscard]] std::string stretchStyleRules();
 

@@ -8,7 +8,7 @@ namespace quarn {
 
 namespace {
 
-constexpr double kMargin = 62.0;  // for labels around the square
+constexpr double kMargin = 54.0;  // for labels around the square
 constexpr double kLabelGap = 8.0;
 constexpr double kTextHeight = 9.0;
 constexpr double kArrowLength = 40.0;

@@ -37,6 +37,10 @@ double twiceAreaOf(const std::vector<PagePoint>& points) {
     return sum;
 }
 
+std::vector<PagePoint> reversed(const std::vector<PagePoint>& points) {
+    return {points.rbegin(), points.rend()};
+}
+
 std::string_view anchorName(TextAnchor anchor) {
     switch (anchor) {
         case TextAnchor::Middle:
@@ -89,7 +93,8 @@ std::string svgText(std::string_view text) {
     return toUtf8(result);
 }
 
-SvgWriter::SvgWriter(double width, double height, std::string_view title, std::string_view styleSheet) {
+SvgWriter::SvgWriter(double width, double height, std::string_view title, std::string_view styleSheet,
+                     std::string_view definitions) {
     document = R"(<?xml version="1.0" encoding="UTF-8"?>)"
                "\n";
     document += R"(<svg xmlns="http://www.w3.org/2000/svg")" + numberAttribute("width", width) +
@@ -97,25 +102,30 @@ SvgWriter::SvgWriter(double width, double height, std::string_view title, std::s
                 attribute("viewBox", "0 0 " + svgNumber(width) + " " + svgNumber(height)) + ">\n";
     document += "<title>" + svgText(title) + "</title>\n";
     document += "<style>\n" + std::string(styleSheet) + "</style>\n";
+    if (!definitions.empty()) document += "<defs>\n" + std::string(definitions) + "</defs>\n";
 }
 
 void SvgWriter::line(std::string_view styleClass, const std::vector<PagePoint>& points) {
     extendPath(styleClass, points, "");
 }
 
-void SvgWriter::area(std::string_view styleClass, const std::vector<PagePoint>& points) {
-    // Two areas of one path with opposite orientations would cancel in their overlap.
-    if (twiceAreaOf(points) < 0.0)
-        extendPath(styleClass, {points.rbegin(), points.rend()}, "z");
-    else
-        extendPath(styleClass, points, "z");
+void SvgWriter::area(std::string_view styleClass, const std::vector<PagePoint>& points,
+                     const std::vector<std::vector<PagePoint>>& holes) {
+    // Two areas of one path with opposite orientations would cancel in their overlap; a hole has
+    // the opposite orientation of its area.
+    extendPath(styleClass, twiceAreaOf(points) < 0.0 ? reversed(points) : points, "z");
+    for (const std::vector<PagePoint>& hole : holes)
+        extendPath(styleClass, twiceAreaOf(hole) > 0.0 ? reversed(hole) : hole, "z");
 }
 
 void SvgWriter::extendPath(std::string_view styleClass, const std::vector<PagePoint>& points,
                            std::string_view closing) {
     if (points.empty()) return;
-    if (pathClass != styleClass) endPath();
-    pathClass = styleClass;
+    if (pathClass != styleClass) {
+        endPath();
+        pathClass = styleClass;
+        classes.emplace(styleClass);
+    }
     char separator = 'M';  // positions after the first one are lines without a command letter
     for (const PagePoint& point : points) {
         pathData += separator;
@@ -126,30 +136,38 @@ void SvgWriter::extendPath(std::string_view styleClass, const std::vector<PagePo
 }
 
 void SvgWriter::endPath() {
-    if (!pathData.empty())
-        document += "<path" + attribute("class", pathClass) + attribute("d", pathData) + "/>\n";
+    if (!pathData.empty()) {
+        addElement("path", pathClass);
+        document += attribute("d", pathData) + "/>\n";
+    }
     pathData.clear();
     pathClass.clear();
 }
 
+void SvgWriter::addElement(std::string_view element, std::string_view styleClass) {
+    document += "<" + std::string(element) + attribute("class", styleClass);
+    classes.emplace(styleClass);
+}
+
 void SvgWriter::circle(std::string_view styleClass, const PagePoint& center, double radius) {
     endPath();
-    document += "<circle" + attribute("class", styleClass) + numberAttribute("cx", center[0]) +
-                numberAttribute("cy", center[1]) + numberAttribute("r", radius) + "/>\n";
+    addElement("circle", styleClass);
+    document += numberAttribute("cx", center[0]) + numberAttribute("cy", center[1]) +
+                numberAttribute("r", radius) + "/>\n";
 }
 
 void SvgWriter::rectangle(std::string_view styleClass, const PagePoint& corner, double width, double height) {
     endPath();
-    document += "<rect" + attribute("class", styleClass) + numberAttribute("x", corner[0]) +
-                numberAttribute("y", corner[1]) + numberAttribute("width", width) +
-                numberAttribute("height", height) + "/>\n";
+    addElement("rect", styleClass);
+    document += numberAttribute("x", corner[0]) + numberAttribute("y", corner[1]) +
+                numberAttribute("width", width) + numberAttribute("height", height) + "/>\n";
 }
 
 void SvgWriter::text(std::string_view styleClass, const PagePoint& at, std::string_view text,
                      TextAnchor anchor, double rotation) {
     endPath();
-    document +=
-        "<text" + attribute("class", styleClass) + numberAttribute("x", at[0]) + numberAttribute("y", at[1]);
+    addElement("text", styleClass);
+    document += numberAttribute("x", at[0]) + numberAttribute("y", at[1]);
     if (anchor != TextAnchor::Start) document += attribute("text-anchor", anchorName(anchor));
     if (rotation != 0.0)
         document += attribute("transform", "rotate(" + svgNumber(rotation) + " " + svgNumber(at[0]) + " " +

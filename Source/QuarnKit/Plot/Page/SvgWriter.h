@@ -2,6 +2,8 @@
 /// Pictures as SVG text.
 #pragma once
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,16 +35,24 @@ enum class TextAnchor { Start, Middle, End };
 class SvgWriter {
 public:
     /// \param styleSheet CSS without external references
-    SvgWriter(double width, double height, std::string_view title, std::string_view styleSheet);
+    /// \param definitions elements to which the style sheet refers
+    SvgWriter(double width, double height, std::string_view title, std::string_view styleSheet,
+              std::string_view definitions = {});
 
     void line(std::string_view styleClass, const std::vector<PagePoint>& points);
-    void area(std::string_view styleClass, const std::vector<PagePoint>& points);
+    void area(std::string_view styleClass, const std::vector<PagePoint>& points,
+              const std::vector<std::vector<PagePoint>>& holes = {});
     void circle(std::string_view styleClass, const PagePoint& center, double radius);
     void rectangle(std::string_view styleClass, const PagePoint& corner, double width, double height);
     /// Adds a text.
     /// \param rotation angle in degrees, clockwise
     void text(std::string_view styleClass, const PagePoint& at, std::string_view text,
               TextAnchor anchor = TextAnchor::Start, double rotation = 0.0);
+
+    /// Returns true if an element of the class has been added.
+    [[nodiscard]] bool hasClass(std::string_view styleClass) const {
+        return classes.find(styleClass) != classes.end();
+    }
 
     /// Returns the whole document. Nothing may be added afterwards.
     [[nodiscard]] std::string finish();
@@ -51,8 +61,10 @@ private:
     void extendPath(std::string_view styleClass, const std::vector<PagePoint>& points,
                     std::string_view closing);
     void endPath();
+    void addElement(std::string_view element, std::string_view styleClass);
 
     std::string document;
+    std::set<std::string, std::less<>> classes;
     std::string pathClass;
     std::string pathData;  // empty if no path is open
 };

@@ -37,16 +37,22 @@ StretchScale::StretchScale(const std::vector<StretchPatch>& patches) {
     }
 }
 
-double StretchScale::valueOf(int step) const {
-    return std::pow(maxStretch, static_cast<double>(step - kMiddle) / kMiddle);
+double StretchScale::placeOf(double value) const {
+    return kMiddle * (1.0 + std::log2(value) / std::log2(maxStretch));
+}
+
+std::array<double, 5> StretchScale::roundNumbers() const {
+    // The square root of the first limit is not round.
+    const double inner = maxStretch > kLimits.front() ? std::sqrt(maxStretch) : 1.5;
+    return {1.0 / maxStretch, 1.0 / inner, 1.0, inner, maxStretch};
 }
 
 std::string StretchScale::classOf(const StretchPatch& patch) const {
     if (!(meanStretch > 0.0) || !(patch.uvArea > 0.0 || patch.area > 0.0)) return kNoStretchClass;
     // A patch without area in UV is beyond the upper end.
-    const double place = std::log2(patch.area / patch.uvArea / meanStretch) / std::log2(maxStretch);
+    const double place = placeOf(patch.area / patch.uvArea / meanStretch);
     if (std::isnan(place)) return kNoStretchClass;
-    const double step = std::clamp(kMiddle * (1.0 + place) + kTieNudge, 0.0, kStretchSteps - 1.0);
+    const double step = std::clamp(place + kTieNudge, 0.0, kStretchSteps - 1.0);
     return kStretchClass + std::to_string(std::llround(step));
 }
 

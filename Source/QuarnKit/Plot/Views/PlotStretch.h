@@ -2,6 +2,7 @@
 /// Stretch: area on the surface over area in UV.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,10 @@ public:
 
     /// Returns the area of all patches over their area in UV; 0 if they have none.
     [[nodiscard]] double mean() const { return meanStretch; }
-    /// Returns the stretch at the middle of a step, relative to the mean.
-    [[nodiscard]] double valueOf(int step) const;
+    /// Returns the place of a stretch on the scale, in steps; 0 is the middle of the first one.
+    [[nodiscard]] double placeOf(double value) const;
+    /// Returns round numbers to label the scale with, from one end to the other.
+    [[nodiscard]] std::array<double, 5> roundNumbers() const;
     /// Returns the class of a patch.
     [[nodiscard]] std::string classOf(const StretchPatch& patch) const;
 

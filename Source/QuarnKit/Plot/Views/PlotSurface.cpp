@@ -11,7 +11,7 @@ namespace quarn {
 namespace {
 
 // Enough for a full circle to look round, and multiples of kGridIntervals.
-constexpr int kColumns = 48;
+constexpr int kColumns = 72;
 constexpr int kRows = 16;
 // Chords that approximate the length of an edge. A full circle is too short by 2e-5.
 constexpr int kLengthSteps = 288;

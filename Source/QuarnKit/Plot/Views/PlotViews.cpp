@@ -13,10 +13,6 @@ namespace quarn {
 
 namespace {
 
-// Every surface is within this distance of the origin, in sizes of the surface.
-constexpr double kSurfaceRadius = 0.87;
-// Distance of the camera, as a multiple of the distance of the farthest object in the view.
-constexpr double kCameraDistance = 3.5;
 // Differences of nearness that count as equal, so that rounding does not decide the painting order.
 constexpr double kNearnessStep = 1e-7;
 // Offset of lines towards the camera, so that adjacent cells do not cover half of their width.
@@ -120,7 +116,8 @@ void SurfacePainter::addCell(int column, int row) {
     const Position middle = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
     Painted item{.shape = {.styleClass = classOf(column, row, corners, middle), .isArea = true},
                  .nearness = *nearness};
-    for (const Position& corner : corners) item.shape.points.push_back(camera.project(corner));
+    item.shape.points.resize(corners.size());
+    if (!camera.projectShape(corners, item.shape.points)) return;
     if (areaOf(item.shape.points) > kMinArea) painted.push_back(std::move(item));
 }
 
@@ -146,9 +143,9 @@ void SurfacePainter::addLine(const char* styleClass, int column, int row, int to
     const std::int64_t nearness =
         before || after ? std::max(before.value_or(after.value_or(own)), after.value_or(before.value_or(own)))
                         : own;
-    painted.push_back(
-        {.shape = {.styleClass = styleClass, .points = {camera.project(*from), camera.project(*to)}},
-         .nearness = nearness + rounded(kLineLift)});
+    Painted item{.shape = {.styleClass = styleClass, .points = std::vector<ViewPoint>(2)},
+                 .nearness = nearness + rounded(kLineLift)};
+    if (camera.projectShape(std::array{*from, *to}, item.shape.points)) painted.push_back(std::move(item));
 }
 
 // The boundary consists of the edges of the unit square. IScreenGeometry::sampleBoundary() may have
@@ -179,40 +176,6 @@ void SurfacePainter::addLinesAlongV() {
 }
 
 }  // namespace
-
-Camera::Camera(const Point<double, 3>& towardsCamera, double cameraDistance)
-    : backward(normalized(towardsCamera)), distance(cameraDistance) {
-    // +Z points upwards in the view. Seen from above, the viewer's forward direction +Y does.
-    const Point<double, 3> upwards =
-        std::abs(backward[2]) < 1.0 ? Point<double, 3>(0.0, 0.0, 1.0) : Point<double, 3>(0.0, 1.0, 0.0);
-    right = normalized(cross(upwards, backward));
-    up = cross(backward, right);
-}
-
-Camera Camera::perspective(double farthest) {
-    return {Point<double, 3>(0.62, -1.0, 0.62), kCameraDistance * std::max(farthest, kSurfaceRadius)};
-}
-
-Camera Camera::plan() {
-    return {Point<double, 3>(0.0, 0.0, 1.0), 0.0};
-}
-
-Camera Camera::front() {
-    return {Point<double, 3>(0.0, -1.0, 0.0), 0.0};
-}
-
-double Camera::enlargement(const Point<double, 3>& position) const {
-    return distance > 0.0 ? distance / (distance - nearness(position)) : 1.0;
-}
-
-ViewPoint Camera::project(const Point<double, 3>& position) const {
-    return projectDirection(position) * enlargement(position);
-}
-
-bool Camera::sees(const Point<double, 3>& position, const Point<double, 3>& normal) const {
-    const Point<double, 3> towardsCamera = distance > 0.0 ? backward * distance - position : backward;
-    return dot(towardsCamera, normal) > kNearnessStep;
-}
 
 std::string shadeClass(const Camera& camera, const Point<double, 3>& position,
                        const Point<double, 3>& normal) {

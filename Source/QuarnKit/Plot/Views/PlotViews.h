@@ -1,61 +1,29 @@
 /// \file
-/// Cameras of the views of a plot, and the shapes that they show.
+/// The shapes that a view of an analytic screen shows.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "PlotCamera.h"
 #include "PlotStretch.h"
 #include "PlotSurface.h"
 
 namespace quarn {
 
-/// A position in a view's plane: x to the right, y upwards, in sizes of the surface.
-using ViewPoint = Point<double, 2>;
-
-/// The projection of a view.
-class Camera {
-public:
-    /// Perspective from the viewer's side, from the right and above.
-    /// \param farthest distance of the farthest object in addition to the surface from the origin
-    [[nodiscard]] static Camera perspective(double farthest);
-    /// Parallel projection from above, with +X to the right and +Y upwards.
-    [[nodiscard]] static Camera plan();
-    /// Parallel projection from the viewer, with +X to the right and +Z upwards.
-    [[nodiscard]] static Camera front();
-
-    /// Projects a position to the view's plane.
-    [[nodiscard]] ViewPoint project(const Point<double, 3>& position) const;
-    /// Projects a direction in parallel, without perspective.
-    [[nodiscard]] ViewPoint projectDirection(const Point<double, 3>& direction) const {
-        return {dot(direction, right), dot(direction, up)};
-    }
-    /// Returns the coordinate along the view axis, which increases towards the camera.
-    [[nodiscard]] double nearness(const Point<double, 3>& position) const { return dot(position, backward); }
-    /// Returns a depth that increases towards the camera and is linear along straight lines in the
-    /// view.
-    [[nodiscard]] double depth(const Point<double, 3>& position) const {
-        return nearness(position) * enlargement(position);
-    }
-    /// Returns true if the camera is on the side of a plane that its normal points to.
-    [[nodiscard]] bool sees(const Point<double, 3>& position, const Point<double, 3>& normal) const;
-
-private:
-    Camera(const Point<double, 3>& towardsCamera, double cameraDistance);
-
-    [[nodiscard]] double enlargement(const Point<double, 3>& position) const;
-
-    Point<double, 3> right;
-    Point<double, 3> up;
-    Point<double, 3> backward;  // towards the camera
-    double distance;            // of the camera from the middle; 0 for a camera at infinity
-};
-
 /// A polyline or a polygon in a view, with its class in the style sheet.
 struct Shape {
     std::string styleClass;
     std::vector<ViewPoint> points = {};
-    bool isArea = false;  ///< True for a polygon.
+    bool isArea = false;                             ///< True for a polygon.
+    std::vector<std::vector<ViewPoint>> holes = {};  ///< Of a polygon.
+};
+
+/// What a view of a scene shows.
+struct SceneView {
+    std::vector<Shape> shapes = {};  ///< In painting order.
+    bool isEyeHidden = false;        ///< True if the surface hides the eye point.
+    std::string note = {};           ///< What the view leaves out; empty if nothing.
 };
 
 /// Classes of the shapes of surfaceShapes(). The shade follows the class of a side, from 0 for

@@ -2,6 +2,7 @@
 /// Subdivision rule of a quadtree over UV.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -99,27 +100,52 @@ private:
         return counts;
     }
 
+    // Returns true if every box overlaps the first quadrant.
+    [[nodiscard]] bool areAllInFirstQuadrant(const BoxRange& range, double midU, double midV) const {
+        return std::all_of(range.first, range.last, [&](int i) {
+            const RegionRect& box = boxes[static_cast<std::size_t>(i)];
+            return !(box.minU > midU) && !(box.minV > midV);
+        });
+    }
+
     // Moves the boxes that overlap a quadrant to the front, and returns the start of the others.
     // The order determines which of several triangles a search finds: the first misplaced box from
     // the front is swapped with the first misplaced box from the back, and so on. Both kinds are
-    // collected first, so that no branch depends on the data.
+    // collected first, so that no branch depends on the data. The smaller part of the range comes
+    // first: it shows how many boxes are misplaced, and so where the search of the other one ends.
     int* partition(const BoxRange& range, int overlapping, int quadrant, int depth) {
         const std::vector<std::uint8_t>& found = quadrants[static_cast<std::size_t>(depth)];
-        const auto overlaps = [&](int box) { return (found[static_cast<std::size_t>(box)] >> quadrant) & 1; };
         int* const first = range.first;
-        int* const fromFront = misplaced.data();
+        const auto overlaps = [&](int i) {
+            return (found[static_cast<std::size_t>(first[i])] >> quadrant) & 1;
+        };
+        const auto listFromFront = [&](int* list, const auto& goesOn) {
+            int count = 0;
+            for (int i = 0; goesOn(i, count); ++i) {
+                list[count] = i;
+                count += 1 - overlaps(i);
+            }
+            return count;
+        };
+        const auto listFromBack = [&](int* list, const auto& goesOn) {
+            int count = 0;
+            for (int i = range.size() - 1; goesOn(i, count); --i) {
+                list[count] = i;
+                count += overlaps(i);
+            }
+            return count;
+        };
+        int* const listed = misplaced.data();
         int wrong = 0;
-        for (int i = 0; i < overlapping; ++i) {
-            fromFront[wrong] = i;
-            wrong += 1 - overlaps(first[i]);
+        const auto isIncomplete = [&wrong](int /*i*/, int count) { return count < wrong; };
+        if (overlapping < range.size() - overlapping) {
+            wrong = listFromFront(listed, [&](int i, int /*count*/) { return i < overlapping; });
+            listFromBack(listed + wrong, isIncomplete);
+        } else {
+            wrong = listFromBack(listed, [&](int i, int /*count*/) { return i >= overlapping; });
+            listFromFront(listed + wrong, isIncomplete);
         }
-        int* const fromBack = fromFront + wrong;
-        int right = 0;
-        for (int i = range.size() - 1; right < wrong; --i) {
-            fromBack[right] = i;
-            right += overlaps(first[i]);
-        }
-        for (int k = 0; k < wrong; ++k) std::swap(first[fromFront[k]], first[fromBack[k]]);
+        for (int k = 0; k < wrong; ++k) std::swap(first[listed[k]], first[listed[wrong + k]]);
         return first + overlapping;
     }
 
@@ -128,9 +154,12 @@ private:
         if (count <= kLeafCapacity || depth >= kMaxDepth || !visitor.mayCut(count))
             return visitor.leaf(range, depth);
 
-        const auto checkpoint = visitor.save();
         const double midU = middleU(rect);
         const double midV = middleV(rect);
+        // Of the nodes that the loop below gives up, most would be at their first quadrant.
+        if (count == parentCount && areAllInFirstQuadrant(range, midU, midV)) return kGivenUp;
+
+        const auto checkpoint = visitor.save();
         const std::array<int, 4> overlapping = findQuadrants(range, midU, midV, depth);
         std::array<int, 4> children{};
         for (int quadrant = 0; quadrant < kQuadrants; ++quadrant) {

@@ -2,6 +2,7 @@
 /// Polylines of positions that a screen maps from UV.
 #pragma once
 
+#include <iterator>
 #include <vector>
 
 #include <QuarnScreen/IScreenGeometry.h>
@@ -23,5 +24,11 @@ private:
     const IScreenGeometry& screen;
     std::vector<Point<double, 3>>& polyline;
 };
+
+/// Moves polylines to the end of others.
+inline void appendPolylines(IScreenGeometry::Polylines& polylines, IScreenGeometry::Polylines&& appended) {
+    polylines.insert(polylines.end(), std::make_move_iterator(appended.begin()),
+                     std::make_move_iterator(appended.end()));
+}
 
 }  // namespace quarn::detail

@@ -100,7 +100,7 @@ public:
     }
 };
 
-TYPED_TEST(CurvedContract, SideOfAHitAsksTheOverriddenNormal) {
+TYPED_TEST(CurvedContract, SideOfAHitUsesTheOverriddenNormal) {
     typename TypeParam::Reference r;
     r.radius = 1.0;
     const Overridden<typename TypeParam::Screen> screen(TypeParam::screenOf(r));
@@ -109,7 +109,7 @@ TYPED_TEST(CurvedContract, SideOfAHitAsksTheOverriddenNormal) {
     EXPECT_EQ(hits.last().normalSign, 1);
 }
 
-TYPED_TEST(CurvedContract, OutlineAsksTheOverriddenMapping) {
+TYPED_TEST(CurvedContract, BoundaryUsesTheOverriddenMapping) {
     typename TypeParam::Reference r;
     r.radius = 1.0;
     r.maxTheta = 1.0;

@@ -110,7 +110,7 @@ TEST(CurvedDataHash, EachParameterCounts) {
     EXPECT_NE(SphericalScreen::calcUniqueDataHash(swapped), SphericalScreen::calcUniqueDataHash(sphere));
 }
 
-TEST(CurvedDataHash, ConfigIsAskedInItsOrder) {
+TEST(CurvedDataHash, ConfigIsReadInItsOrder) {
     FixedConfig config;
     using Calls = std::vector<std::string>;
     const auto callsOf = [&config](const auto& ask) {

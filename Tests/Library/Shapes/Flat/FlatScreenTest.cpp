@@ -87,7 +87,7 @@ TEST(FlatScreen, EveryWayOfGivingSizesComputesTheCorners) {
     EXPECT_EQ(screen.getHeight(), 5.0);
 }
 
-TEST(FlatScreen, UpdateGeometryAsksForTheHeightFirst) {
+TEST(FlatScreen, UpdateGeometryReadsTheHeightFirst) {
     FixedConfig config(4.0, 3.0);
     FlatScreen screen;
     screen.updateGeometry(&config);

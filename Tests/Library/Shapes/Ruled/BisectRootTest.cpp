@@ -28,7 +28,7 @@ struct NotedLine {
 
 }  // namespace
 
-TEST(BisectRoot, HalvesTowardsTheRootAndAsksOnceMore) {
+TEST(BisectRoot, HalvesTowardsTheRootAndEvaluatesOnceMore) {
     const NotedLine line{0.3};
     double root = 9.0;
     EXPECT_TRUE(bisectRoot(line, root, 0.0, 1.0, 4, 0.0, 1.0));
@@ -77,7 +77,7 @@ TEST(BisectRoot, NaNCountsAsPositiveAndIsAccepted) {
     EXPECT_EQ(calls, 4);
 }
 
-TEST(BisectRoot, WithoutIterationsTheRootIsZeroAndAskedForOnce) {
+TEST(BisectRoot, WithoutIterationsTheRootIsZeroAndEvaluatedOnce) {
     for (const int iterations : {0, -1, std::numeric_limits<int>::min()}) {
         const NotedLine line{0.3};
         double root = 9.0;

@@ -66,7 +66,7 @@ TEST(RuledScreenHash, RecordIsDigestedAsItStands) {
     EXPECT_EQ(hex(RuledSurfaceScreen::calcUniqueDataHash({3.0, 2.0, -0.5, 0.5, -0.25, 0.75})), kThreeTwo);
 }
 
-TEST(RuledScreenHash, ConfigIsAskedInItsOwnOrder) {
+TEST(RuledScreenHash, ConfigIsReadInItsOwnOrder) {
     FixedConfig config = configOf(2.0, 3.0);
     (void)RuledSurfaceScreen::calcUniqueDataHash(&config);
     EXPECT_EQ(config.calls, (std::vector<std::string>{"getMaxPhi", "getMinPhi", "getMaxTheta", "getMinTheta",

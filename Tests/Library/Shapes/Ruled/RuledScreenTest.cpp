@@ -196,7 +196,7 @@ TEST(RuledScreen, EveryWayOfGivingParametersComputesTheRest) {
     }
 }
 
-TEST(RuledScreen, UpdateGeometryAsksInItsOwnOrder) {
+TEST(RuledScreen, UpdateGeometryReadsInItsOwnOrder) {
     const std::vector<std::string> order{"getHeight", "getWidth",    "getMaxPhi",
                                          "getMinPhi", "getMaxTheta", "getMinTheta"};
     FixedConfig config(2.0, 3.0);

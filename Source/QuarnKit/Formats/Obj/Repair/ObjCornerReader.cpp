@@ -56,6 +56,11 @@ std::uint64_t absoluteNumber(std::int64_t reference, std::uint64_t count) {
 
 }  // namespace
 
+std::uint64_t vertexNumberOf(std::string_view corner, std::uint64_t vertexCount) {
+    const auto reference = integerOf(corner.substr(0, corner.find('/')));
+    return reference ? absoluteNumber(*reference, vertexCount) : 0;
+}
+
 void ObjCornerReader::countLine(ObjLineKind kind) {
     if (kind == ObjLineKind::Vertex) ++vertexCount;
     if (kind == ObjLineKind::UV) ++uvCount;

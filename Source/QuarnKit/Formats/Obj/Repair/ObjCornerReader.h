@@ -19,6 +19,11 @@ struct ObjCornerIndices {
     bool isPlain = true;  ///< True if the library reads these numbers from the text of the corner.
 };
 
+/// Returns the number from 1 of the vertex to which a corner refers; 0 if it has no such form, or
+/// counts back too far.
+/// \param vertexCount number of the vertices before the corner, from which relative numbers count
+[[nodiscard]] std::uint64_t vertexNumberOf(std::string_view corner, std::uint64_t vertexCount);
+
 /// Reads corners in the order of their text, since relative numbers count from their line.
 class ObjCornerReader {
 public:

@@ -25,6 +25,13 @@ std::size_t lineLength(std::string_view text) {
     return static_cast<std::size_t>(end - text.data());
 }
 
+// Returns true if the "#" at an index of a word begins the rest of a number that is not finite, as
+// in 1.#IND, -1.#QNAN and 1.#INF.
+bool isPartOfNumber(std::string_view text, std::size_t at) {
+    return at >= 2 && at + 1 < text.size() && text[at - 1] == '.' && text[at - 2] >= '0' &&
+           text[at - 2] <= '9' && text[at + 1] >= 'A' && text[at + 1] <= 'Z';
+}
+
 void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {
     logicalLine.words.clear();
     logicalLine.comment = {};
@@ -36,7 +43,8 @@ void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {
         // Some programs write no blank before a comment.
         const bool isKeyword = logicalLine.words.empty();
         std::size_t length = 1;
-        while (length < text.size() && !isObjSpace(text[length]) && (isKeyword || text[length] != '#'))
+        while (length < text.size() && !isObjSpace(text[length]) &&
+               (isKeyword || text[length] != '#' || isPartOfNumber(text, length)))
             ++length;
         logicalLine.words.push_back(text.substr(0, length));
         text.remove_prefix(length);

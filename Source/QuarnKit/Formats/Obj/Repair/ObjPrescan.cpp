@@ -4,36 +4,22 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/PrintableText.h>
+#include <QuarnKit/Formats/Obj/MissingFaces.h>
 #include <QuarnScreen/Detail/Obj/ObjNumbers.h>
+
+#include "ObjNumberForm.h"
 
 namespace quarn {
 
 namespace {
 
-// Removes a run of digits and returns true if there was one.
-bool skipDigits(std::string_view& word) {
-    const std::size_t length = std::min(word.find_first_not_of("0123456789"), word.size());
-    word.remove_prefix(length);
-    return length > 0;
-}
-
-void skipSign(std::string_view& word) {
-    if (word.starts_with('-') || word.starts_with('+')) word.remove_prefix(1);
-}
-
-// Returns the number of a word with a known form.
-float numberOf(std::string_view word) {
-    // The scan needs a byte after the number.
-    return detail::scanFloatReference(std::string(word.substr(word.starts_with('+') ? 1 : 0)).c_str()).value;
-}
-
 float coordinateOf(std::string_view word, const ObjLogicalLine& logicalLine, const std::string& name) {
     if (numberFormOf(word) == ObjNumberForm::NoNumber)
         throw Error({.found = "found " + quotedExcerpt(word) + " as a coordinate",
-                     .expected = R"("v" and three numbers)",
+                     .expected = expectedNumberFor(word),
                      .file = name,
                      .line = logicalLine.line});
-    return numberOf(word);
+    return objNumberOf(word);
 }
 
 std::array<float, 3> coordinatesOf(const ObjLogicalLine& logicalLine, const std::string& name) {
@@ -59,22 +45,6 @@ bool isReadableUV(const ObjLogicalLine& logicalLine) {
 
 }  // namespace
 
-ObjNumberForm numberFormOf(std::string_view word) {
-    const bool hasPlusSign = word.starts_with('+');
-    skipSign(word);
-    const bool hasWhole = skipDigits(word);
-    if (word.starts_with('.')) word.remove_prefix(1);
-    const bool hasFraction = skipDigits(word);
-    if (!hasWhole && !hasFraction) return ObjNumberForm::NoNumber;
-    if (word.starts_with('e') || word.starts_with('E')) {
-        word.remove_prefix(1);
-        skipSign(word);
-        if (!skipDigits(word)) return ObjNumberForm::NoNumber;
-    }
-    if (!word.empty()) return ObjNumberForm::NoNumber;
-    return hasPlusSign ? ObjNumberForm::WithPlusSign : ObjNumberForm::Plain;
-}
-
 ObjLineKind kindOf(const ObjLogicalLine& logicalLine) {
     if (logicalLine.words.empty()) return ObjLineKind::Other;
     const std::string_view keyword = logicalLine.words.front();
@@ -99,13 +69,11 @@ ObjPrescan prescanObj(const std::string& name, std::string_view text) {
         }
         if (kind == ObjLineKind::Face && prescan.firstFaceLine == 0) prescan.firstFaceLine = logicalLine.line;
     }
-    const auto refuse = [&](const char* what, const char* expected) {
-        throw Error({.found = std::string("found no ") + what + " in the OBJ text",
-                     .expected = expected,
+    if (prescan.positions.empty())
+        throw Error({.found = "found no vertex in the OBJ text",
+                     .expected = R"(lines that begin with "v")",
                      .file = name});
-    };
-    if (prescan.positions.empty()) refuse("vertex", R"(lines that begin with "v")");
-    if (prescan.firstFaceLine == 0) refuse("face", R"(lines that begin with "f")");
+    if (prescan.firstFaceLine == 0) refuseMissingFaces(name, text);
     return prescan;
 }
 

@@ -37,8 +37,4 @@ enum class ObjLineKind {
 };
 [[nodiscard]] ObjLineKind kindOf(const ObjLogicalLine& logicalLine);
 
-/// Form of a number.
-enum class ObjNumberForm { Plain, WithPlusSign, NoNumber };
-[[nodiscard]] ObjNumberForm numberFormOf(std::string_view word);
-
 }  // namespace quarn

@@ -7,12 +7,14 @@
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Mesh/EarClipping.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/OBJScreen.h>
 
 #include "ObjCornerReader.h"
 #include "ObjFaceNormals.h"
 #include "ObjLogicalLines.h"
+#include "ObjNumberForm.h"
 #include "ObjPrescan.h"
 
 namespace quarn {
@@ -27,6 +29,10 @@ bool hasUnusualSpace(std::string_view text) {
     return std::any_of(text.begin(), text.end(), [](char byte) { return byte != ' ' && isObjSpace(byte); });
 }
 
+std::uint64_t feedCount(std::string_view text) {
+    return static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
 class Repairer {
 public:
     Repairer(const std::string& name, std::string_view objText);
@@ -35,6 +41,8 @@ public:
 
 private:
     void add(const ObjLogicalLine& logicalLine);
+    void addByKind(const ObjLogicalLine& logicalLine, ObjLineKind kind);
+    void mapLines(const ObjLogicalLine& logicalLine, std::size_t begin);
     void addVertexData(const ObjLogicalLine& logicalLine, ObjLineKind kind);
     void addFace(const ObjLogicalLine& logicalLine);
     void addAsComment(const ObjLogicalLine& logicalLine);
@@ -42,7 +50,8 @@ private:
     void addUnchanged(const ObjLogicalLine& logicalLine);
     std::string& addWithoutNul(std::string_view text);
     void addWords();
-    void addTriangles(std::size_t cornerCount, std::uint64_t line);
+    void addCorner(const ObjCornerIndices& corner, std::uint64_t faceNormal);
+    [[nodiscard]] std::vector<PolygonTriangle> triangulate(std::uint64_t line);
     [[nodiscard]] bool isLayoutPlain(const ObjLogicalLine& logicalLine);
     [[nodiscard]] bool readCorners(const ObjLogicalLine& logicalLine);
 
@@ -53,7 +62,9 @@ private:
     std::vector<std::string_view> words;
     std::vector<ObjCornerIndices> corners;
     std::vector<std::uint64_t> vertices;
+    std::vector<Point<double, 3>> positions;
     std::size_t normalsPlace = 0;
+    std::uint64_t normalsLine = 1;
 };
 
 Repairer::Repairer(const std::string& name, std::string_view objText)
@@ -76,6 +87,7 @@ RepairedObj Repairer::finish() {
     if (!lines.empty()) {
         const bool isLineOpen = normalsPlace > 0 && result.text[normalsPlace - 1] != '\n';
         result.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
+        result.lineMap.insert(normalsLine, feedCount(lines));
     }
     return std::move(result);
 }
@@ -85,6 +97,15 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
     const ObjLineKind kind = kindOf(logicalLine);
     if (logicalLine.lineEnd == "\r") result.repairs.note(ObjRepair::LineEnd, logicalLine.line);
     reader.countLine(kind);
+    const std::size_t begin = result.text.size();
+    addByKind(logicalLine, kind);
+    mapLines(logicalLine, begin);
+    if (logicalLine.line > lastLineBeforeNormals) return;
+    normalsPlace = result.text.size();
+    normalsLine = result.lineMap.lineCount() + 1;
+}
+
+void Repairer::addByKind(const ObjLogicalLine& logicalLine, ObjLineKind kind) {
     if (isVertexData(kind))
         addVertexData(logicalLine, kind);
     else if (kind == ObjLineKind::Face)
@@ -93,7 +114,16 @@ void Repairer::add(const ObjLogicalLine& logicalLine) {
         addAsComment(logicalLine);
     else
         addOther(logicalLine);
-    if (logicalLine.line <= lastLineBeforeNormals) normalsPlace = result.text.size();
+}
+
+// Continued lines that are unchanged keep their line feeds. All lines as which a line is rewritten,
+// such as a comment and a face, have its number.
+void Repairer::mapLines(const ObjLogicalLine& logicalLine, std::size_t begin) {
+    const std::string_view added = std::string_view(result.text).substr(begin);
+    const std::uint64_t lines = feedCount(added) + (added.empty() || added.ends_with('\n') ? 0 : 1);
+    const bool isUnchanged = added.starts_with(logicalLine.text);
+    for (std::uint64_t i = 0; i < lines; ++i)
+        result.lineMap.append(isUnchanged ? logicalLine.line + i : logicalLine.line);
 }
 
 // Returns true if the library splits a line of data into the same words.
@@ -142,27 +172,48 @@ void Repairer::addFace(const ObjLogicalLine& logicalLine) {
     }
     bool isPlain = isLayoutPlain(logicalLine);
     isPlain = readCorners(logicalLine) && isPlain;
-    addTriangles(corners.size(), logicalLine.line);
+    const std::vector<PolygonTriangle> triangles = triangulate(logicalLine.line);
     if (!logicalLine.comment.empty()) result.repairs.note(ObjRepair::TrailingComment, logicalLine.line);
     if (logicalLine.lineEnd.empty()) result.repairs.note(ObjRepair::FinalLineFeed, logicalLine.line);
-    if (isPlain && logicalLine.comment.empty() && !logicalLine.lineEnd.empty())
+    if (isPlain && triangles.empty() && logicalLine.comment.empty() && !logicalLine.lineEnd.empty())
         return addUnchanged(logicalLine);
 
     const bool needsNormal = std::any_of(corners.begin(), corners.end(),
                                          [](const ObjCornerIndices& corner) { return corner.normal == 0; });
     const std::uint64_t faceNormal = needsNormal ? normals.numberFor(vertices) : 0;
     if (!logicalLine.comment.empty()) addWithoutNul(logicalLine.comment) += '\n';
-    result.text += 'f';
-    for (const ObjCornerIndices& corner : corners) {
-        result.text += ' ' + std::to_string(corner.vertex) + '/';
-        if (corner.uv != 0) result.text += std::to_string(corner.uv);
-        result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+    if (triangles.empty()) {
+        result.text += 'f';
+        for (const ObjCornerIndices& corner : corners) addCorner(corner, faceNormal);
+        result.text += '\n';
     }
-    result.text += '\n';
+    for (const PolygonTriangle& triangle : triangles) {
+        result.text += 'f';
+        for (const std::uint32_t corner : triangle) addCorner(corners[corner], faceNormal);
+        result.text += '\n';
+    }
 }
 
-void Repairer::addTriangles(std::size_t cornerCount, std::uint64_t line) {
-    result.triangleLines.insert(result.triangleLines.end(), cornerCount - 2, line);
+void Repairer::addCorner(const ObjCornerIndices& corner, std::uint64_t faceNormal) {
+    result.text += ' ' + std::to_string(corner.vertex) + '/';
+    if (corner.uv != 0) result.text += std::to_string(corner.uv);
+    result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+}
+
+// Adds the lines of the triangles of a face. Returns the triangles if they differ from the fan.
+std::vector<PolygonTriangle> Repairer::triangulate(std::uint64_t line) {
+    const auto first = static_cast<std::uint32_t>(result.triangleLines.size());
+    result.triangleLines.insert(result.triangleLines.end(), corners.size() - 2, line);
+    positions.clear();
+    for (const std::uint64_t vertex : vertices) {
+        const auto& [x, y, z] = prescan.positions[vertex - 1];
+        positions.emplace_back(x, y, z);
+    }
+    if (!isFanFolded(positions)) return {};
+    std::vector<PolygonTriangle> triangles = clipEars(positions);
+    (triangles.empty() ? result.selfIntersectingFaces : result.concaveFaces).push_back(first);
+    if (!triangles.empty()) result.repairs.note(ObjRepair::ConcaveFace, line);
+    return triangles;
 }
 
 void Repairer::addAsComment(const ObjLogicalLine& logicalLine) {
@@ -205,7 +256,7 @@ void Repairer::addWords() {
     result.text += '\n';
 }
 
-void refuseUTF16(const std::string& name, const std::string& text) {
+void refuseUTF16(const std::string& name, std::string_view text) {
     if (isMarkedUtf16(text))
         throw Error({.found = "found UTF-16 text", .expected = "an OBJ text in UTF-8", .file = name});
 }
@@ -272,19 +323,29 @@ void restoreIfSame(const std::string& original, RepairedObj& repaired) {
     repaired.objData = std::move(originalData);
     repaired.text = original;
     repaired.repairs = {};
+    repaired.lineMap = {};
 }
 
 }  // namespace
 
 RepairedObj repairObj(const std::string& name, const std::string& text) {
-    refuseUTF16(name, text);
     std::string_view objText = text;
     const bool hasMark = objText.starts_with(kUtf8Mark);
     if (hasMark) objText.remove_prefix(kUtf8Mark.size());
+    refuseUTF16(name, objText);
     RepairedObj result = Repairer(name, objText).finish();
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
     if (result.text != text && !isRefused(result.repairs)) restoreIfSame(text, result);
     return result;
+}
+
+std::optional<Notice> selfIntersectionNotice(const std::string& name, const RepairedObj& obj) {
+    const std::vector<std::uint32_t>& faces = obj.selfIntersectingFaces;
+    if (faces.empty()) return {};
+    return Notice{.level = NoticeLevel::Warning,
+                  .text = "found " + selfIntersectionText(faces.size()),
+                  .file = name,
+                  .line = obj.triangleLines[faces.front()]};
 }
 
 }  // namespace quarn

@@ -1,5 +1,7 @@
 #include "ObjRepairs.h"
 
+#include <QuarnKit/Mesh/EarClipping.h>
+
 namespace quarn {
 
 namespace {
@@ -24,6 +26,7 @@ constexpr std::array<Wording, static_cast<std::size_t>(ObjRepair::Count)> kWordi
      "corners that refer back by negative numbers"},
     {"corner-form", "corner with an extra slash", "corners with an extra slash"},
     {"short-face", "face of fewer than three corners", "faces of fewer than three corners"},
+    {"concave-face", "concave face whose triangles overlap", "concave faces whose triangles overlap"},
     {"unknown-line", "line with an unknown keyword that would be misread",
      "lines with unknown keywords that would be misread"},
     {"final-backslash", "name or comment that would absorb the next line",
@@ -62,6 +65,12 @@ std::string repairName(ObjRepair repair) {
 std::string repairText(const ObjRepairs::Tally& tally) {
     const Wording& wording = wordingOf(tally.repair);
     return std::to_string(tally.count) + " " + (tally.count == 1 ? wording.singular : wording.plural);
+}
+
+std::string selfIntersectionText(std::uint64_t faceCount) {
+    return std::to_string(faceCount) + (faceCount == 1 ? " face" : " faces") +
+           " whose triangles overlap, because edges cross or there are more than " +
+           std::to_string(kMaxClippedCorners) + " corners";
 }
 
 }  // namespace quarn

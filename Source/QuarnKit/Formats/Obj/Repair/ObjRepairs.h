@@ -21,6 +21,7 @@ enum class ObjRepair : std::size_t {
     RelativeReference,   ///< Becomes the absolute number.
     CornerForm,          ///< Trailing slashes are removed.
     ShortFace,           ///< A face of fewer than three corners becomes a comment.
+    ConcaveFace,         ///< A face whose fan overlaps itself becomes other triangles.
     UnknownLine,         ///< A line that would be misread becomes a comment.
     FinalBackslash,      ///< A blank follows a backslash that would extend a name or comment.
     UnreadableUV,        ///< References to a UV that is no number are removed.
@@ -57,5 +58,9 @@ private:
 
 /// Returns the defects in words, such as "12 numbers with a plus sign".
 [[nodiscard]] std::string repairText(const ObjRepairs::Tally& tally);
+
+/// Returns the description of faces whose fans overlap and that have no other triangles, which are
+/// not repaired.
+[[nodiscard]] std::string selfIntersectionText(std::uint64_t faceCount);
 
 }  // namespace quarn
