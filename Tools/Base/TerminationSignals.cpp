@@ -9,8 +9,10 @@ namespace quarn::tool {
 
 namespace {
 
-// Closing the terminal, the keyboard, a reader that left, and the limits of time and file size.
-constexpr std::array kTerminations = {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU, SIGXFSZ};
+// Closing the terminal, the keyboard, a reader that left, timers, signals of other programs, and
+// the limits of time and file size.
+constexpr std::array kTerminations = {SIGHUP,  SIGINT,  SIGQUIT, SIGPIPE,   SIGTERM, SIGALRM,
+                                      SIGUSR1, SIGUSR2, SIGPROF, SIGVTALRM, SIGXCPU, SIGXFSZ};
 
 // The signal is blocked while its handler runs. When the handler returns, the default action ends
 // the process.

@@ -60,12 +60,15 @@ Point<double, 3> positionFrom(const std::string& option, const std::string& text
 }
 
 Point<double, 3> coordinatesFrom(const std::string& option, const std::string& text) {
+    // Farther away, doubles are coarser than a tenth of a millimeter in meters.
+    constexpr double kMaxOrigin = 1e12;
     const auto parts = threeParts(text);
     Point<double, 3> coordinates;
     for (std::size_t i = 0; i < 3; ++i) {
         const auto number = parts ? parseNumber(parts->at(i)) : std::nullopt;
-        if (!number || !std::isfinite(*number))
-            throw unexpectedText(option, text, "auto, or three numbers such as 512340,5403210,310");
+        if (!number || !(std::abs(*number) <= kMaxOrigin))
+            throw unexpectedText(option, text,
+                                 "auto, or three numbers up to 1e12 such as 512340,5403210,310");
         coordinates[i] = *number;
     }
     return coordinates;

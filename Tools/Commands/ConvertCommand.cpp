@@ -41,7 +41,7 @@ Screen readInput(const ConvertOptions& options) {
 
 void noteOrigin(const MeshSource& mesh) {
     const Point<double, 3> inScreen = originInScreen(mesh.origin, mesh.frame);
-    std::string text = "the coordinates are close to the origin; it was not moved";
+    std::string text = "the origin was not moved";
     if (mesh.origin != Point<double, 3>())
         text = "subtracted " + coordinatesText(mesh.origin) + " from the coordinates of the file; add " +
                (inScreen == mesh.origin ? "them" : coordinatesText(inScreen)) +

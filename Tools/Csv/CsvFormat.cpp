@@ -34,6 +34,11 @@ std::string_view withoutBlanksAtEnd(const char* start, const char* end) {
     return {start, static_cast<std::size_t>(end - start)};
 }
 
+std::string_view withoutCarriageReturns(std::string_view line) {
+    while (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
 Error decimalCommaError(std::string_view text) {
     return Error({.found = "found decimal commas in " + quotedExcerpt(text),
                   .expected = "decimal points (the command tr , . converts them)"});
@@ -83,7 +88,9 @@ bool CsvFormat::parse(std::string_view line, CsvRows& rows) const {
     if (line.size() > kMaxLineBytes)
         throw Error({.found = "found a line of more than " + std::to_string(kMaxLineBytes) + " bytes",
                      .expected = std::to_string(cells.size()) + (hasHeader ? " cells" : " numbers")});
-    const std::string_view text = trimmed(line);
+    // Tabs at an end are empty cells if tabs separate cells.
+    const std::string_view text =
+        separator == '\t' && !trimmed(line).empty() ? withoutCarriageReturns(line) : trimmed(line);
     if (!hasCells(text)) return false;
     std::array<double, kMaxRowNumbers> numbers{};
     const std::size_t passedLength = rows.passed.size();

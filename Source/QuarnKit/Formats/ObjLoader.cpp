@@ -7,6 +7,7 @@
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Formats/Obj/ObjReferences.h>
+#include <QuarnKit/Formats/Obj/Repair/ObjReadingCheck.h>
 #include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/Obj/UvIndexLimit.h>
 
@@ -37,14 +38,20 @@ auto withRemedy(const std::string& file, const ObjSourceText& text, Step step) {
 
 // Returns the counts of a text that the library can load. The parsed data is destroyed before the
 // screen is built, since a large mesh needs the memory.
-ObjCounts validate(const std::string& file, const MeshSource& source, std::uint64_t maxMemory,
+ObjCounts validate(const ObjSource& original, const MeshSource& source, std::uint64_t maxMemory,
                    Observer& observer) {
+    const std::string& file = original.file;
     const ObjSourceText& text = source.text;
     const detail::ObjData objData =
         withRemedy(file, text, [&] { return parseValidObj(text, source.frame.scale, maxMemory); });
     refuseLargeUvIndex(file, text, objData, maxMemory);
     observer.setStage("building the mesh of " + groupedCount(objData.faces.size()) + " triangles");
     withRemedy(file, text, [&] { requireValidReferences(text, objData); });
+    try {
+        requireSameReading(original.name, original.text, objData);
+    } catch (const Error& error) {
+        throw error.with({.kind = RemedyKind::RepairFile, .file = file});
+    }
     return countsOf(objData);
 }
 
@@ -64,7 +71,7 @@ ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
         mesh.source.origin = source.origin;
         mesh.source.text = joinObjLines(source.name, source.text);
         mesh.source.text.lineMap = std::move(source.lineMap);
-        mesh.source.counts = validate(source.file, mesh.source, maxMemory, observer);
+        mesh.source.counts = validate(source, mesh.source, maxMemory, observer);
         mesh.screen = load(source.frame, std::move(source.text));
         mesh.source.text.text = mesh.screen->getLoadedFileContents();
     } catch (const std::bad_alloc&) {

@@ -29,7 +29,7 @@ TEST(ObjTextEdit, OriginIsSubtractedInDoublePrecision) {
               "vt 0.25 0.1 0\nvt 1\nvn 0 -1 0\nf 1/1/1 2/2/1 3/1/1\n" +
                   kComment);
     EXPECT_EQ(moved("\xEF\xBB\xBFv 1\nv +1 2 \\\n3\n", {0.0, 0.5, 0.25}),
-              "\xEF\xBB\xBFv 1 -0.5 -0.25\nv 1 1.5 2.75\n\n"
+              "\xEF\xBB\xBFv 1 -0.5 -0.25\nv +1 1.5 2.75\n\n"
               "# origin moved by quarnscreen: add (0, 0.5, 0.25) to each position\n");
     EXPECT_EQ(moved("v 1 2 3", {1.0, 1.0, 1.0}),
               "v 0 1 2\n# origin moved by quarnscreen: add (1, 1, 1) to each position\n");

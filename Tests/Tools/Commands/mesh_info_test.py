@@ -89,7 +89,7 @@ class MeshInfo(ObjTest):
         self.assertEqual((surface["area"], surface["edges"], surface["boundaryLength"]), (12, None, 14))
 
     def test_what_has_no_effect_is_counted(self):
-        head = ("# made by hand\nmtllib wall.mtl\no Wall\ng left\ns 1\nusemtl red\nusemtl blue\ns off\nvp 0.5 0.5\nl 1 2\nv\t7 7 7\n"
+        head = ("# made by hand\nmtllib wall.mtl\no Wall\ng left\ns 1\nusemtl red\nusemtl blue\ns off\nvp 0.5 0.5\nl 1 2\np 1\n"
                 "$ a comment\n\n   \n")
         text = wall().replace("v -2.0 0 1.5\n", "v -2.0 0 1.5 0.9 0.1 0.2\n").replace("v 2.0 0 1.5\n", "v 2.0 0 1.5 1.0\n").replace(" 0.0\n", " 0.0 0\n")
         mesh, lines = self.mesh(head + text)

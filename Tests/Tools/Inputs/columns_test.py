@@ -109,6 +109,8 @@ add_cases(Columns, [
     read_case("names_in_another_order", "v,u\n0.5,0.25\n0,0\n"),
     read_case("semicolons", "0.25;0.5\n0;0\n"),
     read_case("tabs", "v\tu\n0.5\t0.25\n0\t0\n"),
+    Case("empty_cells_between_tabs", ["map", WALL, "--to", "3d"], r"[^\n]*,id,note\n0\.5,0\.5,on_screen,0,0,0,,\n0\.5,0\.5,on_screen,0,0,0,,a\n",
+         stdin=b"id\tu\tv\tnote\n\t0.5\t0.5\t\n\t0.5\t0.5\ta\n"),
     read_case("blanks", "  0.25   0.5\n 0 0\n"),
     read_case("carriage_returns", "v,u\r0.5,0.25\r0,0\r"),
     read_case("carriage_returns_and_line_feeds", "v;u\r\n0.5;0.25\r\n0;0\r\n"),

@@ -10,7 +10,7 @@ import unittest
 from obj_case import ObjTest, wall
 from tool_case import TOOL, WALL
 
-SIGNALS = (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM, signal.SIGXCPU)
+SIGNALS = (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM, signal.SIGALRM, signal.SIGUSR1, signal.SIGXCPU)
 RUNS = 40
 
 

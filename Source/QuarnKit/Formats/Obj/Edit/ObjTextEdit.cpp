@@ -72,7 +72,12 @@ void TextEditor::addVertex(const ObjLogicalLine& line) {
     text += 'v';
     for (std::size_t i = 0; i < 3; ++i) {
         const std::string_view word = i + 1 < line.words.size() ? line.words[i + 1] : "0";
-        text += ' ' + editedWord(word, [&](double number) { return number - origin[i]; });
+        text += ' ';
+        // A coordinate that does not move keeps its digits.
+        if (origin[i] == 0.0)
+            text += word;
+        else
+            text += editedWord(word, [&](double number) { return number - origin[i]; });
     }
     addRest(line, 4);
 }

@@ -1,6 +1,7 @@
 #include "ObjLogicalLines.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quarn {
 
@@ -26,10 +27,16 @@ std::size_t lineLength(std::string_view text) {
 }
 
 // Returns true if the "#" at an index of a word begins the rest of a number that is not finite, as
-// in 1.#IND, -1.#QNAN and 1.#INF.
+// in 1.#IND, -1.#QNAN and 1#INF.
 bool isPartOfNumber(std::string_view text, std::size_t at) {
-    return at >= 2 && at + 1 < text.size() && text[at - 1] == '.' && text[at - 2] >= '0' &&
-           text[at - 2] <= '9' && text[at + 1] >= 'A' && text[at + 1] <= 'Z';
+    const auto isDigit = [&](std::size_t i) { return text[i] >= '0' && text[i] <= '9'; };
+    const std::string_view rest = text.substr(at + 1);
+    if (at >= 2 && text[at - 1] == '.' && isDigit(at - 2))
+        return !rest.empty() && rest.front() >= 'A' && rest.front() <= 'Z';
+    constexpr std::array<std::string_view, 5> kNames = {"IND", "INF", "NAN", "QNAN", "SNAN"};
+    return at >= 1 && isDigit(at - 1) &&
+           std::any_of(kNames.begin(), kNames.end(),
+                       [&](std::string_view name) { return rest.starts_with(name); });
 }
 
 void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {

@@ -330,8 +330,9 @@ void restoreIfSame(const std::string& original, RepairedObj& repaired) {
 
 RepairedObj repairObj(const std::string& name, const std::string& text) {
     std::string_view objText = text;
-    const bool hasMark = objText.starts_with(kUtf8Mark);
-    if (hasMark) objText.remove_prefix(kUtf8Mark.size());
+    // Programs that join files leave several marks.
+    while (objText.starts_with(kUtf8Mark)) objText.remove_prefix(kUtf8Mark.size());
+    const bool hasMark = objText.size() != text.size();
     refuseUTF16(name, objText);
     RepairedObj result = Repairer(name, objText).finish();
     if (hasMark) result.repairs.note(ObjRepair::ByteOrderMark, 1);
