@@ -183,7 +183,7 @@ bool isFanFolded(std::span<const Point<double, 3>> corners) {
         const std::array triangle{corners[0], corners[i], corners[i + 1]};
         const Position across = cross(triangle[1] - triangle[0], triangle[2] - triangle[0]);
         // Not positive, since the normal of a polygon that crosses itself may be zero.
-        if (!(dot(across, normal) > 0.0) && !isDegenerateTriangle(triangle)) return true;
+        if (!(dot(across, normal) > 0.0) && !isDegenerateTriangle<3>(triangle)) return true;
     }
     return false;
 }
