@@ -112,7 +112,8 @@ CsvHead readCsvHead(LineBlockReader& blocks, const InputColumns& columns, const 
                 CsvFormat format = formatOf(row, columns, unit);
                 const std::string_view rest = format.hasNames() ? lines : before;
                 blocks.giveBack(rest.size(), format.separatorOfCells());
-                return {std::move(format), format.hasNames() ? lineCount : lineCount - 1};
+                const std::uint64_t lastLine = format.hasNames() ? lineCount : lineCount - 1;
+                return {std::move(format), lastLine};
             }
         }
     } catch (const Error& error) {

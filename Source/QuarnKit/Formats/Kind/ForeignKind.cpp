@@ -65,7 +65,7 @@ constexpr std::array kTextSignatures = {
     Signature{"#?RADIANCE"sv, {"a Radiance picture", ""}},
     Signature{"#!/"sv, {"a script", ""}},
     Signature{"ISO-10303-21"sv, {"a STEP file", kExport}},
-    Signature{"{\\rtf"sv, {"an RTF document", ""}},
+    Signature{R"({\rtf)"sv, {"an RTF document", ""}},
     Signature{"%!PS"sv, {"a PostScript document", ""}},
     Signature{"version https://git-lfs"sv, {"a pointer to a file in Git LFS", "fetch it with git lfs pull"}},
 };

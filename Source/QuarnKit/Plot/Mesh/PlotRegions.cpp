@@ -42,7 +42,7 @@ struct Side {
 
     [[nodiscard]] ViewPoint start() const {
         const auto& corner = kFirstCorners.at(side);
-        return ViewPoint(cell.column + corner[0], cell.row + corner[1]);
+        return {static_cast<double>(cell.column + corner[0]), static_cast<double>(cell.row + corner[1])};
     }
     [[nodiscard]] ViewPoint middle() const {
         const auto& to = kFirstCorners.at(turned(side, 1));

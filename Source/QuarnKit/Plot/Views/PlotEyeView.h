@@ -20,9 +20,9 @@ enum class EyePlace {
 
 /// A view from the eye point.
 struct EyeView {
-    EyePlace place;
+    EyePlace place = EyePlace::EyePoint;
     Camera camera;
-    double maxAngle;  ///< Between the view axis and a position of the screen, in radians.
+    double maxAngle = 0.0;  ///< Between the view axis and a position of the screen, in radians.
 };
 
 /// A position and a direction in the scene.
