@@ -10,7 +10,7 @@ std::string quoted(const std::string& text) {
     return "'" + escaped(text, "'", R"('\')") + "'";
 }
 
-// The part of a specification that completes values.
+// The part of an argument of _arguments that completes values.
 std::string actionFor(const OptionFacts& option) {
     const std::string title = option.valueName.empty() ? "value" : option.valueName;
     if (!option.choices.empty()) return ":" + title + ":(" + joined(option.choices, " ") + ")";
@@ -22,9 +22,9 @@ std::string descriptionOf(const OptionFacts& option) {
            (option.takesValue ? actionFor(option) : "");
 }
 
-// The specifications of an option for _arguments, one for each of its names. A name excludes the
+// The arguments of _arguments for an option, one for each of its names. A name excludes the
 // others.
-std::string specificationsOf(const OptionFacts& option) {
+std::string argumentsOf(const OptionFacts& option) {
     std::string text;
     const std::string exclusion = option.names.size() > 1 ? "(" + joined(option.names, " ") + ")" : "";
     for (const std::string& name : option.names)
@@ -42,7 +42,7 @@ std::string listOf(const std::vector<Command>& commands) {
 // The branch that completes the first word after \p words, and the options.
 std::string branchForParent(const Command& parent, const std::string& words) {
     std::string options;
-    for (const OptionFacts& option : parent.options()) options += specificationsOf(option);
+    for (const OptionFacts& option : parent.options()) options += argumentsOf(option);
     return "        " + quoted(words) + ")\n            commands=(" + listOf(parent.commands()) +
            "\n            )\n            _describe command commands\n            _arguments" + options +
            "\n            ;;\n";
@@ -58,7 +58,7 @@ std::string branchesFor(const Command& command, const std::string& words) {
     std::string specifications;
     std::string arguments;
     for (const OptionFacts& option : command.options()) {
-        specifications += specificationsOf(option);
+        specifications += argumentsOf(option);
         if (option.names.empty()) arguments += " \\\n                " + quoted(actionFor(option));
     }
     return "        " + quoted(words) + ")\n            _arguments" + specifications + arguments +
