@@ -29,10 +29,12 @@ constexpr int kMinGridWithMiddle = 3;
 
 using UVPolyline = quarn::detail::PolylineClipper::Polyline;
 
+enum class GridLines { ConstantV, ConstantU };
+
 // Returns the lines of constant v from top to bottom, or of constant u from left to right, clipped
 // to the boundary.
 std::vector<UVPolyline> clippedLines(const quarn::detail::PolylineClipper& clipper, int density,
-                                     bool isConstantV) {
+                                     GridLines lines) {
     std::vector<UVPolyline> pieces;
     const double step = 1.0 / (static_cast<double>(density) - 1.0);
     UVPolyline line(kSamplesPerLine);
@@ -40,7 +42,8 @@ std::vector<UVPolyline> clippedLines(const quarn::detail::PolylineClipper& clipp
         const double t = i * step;
         for (int j = 0; j < kSamplesPerLine; ++j) {
             const double s = j * kSampleStep;
-            line[static_cast<std::size_t>(j)] = isConstantV ? Point<double, 2>(s, t) : Point<double, 2>(t, s);
+            line[static_cast<std::size_t>(j)] =
+                lines == GridLines::ConstantV ? Point<double, 2>(s, t) : Point<double, 2>(t, s);
         }
         clipper.clip(line, pieces);
     }
@@ -121,8 +124,8 @@ MeshScreen::Polylines MeshScreen::calculateGrid(int density) const {
     UVPolyline boundaryUV;
     sampleBoundaryUV(boundaryUV);
     const quarn::detail::PolylineClipper clipper(std::move(boundaryUV));
-    for (const bool isConstantV : {true, false}) {
-        for (const UVPolyline& piece : clippedLines(clipper, density, isConstantV)) {
+    for (const GridLines lines : {GridLines::ConstantV, GridLines::ConstantU}) {
+        for (const UVPolyline& piece : clippedLines(clipper, density, lines)) {
             std::vector<Point<double, 3>>& line = grid.emplace_back();
             for (const Point<double, 2>& uv : piece) {
                 Point<double, 3> point;

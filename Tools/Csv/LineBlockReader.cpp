@@ -17,9 +17,9 @@ void LineBlockReader::discardConsumedLines() {
 }
 
 // Grow step by step, so that small inputs need only a small buffer.
-bool LineBlockReader::ensureCapacity(bool hasLine) {
+bool LineBlockReader::ensureCapacity(std::size_t completeBytes) {
     if (filled < buffer.size()) return true;
-    const std::size_t limit = hasLine ? blockSize : std::max(blockSize, kMaxLineBytes + 1);
+    const std::size_t limit = completeBytes > 0 ? blockSize : std::max(blockSize, kMaxLineBytes + 1);
     if (filled >= limit) return false;
     buffer.resize(std::min(limit, std::max(kInitialBufferBytes, 2 * buffer.size())));
     return true;
@@ -45,7 +45,7 @@ bool LineBlockReader::next(std::string_view& lines) {
     discardConsumedLines();
     // Bytes of whole rows; the rest has no line feed. Rows are complete only after giveBack().
     std::size_t complete = rows.lengthOfCompleteRows({buffer.data(), filled});
-    while (!isAtEnd && ensureCapacity(complete > 0) && (complete == 0 || input.isReady())) {
+    while (!isAtEnd && ensureCapacity(complete) && (complete == 0 || input.isReady())) {
         const std::size_t count = input.read(buffer.data() + filled, buffer.size() - filled);
         const std::string_view newText(buffer.data() + filled, count);
         isAtEnd = count == 0;

@@ -44,7 +44,7 @@ private:
     enum class LineEnd { Unknown, LineFeed, CarriageReturn };
 
     void discardConsumedLines();
-    [[nodiscard]] bool ensureCapacity(bool hasLine);
+    [[nodiscard]] bool ensureCapacity(std::size_t completeBytes);
     void convertLineEnds(std::size_t newBytes);
     void findLineEnd();
 

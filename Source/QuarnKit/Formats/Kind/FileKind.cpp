@@ -14,6 +14,8 @@ namespace quarn {
 
 namespace {
 
+enum class Content { Text, Bytes };
+
 constexpr ForeignKind kUnknownStl = {"a file that contains no STL", ""};
 
 bool isObjKeyword(std::string_view word) {
@@ -23,8 +25,8 @@ bool isObjKeyword(std::string_view word) {
 }
 
 // In binary data, some line begins with a letter that is a keyword.
-bool isObj(std::string_view text, bool isText) {
-    if (!isText) return isObjKeyword(firstTextWord(firstDataLine(text)));
+bool isObj(std::string_view text, Content content) {
+    if (content == Content::Bytes) return isObjKeyword(firstTextWord(firstDataLine(text)));
     bool hasComment = false;
     bool hasOther = false;
     while (!text.empty()) {
@@ -53,19 +55,19 @@ bool isBinaryStlFile(std::string_view bytes, FileExtent extent, const std::strin
 
 // Returns the kind of a file that is named as STL and contains nothing that is known. A file that
 // is too short for a triangle may have been cut off.
-FileKind kindOfNamedStl(std::string_view bytes, bool isText) {
+FileKind kindOfNamedStl(std::string_view bytes, Content content) {
     const auto layout = stlLayoutOf(bytes);
     const bool hasRecord = layout && layout->recordCount > 0;
-    return isText || hasRecord ? FileKind(kUnknownStl) : ScreenFormat::Stl;
+    return content == Content::Text || hasRecord ? FileKind(kUnknownStl) : ScreenFormat::Stl;
 }
 
-FileKind kindByName(std::string_view bytes, const std::string& extension, bool isText) {
+FileKind kindByName(std::string_view bytes, const std::string& extension, Content content) {
     if (extension == "xml") return ScreenFormat::Xml;
     if (extension == "obj") return ScreenFormat::Obj;
-    if (extension == "stl") return kindOfNamedStl(bytes, isText);
+    if (extension == "stl") return kindOfNamedStl(bytes, content);
     if (extension == "csv") return ForeignKind{"a CSV file", ""};
-    return isText ? ForeignKind{"a text of an unknown kind", ""}
-                  : ForeignKind{"binary data of an unknown kind", ""};
+    return content == Content::Text ? ForeignKind{"a text of an unknown kind", ""}
+                                    : ForeignKind{"binary data of an unknown kind", ""};
 }
 
 }  // namespace
@@ -78,14 +80,14 @@ FileKind fileKindOf(std::string_view bytes, std::string_view text, FileExtent ex
         return kind ? FileKind(*kind) : ScreenFormat::Xml;
     }
     const std::string extension = extensionOf(path);
-    const bool isText = isTextLike(text);
-    if (isText && beginsWithSolid(text)) return ScreenFormat::Stl;
+    const Content content = isTextLike(text) ? Content::Text : Content::Bytes;
+    if (content == Content::Text && beginsWithSolid(text)) return ScreenFormat::Stl;
     if (const auto kind = foreignKindOfText(text)) return *kind;
-    if (!isText && isBinaryStlFile(bytes, extent, extension)) return ScreenFormat::Stl;
-    if (isObj(text, isText)) return ScreenFormat::Obj;
+    if (content == Content::Bytes && isBinaryStlFile(bytes, extent, extension)) return ScreenFormat::Stl;
+    if (isObj(text, content)) return ScreenFormat::Obj;
     if (isMaterialLibrary(text)) return ForeignKind{"a material library", "read the OBJ file that names it"};
     if (const auto kind = foreignKindOfTable(text)) return *kind;
-    return kindByName(bytes, extension, isText);
+    return kindByName(bytes, extension, content);
 }
 
 }  // namespace quarn

@@ -11,8 +11,11 @@ bool isUpperEnd(std::uint32_t end) {
     return end % 2 != 0;
 }
 
-std::size_t cursorIndex(std::uint32_t corner, bool ofUpperEnds) {
-    return std::size_t{corner} * 2 + (ofUpperEnds ? 1 : 0);
+// Two cursors for each corner: over its lower ends, and over its upper ends.
+enum class EndKind : std::size_t { Lower = 0, Upper = 1 };
+
+std::size_t cursorIndex(std::uint32_t corner, EndKind kind) {
+    return std::size_t{corner} * 2 + static_cast<std::size_t>(kind);
 }
 
 }  // namespace
@@ -33,7 +36,8 @@ BoundaryWalkLists::BoundaryWalkLists(const std::vector<Triangle>& triangles,
         if (isNew) cursors.insert(cursors.end(), 2, static_cast<std::uint32_t>(i));
         const auto corner = static_cast<std::uint32_t>(cursors.size() / 2 - 1);
         cornerNumbers[ends[i]] = corner;
-        if (!isUpperEnd(ends[i])) cursors[cursorIndex(corner, true)] = static_cast<std::uint32_t>(i + 1);
+        if (!isUpperEnd(ends[i]))
+            cursors[cursorIndex(corner, EndKind::Upper)] = static_cast<std::uint32_t>(i + 1);
     }
 }
 
@@ -62,7 +66,7 @@ BoundaryEdge BoundaryWalkLists::takeFirst() {
 
 std::optional<BoundaryStep> BoundaryWalkLists::takeNext(WalkDirection direction) {
     const bool fromUpperEnds = direction == WalkDirection::Down;
-    std::uint32_t& cursor = cursors[cursorIndex(current, fromUpperEnds)];
+    std::uint32_t& cursor = cursors[cursorIndex(current, fromUpperEnds ? EndKind::Upper : EndKind::Lower)];
     for (; cursor < ends.size(); ++cursor) {
         const End start = ends[cursor];
         if (cornerNumbers[start] != current || isUpperEnd(start) != fromUpperEnds) break;

@@ -46,20 +46,22 @@ void PolylineClipper::clip(const Polyline& polyline, std::vector<Polyline>& piec
     for (std::size_t i = 1; i < polyline.size(); ++i) {
         const bool isInside = bands.contains(polyline[i]);
         if (isInside && wasInside) pieces.back().push_back(polyline[i]);
-        if (isInside != wasInside) appendCrossing(polyline[i - 1], polyline[i], isInside, pieces);
+        if (isInside != wasInside)
+            appendCrossing(polyline[i - 1], polyline[i], isInside ? Crossing::Entering : Crossing::Leaving,
+                           pieces);
         wasInside = isInside;
     }
 }
 
 void PolylineClipper::appendCrossing(const Point<double, 2>& from, const Point<double, 2>& to,
-                                     bool isEntering, std::vector<Polyline>& pieces) const {
+                                     Crossing direction, std::vector<Polyline>& pieces) const {
     for (std::size_t k = 0; k < polygon.size(); ++k) {
         const Point<double, 2>& next = polygon[k + 1 < polygon.size() ? k + 1 : 0];
         const Point<double, 2> crossing = intersectSegments(polygon[k], next, from, to);
         if (std::isnan(crossing[0])) continue;
-        if (isEntering) pieces.emplace_back();
+        if (direction == Crossing::Entering) pieces.emplace_back();
         pieces.back().push_back(crossing);
-        if (isEntering) pieces.back().push_back(to);
+        if (direction == Crossing::Entering) pieces.back().push_back(to);
         return;
     }
 }

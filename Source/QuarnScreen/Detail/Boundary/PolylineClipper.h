@@ -25,7 +25,9 @@ public:
     void clip(const Polyline& polyline, std::vector<Polyline>& pieces) const;
 
 private:
-    void appendCrossing(const Point<double, 2>& from, const Point<double, 2>& to, bool isEntering,
+    enum class Crossing { Entering, Leaving };
+
+    void appendCrossing(const Point<double, 2>& from, const Point<double, 2>& to, Crossing direction,
                         std::vector<Polyline>& pieces) const;
 
     Polyline polygon;

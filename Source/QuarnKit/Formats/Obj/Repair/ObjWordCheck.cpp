@@ -119,11 +119,9 @@ Error errorAt(const ObjSourceText& text, const char* line, std::size_t count, co
 
 }  // namespace
 
-void ObjWordCheck::Lines::add(bool isLineMisread) {
-    if (isLineMisread) {
-        isMisread.resize(count + 1);
-        isMisread.back() = true;
-    }
+void ObjWordCheck::Lines::addMisread() {
+    isMisread.resize(count + 1);
+    isMisread.back() = true;
     ++count;
 }
 
@@ -133,12 +131,12 @@ void ObjWordCheck::readLine(const char* line) {
     if (line[1] != ' ' && !isUV) return;
     Lines& lines = isUV ? uvs : vertices;
     const std::size_t count = isUV ? kUVCount : kCoordinateCount;
-    if (isPlainLine(line, isUV ? 2 : 1, count)) return lines.add(false);
+    if (isPlainLine(line, isUV ? 2 : 1, count)) return lines.addCorrect();
     const Reading reading = readingOf(line, text.data() + text.size(), count).reading;
     // A line after a NUL is a line for the library only.
     const bool isLine = line == text.data() || line[-1] != '\0';
     if (reading == Reading::NoNumber && !isUV && isLine && invalidVertex == nullptr) invalidVertex = line;
-    lines.add(reading != Reading::Correct);
+    reading == Reading::Correct ? lines.addCorrect() : lines.addMisread();
 }
 
 void ObjWordCheck::read(std::string_view objText) {

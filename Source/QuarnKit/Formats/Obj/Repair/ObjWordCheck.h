@@ -32,7 +32,8 @@ private:
         std::size_t count = 0;
         std::vector<bool> isMisread = {};  // up to the last that is misread
 
-        void add(bool isLineMisread);
+        void addCorrect() { ++count; }
+        void addMisread();
         [[nodiscard]] bool isMisreadAt(std::int32_t index) const {
             return detail::isObjIndexInRange(index, isMisread.size()) &&
                    isMisread[static_cast<std::size_t>(index)];
