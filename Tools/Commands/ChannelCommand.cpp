@@ -55,7 +55,7 @@ constexpr std::uint64_t kMemoryPerWaitingRow = 3 * sizeof(WaitingRow);
 
 std::uint64_t memoryOf(const WaitingRow& row) {
     std::uint64_t size = kMemoryPerWaitingRow;
-    for (const std::string& cell : row.passedCells) size += sizeof(cell) + cell.capacity();
+    for (const std::string& cell : row.passedCells) size += sizeof(std::string) + cell.capacity();
     return size;
 }
 

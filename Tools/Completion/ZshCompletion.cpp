@@ -55,13 +55,13 @@ std::string branchesFor(const Command& command, const std::string& words) {
             branches += branchesFor(below, words + " " + below.name());
         return branches;
     }
-    std::string specifications;
+    std::string optionArguments;
     std::string arguments;
     for (const OptionFacts& option : command.options()) {
-        specifications += argumentsOf(option);
+        optionArguments += argumentsOf(option);
         if (option.names.empty()) arguments += " \\\n                " + quoted(actionFor(option));
     }
-    return "        " + quoted(words) + ")\n            _arguments" + specifications + arguments +
+    return "        " + quoted(words) + ")\n            _arguments" + optionArguments + arguments +
            "\n            ;;\n";
 }
 

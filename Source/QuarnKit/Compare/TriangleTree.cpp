@@ -229,7 +229,7 @@ private:
     double reach = kInfinity;           // squared distance from which on nodes are skipped
     double skippedSquared = kInfinity;  // lower bound for the triangles of skipped nodes
     std::uint64_t visits = 0;
-    std::array<Waiting, kMaxDepth> waiting;
+    std::array<Waiting, kMaxDepth> waiting = {};
     std::size_t count = 0;
 };
 

@@ -13,6 +13,7 @@
 
 #include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Plot/Views/PlotViews.h>
+#include "Kit/Plot/RandomSphere.h"
 #include "Support/Rng.h"
 
 namespace quarn::test {
@@ -160,9 +161,7 @@ TEST(PlotEyeView, AllRandomScreensHaveFiniteShapes) {
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const SphericalScreen screen(rng.spreadPoint(-100, 100), std::abs(rng.spread(-100, 100)),
-                                     rng.uniform(-9.0, 9.0), rng.uniform(-9.0, 9.0), rng.uniform(-2.0, 2.0),
-                                     rng.uniform(-2.0, 2.0));
+        const SphericalScreen screen = randomSphere(rng);
         const PlotSurface surface(screen);
         if (!surface.isDrawable()) continue;
         for (const Projection projection :

@@ -14,6 +14,7 @@
 #include <QuarnKit/Plot/Page/PlotText.h>
 #include <QuarnKit/Plot/PlotPage.h>
 #include <QuarnKit/Plot/Views/PlotViews.h>
+#include "Kit/Plot/RandomSphere.h"
 #include "Support/Rng.h"
 #include "Support/ScriptedScreen.h"
 
@@ -135,9 +136,7 @@ TEST(PlotViews, AllRandomScreensHaveFiniteShapes) {
     for (int i = 0; i < seedCount(300); ++i) {
         Rng rng(i);
         SCOPED_TRACE(i);
-        const SphericalScreen screen(rng.spreadPoint(-100, 100), std::abs(rng.spread(-100, 100)),
-                                     rng.uniform(-9.0, 9.0), rng.uniform(-9.0, 9.0), rng.uniform(-2.0, 2.0),
-                                     rng.uniform(-2.0, 2.0));
+        const SphericalScreen screen = randomSphere(rng);
         const PlotSurface surface(screen);
         if (!surface.isDrawable()) continue;
         for (const Shape& shape : surfaceShapes(surface, Camera::perspective(0.0)))

@@ -54,6 +54,7 @@ private:
     // From the view's plane, where v points upwards.
     [[nodiscard]] std::vector<PagePoint> fromView(const std::vector<ViewPoint>& points) const {
         std::vector<PagePoint> result;
+        result.reserve(points.size());
         for (const ViewPoint& point : points) result.push_back(toPage({point[0], -point[1]}));
         return result;
     }

@@ -105,7 +105,7 @@ SceneView MeshPainter::view(const std::optional<Point<double, 3>>& eye) {
 }
 
 std::string MeshPainter::note() const {
-    const std::string text = leftOutText(raster);
+    std::string text = leftOutText(raster);
     if (!text.empty() || !isLineLeftOut) return text;
     return "too many lines: some left out";
 }
