@@ -9,17 +9,11 @@
 
 #include <QuarnScreen/Detail/Editing/Crease.h>
 #include <QuarnScreen/Detail/Mesh/MeshIndexes.h>
-#include <QuarnScreen/Detail/Mesh/RayScene.h>
+#include <QuarnScreen/Detail/Mesh/RayHits.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 #include <QuarnScreen/Lines.h>
 
 namespace {
-
-constexpr int kMaxHits = 10;
-
-// Distance after a hit at which the search continues, in lengths of the ray's direction. It is
-// large enough that single precision does not find the same surface again.
-constexpr float kStepBehindHit = 0.001F;
 
 // Limits for snapping to a crease: the maximum number of levels, the minimum number of triangles
 // per level, and the maximum distance in the mesh's unit.
@@ -60,26 +54,12 @@ IntersectionSet MeshScreen::intersect(const Point<double, 3>& start, const Point
 
 IntersectionSet MeshScreen::intersectInternal(const Point<double, 3>& start,
                                               const Point<double, 3>& end) const {
-    const Point<double, 3> direction = end - start;
-    const quarn::detail::RayScene::Vector narrowStart = quarn::detail::RayScene::narrowed(start);
-    const quarn::detail::RayScene::Vector narrowDirection = quarn::detail::RayScene::narrowed(direction);
+    quarn::detail::RayHits found;
+    quarn::detail::RayHitSearch(*scene, triangles).find({start, end}, found);
     IntersectionSet hits;
-    float nearest = 0.0F;
-    for (int i = 0; i < kMaxHits; ++i) {
-        const auto hit = scene->cast(narrowStart, narrowDirection, nearest);
-        // The scene may be older than the triangles, and contain more of them.
-        if (!hit || hit->triangle >= triangles.size()) break;
-        const Triangle& triangle = triangles[hit->triangle];
-        Intersection intersection;
-        intersection.point = hit->position;
-        intersection.hasUV = true;
-        intersection.uv = triangle.uvAt(hit->a, hit->b);
-        intersection.triangleIndex = static_cast<int>(hit->triangle);
-        intersection.normalSign = quarn::detail::signOf(dot(direction, triangle.normal));
-        hits.add(intersection);
-        nearest = hit->distance + kStepBehindHit;
-    }
-    hits.sort(start, end);
+    for (const Intersection& hit : found.found()) hits.add(hit);
+    // Sorting allocates memory.
+    if (hits.count() > 1) hits.sort(start, end);
     return hits;
 }
 

@@ -2,10 +2,14 @@
 
 #include <embree3/rtcore.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <mutex>
+#include <type_traits>
+
+#include <Common/Detail/Assert.h>
 
 namespace quarn::detail {
 namespace {
@@ -44,12 +48,79 @@ bool isTraceable(const RayScene::Vector& vector) {
     return true;
 }
 
+bool isTraceable(const RayScene::Ray& ray) {
+    return isTraceable(ray.origin) && isTraceable(ray.direction);
+}
+
+// Differences of directions up to which rays are traced together, in units of the direction, and of
+// origins, in units of the direction as well. They affect the speed only.
+constexpr float kMaxSpread = 0.125F;
+
+// True if all rays nearly coincide, so that they cross the same parts of the scene.
+bool areCoherent(std::span<const RayScene::Ray> rays) {
+    const RayScene::Ray& first = rays.front();
+    float size = 0.0F;
+    for (const float coordinate : first.direction) size += std::abs(coordinate);
+    const float limit = kMaxSpread * size;
+    return std::all_of(rays.begin() + 1, rays.end(), [&](const RayScene::Ray& ray) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (!(std::abs(ray.direction[i] - first.direction[i]) <= limit)) return false;
+            if (!(std::abs(ray.origin[i] - first.origin[i]) <= limit)) return false;
+        }
+        return true;
+    });
+}
+
+// A traversal that collects.
+struct CollectingContext {
+    RTCIntersectContext base{};  // the ray tracer passes its address to the filter
+    RayScene::Crossings* crossings = nullptr;
+
+    explicit CollectingContext(RayScene::Crossings* lists) : crossings(lists) {
+        rtcInitIntersectContext(&base);
+        base.filter = storeCrossings;
+    }
+
+private:
+    // Rejects each hit after it is stored, so that the traversal continues to the next one.
+    static void storeCrossings(const RTCFilterFunctionNArguments* found) {
+        auto* const lists = reinterpret_cast<CollectingContext*>(found->context)->crossings;
+        for (unsigned int i = 0; i < found->N; ++i) {
+            if (found->valid[i] != -1) continue;
+            found->valid[i] = 0;
+            lists[RTCRayN_id(found->ray, found->N, i)].add(
+                {RTCRayN_tfar(found->ray, found->N, i), RTCHitN_u(found->hit, found->N, i),
+                 RTCHitN_v(found->hit, found->N, i), RTCHitN_primID(found->hit, found->N, i)});
+        }
+    }
+};
+static_assert(std::is_standard_layout_v<CollectingContext>);
+
+RTCRayHit queryOf(const RayScene::Ray& ray, float nearest) {
+    RTCRayHit query{};
+    query.ray.org_x = ray.origin[0];
+    query.ray.org_y = ray.origin[1];
+    query.ray.org_z = ray.origin[2];
+    query.ray.dir_x = ray.direction[0];
+    query.ray.dir_y = ray.direction[1];
+    query.ray.dir_z = ray.direction[2];
+    query.ray.tnear = nearest;
+    query.ray.tfar = std::numeric_limits<float>::infinity();
+    query.ray.time = 0.0F;
+    query.ray.mask = 0xFFFFFFFFU;
+    query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.primID = RTC_INVALID_GEOMETRY_ID;
+    query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+    return query;
+}
+
 }  // namespace
 
 struct RayScene::Tracer {
     RTCDevice device = nullptr;
     RTCScene scene = nullptr;
-    RTCGeometry geometry = nullptr;  // owned by the scene
+    RTCGeometry geometry = nullptr;      // owned by the scene
+    const float* coordinates = nullptr;  // of the corners, owned by the geometry
     unsigned int geometryId = RTC_INVALID_GEOMETRY_ID;
 
     void detach() {
@@ -64,7 +135,8 @@ RayScene::RayScene() : tracer(std::make_unique<Tracer>()) {
     tracer->device = openDevice();
     tracer->scene = rtcNewScene(tracer->device);
     if (tracer->scene == nullptr) return;
-    rtcSetSceneFlags(tracer->scene, RTC_SCENE_FLAG_ROBUST);
+    rtcSetSceneFlags(tracer->scene, static_cast<RTCSceneFlags>(RTC_SCENE_FLAG_ROBUST |
+                                                               RTC_SCENE_FLAG_CONTEXT_FILTER_FUNCTION));
     rtcSetSceneBuildQuality(tracer->scene, RTC_BUILD_QUALITY_HIGH);
 }
 
@@ -82,11 +154,12 @@ void RayScene::upload(const std::vector<Triangle>& triangles) {
 
     const std::size_t corners = 3 * triangles.size();
     RTCGeometry mesh = rtcNewGeometry(tracer->device, RTC_GEOMETRY_TYPE_TRIANGLE);
-    auto* coordinate = static_cast<float*>(
+    auto* const coordinates = static_cast<float*>(
         rtcSetNewGeometryBuffer(mesh, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, kCornerStride, corners));
     auto* index = static_cast<std::uint32_t*>(rtcSetNewGeometryBuffer(
         mesh, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, 3 * sizeof(std::uint32_t), triangles.size()));
-    if (coordinate != nullptr && index != nullptr) {
+    if (coordinates != nullptr && index != nullptr) {
+        float* coordinate = coordinates;
         for (const Triangle& triangle : triangles) {
             for (const TriangleVertex& corner : triangle.vertices) {
                 const Vector position = narrowed(corner.position);
@@ -100,6 +173,7 @@ void RayScene::upload(const std::vector<Triangle>& triangles) {
     rtcCommitGeometry(mesh);
     tracer->geometryId = rtcAttachGeometry(tracer->scene, mesh);
     tracer->geometry = mesh;
+    tracer->coordinates = coordinates;
     rtcReleaseGeometry(mesh);
     rtcCommitScene(tracer->scene);
 }
@@ -109,36 +183,69 @@ std::optional<RayScene::Hit> RayScene::cast(const Vector& origin, const Vector& 
     if (tracer->geometryId == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
     if (!isTraceable(origin) || !isTraceable(direction)) return std::nullopt;
 
-    RTCRayHit query{};
-    query.ray.org_x = origin[0];
-    query.ray.org_y = origin[1];
-    query.ray.org_z = origin[2];
-    query.ray.dir_x = direction[0];
-    query.ray.dir_y = direction[1];
-    query.ray.dir_z = direction[2];
-    query.ray.tnear = nearest;
-    query.ray.tfar = std::numeric_limits<float>::infinity();
-    query.ray.time = 0.0F;
-    query.ray.mask = 0xFFFFFFFFU;
-    query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
-    query.hit.primID = RTC_INVALID_GEOMETRY_ID;
-    query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
-
+    RTCRayHit query = queryOf({origin, direction}, nearest);
     RTCIntersectContext context{};
     rtcInitIntersectContext(&context);
     rtcIntersect1(tracer->scene, &context, &query);
     if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
 
+    const Crossing crossing{query.ray.tfar, query.hit.u, query.hit.v, query.hit.primID};
+    return Hit{positionOf(crossing), crossing.triangle, crossing.distance, crossing.a, crossing.b};
+}
+
+void RayScene::collect(const Ray& ray, Crossings& crossings) const {
+    crossings.clear();
+    if (tracer->geometryId == RTC_INVALID_GEOMETRY_ID || !isTraceable(ray)) return;
+    RTCRayHit query = queryOf(ray, 0.0F);
+    CollectingContext context(&crossings);
+    rtcIntersect1(tracer->scene, &context.base, &query);
+}
+
+void RayScene::collect(std::span<const Ray> rays, std::span<Crossings> crossings) const {
+    QUARN_ASSERT(!rays.empty() && rays.size() <= kPacketSize && rays.size() <= crossings.size());
+    for (std::size_t i = 0; i < rays.size(); ++i) crossings[i].clear();
+    if (tracer->geometryId == RTC_INVALID_GEOMETRY_ID) return;
+
+    alignas(32) std::array<int, kPacketSize> isActive{};
+    RTCRayHit8 query{};
+    for (std::size_t i = 0; i < rays.size(); ++i) {
+        if (!isTraceable(rays[i])) continue;
+        isActive[i] = -1;
+        query.ray.org_x[i] = rays[i].origin[0];
+        query.ray.org_y[i] = rays[i].origin[1];
+        query.ray.org_z[i] = rays[i].origin[2];
+        query.ray.dir_x[i] = rays[i].direction[0];
+        query.ray.dir_y[i] = rays[i].direction[1];
+        query.ray.dir_z[i] = rays[i].direction[2];
+        query.ray.tfar[i] = std::numeric_limits<float>::infinity();
+        query.ray.mask[i] = 0xFFFFFFFFU;
+        query.ray.id[i] = static_cast<unsigned int>(i);
+        query.hit.geomID[i] = RTC_INVALID_GEOMETRY_ID;
+        query.hit.primID[i] = RTC_INVALID_GEOMETRY_ID;
+        query.hit.instID[0][i] = RTC_INVALID_GEOMETRY_ID;
+    }
+    CollectingContext context(crossings.data());
+    context.base.flags =
+        areCoherent(rays) ? RTC_INTERSECT_CONTEXT_FLAG_COHERENT : RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT;
+    rtcIntersect8(isActive.data(), tracer->scene, &context.base, &query);
+}
+
+Point<double, 3> RayScene::positionOf(const Crossing& crossing) const {
     alignas(16) std::array<float, 4> position{};
-    rtcInterpolate0(tracer->geometry, query.hit.primID, query.hit.u, query.hit.v, RTC_BUFFER_TYPE_VERTEX, 0,
+    rtcInterpolate0(tracer->geometry, crossing.triangle, crossing.a, crossing.b, RTC_BUFFER_TYPE_VERTEX, 0,
                     position.data(), 3);
-    Hit hit;
-    hit.position = {position[0], position[1], position[2]};
-    hit.triangle = query.hit.primID;
-    hit.distance = query.ray.tfar;
-    hit.a = query.hit.u;
-    hit.b = query.hit.v;
-    return hit;
+    return {position[0], position[1], position[2]};
+}
+
+RayScene::Corners RayScene::cornersOf(std::uint32_t triangle) const {
+    constexpr std::size_t kStep = kCornerStride / sizeof(float);
+    const float* coordinate = tracer->coordinates + 3 * kStep * triangle;
+    Corners corners;
+    for (Vector& corner : corners) {
+        std::copy_n(coordinate, corner.size(), corner.begin());
+        coordinate += kStep;
+    }
+    return corners;
 }
 
 RayScene::Vector RayScene::narrowed(const Point<double, 3>& point) {

@@ -2,10 +2,13 @@
 /// Meshes in the ray tracer.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include <QuarnScreen/Point.h>
@@ -18,8 +21,8 @@ namespace quarn::detail {
 /// The first scene of the process opens the ray tracer and the last one closes it, on any threads.
 /// Errors of the ray tracer are not reported: after an error, rays hit nothing.
 ///
-/// Thread-safety: cast() may run on any number of threads at once. upload() must not overlap with
-/// it.
+/// Thread-safety: cast(), collect() and positionOf() may run on any number of threads at once.
+/// upload() must not overlap with them.
 class RayScene {
 public:
     /// A position or a direction in single precision.
@@ -32,6 +35,49 @@ public:
         double a = 0.0;              ///< Parameters of the position, as of Triangle::pointAt().
         double b = 0.0;
     };
+
+    /// The corners of a triangle.
+    using Corners = std::array<Vector, 3>;
+
+    /// A ray in single precision.
+    struct Ray {
+        Vector origin = {};
+        Vector direction = {};
+    };
+
+    /// A triangle that a ray crosses.
+    struct Crossing {
+        float distance = 0.0F;  ///< Along the ray, in lengths of its direction.
+        float a = 0.0F;         ///< Parameters of the position, as of Triangle::pointAt().
+        float b = 0.0F;
+        std::uint32_t triangle = 0;  ///< Index of the triangle.
+    };
+
+    /// The crossings of one ray, in no particular order.
+    class Crossings {
+    public:
+        static constexpr std::size_t kCapacity = 16;
+
+        void clear() { total = 0; }
+        /// Appends a crossing, which is only counted beyond the capacity.
+        void add(const Crossing& crossing) {
+            if (total < kCapacity) list[total] = crossing;
+            ++total;
+        }
+        /// Returns true if no crossing was beyond the capacity.
+        [[nodiscard]] bool areComplete() const { return total <= kCapacity; }
+        /// Returns the crossings within the capacity.
+        [[nodiscard]] std::span<const Crossing> stored() const {
+            return std::span(list).first(std::min(total, kCapacity));
+        }
+
+    private:
+        std::array<Crossing, kCapacity> list;  // the first `total` are set
+        std::size_t total = 0;
+    };
+
+    /// Number of rays that are traced at once.
+    static constexpr std::size_t kPacketSize = 8;
 
     RayScene();
     RayScene(const RayScene&) = delete;
@@ -47,6 +93,22 @@ public:
     /// ray with a coordinate that is NaN, infinite or beyond 1.844e18 hits nothing, because the ray
     /// tracer does not support it.
     [[nodiscard]] std::optional<Hit> cast(const Vector& origin, const Vector& direction, float nearest) const;
+
+    /// Finds all triangles that a ray crosses at or after its origin. The crossings are those of
+    /// cast(), with the same bits. A ray that the ray tracer does not support has none.
+    void collect(const Ray& ray, Crossings& crossings) const;
+
+    /// Finds the crossings of several rays, which is faster than one ray after the other if
+    /// neighboring rays are nearly parallel. The results are the same.
+    /// \pre 1 to kPacketSize rays, and as many lists
+    void collect(std::span<const Ray> rays, std::span<Crossings> crossings) const;
+
+    /// Returns the position of a crossing, as cast() returns it.
+    [[nodiscard]] Point<double, 3> positionOf(const Crossing& crossing) const;
+
+    /// Returns the corners of a triangle of the scene.
+    /// \pre the scene contains the triangle
+    [[nodiscard]] Corners cornersOf(std::uint32_t triangle) const;
 
     /// Rounds each coordinate of a position or a direction to single precision.
     [[nodiscard]] static Vector narrowed(const Point<double, 3>& point);
