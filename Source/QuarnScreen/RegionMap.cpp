@@ -15,6 +15,10 @@ using quarn::detail::middleV;
 
 constexpr int kNoSlot = -1;
 
+// Smaller trees are searched faster without tables.
+constexpr int kMinLookupLeaves = 16;
+constexpr std::size_t kMinTests = 64;
+
 constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 }  // namespace
@@ -26,7 +30,18 @@ const Triangle* RegionNode::triangle(int index) const {
     return range + (map->isOfLastBuild(*this) ? map->slotTriangles[static_cast<std::size_t>(entry)] : entry);
 }
 
-RegionMap::RegionMap() : lookup(std::make_unique<quarn::detail::RegionMapShortcut>()) {}
+// What only searches read.
+struct RegionMap::SearchTables {
+    std::vector<UVTest> tests;  // by slot; none for few triangles, or if none has an area in UV
+    quarn::detail::RegionMapShortcut lookup;
+
+    void clear() {
+        tests.clear();
+        lookup.clear();
+    }
+};
+
+RegionMap::RegionMap() : tables(std::make_unique<SearchTables>()) {}
 RegionMap::~RegionMap() = default;
 
 // Creates the nodes of a build.
@@ -63,8 +78,11 @@ public:
             std::transform(range.first, range.last, leaf.payload.begin(),
                            [this](int i) { return slotOf(i); });
         } else {
-            leaf.payload.front() = static_cast<int>(map.longLists.size());
-            std::transform(range.first, range.last, std::back_inserter(map.longLists),
+            const std::size_t start = map.longLists.size();
+            leaf.payload.front() = static_cast<int>(start);
+            map.longLists.resize(start + static_cast<std::size_t>(leaf.triangleCount));
+            std::transform(range.first, range.last,
+                           map.longLists.begin() + static_cast<std::ptrdiff_t>(start),
                            [this](int i) { return slotOf(i); });
         }
         map.nodeList.push_back(leaf);
@@ -146,9 +164,7 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
 
     const auto count = static_cast<std::size_t>(builtTriangles);
     buildRanges.push_back(first);
-    tests.clear();
-    hasUVArea = true;
-    lookup->clear();
+    tables->clear();
     EarlierNodes earlier(*this);
     earlier.replaceSlots();
     earlier.shareLists();
@@ -158,12 +174,14 @@ void RegionMap::rebuild(const Triangle* first, const Triangle* last) {
     slotTriangles.reserve(count);
     cutAll(first, count);
     makeTests();
-    lookup->build(nodeList, wholeRect, statistics.leafCount);
 }
 
 void RegionMap::cutAll(const Triangle* first, std::size_t count) {
-    std::vector<RegionRect> boxes(count);
-    std::transform(first, first + count, boxes.begin(), [](const Triangle& triangle) {
+    hasUVArea = false;
+    std::vector<RegionRect> boxes;
+    boxes.reserve(count);
+    std::transform(first, first + count, std::back_inserter(boxes), [this](const Triangle& triangle) {
+        if (triangle.uvDeterminant != 0.0) hasUVArea = true;
         const auto& [a, b, c] = triangle.vertices;
         return quarn::detail::uvBoxOf(a.uv, b.uv, c.uv);
     });
@@ -184,8 +202,7 @@ void RegionMap::clear() {
     firstEntry = 0;
     previousEntry = 0;
     slotTriangles.clear();
-    tests.clear();
-    lookup->clear();
+    tables->clear();
 }
 
 void RegionMap::countLeaf(int triangleCount, int depth) {
@@ -209,12 +226,13 @@ RegionMap::UVTest RegionMap::uvTestOf(const Triangle& triangle) {
 }
 
 void RegionMap::makeTests() {
-    const Triangle* const range = buildRanges.back();
-    hasUVArea = std::any_of(slotTriangles.begin(), slotTriangles.end(),
-                            [range](int triangle) { return range[triangle].uvDeterminant != 0.0; });
-    if (!hasUVArea) return;
-    tests.reserve(slotTriangles.size());
-    for (const int triangle : slotTriangles) tests.push_back(uvTestOf(range[triangle]));
+    if (hasUVArea && slotTriangles.size() >= kMinTests) {
+        tables->tests.reserve(slotTriangles.size());
+        for (const int triangle : slotTriangles)
+            tables->tests.push_back(uvTestOf(buildRanges.back()[triangle]));
+    }
+    if (statistics.leafCount >= kMinLookupLeaves)
+        tables->lookup.build(nodeList, wholeRect, statistics.leafCount);
 }
 
 bool RegionMap::UVTest::holds(double u, double v) const {
@@ -233,7 +251,7 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
     const RegionNode* node = &nodeList[static_cast<std::size_t>(nodeIndex)];
     RegionRect part = rect;
     if (nodeIndex + 1 == static_cast<int>(nodeList.size()) && rect == wholeRect) {
-        if (const auto arrival = lookup->find(u, v)) {
+        if (const auto arrival = tables->lookup.find(u, v)) {
             node = &nodeList[static_cast<std::size_t>(arrival->node)];
             part = arrival->rect;
         }
@@ -254,10 +272,10 @@ void RegionMap::locate(int nodeIndex, const RegionRect& rect, double u, double v
     // Leaves of earlier builds have no prepared tests.
     const bool isOfLast = isOfLastBuild(*node);
     if (isOfLast && !hasUVArea) return;
-    const std::size_t testCount = isOfLast ? tests.size() : 0;
+    const std::size_t testCount = isOfLast ? tables->tests.size() : 0;
     for (int i = 0; i < node->count(); ++i) {
         const auto slot = static_cast<std::size_t>(slotInLeaf(*node, i));
-        const UVTest& uvTest = slot < testCount ? tests[slot] : uvTestOf(*node->triangle(i));
+        const UVTest& uvTest = slot < testCount ? tables->tests[slot] : uvTestOf(*node->triangle(i));
         if (!uvTest.holds(u, v)) continue;
         result = uvTest.triangle;
         return;

@@ -12,10 +12,6 @@
 #include <Common/Export.h>
 #include <QuarnScreen/Triangle.h>
 
-namespace quarn::detail {
-class RegionMapShortcut;
-}
-
 /// A closed rectangle in UV.
 ///
 /// \code{.cpp}
@@ -184,6 +180,7 @@ private:
         [[nodiscard]] bool holds(double u, double v) const;
     };
 
+    struct SearchTables;
     class NodeVisitor;
     class EarlierNodes;
 
@@ -210,9 +207,8 @@ private:
     // For each slot of the last build, the index of its triangle. A triangle gets a slot when it is
     // first stored in a leaf, so that the slots of a leaf are adjacent.
     std::vector<int> slotTriangles;
-    std::vector<UVTest> tests;  // by slot; none if no triangle has an area in UV
-    bool hasUVArea = true;      // false if no triangle of the last build contains any UV
-    std::unique_ptr<quarn::detail::RegionMapShortcut> lookup;
+    bool hasUVArea = true;                 // false if no triangle of the last build contains any UV
+    std::unique_ptr<SearchTables> tables;  // never null
     int builtTriangles = 0;
     int splitsGivenUp = 0;
     Statistics statistics;

@@ -71,6 +71,25 @@ INSTANTIATE_TEST_SUITE_P(AllSoups, RegionMapBuild,
                                            Soup::OnOneLine, Soup::OneRegion, Soup::AroundOnePoint,
                                            Soup::Special));
 
+// Ranges of up to 64 triangles are cut by masks, larger ones by lists.
+TEST(RegionMapBuildAtLarge, OfAboutSixtyFourTrianglesIsThatOfTheReference) {
+    for (std::size_t count = 60; count < 70; ++count) {
+        Rng rng(static_cast<int>(count));
+        SCOPED_TRACE(count);
+        std::vector<Triangle> triangles;
+        for (std::size_t i = 0; i < count; ++i) {
+            const UV center = uvAround(rng, {0.5, 0.5}, 0.4);
+            triangles.push_back(triangleOver(uvAround(rng, center, 0.1), uvAround(rng, center, 0.1),
+                                             uvAround(rng, center, 0.1)));
+        }
+        RegionMap map;
+        ReferenceRegionMap plain;
+        rebuildOver(map, triangles);
+        plain.rebuild(triangles);
+        expectSameMap(map, plain);
+    }
+}
+
 TEST(RegionMapBuildAtLarge, OfManyTrianglesIsThatOfTheReference) {
     for (int i = 0; i < seedCount(20); ++i) {
         Rng rng(i);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -23,8 +24,11 @@ namespace quarn::detail {
 }
 
 /// Returns the bounding box of the UVs of a triangle's corners.
-[[nodiscard]] RegionRect uvBoxOf(const Point<double, 2>& a, const Point<double, 2>& b,
-                                 const Point<double, 2>& c);
+[[nodiscard]] inline RegionRect uvBoxOf(const Point<double, 2>& a, const Point<double, 2>& b,
+                                        const Point<double, 2>& c) {
+    return {std::min(std::min(a[0], b[0]), c[0]), std::max(std::max(a[0], b[0]), c[0]),
+            std::min(std::min(a[1], b[1]), c[1]), std::max(std::max(a[1], b[1]), c[1])};
+}
 
 /// Returns the bounding box of all boxes; inverted without boxes.
 [[nodiscard]] RegionRect unionOf(const std::vector<RegionRect>& boxes);
@@ -57,7 +61,11 @@ public:
 
     /// Both arguments must outlive this object.
     QuadtreeSubdivision(const std::vector<RegionRect>& rectangles, Visitor& nodeVisitor)
-        : boxes(rectangles), visitor(nodeVisitor), misplaced(boxes.size()), quadrants(kMaxDepth) {}
+        : boxes(rectangles), visitor(nodeVisitor) {
+        if (boxes.size() <= kMaskBits) return;
+        misplaced.resize(boxes.size());
+        quadrants.resize(kMaxDepth);
+    }
 
     /// Subdivides all boxes, starting with a rectangle of the given depth.
     void run(const RegionRect& rect, int depth = kFirstDepth) {
@@ -70,6 +78,9 @@ private:
     static constexpr int kNoParent = std::numeric_limits<int>::max();
     static constexpr int kGivenUp = -1;
     static constexpr int kQuadrants = 4;
+    static constexpr std::size_t kMaskBits = 64;
+
+    using Mask = std::uint64_t;
 
     static RegionRect quadrantOf(const RegionRect& rect, double midU, double midV, int quadrant) {
         RegionRect part = rect;
@@ -149,10 +160,79 @@ private:
         return first + overlapping;
     }
 
+    // Returns a mask for each quadrant, with one bit for each position of the range, as
+    // findQuadrants() does for the boxes.
+    [[nodiscard]] std::array<Mask, 4> masksOf(const BoxRange& range, double midU, double midV) const {
+        Mask left = 0;
+        Mask right = 0;
+        Mask above = 0;
+        Mask below = 0;
+        Mask bit = 1;
+        for (const int* i = range.first; i != range.last; ++i, bit <<= 1) {
+            const RegionRect& box = boxes[static_cast<std::size_t>(*i)];
+            left |= box.minU > midU ? 0 : bit;
+            right |= midU > box.maxU ? 0 : bit;
+            above |= box.minV > midV ? 0 : bit;
+            below |= midV > box.maxV ? 0 : bit;
+        }
+        return {left & above, right & above, left & below, right & below};
+    }
+
+    // The same order as that of partition(): the first misplaced box from the front is swapped with
+    // the first one from the back.
+    static int* partition(const BoxRange& range, std::array<Mask, 4>& masks, std::size_t quadrant) {
+        const int overlapping = std::popcount(masks[quadrant]);
+        const Mask front = overlapping == kMaskBits ? ~Mask{0} : (Mask{1} << overlapping) - 1;
+        Mask wrongInFront = front & ~masks[quadrant];
+        Mask wrongBehind = masks[quadrant] & ~front;
+        while (wrongInFront != 0) {
+            const int i = std::countr_zero(wrongInFront);
+            const int j = static_cast<int>(kMaskBits) - 1 - std::countl_zero(wrongBehind);
+            std::swap(range.first[i], range.first[j]);
+            // The masks of earlier quadrants are used no more.
+            for (std::size_t later = quadrant + 1; later < masks.size(); ++later) {
+                const Mask differs = ((masks[later] >> i) ^ (masks[later] >> j)) & 1;
+                masks[later] ^= (differs << i) | (differs << j);
+            }
+            wrongInFront &= wrongInFront - 1;
+            wrongBehind ^= Mask{1} << j;
+        }
+        return range.first + overlapping;
+    }
+
+    // Cuts a range of up to 64 boxes. Its overlaps fit in the bits of a word, so that the work of a
+    // partition depends on the number of misplaced boxes alone.
+    int cutFew(const BoxRange& range, const RegionRect& rect, int depth, int parentCount) {
+        const double midU = middleU(rect);
+        const double midV = middleV(rect);
+        const int count = range.size();
+        const auto checkpoint = visitor.save();
+        std::array<Mask, 4> masks = masksOf(range, midU, midV);
+        std::array<int, 4> children{};
+        for (std::size_t quadrant = 0; quadrant < children.size(); ++quadrant) {
+            int* const end = partition(range, masks, quadrant);
+            if (end == range.last && count == parentCount) return kGivenUp;
+
+            const RegionRect part = quadrantOf(rect, midU, midV, static_cast<int>(quadrant));
+            const int child = cut({range.first, end}, part, depth + 1, count);
+            if (child == kGivenUp) {
+                visitor.restore(checkpoint);
+                visitor.giveUp();
+                return visitor.leaf(range, depth);
+            }
+            children[quadrant] = child;
+            // The subdivision of the child may have moved its boxes.
+            const bool mayHaveMoved = end - range.first > kLeafCapacity;
+            if (mayHaveMoved && quadrant + 1 < children.size()) masks = masksOf(range, midU, midV);
+        }
+        return visitor.inner(children);
+    }
+
     int cut(const BoxRange& range, const RegionRect& rect, int depth, int parentCount) {
         const int count = range.size();
         if (count <= kLeafCapacity || depth >= kMaxDepth || !visitor.mayCut(count))
             return visitor.leaf(range, depth);
+        if (static_cast<std::size_t>(count) <= kMaskBits) return cutFew(range, rect, depth, parentCount);
 
         const double midU = middleU(rect);
         const double midV = middleV(rect);
