@@ -30,6 +30,36 @@ std::optional<std::string> likelyScale(double meters) {
     return std::nullopt;
 }
 
+struct FarComponent {
+    std::size_t component = 0;  // in the topology
+    std::size_t triangles = 0;
+    CoordinateRounding rounding;  // its size is that of all components, without the space between
+};
+
+// Returns the component with the largest coordinate of a mesh whose bounds are mostly the space
+// between components. A small fragment of a large mesh is measured by the size of that mesh.
+std::optional<FarComponent> farComponentOf(const CheckedMesh& mesh, const MeshTopology& surface) {
+    std::vector<Bounds<3>> bounds(surface.components.size());
+    std::vector<std::size_t> counts(bounds.size());
+    for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
+        if (!surface.isUsed[i]) continue;
+        ++counts[surface.componentOf[i]];
+        for (const TriangleVertex& corner : mesh.triangles[i].vertices)
+            bounds[surface.componentOf[i]].include(corner.position);
+    }
+    FarComponent far;
+    double size = 0.0;
+    for (std::size_t i = 0; i < bounds.size(); ++i) {
+        const CoordinateRounding rounding = roundingOf(bounds[i]);
+        size += rounding.size;
+        if (rounding.largest > far.rounding.largest)
+            far = {.component = i, .triangles = counts[i], .rounding = rounding};
+    }
+    far.rounding.size = size;
+    if (bounds.size() < 2 || !(size < length(boundsOf(mesh.triangles).extent()))) return std::nullopt;
+    return far;
+}
+
 }  // namespace
 
 void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings) {
@@ -47,18 +77,28 @@ void checkSize(const CheckedMesh& mesh, const std::string& unit, std::vector<Fin
                                 ", or state the unit of the file"});
 }
 
-void checkRounding(const CheckedMesh& mesh, const std::string& unit, std::vector<Finding>& findings) {
+void checkRounding(const CheckedMesh& mesh, const MeshTopology& surface, const std::string& unit,
+                   std::vector<Finding>& findings) {
     if (mesh.triangles.empty()) return;
-    const CoordinateRounding rounding = roundingOf(boundsOf(mesh.triangles));
+    const CoordinateRounding whole = roundingOf(boundsOf(mesh.triangles));
+    const auto far = whole.isLarge() ? std::nullopt : farComponentOf(mesh, surface);
+    const CoordinateRounding rounding = far ? far->rounding : whole;
     if (!rounding.isLarge()) return;
-    // The numbers of an STL file are rounded in the file.
-    const bool canMove = mesh.canHaveUV && !mesh.file.empty();
+    // The numbers of an STL file are rounded in the file. No one origin suits distant components.
+    const bool canMove = mesh.canHaveUV && !mesh.file.empty() && !far;
+    Cases cases(mesh);
+    if (far) cases.add(surface.components[far->component]);
     findings.push_back(
         {.name = "rounded-positions",
-         .count = mesh.triangles.size(),
-         .text = roundingText(rounding, unit),
-         .hint = mesh.canHaveUV ? "move the origin to the mesh"
-                                : "move the origin to the mesh, and export it again",
+         .count = far ? far->triangles : mesh.triangles.size(),
+         .places = cases.first(),
+         .text = roundingText(rounding, unit) +
+                 (far ? "; they are those of a component of " + counted(far->triangles, "triangle") +
+                            " that is far from the origin"
+                      : ""),
+         .hint = far              ? "write each component to its own file, and move its origin"
+                 : mesh.canHaveUV ? "move the origin to the mesh"
+                                  : "move the origin to the mesh, and export it again",
          .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = mesh.file}});
 }
 

@@ -34,7 +34,7 @@ std::vector<Finding> checkMesh(const CheckedMesh& mesh, const std::string& unit,
     if (uvChecks == UvChecks::All) checkUv(mesh, surface, findings);
     if (mesh.canHaveUV) checkUvIndex(mesh, findings);
     checkSize(mesh, unit, findings);
-    checkRounding(mesh, unit, findings);
+    checkRounding(mesh, surface, unit, findings);
     checkUnusedVertices(mesh, findings);
     return findings;
 }

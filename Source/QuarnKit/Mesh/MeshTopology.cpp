@@ -84,14 +84,19 @@ void joinTriangles(MeshTopology& topology) {
 
     topology.patches.resize(count);
     std::vector<bool> parities(count);
-    std::vector<bool> isKnown(count);
+    constexpr auto kUnknown = std::numeric_limits<std::uint32_t>::max();
+    std::vector<std::uint32_t> numbers(count, kUnknown);  // of components, by root
+    topology.componentOf.resize(count);
     for (std::uint32_t i = 0; i < count; ++i) {
         topology.patches[i] = patches.findRoot(i);
         parities[i] = patches.parityOf(i);
-        const std::uint32_t component = components.findRoot(i);
-        if (!topology.isUsed[i] || isKnown[component]) continue;
-        isKnown[component] = true;
-        topology.components.push_back(i);
+        if (!topology.isUsed[i]) continue;
+        std::uint32_t& number = numbers[components.findRoot(i)];
+        if (number == kUnknown) {
+            number = static_cast<std::uint32_t>(topology.components.size());
+            topology.components.push_back(i);
+        }
+        topology.componentOf[i] = number;
     }
     topology.isFlipped = findFlipped(topology, parities);
 }
@@ -111,6 +116,7 @@ MeshTopology buildMeshTopology(const std::vector<Triangle>& triangles) {
                           .patches = {},
                           .isFlipped = {},
                           .components = {},
+                          .componentOf = {},
                           .nonManifold = {},
                           .nonOrientable = {}};
     topology.isDegenerate = findDegenerate(triangles, topology.corners);

@@ -25,6 +25,8 @@ struct MeshTopology {
 
     /// The first triangle of each connected component; any shared edge connects triangles.
     std::vector<std::uint32_t> components;
+    /// By triangle, its index in `components`; 0 for triangles that are not used.
+    std::vector<std::uint32_t> componentOf;
     /// The third triangle of each non-manifold edge, which has more than two.
     std::vector<std::uint32_t> nonManifold;
     /// One triangle for each edge across which no consistent orientation exists.

@@ -134,3 +134,34 @@ TEST(MeshCheck, SizeIsSeenInItsUnit) {
     EXPECT_THAT(found(4000.0, "m").text, ::testing::HasSubstr("5657 m across"));
     EXPECT_THAT(found(1e9, "m").hint, ::testing::StartsWith("check the scale"));
 }
+
+namespace {
+
+Mesh movedBy(Mesh mesh, const Point<double, 3>& offset) {
+    for (Triangle& triangle : mesh)
+        for (TriangleVertex& vertex : triangle.vertices) vertex.position = vertex.position + offset;
+    return mesh;
+}
+
+Finding roundingBeside(const Mesh& first, const Mesh& second) {
+    Mesh mesh = first;
+    mesh.insert(mesh.end(), second.begin(), second.end());
+    return findingNamed("rounded-positions", check(mesh));
+}
+
+}  // namespace
+
+TEST(MeshCheck, RoundingOfAFarComponentBesideANearOneIsFound) {
+    const Mesh near = flatGrid({4, 4}, {10.0, 10.0});
+    const Finding finding = roundingBeside(near, movedBy(near, {512345.0, 5403210.0, 312.0}));
+    EXPECT_EQ(finding.count, near.size());
+    EXPECT_THAT(trianglesOf(finding), ElementsAre(near.size() + 1));
+    EXPECT_THAT(finding.text, ::testing::StartsWith("positions are rounded to multiples of 0.5 m"));
+    EXPECT_THAT(finding.text, ::testing::HasSubstr("a component of 32 triangles that is far"));
+    EXPECT_EQ(roundingBeside(near, movedBy(near, {0.0, 300.0, 0.0})).count, 0U);
+}
+
+TEST(MeshCheck, RoundingOfASmallFragmentIsMeasuredByTheWholeMesh) {
+    const Mesh fragment = movedBy(flatGrid({1, 1}, {0.01, 0.01}), {0.0, 30.0, 0.0});
+    EXPECT_EQ(roundingBeside(flatGrid({4, 4}, {20.0, 20.0}), fragment).count, 0U);
+}

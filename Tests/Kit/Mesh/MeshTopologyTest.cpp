@@ -22,6 +22,9 @@ TEST(MeshTopology, ComponentsBeginWithTheirFirstTriangle) {
     EXPECT_THAT(buildMeshTopology(flatGrid({6, 4})).components, ElementsAre(0));
     EXPECT_THAT(buildMeshTopology(separatePieces(3, {2, 2})).components, ElementsAre(0, 8, 16));
     EXPECT_THAT(buildMeshTopology(gridWithSeam({4, 5})).components, ElementsAre(0)) << "UV does not count";
+    const std::vector<std::uint32_t> componentOf = buildMeshTopology(separatePieces(3, {2, 2})).componentOf;
+    ASSERT_EQ(componentOf.size(), 24U);
+    for (std::size_t i = 0; i < componentOf.size(); ++i) EXPECT_EQ(componentOf[i], i / 8) << i;
 }
 
 TEST(MeshTopology, TrianglesFlippedAgainstMostOfTheirPatchAreFound) {
