@@ -16,9 +16,14 @@ namespace {
 
 constexpr int kPositionDigits = 7;
 
+// Files with a warning of several boundaries.
+std::set<std::string>& warnedFiles() {
+    static std::set<std::string> files;
+    return files;
+}
+
 void warnOfSeveralBoundaries(const std::string& path) {
-    static std::set<std::string> warnedFiles;
-    if (!takeSeveralBoundaries() || !warnedFiles.insert(path).second) return;
+    if (!takeSeveralBoundaries() || !warnedFiles().insert(path).second) return;
     writeWarningLine(withLocation(path, 0,
                                   "the mesh has several boundaries, at holes, at gaps between its parts or "
                                   "at seams; only the first one is "
@@ -71,7 +76,13 @@ void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::str
     writeWarningLine(withLocation(screen.file, 0, text));
 }
 
+bool isWarnedOfBoundaries(const std::string& path) {
+    return warnedFiles().contains(path);
+}
+
 void warnWithoutUV(const Screen& screen) {
+    // The warning of several boundaries states it.
+    if (isWarnedOfBoundaries(screen.file)) return;
     if (screen.mesh && !screen.geometry->hasParameterization())
         writeWarningLine(withLocation(screen.file, 0, "the mesh has no usable UV, see quarnscreen info"));
 }

@@ -9,6 +9,16 @@
 
 namespace quarn::tool {
 
+namespace {
+
+// Shows the stages alone, for a mesh whose status the warning on its input states.
+class StageObserver : public ConsoleObserver {
+public:
+    void notify(const Notice& /*notice*/) override {}
+};
+
+}  // namespace
+
 void addMeshEditOptions(Command& command, MeshEditOptions& options) {
     command.argument("FILE FILE", options.input, "OBJ or STL file, or XML file of a mesh").required();
     addOutputOption(
@@ -41,7 +51,9 @@ void writeMesh(const std::vector<Triangle>& triangles, const std::string& commen
     OutputFile output(options.output, {options.input});
     const std::string text = objTextOf(meshDocumentOf(triangles), comment);
     ConsoleObserver observer;
-    const auto screen = loadGeneratedText(options.output, text, options.maxMemory, observer);
+    StageObserver stageObserver;
+    Observer& used = isWarnedOfBoundaries(options.input) ? stageObserver : observer;
+    const auto screen = loadGeneratedText(options.output, text, options.maxMemory, used);
     output.write(writesXml(options) ? xmlTextOf(*screen) : text);
     output.finish();
 }

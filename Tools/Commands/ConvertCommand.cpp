@@ -91,7 +91,8 @@ void run(const ConvertOptions& options) {
     } else {
         text = objTextFor(screen, options);
         ConsoleObserver observer;
-        noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
+        if (!isWarnedOfBoundaries(options.input))
+            noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
     }
     OutputFile output(options.output, {options.input});
     output.write(text);

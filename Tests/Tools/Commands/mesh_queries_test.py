@@ -75,6 +75,16 @@ class MeshAnswers(ObjTest):
             self.assertEqual(result.stderr, b"warning: bare.obj: the mesh has no usable UV, see quarnscreen info\n")
             self.assertEqual(result.returncode, 0)
 
+    def test_several_boundaries_are_stated_once(self):
+        self.file("two.obj", "v 0 0 0\nv 1 0 0\nv 0 0 1\nv 3 0 0\nv 4 0 0\nv 3 0 1\nvt 0 0\nvt .4 0\nvt 0 .4\nvt .6 .6\nvt 1 .6\nvt .6 1\n"
+                  "vn 0 -1 0\nf 1/1/1 2/2/1 3/3/1\nf 4/4/1 5/5/1 6/6/1\n")
+        for arguments in (("map", "two.obj", "--to", "3d"), ("grid", "two.obj"), ("points", "two.obj"), ("convert", "two.obj", "-o", "copy.obj"),
+                          ("transform", "two.obj", "--scale", "2", "-o", "large.obj"), ("refine", "two.obj", "--max-edge", "0.5", "-o", "fine.obj")):
+            with self.subTest(arguments[0]):
+                lines = self.run_tool(*arguments, stdin=b"0.5,0.5\n").stderr.decode().splitlines()
+                self.assertEqual(len(lines), 1, lines)
+                self.assertIn("warning: two.obj: the mesh has several boundaries, ", lines[0])
+
     def test_rays(self):
         rays = b"0.5,-5,0.5,0.5,-4,0.5\n0.5,5,0.5,0.5,4,0.5\n0.5,-5,0.5,0.5,-6,0.5\n"
         rows = self.rows("intersect", "wall.obj", stdin=rays)
