@@ -31,12 +31,6 @@ constexpr float kOrderTolerance = 1e-4F;
 // compares products, which are rounded to 1.2e-7.
 constexpr float kStartTolerance = 1e-6F;
 
-// A crossing and its position on the triangle.
-struct LocatedCrossing {
-    Crossing crossing;
-    Point<double, 3> position;
-};
-
 RayScene::Ray narrowed(const Ray& ray) {
     return {RayScene::narrowed(ray.origin), RayScene::narrowed(ray.target - ray.origin)};
 }
@@ -68,17 +62,16 @@ bool isInBox(const RayScene::Ray& ray, const Crossing& crossing, const RayScene:
 
 // Moves the crossings that casts find to the front, nearest first. Returns their number; nothing if
 // rounding may decide about one of them.
-std::optional<std::size_t> selectHits(std::span<LocatedCrossing> sorted) {
+std::optional<std::size_t> selectHits(std::span<Crossing> sorted) {
     std::size_t count = 0;
     float nearest = 0.0F;
     for (std::size_t i = 0; i < sorted.size() && count < RayHits::kMaxHits; ++i) {
-        const float distance = sorted[i].crossing.distance;
+        const float distance = sorted[i].distance;
         if (count > 0) {
             if (areNearlyEqual(distance, nearest, kOrderTolerance)) return std::nullopt;
             if (distance < nearest) continue;
         }
-        if (i + 1 < sorted.size() &&
-            areNearlyEqual(distance, sorted[i + 1].crossing.distance, kOrderTolerance))
+        if (i + 1 < sorted.size() && areNearlyEqual(distance, sorted[i + 1].distance, kOrderTolerance))
             return std::nullopt;
         nearest = distance + kStepBehindHit;
         if (areNearlyEqual(distance, nearest, kStartTolerance)) return std::nullopt;
@@ -114,7 +107,20 @@ void RayHitSearch::find(std::span<const Ray> rays, std::span<RayHits> hits) cons
     std::array<RayScene::Crossings, RayScene::kPacketSize> crossings;
     for (std::size_t i = 0; i < rays.size(); ++i) narrow[i] = narrowed(rays[i]);
     scene.collect(std::span(narrow).first(rays.size()), crossings);
+    for (std::size_t i = 0; i < rays.size(); ++i) prefetchTriangles(crossings[i].stored());
     for (std::size_t i = 0; i < rays.size(); ++i) addHits(rays[i], narrow[i], crossings[i], hits[i]);
+}
+
+// Triangles are far apart in memory, and the hits of a packet are computed one after the other.
+void RayHitSearch::prefetchTriangles(std::span<const Crossing> crossings) const {
+    for (const Crossing& crossing : crossings) {
+        if (crossing.triangle >= triangles.size()) continue;
+        const Triangle& triangle = triangles[crossing.triangle];
+        __builtin_prefetch(&triangle.vertices[0].uv);
+        __builtin_prefetch(&triangle.normal);
+        __builtin_prefetch(&triangle.uvEdge1);
+        __builtin_prefetch(&triangle.uvEdge2);
+    }
 }
 
 void RayHitSearch::addHits(const Ray& ray, const RayScene::Ray& narrow, RayScene::Crossings& crossings,
@@ -125,22 +131,17 @@ void RayHitSearch::addHits(const Ray& ray, const RayScene::Ray& narrow, RayScene
 }
 
 bool RayHitSearch::addCollectedHits(const Ray& ray, const RayScene::Ray& narrow,
-                                    std::span<const Crossing> crossings, RayHits& hits) const {
-    std::array<LocatedCrossing, RayScene::Crossings::kCapacity> list;
-    const std::span<LocatedCrossing> located = std::span(list).first(crossings.size());
-    for (std::size_t i = 0; i < crossings.size(); ++i) {
-        located[i] = {crossings[i], scene.positionOf(crossings[i])};
-        if (!isInBox(narrow, crossings[i], scene.cornersOf(crossings[i].triangle))) return false;
-    }
-    std::sort(located.begin(), located.end(), [](const LocatedCrossing& a, const LocatedCrossing& b) {
-        return a.crossing.distance < b.crossing.distance;
-    });
-    const std::optional<std::size_t> count = selectHits(located);
+                                    std::span<Crossing> crossings, RayHits& hits) const {
+    for (const Crossing& crossing : crossings)
+        if (!isInBox(narrow, crossing, scene.cornersOf(crossing.triangle))) return false;
+    std::sort(crossings.begin(), crossings.end(),
+              [](const Crossing& a, const Crossing& b) { return a.distance < b.distance; });
+    const std::optional<std::size_t> count = selectHits(crossings);
     if (!count) return false;
-    for (const auto& [crossing, position] : located.first(*count)) {
+    for (const Crossing& crossing : crossings.first(*count)) {
         // The scene may be older than the triangles, and contain more of them.
         if (crossing.triangle >= triangles.size()) break;
-        hits.add(hitAt(ray, position, crossing.triangle, crossing.a, crossing.b));
+        hits.add(hitAt(ray, scene.positionOf(crossing), crossing.triangle, crossing.a, crossing.b));
     }
     return true;
 }

@@ -57,10 +57,11 @@ public:
     void find(std::span<const Ray> rays, std::span<RayHits> hits) const;
 
 private:
+    void prefetchTriangles(std::span<const RayScene::Crossing> crossings) const;
     void addHits(const Ray& ray, const RayScene::Ray& narrow, RayScene::Crossings& crossings,
                  RayHits& hits) const;
     [[nodiscard]] bool addCollectedHits(const Ray& ray, const RayScene::Ray& narrow,
-                                        std::span<const RayScene::Crossing> crossings, RayHits& hits) const;
+                                        std::span<RayScene::Crossing> crossings, RayHits& hits) const;
     void addHitsByCasts(const Ray& ray, const RayScene::Ray& narrow, RayHits& hits) const;
     [[nodiscard]] Intersection hitAt(const Ray& ray, const Point<double, 3>& position, std::uint32_t triangle,
                                      double a, double b) const;

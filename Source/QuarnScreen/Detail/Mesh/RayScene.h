@@ -67,7 +67,7 @@ public:
         /// Returns true if no crossing was beyond the capacity.
         [[nodiscard]] bool areComplete() const { return total <= kCapacity; }
         /// Returns the crossings within the capacity.
-        [[nodiscard]] std::span<const Crossing> stored() const {
+        [[nodiscard]] std::span<Crossing> stored() {
             return std::span(list).first(std::min(total, kCapacity));
         }
 
