@@ -1,4 +1,4 @@
-#include "Csv/CsvReader.h"
+#include "Rows/Input/RowReader.h"
 
 #include <algorithm>
 
@@ -6,32 +6,50 @@ namespace quarn::tool {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 65536;
+constexpr std::size_t kBlockBytes = 65536;
 
 }  // namespace
 
-CsvReader::CsvReader(InputStream source, const InputColumns& columns, const std::string& unit)
-    : blocks(std::move(source), kBlockSize), head(readCsvHead(blocks, columns, unit)), line(head.lineCount) {}
+RowReader::RowReader(InputStream source, const InputColumns& columns, const std::string& unit)
+    : rowInput(openRowInput(std::move(source), columns, unit, kBlockBytes)),
+      lineCount(rowInput->headLineCount()) {}
 
-bool CsvReader::next() {
-    for (;;) {
-        if (lines.empty() && !blocks.next(lines)) {
-            if (!hasRows) throw head.format.noRowsError().at(name(), 0);
-            return false;
-        }
-        const std::string_view text = blocks.splitter().takeRow(lines);
-        row.read(text, head.format, blocks.splitter());
-        if (row.error) throw row.error->at(name(), line + row.lineCount);
-        line += std::max<std::uint64_t>(row.lineCount, 1);
-        if (row.numbers.empty()) continue;
-        hasRows = true;
-        return true;
-    }
+bool RowReader::next() {
+    while (nextRow == rowCount)
+        if (!parseNextPart()) return false;
+    ++nextRow;
+    hasRows = true;
+    return true;
 }
 
-std::span<const double> CsvReader::numbers() const {
-    if (!row.emptyRows.empty()) return {};
-    return row.numbers;
+bool RowReader::parseNextPart() {
+    if (rows.error) throw rows.error->at(name(), lineCount);
+    if (nextPart == partCount) {
+        partCount = rowInput->nextBlock();
+        nextPart = 0;
+    }
+    if (partCount == 0) {
+        if (!hasRows) throw rowInput->noRowsError();
+        return false;
+    }
+    rowInput->parse(nextPart, rows);
+    ++nextPart;
+    rowCount = rows.numbers.size() / rowInput->numberCount();
+    nextRow = 0;
+    lineCount += rows.lineCount;
+    return true;
+}
+
+std::span<const double> RowReader::numbers() const {
+    const std::size_t row = nextRow - 1;
+    if (std::binary_search(rows.emptyRows.begin(), rows.emptyRows.end(), row)) return {};
+    const std::size_t width = rowInput->numberCount();
+    return std::span(rows.numbers).subspan(row * width, width);
+}
+
+std::span<const std::string_view> RowReader::passedCells() const {
+    const std::size_t width = rows.passed.size() / rowCount;
+    return std::span(rows.passed).subspan((nextRow - 1) * width, width);
 }
 
 }  // namespace quarn::tool

@@ -1,25 +1,24 @@
 /// \file
-/// Rows of CSV text, one by one. For commands that read their input in order.
+/// Rows of an input, one by one. For commands that read their input in order.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "Csv/CsvHead.h"
-#include "Csv/CsvRows.h"
-#include "Csv/LineBlockReader.h"
+#include "Rows/Input/RowInput.h"
 
 namespace quarn::tool {
 
-/// Reads rows of a fixed count of numbers; see readCsvHead() for what an input may look like. The
-/// memory used does not grow with the input.
-class CsvReader {
+/// Reads the rows of a RowInput in their order. The memory used does not grow with the input.
+class RowReader {
 public:
     /// \param unit the unit of all lengths
-    /// \throws Error as readCsvHead()
-    CsvReader(InputStream source, const InputColumns& columns, const std::string& unit);
+    /// \throws Error as openRowInput()
+    RowReader(InputStream source, const InputColumns& columns, const std::string& unit);
 
     /// Reads the next row.
     /// \return false at the end of the input
@@ -30,23 +29,27 @@ public:
     [[nodiscard]] std::span<const double> numbers() const;
 
     /// Returns the cells of the row to pass on, valid until the next row.
-    [[nodiscard]] std::span<const std::string_view> passedCells() const { return row.passed; }
+    [[nodiscard]] std::span<const std::string_view> passedCells() const;
 
-    /// Returns the format, whose columns to pass on may be selected before the first row.
-    [[nodiscard]] CsvFormat& format() { return head.format; }
+    /// Returns the input, whose columns to pass on may be selected before the first row.
+    [[nodiscard]] RowInput& input() { return *rowInput; }
 
     /// Returns the name of the input, as errors show it.
-    [[nodiscard]] const std::string& name() const { return blocks.name(); }
+    [[nodiscard]] const std::string& name() const { return rowInput->name(); }
 
     /// True if the next row, if any, is available without waiting for the input.
-    [[nodiscard]] bool hasBufferedLine() const { return !lines.empty(); }
+    [[nodiscard]] bool hasBufferedRow() const { return nextRow < rowCount || nextPart < partCount; }
 
 private:
-    LineBlockReader blocks;
-    CsvHead head;
-    CsvRows row;
-    std::string_view lines;  // of the block, those not parsed yet
-    std::uint64_t line = 0;  // number of the line parsed last
+    [[nodiscard]] bool parseNextPart();
+
+    std::unique_ptr<RowInput> rowInput;
+    CsvRows rows;               // of the current part
+    std::size_t partCount = 0;  // of the block
+    std::size_t nextPart = 0;
+    std::size_t rowCount = 0;  // in `rows`
+    std::size_t nextRow = 0;
+    std::uint64_t lineCount;  // lines of the parts before the next one
     bool hasRows = false;
 };
 
