@@ -72,22 +72,33 @@ void addScreenInput(Command& command, ScreenOptions& options) {
     addUnitOption(command, options.unit, "Unit of the lengths in all files; it is named, never converted");
 }
 
-void addScreenOptions(Command& command, ScreenOptions& options) {
+Option addScreenOptions(Command& command, ScreenOptions& options) {
     addScreenInput(command, options);
-    addJsonFlag(command, options.format);
+    const Option json = addJsonFlag(command, options.format);
     addMemoryOption(command, options.maxMemory);
     addOutputOption(command, options.output);
+    return json;
+}
+
+void addResultOptions(Command& command, ScreenOptions& options) {
+    const Option json = addScreenOptions(command, options);
+    command
+        .flag("--npy", options.format, ResultFormat::Npy,
+              "Write a NumPy array of float64 with the columns of the CSV; also if FILE ends with .npy. "
+              "Empty cells are NaN, and a status is a number: 1 on the screen, 2 extrapolated, 3 boundary, "
+              "0 no result, -1 empty row")
+        .excludes(json);
 }
 
 void addQueryOptions(Command& command, QueryOptions& options) {
-    addScreenOptions(command, options);
+    addResultOptions(command, options);
     command.flag("--require", options.areResultsRequired, true, "Exit with 1 if a row has no result");
 }
 
 void addPointOptions(Command& command, PointOptions& options) {
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
-    command.argument("POINTS FILE", options.points, "CSV with x,y,z; - is the standard input");
+    command.argument("POINTS FILE", options.points, "CSV or .npy with x,y,z; - is the standard input");
 }
 
 void addObjOptions(Command& command, ObjOptions& options) {
@@ -130,8 +141,8 @@ void addUnitOption(Command& command, std::string& unit, const std::string& descr
     command.option("--unit NAME", unit, description).choices(lengthUnitNames());
 }
 
-void addJsonFlag(Command& command, ResultFormat& format) {
-    command.flag("--json", format, ResultFormat::Json, "Write one JSON document");
+Option addJsonFlag(Command& command, ResultFormat& format) {
+    return command.flag("--json", format, ResultFormat::Json, "Write one JSON document");
 }
 
 void addThreadsOption(Command& command, std::size_t& threads) {

@@ -18,19 +18,24 @@
 
 namespace quarn::tool {
 
-/// Explains the CSV input of a command, for its help.
-inline constexpr const char* kCsvDetails =
+/// Explains the input rows of a command, for its help.
+inline constexpr const char* kRowDetails =
     "A header names the columns of the CSV, in any order; its further columns follow those of the "
     "result. Without\na header, rows contain only the numbers, in this order. Commas, semicolons, tabs or "
-    "blanks separate cells.";
+    "blanks separate cells.\nA NumPy array (.npy) of floats has the numbers as its columns, in this "
+    "order; a row of NaN alone is an empty row.";
 
 /// Adds the argument SCREEN, and the options of an OBJ file and of the unit.
 void addScreenInput(Command& command, ScreenOptions& options);
 
 /// Adds the argument SCREEN, and all options of a command that reads a screen.
-void addScreenOptions(Command& command, ScreenOptions& options);
+/// \return the flag --json
+Option addScreenOptions(Command& command, ScreenOptions& options);
 
-/// Adds the options of addScreenOptions() and --require.
+/// Adds the options of addScreenOptions() and --npy, for a command that writes rows.
+void addResultOptions(Command& command, ScreenOptions& options);
+
+/// Adds the options of addResultOptions() and --require.
 void addQueryOptions(Command& command, QueryOptions& options);
 
 /// Adds the options of addQueryOptions(), --threads and the argument POINTS.
@@ -57,7 +62,7 @@ void addObjectOption(Command& command, ObjOptions& options, const std::string& s
 void addRepairFlag(Command& command, const std::vector<ObjOptions*>& targets);
 
 void addUnitOption(Command& command, std::string& unit, const std::string& description);
-void addJsonFlag(Command& command, ResultFormat& format);
+Option addJsonFlag(Command& command, ResultFormat& format);
 void addThreadsOption(Command& command, std::size_t& threads);
 void addMemoryOption(Command& command, std::uint64_t& maxMemory);
 Option addOutputOption(

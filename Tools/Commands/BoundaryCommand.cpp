@@ -24,7 +24,7 @@ void registerBoundaryCommand(Command& tool) {
              "Each of the four edges is a polyline, from 1 to 4. A full circle has no sides, and an arc "
              "below\ntwo degrees no top and bottom; the numbers of the others do not change.",
          .example = "quarnscreen boundary Samples/cylinder-200.xml"});
-    addScreenOptions(command, command.onRun(run));
+    addResultOptions(command, command.onRun(run));
 }
 
 }  // namespace quarn::tool

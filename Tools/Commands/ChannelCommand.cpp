@@ -6,8 +6,8 @@
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"
 #include "Commands/Commands.h"
-#include "Csv/CsvReader.h"
 #include "Rows/ChannelPoints.h"
+#include "Rows/Input/RowReader.h"
 #include "Rows/QueryResults.h"
 
 namespace quarn::tool {
@@ -21,12 +21,12 @@ struct ChannelOptions : QueryOptions {
     std::string extraRays;
 };
 
-CsvReader openRays(const std::string& path, const std::string& unit) {
+RowReader openRays(const std::string& path, const std::string& unit) {
     return {InputStream::openFileOrStandardInput(path, "a CSV file of rays"), rayInput(), unit};
 }
 
 // The ray of the current row; none if its cells are empty.
-std::optional<Ray> rayOf(const CsvReader& rays) {
+std::optional<Ray> rayOf(const RowReader& rays) {
     const std::span<const double> numbers = rays.numbers();
     if (numbers.empty()) return std::nullopt;
     return Ray{pointAt(numbers, 0), pointAt(numbers, 3)};
@@ -36,7 +36,7 @@ std::optional<Ray> rayOf(const CsvReader& rays) {
 std::optional<Ray> firstHitOf(const ChannelOptions& options, const ChannelPoints& channel) {
     std::optional<Ray> first;
     if (options.extraRays.empty()) return first;
-    CsvReader rays = openRays(options.extraRays, options.unit);
+    RowReader rays = openRays(options.extraRays, options.unit);
     while (rays.next()) {
         const std::optional<Ray> ray = rayOf(rays);
         if (!first && ray && channel.hits(*ray)) first = ray;
@@ -66,7 +66,7 @@ public:
     ChannelRows(std::uint64_t memoryLimit, ChannelPoints& channelPoints, QueryResults& rows)
         : maxMemory(memoryLimit), channel(channelPoints), results(rows) {}
 
-    void add(const CsvReader& rays) {
+    void add(const RowReader& rays) {
         WaitingRow row{.ray = rayOf(rays)};
         row.passedCells.assign(rays.passedCells().begin(), rays.passedCells().end());
         if (!channel.hasSide() && row.ray && channel.hits(*row.ray)) channel.useSideOf(*row.ray);
@@ -113,18 +113,18 @@ void run(const ChannelOptions& options) {
     const Screen screen = openScreen(options.screen, options.maxMemory, options.obj);
     warnOfIgnoredCenter(screen, CenterQuery::Rays, options.unit);
     ChannelPoints channel(*screen.geometry);
-    CsvReader rays = openRays(options.rays, options.unit);
+    RowReader rays = openRays(options.rays, options.unit);
     const auto extraRay = firstHitOf(options, channel);
 
     std::vector<Column> columns = {{"ray"}, {"status"}};
     for (const Column& column : positionColumns()) columns.push_back(column);
     QueryResults results(options, {options.screen, options.rays, options.extraRays},
                          {.command = "channel", .members = {{"screen", screen.file}}},
-                         withPassedColumns(columns, rays.format()));
+                         withPassedColumns(columns, rays.input()));
     ChannelRows rows(options.maxMemory, channel, results);
     while (rays.next()) {
         rows.add(rays);
-        if (!rays.hasBufferedLine()) results.flush();
+        if (!rays.hasBufferedRow()) results.flush();
     }
     if (!channel.hasSide() && extraRay) channel.useSideOf(*extraRay);
     rows.processWaiting();
@@ -137,18 +137,19 @@ void registerChannelCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "channel",
          .summary = "Find where a channel's boundary rays meet the screen or its continuation",
-         .details = kCsvDetails,
+         .details = kRowDetails,
          .example = "quarnscreen channel Samples/flat-wall.xml Samples/flat-wall-rays.csv"});
     ChannelOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     command
-        .argument(
-            "RAYS FILE", options.rays,
-            "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ, or by a header also a direction "
-            "dX,dY,dZ; - is the standard input")
+        .argument("RAYS FILE", options.rays,
+                  "CSV or .npy with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ, or by a header also "
+                  "a direction "
+                  "dX,dY,dZ; - is the standard input")
         .required();
-    command.option("--extra FILE", options.extraRays,
-                   "CSV with further rays, used only to find the side of the screen that the channel shows");
+    command.option(
+        "--extra FILE", options.extraRays,
+        "CSV or .npy with further rays, used only to find the side of the screen that the channel shows");
 }
 
 }  // namespace quarn::tool

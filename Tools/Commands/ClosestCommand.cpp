@@ -40,7 +40,7 @@ void registerClosestCommand(Command& tool) {
         {.name = "closest",
          .summary = "Find the position on the screen closest to each position",
          .details =
-             std::string(kCsvDetails) +
+             std::string(kRowDetails) +
              "\nThe result is closest in UV, and not always in space. On a mesh it is the projection onto "
              "the triangle\nwith the nearest centroid; there is none if the projection lies outside of "
              "the triangle.",

@@ -151,7 +151,7 @@ void writeRows(const ScreenComparison& comparison, const CompareOptions& options
     ResultRows rows(options.format, head);
     const auto addRow = [&](const std::vector<Cell>& cells) { rows.add(cells, HasResult::Yes); };
     ResultWriter writer(
-        output, options.format, options.maxMemory,
+        output, options.format,
         {.command = "compare", .members = {{"a", options.a}, {"b", options.b}}, .unit = options.unit}, head);
     addRow(emptyCells("digest", wordFor(comparison.digests)));
     addRow(distanceCells("a_to_b", comparison.aToB, comparison));

@@ -36,7 +36,7 @@ void registerGridCommand(Command& tool) {
                     "gap\nbetween the UVs of a mesh are extrapolated, so that no position is missing.",
          .example = "quarnscreen grid Samples/dome.xml --density 5"});
     GridOptions& options = command.onRun(run);
-    addScreenOptions(command, options);
+    addResultOptions(command, options);
     addCountOption(command, "--density", options.density,
                    "Lines in each direction, rounded up to an odd number");
 }

@@ -93,7 +93,7 @@ void run(const IntersectOptions& options) {
     RowPipeline rays = openRows(options, options.rays, "a CSV file of rays", rayInput());
     QueryResults results(options, {options.screen, options.rays},
                          {.command = "intersect", .members = {{"screen", screen.file}}},
-                         withPassedColumns(hitColumns("ray", {"t"}), rays.format()));
+                         withPassedColumns(hitColumns("ray", {"t"}), rays.input()));
     const RayQuery rayQuery(screen, options);
     rays.run(
         [&](std::int64_t ray, std::span<const double> numbers, ResultRows& rows) {
@@ -110,15 +110,15 @@ void registerIntersectCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "intersect",
          .summary = "Find where rays hit the screen",
-         .details = kCsvDetails,
+         .details = kRowDetails,
          .example = "quarnscreen intersect Samples/flat-wall.xml Samples/flat-wall-rays.csv"});
     IntersectOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
-    command.argument(
-        "RAYS FILE", options.rays,
-        "CSV with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ, or by a header also a direction "
-        "dX,dY,dZ; - is the standard input");
+    command.argument("RAYS FILE", options.rays,
+                     "CSV or .npy with two positions a ray, fromX,fromY,fromZ,toX,toY,toZ, or by a header "
+                     "also a direction "
+                     "dX,dY,dZ; - is the standard input");
     command.flag(
         "--extrapolate", options.extrapolates, true,
         "Extrapolate beyond the screen: to hits on the continued surface, or to the position nearest to "

@@ -31,7 +31,7 @@ void run(const MapOptions& options) {
     warnWithoutUV(screen);
     QueryResults results(options, {options.screen, options.points},
                          {.command = "map", .members = {{"screen", screen.file}, {"to", to3D ? "3d" : "2d"}}},
-                         withPassedColumns(columnsFor(options.target), points.format()));
+                         withPassedColumns(columnsFor(options.target), points.input()));
     points.run(mapRows(*screen.geometry, options.target, options.beyond), results);
     results.finish();
 }
@@ -42,13 +42,13 @@ void registerMapCommand(Command& tool) {
     Command command = tool.addCommand(
         {.name = "map",
          .summary = "Map UV to positions on the screen, or positions to UV",
-         .details = kCsvDetails,
+         .details = kRowDetails,
          .example = "quarnscreen map Samples/flat-wall.xml --to 3d Samples/flat-wall-uv.csv"});
     MapOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
     command.argument("POINTS FILE", options.points,
-                     "CSV with u,v for --to 3d or x,y,z for --to 2d; - is the standard input");
+                     "CSV or .npy with u,v for --to 3d or x,y,z for --to 2d; - is the standard input");
     command
         .choice("--to TEXT", options.target, {{"3d", MapTarget::Position}, {"2d", MapTarget::UV}},
                 "What to map to")

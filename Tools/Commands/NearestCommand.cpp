@@ -23,7 +23,7 @@ void run(const NearestOptions& options) {
     QueryResults results(
         options, {options.screen, options.lines},
         {.command = "nearest", .members = {{"screen", screen.file}}},
-        withPassedColumns(hitColumns("line", {"distance", Quantity::Length}), lines.format()));
+        withPassedColumns(hitColumns("line", {"distance", Quantity::Length}), lines.input()));
     lines.run(
         [&](std::int64_t line, std::span<const double> numbers, ResultRows& rows) {
             if (numbers.empty()) return rows.add(missRow(line, kEmptyRow), HasResult::No);
@@ -46,15 +46,15 @@ void registerNearestCommand(Command& tool) {
     Command command =
         tool.addCommand({.name = "nearest",
                          .summary = "Find the hit nearest to a position, in both directions of a line",
-                         .details = kCsvDetails,
+                         .details = kRowDetails,
                          .example = "quarnscreen nearest Samples/flat-wall.xml Samples/flat-wall-lines.csv"});
     NearestOptions& options = command.onRun(run);
     addQueryOptions(command, options);
     addThreadsOption(command, options.threads);
-    command.argument(
-        "LINES FILE", options.lines,
-        "CSV with a position and a direction, x,y,z,dx,dy,dz, or by a header also fromX,fromY,fromZ, or "
-        "toX,toY,toZ instead of the direction; - is the standard input");
+    command.argument("LINES FILE", options.lines,
+                     "CSV or .npy with a position and a direction, x,y,z,dx,dy,dz, or by a header also "
+                     "fromX,fromY,fromZ, or "
+                     "toX,toY,toZ instead of the direction; - is the standard input");
     command.flag("--extrapolate", options.extrapolates, true, "Extrapolate to hits on the continued surface");
 }
 

@@ -25,7 +25,7 @@ void registerNormalCommand(Command& tool) {
         {.name = "normal",
          .summary = "Compute the surface normal at positions",
          .details =
-             std::string(kCsvDetails) +
+             std::string(kRowDetails) +
              "\nA mesh has normals only at positions on it; other screens also have them beyond their edges.",
          .example = "quarnscreen normal Samples/dome.xml Samples/flat-wall-points.csv"});
     addPointOptions(command, command.onRun(run));

@@ -71,7 +71,7 @@ void registerPointsCommand(Command& tool) {
              "its center.",
          .example = "quarnscreen points Samples/ruled.xml --columns 3 --rows 2"});
     PointsOptions& options = command.onRun(run);
-    addScreenOptions(command, options);
+    addResultOptions(command, options);
     addCountOption(command, "--columns", options.columns, "Columns of the layout");
     addCountOption(command, "--rows", options.rows, "Rows of the layout");
 }

@@ -15,7 +15,7 @@ void runPointQuery(const std::string& command, const std::vector<Column>& column
     allColumns.insert(allColumns.end(), columns.begin(), columns.end());
     QueryResults results(options, {options.screen, options.points},
                          {.command = command, .members = {{"screen", screen.file}}},
-                         withPassedColumns(allColumns, points.format()));
+                         withPassedColumns(allColumns, points.input()));
     points.run(
         [&](std::int64_t /*number*/, std::span<const double> numbers, ResultRows& rows) {
             if (numbers.empty()) {

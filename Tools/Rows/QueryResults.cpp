@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/ErrorReport.h"
 
@@ -13,6 +14,12 @@ namespace {
 ResultHead withUnit(ResultHead head, const std::string& unit) {
     head.unit = unit;
     return head;
+}
+
+// The name of an array's file is enough to select the format.
+ResultFormat formatOf(const QueryOptions& options) {
+    const bool isNamedNpy = options.format == ResultFormat::Csv && extensionOf(options.output) == "npy";
+    return isNamedNpy ? ResultFormat::Npy : options.format;
 }
 
 // Results on a terminal show the progress by themselves, and a progress line would appear between
@@ -27,14 +34,14 @@ ProgressVisibility visibilityFor(const QueryOptions& options) {
 QueryResults::QueryResults(const QueryOptions& queryOptions, const std::vector<std::string>& inputs,
                            ResultHead head, std::vector<Column> columns)
     : options(queryOptions),
+      format(formatOf(options)),
       command(head.command),
       resultColumns(std::move(columns)),
       output(options.output, inputs),
-      writer(output, options.format, options.maxMemory, withUnit(std::move(head), options.unit),
-             resultColumns),
-      oneRow(options.format, resultColumns),
+      writer(output, format, withUnit(std::move(head), options.unit), resultColumns),
+      oneRow(format, resultColumns),
       progress(visibilityFor(options)) {
-    requireResultName(options.output, options.format);
+    requireResultName(options.output, format);
 }
 
 void QueryResults::add(const std::vector<Cell>& cells, HasResult hasResult,
@@ -70,15 +77,15 @@ RowPipeline openRows(const QueryOptions& options, const std::string& path, const
                      const InputColumns& columns) {
     // A name that cannot be written is reported before any input is awaited.
     refuseInputAsOutput(options.output, {path});
-    requireResultName(options.output, options.format);
+    requireResultName(options.output, formatOf(options));
     return {InputStream::openFileOrStandardInput(path, expected), columns, options.unit, options.threads};
 }
 
-std::vector<Column> withPassedColumns(std::vector<Column> columns, CsvFormat& format) {
+std::vector<Column> withPassedColumns(std::vector<Column> columns, RowInput& input) {
     std::vector<std::string> names;
     names.reserve(columns.size());
     for (const Column& column : columns) names.push_back(column.name);
-    for (const PassedColumn& passed : format.passColumns(names))
+    for (const PassedColumn& passed : input.passColumns(names))
         columns.push_back({passed.name, passed.hasUnit ? Quantity::Length : Quantity::Plain});
     return columns;
 }

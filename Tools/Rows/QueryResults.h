@@ -11,8 +11,8 @@
 #include <QuarnScreen/Point.h>
 
 #include "Base/ProgressLine.h"
-#include "Csv/CsvFormat.h"
 #include "Csv/InputColumns.h"
+#include "Rows/Input/RowInput.h"
 #include "Rows/QueryOptions.h"
 #include "Rows/ResultWriter.h"
 #include "Rows/RowPipeline.h"
@@ -32,7 +32,7 @@ public:
     void add(const std::vector<Cell>& cells, HasResult hasResult,
              std::span<const std::string_view> passedCells = {});
 
-    [[nodiscard]] ResultRows makeRows() const override { return {options.format, resultColumns}; }
+    [[nodiscard]] ResultRows makeRows() const override { return {format, resultColumns}; }
     void write(const ResultRows& rows) override;
     void flush() override;
 
@@ -43,6 +43,7 @@ public:
 
 private:
     const QueryOptions& options;
+    ResultFormat format;
     std::string command;
     std::vector<Column> resultColumns;
     OutputFile output;
@@ -56,12 +57,12 @@ private:
 /// Opens the file \p path, or the standard input for "-", for queries on the threads of the
 /// options.
 /// \param expected the kind of file, as in "a CSV file of points", for errors
-/// \throws Error if the file cannot be opened, or as readCsvHead()
+/// \throws Error if the file cannot be opened, or as openRowInput()
 [[nodiscard]] RowPipeline openRows(const QueryOptions& options, const std::string& path,
                                    const std::string& expected, const InputColumns& columns);
 
-/// Returns the columns of a result, followed by those that the rows of \p format pass on to it.
-[[nodiscard]] std::vector<Column> withPassedColumns(std::vector<Column> columns, CsvFormat& format);
+/// Returns the columns of a result, followed by those that the rows of \p input pass on to it.
+[[nodiscard]] std::vector<Column> withPassedColumns(std::vector<Column> columns, RowInput& input);
 
 /// Returns the columns of a position.
 [[nodiscard]] std::vector<Column> positionColumns();

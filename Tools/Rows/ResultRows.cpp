@@ -1,10 +1,12 @@
 #include "Rows/ResultRows.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <QuarnKit/Base/NumberText.h>
 
 #include "Csv/RowCells.h"
+#include "Rows/StatusNumbers.h"
 
 namespace quarn::tool {
 
@@ -29,6 +31,15 @@ void appendCsvRow(std::string& text, std::span<const Cell> cells, std::string_vi
     text += passedText;
     text += '\n';
 }
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+struct ArrayNumber {
+    double operator()(std::monostate /*nothing*/) const { return kNaN; }
+    double operator()(double number) const { return number; }
+    double operator()(std::int64_t count) const { return static_cast<double>(count); }
+    double operator()(std::string_view word) const { return statusNumber(word); }
+};
 
 void setMember(JsonRow& row, std::size_t index, std::monostate /*nothing*/) {
     row.set(index, nullptr);
@@ -81,21 +92,38 @@ std::vector<std::string> namesOf(const std::vector<Column>& columns) {
 
 }  // namespace
 
-ResultRows::ResultRows(ResultFormat format, const std::vector<Column>& columns) {
+ResultRows::ResultRows(ResultFormat resultFormat, const std::vector<Column>& columns) : format(resultFormat) {
     if (format == ResultFormat::Json) jsonRow.emplace(namesOf(columns));
 }
 
 void ResultRows::setPassedCells(std::span<const std::string_view> cells) {
-    if (jsonRow) {
+    if (format == ResultFormat::Json) {
         passedCells.assign(cells.begin(), cells.end());
         return;
     }
+    if (format == ResultFormat::Npy) return setPassedNumbers(cells);
     passedText.clear();
     appendCommaCells(passedText, cells);
 }
 
+void ResultRows::setPassedNumbers(std::span<const std::string_view> cells) {
+    passedNumbers.clear();
+    for (const std::string_view cell : cells)
+        passedNumbers.push_back(parseNumber(withoutQuotes(cell)).value_or(kNaN));
+}
+
+void ResultRows::addNumbers(std::span<const Cell> cells) {
+    for (const Cell& cell : cells) rowNumbers.push_back(std::visit(ArrayNumber(), cell));
+    rowNumbers.insert(rowNumbers.end(), passedNumbers.begin(), passedNumbers.end());
+}
+
 void ResultRows::add(std::span<const Cell> cells, HasResult hasResult) {
-    jsonRow ? appendJsonRow(rows, cells, passedCells, *jsonRow) : appendCsvRow(rows, cells, passedText);
+    if (format == ResultFormat::Npy)
+        addNumbers(cells);
+    else if (jsonRow)
+        appendJsonRow(rows, cells, passedCells, *jsonRow);
+    else
+        appendCsvRow(rows, cells, passedText);
     length = rows.size();
     ++count;
     if (hasResult == HasResult::No) ++missingResults;
@@ -103,6 +131,7 @@ void ResultRows::add(std::span<const Cell> cells, HasResult hasResult) {
 
 void ResultRows::clear() {
     rows.clear();
+    rowNumbers.clear();
     length = 0;
     count = 0;
     missingResults = 0;

@@ -1,6 +1,5 @@
 #include "Rows/ResultWriter.h"
 
-#include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Formats/OutputName.h>
 
 #include "Base/Json.h"
@@ -9,9 +8,6 @@
 namespace quarn::tool {
 
 namespace {
-
-// A growing text exists twice while it moves, and once more in the output's buffer at the end.
-constexpr std::uint64_t kMemoryPerByte = 4;
 
 std::string csvHeader(const std::vector<Column>& columns, const std::string& unit) {
     std::string header;
@@ -23,11 +19,14 @@ std::string csvHeader(const std::vector<Column>& columns, const std::string& uni
     return header + "\n";
 }
 
-Json jsonHead(const ResultHead& head) {
+// The document up to its first row.
+std::string jsonBeginning(const ResultHead& head) {
     Json json = Json::object({{"command", head.command}});
     for (const auto& [name, text] : head.members) json.set(name, text);
     json.set("unit", head.unit);
-    return json;
+    std::string beginning = json.text();
+    beginning.back() = ',';  // replaces the closing brace
+    return beginning + "\"rows\":[";
 }
 
 }  // namespace
@@ -35,39 +34,36 @@ Json jsonHead(const ResultHead& head) {
 void requireResultName(const std::string& path, ResultFormat format, const std::string& extension) {
     if (format == ResultFormat::Json)
         requireOutputName(path, {"json"}, ", or no --json");
+    else if (format == ResultFormat::Npy)
+        requireOutputName(path, {"npy"}, ", or no --npy");
     else
         requireOutputName(path, {extension}, extensionOf(path) == "json" ? ", or --json" : "");
 }
 
-ResultWriter::ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
-                           const ResultHead& head, const std::vector<Column>& columns)
-    : out(output), format(resultFormat), maxDocumentBytes(maxMemory / kMemoryPerByte) {
-    if (format == ResultFormat::Csv) {
+ResultWriter::ResultWriter(OutputFile& output, ResultFormat format, const ResultHead& head,
+                           const std::vector<Column>& columns)
+    : out(output) {
+    if (format == ResultFormat::Json)
+        json.emplace(out).write(jsonBeginning(head));
+    else if (format == ResultFormat::Npy)
+        npy.emplace(out, columns.size());
+    else
         out.write(csvHeader(columns, head.unit));
-        return;
-    }
-    document = jsonHead(head).text();
-    document.back() = ',';  // replaces the closing brace
-    document += "\"rows\":[";
 }
 
 void ResultWriter::write(const ResultRows& rows) {
-    if (format == ResultFormat::Csv) {
-        out.write(rows.text());
-        return;
-    }
+    if (npy) return npy->write(rows.numbers());
+    if (!json) return out.write(rows.text());
     // The first row has no comma before it.
-    document += rows.text().substr(hasRows || rows.text().empty() ? 0 : 1);
+    json->write(rows.text().substr(hasRows || rows.text().empty() ? 0 : 1));
     hasRows = hasRows || rows.rowCount() > 0;
-    if (document.size() > maxDocumentBytes)
-        throw Error({.found = "found more rows than fit into one JSON document within --max-memory",
-                     .expected = "fewer rows, or CSV"});
 }
 
 void ResultWriter::finish() {
-    if (format == ResultFormat::Csv) return;
-    document += hasRows ? "\n]}\n" : "]}\n";
-    out.write(document);
+    if (npy) npy->finish();
+    if (!json) return;
+    json->write(hasRows ? "\n]}\n" : "]}\n");
+    json->finish();
 }
 
 }  // namespace quarn::tool

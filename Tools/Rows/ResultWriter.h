@@ -1,13 +1,15 @@
 /// \file
-/// Results as CSV or JSON. For commands that write rows.
+/// Results as CSV, JSON or a NumPy array. For commands that write rows.
 #pragma once
 
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include <QuarnKit/Base/Output/CompleteOutput.h>
 #include <QuarnKit/Base/OutputFile.h>
+#include <QuarnKit/Formats/Npy/NpyWriter.h>
 
 #include "Rows/ResultRows.h"
 
@@ -21,21 +23,22 @@ struct ResultHead {
 };
 
 /// Throws an Error if the name of an output has the extension of another format.
-/// \param extension extension of results that are not JSON
+/// \param extension extension of CSV, or of a report instead of it
 void requireResultName(const std::string& path, ResultFormat format, const std::string& extension = "csv");
 
 /// Writes rows with named columns.
 ///
 /// Writes CSV immediately, under a header with the unit of each length, as in "x[m]". Writes JSON
-/// in finish(), as one document whose "rows" are objects. Not safe on several threads.
+/// as one document whose "rows" are objects, and an array with a row for each row; both reach a
+/// stream only in finish(), so that an error leaves no part of them there. The memory used does not
+/// grow with the output. Not safe on several threads.
 class ResultWriter {
 public:
-    /// \param maxMemory limit for the JSON document in bytes
-    ResultWriter(OutputFile& output, ResultFormat resultFormat, std::uint64_t maxMemory,
-                 const ResultHead& head, const std::vector<Column>& columns);
+    ResultWriter(OutputFile& output, ResultFormat format, const ResultHead& head,
+                 const std::vector<Column>& columns);
 
     /// Appends rows of the same format.
-    /// \throws Error if the JSON document exceeds its limit, or the output cannot be written
+    /// \throws Error if the output cannot be written
     void write(const ResultRows& rows);
 
     /// Writes the rest of the output. No row may follow.
@@ -43,9 +46,8 @@ public:
 
 private:
     OutputFile& out;
-    ResultFormat format;
-    std::uint64_t maxDocumentBytes;
-    std::string document;  // the JSON document up to the last row
+    std::optional<CompleteOutput> json;  // none for other formats
+    std::optional<NpyWriter> npy;        // none for other formats
     bool hasRows = false;
 };
 

@@ -1,7 +1,5 @@
 #include "Rows/RowPipeline.h"
 
-#include <algorithm>
-
 #include "Base/LogWarnings.h"
 
 namespace quarn::tool {
@@ -11,43 +9,27 @@ namespace {
 // A thread's share of a block: several thousand rows, which take a few milliseconds, so that
 // threads rarely wait for each other.
 constexpr std::size_t kBlockBytesPerThread = 262144;
-// Small enough that the threads finish at about the same time, and large enough that the
-// cost of scheduling does not show.
-constexpr std::size_t kChunkBytes = 8192;
 
 }  // namespace
 
 RowPipeline::RowPipeline(InputStream source, const InputColumns& columns, const std::string& unit,
                          std::size_t threads)
-    : blocks(std::move(source), threads * kBlockBytesPerThread),
-      head(readCsvHead(blocks, columns, unit)),
+    : rowInput(openRowInput(std::move(source), columns, unit, threads * kBlockBytesPerThread)),
       pool(threads),
-      lineCount(head.lineCount) {}
+      lineCount(rowInput->headLineCount()) {}
 
 void RowPipeline::run(const RowQuery& query, RowSink& sink) {
-    std::string_view lines;
-    while (blocks.next(lines)) {
-        split(lines, sink);
-        pool.parallelFor(chunkCount, [this](std::size_t i) {
-            chunks[i].rows.read(chunks[i].lines, head.format, blocks.splitter());
-        });
+    for (;;) {
+        chunkCount = rowInput->nextBlock();
+        if (chunkCount == 0) break;
+        while (chunks.size() < chunkCount) chunks.emplace_back(sink.makeRows());
+        pool.parallelFor(chunkCount, [this](std::size_t i) { rowInput->parse(i, chunks[i].rows); });
         countRows();
         pool.parallelFor(chunkCount, [&](std::size_t i) { queryChunk(chunks[i], query); });
         write(sink);
         sink.flush();
     }
-    if (rowCount == 0) throw head.format.noRowsError().at(blocks.name(), 0);
-}
-
-void RowPipeline::split(std::string_view lines, const RowSink& sink) {
-    chunkCount = 0;
-    while (!lines.empty()) {
-        const std::size_t length = std::min(blocks.splitter().lengthOfRows(lines, kChunkBytes), lines.size());
-        if (chunkCount == chunks.size()) chunks.emplace_back(sink.makeRows());
-        chunks[chunkCount].lines = lines.substr(0, length);
-        ++chunkCount;
-        lines.remove_prefix(length);
-    }
+    if (rowCount == 0) throw rowInput->noRowsError();
 }
 
 // Numbers the rows, up to the first chunk with a line that is not valid.
@@ -55,7 +37,7 @@ void RowPipeline::countRows() {
     for (std::size_t i = 0; i < chunkCount; ++i) {
         Chunk& chunk = chunks[i];
         chunk.rowsBefore = rowCount;
-        rowCount += static_cast<std::int64_t>(chunk.rows.numbers.size() / head.format.numberCount());
+        rowCount += static_cast<std::int64_t>(chunk.rows.numbers.size() / rowInput->numberCount());
         if (chunk.rows.error) chunkCount = i + 1;
     }
 }
@@ -73,7 +55,7 @@ void RowPipeline::queryChunk(Chunk& chunk, const RowQuery& query) const {
 }
 
 void RowPipeline::queryRows(Chunk& chunk, const RowQuery& query) const {
-    const std::size_t width = head.format.numberCount();
+    const std::size_t width = rowInput->numberCount();
     const std::span<const double> numbers = chunk.rows.numbers;
     const std::size_t count = numbers.size() / width;
     const std::size_t passedWidth = count == 0 ? 0 : chunk.rows.passed.size() / count;
@@ -95,7 +77,7 @@ void RowPipeline::write(RowSink& sink) {
         sink.write(chunk.results);
         if (chunk.error) std::rethrow_exception(chunk.error);
         lineCount += chunk.rows.lineCount;
-        if (chunk.rows.error) throw chunk.rows.error->at(blocks.name(), lineCount);
+        if (chunk.rows.error) throw chunk.rows.error->at(rowInput->name(), lineCount);
     }
 }
 

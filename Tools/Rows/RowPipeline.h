@@ -1,20 +1,20 @@
 /// \file
-/// Queries for many rows of a CSV input, on several threads, with results in the order of the
+/// Queries for many rows of an input, on several threads, with results in the order of the
 /// input.
 #pragma once
 
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <span>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include <QuarnKit/Base/ThreadPool.h>
 
-#include "Csv/CsvHead.h"
 #include "Csv/CsvRows.h"
-#include "Csv/LineBlockReader.h"
+#include "Rows/Input/RowInput.h"
 #include "Rows/ResultRows.h"
 
 namespace quarn::tool {
@@ -42,7 +42,7 @@ public:
 
 /// Reads, computes and writes in blocks.
 ///
-/// Each block contains the lines that are available, so that a caller who waits for a result before
+/// Each block contains the rows that are available, so that a caller who waits for a result before
 /// writing the next row gets it. The output, including the log's warnings, does not depend on the
 /// number of threads: if a line is not valid or a query fails, all results of the rows before it
 /// are written before the error is thrown. The memory used does not grow with the input.
@@ -50,12 +50,12 @@ class RowPipeline {
 public:
     /// Reads the input up to its first row.
     /// \param unit the unit of all lengths
-    /// \throws Error as readCsvHead()
+    /// \throws Error as openRowInput()
     RowPipeline(InputStream source, const InputColumns& columns, const std::string& unit,
                 std::size_t threads);
 
-    /// Returns the format, whose columns to pass on may be selected before run().
-    [[nodiscard]] CsvFormat& format() { return head.format; }
+    /// Returns the input, whose columns to pass on may be selected before run().
+    [[nodiscard]] RowInput& input() { return *rowInput; }
 
     /// Runs the query for each row.
     /// \throws Error if a line is not valid or there is no row, and every exception of the query
@@ -63,11 +63,10 @@ public:
     void run(const RowQuery& query, RowSink& sink);
 
 private:
-    // Several lines of a block. One thread parses them, and one runs their queries.
+    // A part of a block. One thread parses them, and one runs their queries.
     struct Chunk {
         explicit Chunk(ResultRows emptyRows) : results(std::move(emptyRows)) {}
 
-        std::string_view lines;
         CsvRows rows;
         std::int64_t rowsBefore = 0;
         ResultRows results;
@@ -75,14 +74,12 @@ private:
         std::exception_ptr error;  // of a query; the rows after it have no result
     };
 
-    void split(std::string_view lines, const RowSink& sink);
     void countRows();
     void queryChunk(Chunk& chunk, const RowQuery& query) const;
     void queryRows(Chunk& chunk, const RowQuery& query) const;
     void write(RowSink& sink);
 
-    LineBlockReader blocks;
-    CsvHead head;
+    std::unique_ptr<RowInput> rowInput;
     ThreadPool pool;
     std::vector<Chunk> chunks;   // reused for their memory
     std::size_t chunkCount = 0;  // chunks of the block

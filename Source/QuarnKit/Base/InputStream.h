@@ -3,11 +3,20 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "FileHandle.h"
 
 namespace quarn {
+
+/// The part of a file that was not read yet.
+struct FileRest {
+    std::uint64_t begin = 0;  ///< Offset of the next byte in the file.
+    std::uint64_t size = 0;   ///< Bytes up to the end of the file.
+};
 
 /// An input as a sequence of bytes. Not safe on several threads.
 class InputStream {
@@ -26,6 +35,20 @@ public:
     /// \throws Error if the system reports a failure
     [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
 
+    /// Reads as many bytes as \p prefix at most, as long as they equal it. The bytes are read again
+    /// by read().
+    /// \return true if the input continues with \p prefix
+    /// \throws Error as read()
+    [[nodiscard]] bool startsWith(std::string_view prefix);
+
+    /// Returns the rest of a regular file, and nothing for a stream such as a pipe.
+    [[nodiscard]] std::optional<FileRest> rest() const;
+
+    /// Reads bytes of a regular file, without an effect on read().
+    /// \param offset of the first byte in the file
+    /// \throws Error if the system reports a failure, or the file ends before
+    void readAt(std::uint64_t offset, char* buffer, std::size_t size) const;
+
     /// Returns true if read() would return without waiting.
     [[nodiscard]] bool isReady() const;
 
@@ -37,6 +60,7 @@ private:
 
     std::string displayName;
     FileHandle file;
+    std::string unread;  // bytes that startsWith() has read, and read() has not
 };
 
 }  // namespace quarn

@@ -5,13 +5,13 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
+#include <QuarnKit/Base/Output/WriteBytes.h>
 
 namespace quarn {
 
@@ -96,18 +96,16 @@ void OutputFile::write(std::string_view text) {
 }
 
 void OutputFile::flush() {
-    std::string_view rest = buffer;
-    while (!rest.empty()) {
-        const ssize_t count = ::write(file.get(), rest.data(), rest.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) {
-            const Error error = systemError(name, "cannot be written");
-            buffer.clear();
-            throw error;
-        }
-        rest.remove_prefix(static_cast<std::size_t>(count));
-    }
+    const bool isWritten = writeBytes(file.get(), buffer);
     buffer.clear();
+    if (!isWritten) throw systemError(name, "cannot be written");
+}
+
+void OutputFile::overwriteBeginning(std::string_view bytes) {
+    flush();
+    const bool isWritten = ::lseek(file.get(), 0, SEEK_SET) == 0 && writeBytes(file.get(), bytes) &&
+                           ::lseek(file.get(), 0, SEEK_END) >= 0;
+    if (!isWritten) throw systemError(name, "cannot be written");
 }
 
 void OutputFile::finish() {

@@ -34,6 +34,14 @@ public:
     /// Passes all buffered text to the system.
     void flush();
 
+    /// Returns true for a file that appears only in finish(), and false for a stream, whose bytes
+    /// cannot be taken back.
+    [[nodiscard]] bool isReplacedAtomically() const { return !target.empty(); }
+
+    /// Replaces the first bytes. \pre at least as many bytes were written, and
+    /// isReplacedAtomically()
+    void overwriteBeginning(std::string_view bytes);
+
     /// Passes all buffered text to the system, and gives a file its final name.
     void finish();
 

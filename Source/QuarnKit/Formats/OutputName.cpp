@@ -12,11 +12,11 @@ namespace quarn {
 namespace {
 
 // Extensions that identify a format to most programs.
-constexpr std::array<std::string_view, 44> kKnownExtensions = {
-    "3dm",  "3ds", "3mf",  "amf", "blend", "bmp",  "bz2", "csv",  "dae",  "dwg",  "dxf",
-    "eps",  "exr", "fbx",  "gif", "glb",   "gltf", "gz",  "htm",  "html", "iges", "igs",
-    "jpeg", "jpg", "json", "mtl", "obj",   "off",  "pdf", "ply",  "png",  "skp",  "step",
-    "stl",  "stp", "svg",  "tif", "tiff",  "tsv",  "usd", "webp", "x3d",  "xml",  "zip"};
+constexpr std::array<std::string_view, 45> kKnownExtensions = {
+    "3dm",  "3ds", "3mf",  "amf", "blend", "bmp",  "bz2", "csv",  "dae",  "dwg",  "dxf",  "eps",
+    "exr",  "fbx", "gif",  "glb", "gltf",  "gz",   "htm", "html", "iges", "igs",  "jpeg", "jpg",
+    "json", "mtl", "npy",  "obj", "off",   "pdf",  "ply", "png",  "skp",  "step", "stl",  "stp",
+    "svg",  "tif", "tiff", "tsv", "usd",   "webp", "x3d", "xml",  "zip"};
 
 }  // namespace
 

@@ -19,6 +19,9 @@ REFUSED = {
     "grid": (["grid", WALL], "x.json", ".csv, or --json"),
     "intersect": (["intersect", WALL, "-"], "x.xml", ".csv"),
     "boundary": (["boundary", WALL, "--json"], "x.csv", ".json, or no --json"),
+    "grid_as_npy": (["grid", WALL, "--npy"], "x.csv", ".npy, or no --npy"),
+    "intersect_as_json": (["intersect", WALL, "--json"], "x.npy", ".json, or no --json"),
+    "info_as_npy": (["info", WALL], "x.npy", ".txt"),
     "compare": (["compare", WALL, WALL], "x.txt.gz", ".csv"),
 }
 ACCEPTED = {
@@ -29,6 +32,8 @@ ACCEPTED = {
     "info": (["info", WALL], "x.txt"),
     "info_with_an_unknown_extension": (["info", WALL], "x.report"),
     "grid": (["grid", WALL, "--json"], "x.json"),
+    "grid_as_npy": (["grid", WALL], "x.npy"),
+    "boundary_as_npy": (["boundary", WALL, "--npy"], "x.NPY"),
 }
 
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QuarnKit/Base/Error.h>
-#include "Csv/CsvReader.h"
+#include "Rows/Input/RowReader.h"
 #include "Support/Rng.h"
 #include "Support/TemporaryFile.h"
 
@@ -23,9 +23,9 @@ struct Contents {
 Contents contentsOf(const std::string& text, const tool::InputColumns& columns,
                     const Texts& namesInUse = {}) {
     const TemporaryFile file(text);
-    tool::CsvReader reader(InputStream(file.path(), "a CSV file"), columns, "m");
+    tool::RowReader reader(InputStream(file.path(), "a CSV file"), columns, "m");
     Contents contents;
-    for (const tool::PassedColumn& column : reader.format().passColumns(namesInUse))
+    for (const tool::PassedColumn& column : reader.input().passColumns(namesInUse))
         contents.passedNames.push_back(column.name + (column.hasUnit ? "[]" : ""));
     while (reader.next()) {
         contents.numbers.emplace_back(reader.numbers().begin(), reader.numbers().end());

@@ -44,10 +44,8 @@ class Csv(ToolTest):
         result = self.run_tool("channel", WALL, "-", "--max-memory", "100K", stdin=rays)
         self.assertEqual(result.stderr.decode(), "error: standard input: 427 rays before the first that hits, expected fewer, or a larger --max-memory\n")
         self.assertEqual(result.returncode, 2)
-        result = self.run_tool("intersect", WALL, "--json", "--max-memory", "100K", stdin=rays)
-        self.assertRegex(result.stderr.decode(), r"\Aerror: found more rows than fit into one JSON document within --max-memory, .*\n\Z")
-        self.assertEqual((result.returncode, result.stdout), (2, b""))
-        self.assertEqual(self.text_of("intersect", WALL, "--max-memory", "100K", stdin=rays).count("\n"), 1001)
+        for output in ((), ("--json",)):
+            self.assertGreater(self.text_of("intersect", WALL, "--max-memory", "100K", *output, stdin=rays).count("\n"), 1000)
 
 
 add_cases(Csv, [

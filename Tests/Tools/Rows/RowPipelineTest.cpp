@@ -180,7 +180,7 @@ TEST(RowPipeline, FurtherCellsFollowTheResultsOfTheirRow) {
     for (const std::size_t threads : {1U, 2U, 7U}) {
         const TemporaryFile file(input);
         tool::RowPipeline pipeline(InputStream(file.path(), "a CSV file"), kInput, "m", threads);
-        ASSERT_EQ(pipeline.format().passColumns({"a", "b"}).size(), 1U);
+        ASSERT_EQ(pipeline.input().passColumns({"a", "b"}).size(), 1U);
         TextSink sink;
         pipeline.run(addSumOrEmpty, sink);
         EXPECT_TRUE(sink.text == results);  // too long to be shown

@@ -1,4 +1,4 @@
-#include "Csv/CsvReader.h"
+#include "Rows/Input/RowReader.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +16,7 @@ using Rows = std::vector<std::vector<double>>;
 
 Rows rowsOf(const std::string& text) {
     const TemporaryFile file(text);
-    tool::CsvReader reader(InputStream(file.path(), "a CSV file"), tool::uvInput(), "m");
+    tool::RowReader reader(InputStream(file.path(), "a CSV file"), tool::uvInput(), "m");
     Rows rows;
     while (reader.next()) rows.emplace_back(reader.numbers().begin(), reader.numbers().end());
     return rows;
