@@ -7,6 +7,7 @@
 
 namespace quarn::detail {
 class HitPair;
+struct ScreenAccess;
 }
 
 /// The parameters of a cylindrical screen. Lengths are in the screen's unit.
@@ -168,6 +169,8 @@ public:
     [[nodiscard]] static DataHash calcUniqueDataHash(IScreenConfig* config);
 
 private:
+    friend struct quarn::detail::ScreenAccess;
+
     [[nodiscard]] quarn::detail::HitPair intersectWithExtrapolation(const Point<double, 3>& from,
                                                                     const Point<double, 3>& to) const;
 

@@ -7,6 +7,10 @@
 #include <Common/Export.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
+namespace quarn::detail {
+struct ScreenAccess;
+}
+
 /// The parameters of a flat screen, in the screen's unit.
 ///
 /// The digest covers the bytes of the record.
@@ -126,6 +130,8 @@ protected:
     void reset(double newWidth, double newHeight);
 
 private:
+    friend struct quarn::detail::ScreenAccess;
+
     void computeCorners();
     [[nodiscard]] Point<double, 3> leftEdgeAt(double v) const;
     [[nodiscard]] Point<double, 3> rightEdgeAt(double v) const;

@@ -19,6 +19,7 @@ class GridCache;
 class MappingCache;
 class RayScene;
 struct MeshIndexes;
+struct ScreenAccess;
 }  // namespace quarn::detail
 
 /// A mesh screen: a surface of independent triangles, each with its own corners, normals and UVs.
@@ -290,6 +291,8 @@ protected:
     Boundary boundary;
 
 private:
+    friend struct quarn::detail::ScreenAccess;
+
     [[nodiscard]] IntersectionSet intersectInternal(const Point<double, 3>& start,
                                                     const Point<double, 3>& end) const;
     [[nodiscard]] const Triangle* findClosestTriangle(const Point<double, 3>& point,

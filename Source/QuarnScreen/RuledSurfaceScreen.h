@@ -8,6 +8,10 @@
 #include <Common/Export.h>
 #include <QuarnScreen/ScreenGeometry.h>
 
+namespace quarn::detail {
+struct ScreenAccess;
+}
+
 /// The parameters of a ruled screen: two lengths in the screen's unit and the limits of two arcs in
 /// radians.
 ///
@@ -181,6 +185,8 @@ protected:
     [[nodiscard]] bool isLeft(double t, Point<double, 3> from, Point<double, 3> to) const;
 
 private:
+    friend struct quarn::detail::ScreenAccess;
+
     [[nodiscard]] std::optional<double> findRuling(const Point<double, 3>& from,
                                                    const Point<double, 3>& to) const;
     [[nodiscard]] std::optional<Intersection> intersectWithExtrapolation(const Point<double, 3>& from,

@@ -2,6 +2,7 @@
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/IsFinite.h>
+#include <QuarnKit/Batch/SingleQueries.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/Options.h"

@@ -37,10 +37,4 @@ HitRow missRow(std::int64_t number, std::string_view status) {
     return cells;
 }
 
-Intersection withUV(Intersection hit, const IScreenGeometry& geometry) {
-    if (!hit.hasUV) hit.uv = geometry.mapInto2D(hit.point, false);
-    hit.hasUV = true;
-    return hit;
-}
-
 }  // namespace quarn::tool

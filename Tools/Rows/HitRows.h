@@ -27,7 +27,4 @@ using HitRow = std::array<Cell, 10>;
 /// Returns the row of an input without hit, with the status kEmptyRow for an input without numbers.
 [[nodiscard]] HitRow missRow(std::int64_t number, std::string_view status);
 
-/// Returns the hit with its UV, which is computed if the screen did not report it with the hit.
-[[nodiscard]] Intersection withUV(Intersection hit, const IScreenGeometry& geometry);
-
 }  // namespace quarn::tool

@@ -2,6 +2,7 @@
 /// Results of rows of UVs or positions that are mapped. For the command map.
 #pragma once
 
+#include <QuarnKit/Batch/SingleQueries.h>
 #include <QuarnScreen/IScreenGeometry.h>
 
 #include "Rows/RowPipeline.h"
@@ -9,12 +10,6 @@
 namespace quarn::tool {
 
 enum class MapTarget { Position, UV };
-
-/// The handling of points that are not on the screen.
-enum class BeyondScreen {
-    Reject,       ///< They have no result.
-    Extrapolate,  ///< They are mapped by the continuation of the screen.
-};
 
 /// Returns the query for rows u,v, or x,y,z for the target UV. A result row consists of the input
 /// row, a status, and the mapped point, which is empty if the status is "outside" or kEmptyRow.

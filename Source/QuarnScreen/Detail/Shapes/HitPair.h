@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include <Common/Detail/Assert.h>
 #include <QuarnScreen/IntersectionSet.h>
@@ -27,6 +28,14 @@ public:
         for (std::size_t i = 0; i < hitCount; ++i)
             if (keep(hits[i])) result.add(hits[i]);
         return result;
+    }
+
+    /// Returns the first of these hits.
+    template <class Keep>
+    [[nodiscard]] std::optional<Intersection> firstOf(Keep keep) const {
+        for (std::size_t i = 0; i < hitCount; ++i)
+            if (keep(hits[i])) return hits[i];
+        return std::nullopt;
     }
 
 private:
