@@ -49,6 +49,13 @@ std::size_t InputStream::read(char* buffer, std::size_t size) {
     }
 }
 
+std::uint64_t InputStream::fileSize() const {
+    struct stat status {};
+    return ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode)
+               ? static_cast<std::uint64_t>(status.st_size)
+               : 0;
+}
+
 bool InputStream::isReady() const {
     pollfd state{.fd = file.get(), .events = POLLIN, .revents = 0};
     return ::poll(&state, 1, 0) > 0;

@@ -26,6 +26,9 @@ public:
     /// \throws Error if the system reports a failure
     [[nodiscard]] std::size_t read(char* buffer, std::size_t size);
 
+    /// Returns the size of a regular file at the moment; 0 for other inputs.
+    [[nodiscard]] std::uint64_t fileSize() const;
+
     /// Returns true if read() would return without waiting.
     [[nodiscard]] bool isReady() const;
 

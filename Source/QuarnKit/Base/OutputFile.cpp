@@ -91,12 +91,21 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::write(std::string_view text) {
+    // A long text needs no copy.
+    if (text.size() >= kBufferSize) {
+        flush();
+        return writeUnbuffered(text);
+    }
     buffer.append(text);
     if (buffer.size() >= kBufferSize) flush();
 }
 
 void OutputFile::flush() {
-    std::string_view rest = buffer;
+    writeUnbuffered(buffer);
+    buffer.clear();
+}
+
+void OutputFile::writeUnbuffered(std::string_view rest) {
     while (!rest.empty()) {
         const ssize_t count = ::write(file.get(), rest.data(), rest.size());
         if (count < 0 && errno == EINTR) continue;
@@ -107,7 +116,6 @@ void OutputFile::flush() {
         }
         rest.remove_prefix(static_cast<std::size_t>(count));
     }
-    buffer.clear();
 }
 
 void OutputFile::finish() {

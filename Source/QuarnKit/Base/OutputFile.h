@@ -39,6 +39,7 @@ public:
 
 private:
     void openTemporary(const std::string& path);
+    void writeUnbuffered(std::string_view rest);
 
     std::string name;           // in messages
     std::string target;         // path of the finished file; empty if nothing is renamed
