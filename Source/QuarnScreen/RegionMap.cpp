@@ -15,9 +15,8 @@ using quarn::detail::middleV;
 
 constexpr int kNoSlot = -1;
 
-// Smaller trees are searched faster without tables.
+// Smaller trees are searched faster without the lookup table.
 constexpr int kMinLookupLeaves = 16;
-constexpr std::size_t kMinTests = 64;
 
 constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
@@ -32,7 +31,7 @@ const Triangle* RegionNode::triangle(int index) const {
 
 // What only searches read.
 struct RegionMap::SearchTables {
-    std::vector<UVTest> tests;  // by slot; none for few triangles, or if none has an area in UV
+    std::vector<UVTest> tests;  // by slot; none if no triangle has an area in UV
     quarn::detail::RegionMapShortcut lookup;
 
     void clear() {
@@ -226,7 +225,7 @@ RegionMap::UVTest RegionMap::uvTestOf(const Triangle& triangle) {
 }
 
 void RegionMap::makeTests() {
-    if (hasUVArea && slotTriangles.size() >= kMinTests) {
+    if (hasUVArea) {
         tables->tests.reserve(slotTriangles.size());
         for (const int triangle : slotTriangles)
             tables->tests.push_back(uvTestOf(buildRanges.back()[triangle]));

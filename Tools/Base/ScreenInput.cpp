@@ -62,6 +62,15 @@ Screen openScreen(const std::string& path, std::uint64_t maxMemory, const ObjOpt
     return screen;
 }
 
+UnindexedScreen openUnindexedScreen(const std::string& path, std::uint64_t maxMemory,
+                                    const ObjOptions& objOptions,
+                                    const std::function<void(ObjSource&)>& prepare) {
+    ConsoleObserver observer;
+    UnindexedScreen screen = readUnindexedScreen(path, maxMemory, objOptions, observer, prepare);
+    warnOfSeveralBoundaries(path);
+    return screen;
+}
+
 void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::string& unit) {
     const auto center = ignoredCenterOf(*screen.geometry, query);
     if (!center) return;

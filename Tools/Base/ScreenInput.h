@@ -32,6 +32,12 @@ private:
                                 const ObjOptions& objOptions,
                                 const std::function<void(ObjSource&)>& prepare = {});
 
+/// Reads a screen as quarn::readUnindexedScreen() does, and shows the same as openScreen().
+/// \throws Error like quarn::readUnindexedScreen()
+[[nodiscard]] UnindexedScreen openUnindexedScreen(const std::string& path, std::uint64_t maxMemory,
+                                                  const ObjOptions& objOptions,
+                                                  const std::function<void(ObjSource&)>& prepare = {});
+
 /// Writes a warning with a remedy if a query does not use the center of a screen.
 /// \param unit unit of the center
 void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::string& unit);

@@ -1,5 +1,8 @@
 #include "CommandLine/MeshEdit.h"
 
+#include <utility>
+#include <variant>
+
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Formats/Obj/MeshDocument.h>
@@ -46,15 +49,28 @@ MeshScreen& meshOf(const Screen& screen) {
     return *mesh;
 }
 
-void writeMesh(const std::vector<Triangle>& triangles, const std::string& comment,
-               const MeshEditOptions& options) {
+TriangleMesh readTriangles(const MeshEditOptions& options) {
+    UnindexedScreen input = openUnindexedScreen(options.input, options.maxMemory, options.obj);
+    if (auto* const mesh = std::get_if<UnindexedMesh>(&input))
+        return {.triangles = std::move(mesh->triangles), .hasUV = mesh->hasUV()};
+    const MeshScreen& screen = meshOf(std::get<Screen>(input));
+    TriangleMesh mesh{.triangles = {}, .hasUV = screen.hasParameterization()};
+    screen.getTesselation(mesh.triangles);
+    return mesh;
+}
+
+void writeMesh(std::vector<Triangle> triangles, const std::string& comment, const MeshEditOptions& options) {
     OutputFile output(options.output, {options.input});
-    const std::string text = objTextOf(meshDocumentOf(triangles), comment);
+    MeshDocument mesh = meshDocumentOf(triangles);
+    triangles = {};
+    std::string text = objTextOf(std::move(mesh), comment);
     ConsoleObserver observer;
     StageObserver stageObserver;
     Observer& used = isWarnedOfBoundaries(options.input) ? stageObserver : observer;
-    const auto screen = loadGeneratedText(options.output, text, options.maxMemory, used);
-    output.write(writesXml(options) ? xmlTextOf(*screen) : text);
+    if (writesXml(options))
+        output.write(xmlTextOf(*loadGeneratedText(options.output, std::move(text), options.maxMemory, used)));
+    else
+        output.write(verifyGeneratedText(options.output, std::move(text), options.maxMemory, used));
     output.finish();
 }
 

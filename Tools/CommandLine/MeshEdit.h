@@ -31,10 +31,19 @@ void addMeshEditOptions(Command& command, MeshEditOptions& options);
 /// \throws Error if it is an analytic screen
 [[nodiscard]] MeshScreen& meshOf(const Screen& screen);
 
-/// Writes triangles as OBJ or XML.
+/// The triangles of a mesh.
+struct TriangleMesh {
+    std::vector<Triangle> triangles;
+    bool hasUV = false;  ///< As IScreenGeometry::hasParameterization().
+};
+
+/// Reads the triangles of the input. Builds no index of an OBJ mesh.
+/// \throws Error if the input is an analytic screen
+[[nodiscard]] TriangleMesh readTriangles(const MeshEditOptions& options);
+
+/// Writes triangles as OBJ or XML. They are destroyed before their text is loaded for verification.
 /// \param comment the first line of an OBJ text
 /// \throws Error if the file cannot be written
-void writeMesh(const std::vector<Triangle>& triangles, const std::string& comment,
-               const MeshEditOptions& options);
+void writeMesh(std::vector<Triangle> triangles, const std::string& comment, const MeshEditOptions& options);
 
 }  // namespace quarn::tool

@@ -1,4 +1,7 @@
+#include <future>
 #include <iterator>
+#include <memory>
+#include <utility>
 
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Check/CheckInput.h>
@@ -55,20 +58,29 @@ CheckReport reportOf(CheckInput input, const CheckOptions& options) {
     return report;
 }
 
+// Writes a file on another thread, or during the call of get() if no thread starts.
+std::future<void> writeInBackground(const CheckOptions& options, std::string text) {
+    auto file = std::make_unique<OutputFile>(options.repairedFile, std::vector{options.screen});
+    return std::async([file = std::move(file), text = std::move(text)] {
+        file->write(text);
+        file->finish();
+    });
+}
+
 void run(const CheckOptions& options) {
     if (options.repairedText == RepairedText::Build) requireOutputName(options.repairedFile, {"obj"});
     ConsoleObserver observer;
     CheckInput input =
         readCheckInput(options.screen, options.obj, options.maxMemory, options.repairedText, observer);
-    if (options.repairedText == RepairedText::Build) {
-        OutputFile repaired(options.repairedFile, {options.screen});
-        repaired.write(input.repairedText);
-        repaired.finish();
-    }
+    std::future<void> repairedFile;
+    if (options.repairedText == RepairedText::Build)
+        repairedFile = writeInBackground(options, std::move(input.repairedText));
     const bool isRepaired = options.obj.repair == RepairPolicy::Repair;
-    if (isRepaired) writeRepairs(input.textFindings, options.screen);
+    const std::vector<Finding> textFindings = input.textFindings;
     if (isRepaired || options.repairedText == RepairedText::Build) noteAsRepaired(input.textFindings);
     const CheckReport report = reportOf(std::move(input), options);
+    if (repairedFile.valid()) repairedFile.get();
+    if (isRepaired) writeRepairs(textFindings, options.screen);
     OutputFile output("-", {});
     output.write(options.format == ResultFormat::Json ? reportJson(report).text(JsonLayout::Indented) + "\n"
                                                       : reportText(report));

@@ -1,3 +1,7 @@
+#include <functional>
+#include <utility>
+#include <variant>
+
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/OutputFile.h>
 #include <QuarnKit/Base/PrintableText.h>
@@ -33,10 +37,9 @@ struct ConvertOptions {
 };
 
 // Some objects of a file get a text of their own, without the data of the others.
-Screen readInput(const ConvertOptions& options) {
-    return openScreen(options.input, options.maxMemory, options.obj, [&](ObjSource& source) {
-        if (!options.obj.objects.empty()) removeUnusedObjData(source);
-    });
+std::function<void(ObjSource&)> preparationOf(const ConvertOptions& options) {
+    if (options.obj.objects.empty()) return {};
+    return [](ObjSource& source) { removeUnusedObjData(source); };
 }
 
 void noteOrigin(const MeshSource& mesh) {
@@ -60,14 +63,36 @@ void refuseEditOfAnalyticScreen(const ConvertOptions& options, ScreenFormat form
                      .file = options.input});
 }
 
-std::string objTextFor(const Screen& screen, const ConvertOptions& options) {
+std::string objTextOfMesh(const UnindexedMesh& mesh, const ConvertOptions& options) {
+    if (options.obj.origin) noteOrigin(mesh.source);
+    std::string text = objTextOf(mesh);
+    ConsoleObserver observer;
+    if (!isWarnedOfBoundaries(options.input))
+        noteMeshStatus(options.output, mesh, text, options.maxMemory, observer);
+    return text;
+}
+
+std::string objTextOfAnalyticScreen(const Screen& screen, const ConvertOptions& options) {
+    refuseEditOfAnalyticScreen(options, ScreenFormat::Obj);
     std::string text =
         objTextOf(screen, gridFor(screen, options.grid), options.obj.vDirection, options.maxMemory);
-    // A text with other axes is written without its comments.
-    if (screen.mesh && screen.mesh->origin != Point<double, 3>() &&
-        screen.mesh->frame.matrix() != Matrix<float, 4>::identity())
-        text += "# " + originComment(originInScreen(screen.mesh->origin, screen.mesh->frame)) + "\n";
-    return text;
+    ConsoleObserver observer;
+    return verifyGeneratedText(options.output, std::move(text), options.maxMemory, observer);
+}
+
+// A mesh is always one of an OBJ text, since an STL text is repaired to one.
+std::string objTextFor(const ConvertOptions& options) {
+    const UnindexedScreen input =
+        openUnindexedScreen(options.input, options.maxMemory, options.obj, preparationOf(options));
+    if (const auto* const mesh = std::get_if<UnindexedMesh>(&input)) return objTextOfMesh(*mesh, options);
+    return objTextOfAnalyticScreen(std::get<Screen>(input), options);
+}
+
+std::string xmlTextFor(const ConvertOptions& options) {
+    const Screen screen = openScreen(options.input, options.maxMemory, options.obj, preparationOf(options));
+    if (!screen.mesh) refuseEditOfAnalyticScreen(options, ScreenFormat::Xml);
+    if (options.obj.origin) noteOrigin(*screen.mesh);
+    return xmlTextOf(*screen.geometry);
 }
 
 ScreenFormat formatFor(const ConvertOptions& options) {
@@ -82,18 +107,7 @@ ScreenFormat formatFor(const ConvertOptions& options) {
 void run(const ConvertOptions& options) {
     const ScreenFormat format = formatFor(options);
     refuseInputAsOutput(options.output, {options.input});
-    const Screen screen = readInput(options);
-    if (!screen.mesh) refuseEditOfAnalyticScreen(options, format);
-    if (options.obj.origin) noteOrigin(*screen.mesh);
-    std::string text;
-    if (format == ScreenFormat::Xml) {
-        text = xmlTextOf(*screen.geometry);
-    } else {
-        text = objTextFor(screen, options);
-        ConsoleObserver observer;
-        if (!isWarnedOfBoundaries(options.input))
-            noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
-    }
+    const std::string text = format == ScreenFormat::Xml ? xmlTextFor(options) : objTextFor(options);
     OutputFile output(options.output, {options.input});
     output.write(text);
     output.finish();

@@ -1,6 +1,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
@@ -66,10 +67,10 @@ void run(const MakeOptions& options) {
     if (!isMesh && options.vDirection == VDirection::Upward)
         throw Error({.found = "found --v up for the XML file of a screen, in which v runs downward",
                      .expected = "--grid, or an output that ends with .obj"});
-    const std::string text =
+    std::string text =
         isMesh ? objTextOf(screen, gridFor(screen, options.grid), options.vDirection, options.maxMemory)
                : xmlTextOf(*screen.geometry);
-    if (isMesh) noteMeshStatus(options.output, screen, text, options.maxMemory, observer);
+    if (isMesh) text = verifyGeneratedText(options.output, std::move(text), options.maxMemory, observer);
     OutputFile output(options.output, {});
     output.write(text);
     output.finish();

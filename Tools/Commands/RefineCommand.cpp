@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include <QuarnKit/Base/Error.h>
 #include <QuarnKit/Base/NumberText.h>
@@ -61,7 +62,7 @@ void run(const RefineOptions& options) {
     mesh.getTesselation(triangles);
     if (triangles.size() == before)
         writeNoteLine(withLocation(options.input, 0, "no edge is longer; the triangles are unchanged"));
-    writeMesh(triangles,
+    writeMesh(std::move(triangles),
               "refined to edges of " + numberText(maxEdge) + " " + options.unit + " by quarnscreen", options);
 }
 

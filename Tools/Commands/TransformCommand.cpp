@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Formats/OutputName.h>
+#include <QuarnKit/Mesh/Edit/TriangleEdit.h>
+#include <QuarnKit/Mesh/TriangleCorners.h>
 
 #include "Base/ScreenInput.h"
 #include "CommandLine/MeshEdit.h"
@@ -28,16 +31,6 @@ struct TransformOptions : MeshEditOptions {
     bool flipsV = false;
 };
 
-struct Transform {
-    Point<double, 3> translation;
-    Point<double, 3> rotation;  // degrees
-    double scale = 1.0;
-
-    [[nodiscard]] bool moves() const {
-        return translation != Point<double, 3>() || rotation != Point<double, 3>() || scale != 1.0;
-    }
-};
-
 double factorFrom(const std::string& text) {
     const auto factor = parseNumber(text);
     if (!factor || !std::isfinite(*factor) || *factor == 0.0)
@@ -45,56 +38,55 @@ double factorFrom(const std::string& text) {
     return *factor;
 }
 
-Transform transformFrom(const TransformOptions& options) {
-    const Transform transform{.translation = positionFrom("--translate", options.translation, options.unit),
-                              .rotation = degreesFrom("--rotate", options.rotation),
-                              .scale = factorFrom(options.scale)};
+PositionTransform transformFrom(const TransformOptions& options) {
+    const PositionTransform transform{
+        .translation = positionFrom("--translate", options.translation, options.unit),
+        .rotation = degreesFrom("--rotate", options.rotation),
+        .scale = factorFrom(options.scale)};
     if (!transform.moves() && !options.flipsU && !options.flipsV)
         throw Error({.found = "found options that change nothing",
                      .expected = "--translate, --rotate, --scale, --flip-u or --flip-v with an effect"});
     return transform;
 }
 
-// A rotation makes no coordinate larger than the distance from the origin. With coordinates that
-// are not finite, the search for the boundary would not terminate.
-void refuseUnrepresentable(const MeshScreen& mesh, const Transform& transform, const std::string& file) {
-    Point<double, 3> min;
-    Point<double, 3> max;
-    mesh.getBounds(&min, &max);
+// A rotation makes no coordinate larger than the distance from the origin. A mesh with coordinates
+// that are not finite does not load.
+void refuseUnrepresentable(const std::vector<Triangle>& triangles, const PositionTransform& transform,
+                           const std::string& file) {
+    const Bounds<3> bounds = boundsOf(triangles);
     Point<double, 3> farthest;
-    for (std::size_t i = 0; i < 3; ++i) farthest[i] = std::max(std::abs(min[i]), std::abs(max[i]));
+    for (std::size_t i = 0; i < 3; ++i)
+        farthest[i] = std::max(std::abs(bounds.min[i]), std::abs(bounds.max[i]));
     const double reach = length(farthest) * std::abs(transform.scale) + length(transform.translation);
     if (!(reach <= kMaxCoordinate))
         throw Error({.found = "found --scale or --translate that lead to coordinates above " +
                               numberText(kMaxCoordinate),
                      .expected = "smaller values",
                      .file = file});
-    if (transform.scale != 1.0 && length(max - min) * std::abs(transform.scale) < kMinDiagonal)
+    if (transform.scale != 1.0 && length(bounds.extent()) * std::abs(transform.scale) < kMinDiagonal)
         throw Error({.found = "found --scale that makes the mesh smaller than " + numberText(kMinDiagonal),
                      .expected = "a larger factor",
                      .file = file});
 }
 
-void flip(MeshScreen& mesh, const TransformOptions& options) {
+void flip(TriangleMesh& mesh, const TransformOptions& options) {
     if (!options.flipsU && !options.flipsV) return;
-    if (!mesh.hasParameterization())
+    if (!mesh.hasUV)
         throw Error({.found = "found --flip-u or --flip-v for a mesh without usable UV",
                      .expected = "a mesh with UV; see quarnscreen info",
                      .file = options.input});
-    mesh.applyParameterizationTransform(options.flipsU, options.flipsV);
+    if (options.flipsU) flipUVs(mesh.triangles, UvAxis::U);
+    if (options.flipsV) flipUVs(mesh.triangles, UvAxis::V);
 }
 
 void run(const TransformOptions& options) {
     requireOutputName(options.output, {"obj", "xml"});
-    const Transform transform = transformFrom(options);
-    const Screen screen = openScreen(options.input, options.maxMemory, options.obj);
-    MeshScreen& mesh = meshOf(screen);
-    refuseUnrepresentable(mesh, transform, options.input);
+    const PositionTransform transform = transformFrom(options);
+    TriangleMesh mesh = readTriangles(options);
+    refuseUnrepresentable(mesh.triangles, transform, options.input);
     flip(mesh, options);
-    if (transform.moves()) mesh.applyTransform(transform.translation, transform.rotation, transform.scale);
-    std::vector<Triangle> triangles;
-    mesh.getTesselation(triangles);
-    writeMesh(triangles, "transformed by quarnscreen", options);
+    if (transform.moves()) transformPositions(mesh.triangles, transform);
+    writeMesh(std::move(mesh.triangles), "transformed by quarnscreen", options);
 }
 
 }  // namespace

@@ -91,6 +91,12 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::write(std::string_view text) {
+    // A long text needs no copy.
+    if (text.size() >= kBufferSize) {
+        flush();
+        if (!writeBytes(file.get(), text)) throw systemError(name, "cannot be written");
+        return;
+    }
     buffer.append(text);
     if (buffer.size() >= kBufferSize) flush();
 }

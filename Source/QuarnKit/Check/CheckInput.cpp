@@ -43,9 +43,12 @@ void addFaceFindings(const RepairedObj& repaired, CheckInput& input) {
                                   .hint = "divide them into triangles or quads, and export them again"});
 }
 
-// Returns the data that the library reads from a text.
-detail::ObjData parseAsLoaded(std::string text) {
-    return detail::parseObj(joinObjLines({}, text).text);
+// Returns the data that the library reads from a text. Most texts have no continued line and need
+// no copy.
+detail::ObjData parseAsLoaded(const std::string& text) {
+    if (text.find(kObjLineJoin) == std::string::npos) return detail::parseObj(text);
+    std::string copy = text;
+    return detail::parseObj(joinObjLines({}, copy).text);
 }
 
 CheckInput objInputOf(const ObjSource& source, std::uint64_t maxMemory) {

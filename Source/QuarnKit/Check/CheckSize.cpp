@@ -3,24 +3,17 @@
 #include <array>
 #include <optional>
 
-#include <QuarnKit/Base/Bounds.h>
 #include <QuarnKit/Base/NumberText.h>
 #include <QuarnKit/Base/Units.h>
 #include <QuarnKit/Formats/Obj/CoordinateRounding.h>
 #include <QuarnKit/Measure/PlausibleSize.h>
+#include <QuarnKit/Mesh/TriangleCorners.h>
 
 namespace quarn {
 
 namespace {
 
 constexpr int kSizeDigits = 4;
-
-Bounds<3> boundsOf(const std::vector<Triangle>& triangles) {
-    Bounds<3> bounds;
-    for (const Triangle& triangle : triangles)
-        for (const TriangleVertex& corner : triangle.vertices) bounds.include(corner.position);
-    return bounds;
-}
 
 // Returns the usual factor between units that turns a size in meters into that of a screen.
 std::optional<std::string> likelyScale(double meters) {

@@ -15,7 +15,7 @@ enum class UvChecks { All, None };
 /// Finds the defects of a mesh that would make a calibration fail.
 ///
 /// Time and memory are about linear in the number of triangles. The memory is below that of the
-/// screen that would be built from the mesh. Safe on several threads.
+/// screen that would be built from the mesh. Runs on two threads. Safe on several threads.
 /// \param unit unit of lengths
 /// \param uvChecks None omits the findings about UVs, except one that prevents loading
 /// \return findings in a fixed order; values that are not finite end the check

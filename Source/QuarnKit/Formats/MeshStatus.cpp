@@ -26,7 +26,11 @@ MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source)
             "no_uv",
             "STL files have no UV, and positions are found on few of the triangles; rays and the boundary "
             "work; converted to an OBJ file, more queries work"};
-    switch (obj->getStatus()) {
+    return meshStatusOf(obj->getStatus(), source);
+}
+
+MeshStatus meshStatusOf(OBJScreen::Status status, const MeshSource& source) {
+    switch (status) {
         case OBJScreen::StatusNoParameterization:
             return {"no_uv", missingUVText(source) + kNoUVWorks};
         case OBJScreen::StatusBadBoundary:

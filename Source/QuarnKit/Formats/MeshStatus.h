@@ -15,5 +15,7 @@ struct MeshStatus {
 
 /// Returns the status of a mesh.
 [[nodiscard]] MeshStatus meshStatusOf(const IScreenGeometry& screen, const MeshSource& source);
+/// Returns the status of an OBJ mesh.
+[[nodiscard]] MeshStatus meshStatusOf(OBJScreen::Status status, const MeshSource& source);
 
 }  // namespace quarn

@@ -2,6 +2,7 @@
 
 #include <new>
 #include <sstream>
+#include <utility>
 
 #include <Common/TextConversion.h>
 #include <QuarnKit/Base/Error.h>
@@ -10,6 +11,7 @@
 #include <QuarnKit/Formats/Obj/Repair/ObjReadingCheck.h>
 #include <QuarnKit/Formats/Obj/Repair/ObjRepairer.h>
 #include <QuarnKit/Formats/Obj/UvIndexLimit.h>
+#include <QuarnScreen/Detail/Obj/ObjTriangles.h>
 
 namespace quarn {
 
@@ -36,13 +38,12 @@ auto withRemedy(const std::string& file, const ObjSourceText& text, Step step) {
     }
 }
 
-// Returns the counts of a text that the library can load. The parsed data is destroyed before the
-// screen is built, since a large mesh needs the memory.
-ObjCounts validate(const ObjSource& original, const MeshSource& source, std::uint64_t maxMemory,
-                   Observer& observer) {
+// Returns the data of a text that the library can load.
+detail::ObjData parseLoadable(const ObjSource& original, const MeshSource& source, std::uint64_t maxMemory,
+                              Observer& observer) {
     const std::string& file = original.file;
     const ObjSourceText& text = source.text;
-    const detail::ObjData objData =
+    detail::ObjData objData =
         withRemedy(file, text, [&] { return parseValidObj(text, source.frame.scale, maxMemory); });
     refuseLargeUvIndex(file, text, objData, maxMemory);
     observer.setStage("building the mesh of " + groupedCount(objData.faces.size()) + " triangles");
@@ -52,7 +53,7 @@ ObjCounts validate(const ObjSource& original, const MeshSource& source, std::uin
     } catch (const Error& error) {
         throw error.with({.kind = RemedyKind::RepairFile, .file = file});
     }
-    return countsOf(objData);
+    return objData;
 }
 
 std::shared_ptr<OBJScreen> load(const ObjFrame& frame, std::string text) {
@@ -62,23 +63,63 @@ std::shared_ptr<OBJScreen> load(const ObjFrame& frame, std::string text) {
     return screen;
 }
 
+// Joins the continued lines of the text, to which the result refers.
+MeshSource meshSourceOf(ObjSource& source) {
+    MeshSource result{.text = joinObjLines(source.name, source.text),
+                      .counts = {},
+                      .frame = source.frame,
+                      .origin = source.origin};
+    result.text.lineMap = std::move(source.lineMap);
+    return result;
+}
+
+// Returns the status as OBJScreen::deserialize() finds it.
+OBJScreen::Status statusOf(detail::ObjStatus status, const std::vector<Triangle>& triangles) {
+    Boundary boundary;
+    // The search logs its warning for a mesh of any status.
+    const bool isBoundaryValid = MeshScreen::findBoundaryNew(triangles, boundary);
+    if (status == detail::ObjStatus::Ok && !isBoundaryValid) return OBJScreen::StatusBadBoundary;
+    return static_cast<OBJScreen::Status>(status);
+}
+
+template <class Load>
+auto refusingMemoryShortage(const std::string& name, Load load) {
+    try {
+        return load();
+    } catch (const std::bad_alloc&) {
+        throw Error({.kind = ErrorKind::SystemFailure, .found = "out of memory for the mesh", .file = name});
+    }
+}
+
 }  // namespace
 
 ObjMesh loadObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
-    ObjMesh mesh;
-    try {
-        mesh.source.frame = source.frame;
-        mesh.source.origin = source.origin;
-        mesh.source.text = joinObjLines(source.name, source.text);
-        mesh.source.text.lineMap = std::move(source.lineMap);
-        mesh.source.counts = validate(source, mesh.source, maxMemory, observer);
+    return refusingMemoryShortage(source.name, [&] {
+        ObjMesh mesh{.screen = {}, .source = meshSourceOf(source)};
+        // The parsed data is destroyed before the screen is built, since a large mesh needs the
+        // memory.
+        mesh.source.counts = countsOf(parseLoadable(source, mesh.source, maxMemory, observer));
         mesh.screen = load(source.frame, std::move(source.text));
         mesh.source.text.text = mesh.screen->getLoadedFileContents();
-    } catch (const std::bad_alloc&) {
-        throw Error(
-            {.kind = ErrorKind::SystemFailure, .found = "out of memory for the mesh", .file = source.name});
-    }
-    return mesh;
+        return mesh;
+    });
+}
+
+UnindexedMesh loadUnindexedObj(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
+    return refusingMemoryShortage(source.name, [&] {
+        UnindexedMesh mesh;
+        mesh.source = meshSourceOf(source);
+        detail::ObjStatus status = detail::ObjStatus::Ok;
+        {
+            const detail::ObjData objData = parseLoadable(source, mesh.source, maxMemory, observer);
+            mesh.source.counts = countsOf(objData);
+            status = detail::buildObjTriangles(objData, source.frame.matrix(), mesh.triangles).status;
+        }
+        mesh.status = statusOf(status, mesh.triangles);
+        mesh.text = std::make_unique<std::string>(std::move(source.text));
+        mesh.source.text.text = *mesh.text;
+        return mesh;
+    });
 }
 
 }  // namespace quarn

@@ -64,6 +64,10 @@ ScreenFile readScreenFile(const std::string& path, std::uint64_t maxMemory) {
                                                  hasMore ? FileExtent::Beginning : FileExtent::Whole, path),
                                       path);
     const std::uint64_t limit = maxTextBytes(file.format, maxMemory);
+    // One more block, since the end of a file is found by a read after it.
+    const auto fileRest = input.rest();
+    if (hasMore && fileRest)
+        file.text.reserve(std::min(limit, file.text.size() + fileRest->size) + kReadSize);
     const std::uint64_t rest = limit - std::min<std::uint64_t>(limit, file.text.size());
     if (file.text.size() > limit || (hasMore && readBytes(input, rest + 1, file.text)))
         throw Error(

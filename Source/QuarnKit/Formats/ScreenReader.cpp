@@ -10,6 +10,7 @@
 #include <QuarnKit/Formats/Obj/Parts/ObjSelection.h>
 #include <QuarnKit/Formats/Stl/StlLoader.h>
 #include <QuarnKit/Formats/Xml/ScreenElement.h>
+#include <QuarnKit/Mesh/TriangleCorners.h>
 #include <QuarnScreen/ScreenGeometryFactory.h>
 #include <QuarnScreen/ScreenGeometryXmlHelper.h>
 
@@ -18,50 +19,80 @@ namespace quarn {
 namespace {
 
 // Only the numbers of an OBJ text may be more exact than those of the screen.
-void warnOfRounding(const Screen& screen, ScreenFormat format, Observer& observer) {
-    Point<double, 3> min;
-    Point<double, 3> max;
-    screen.geometry->getBounds(&min, &max);
-    if (!isFinite(min) || !isFinite(max)) return;
-    Bounds<3> bounds(min);
-    bounds.include(max);
+void warnOfRounding(const Bounds<3>& bounds, const std::string& file, ScreenFormat format,
+                    Observer& observer) {
+    if (!isFinite(bounds.min) || !isFinite(bounds.max)) return;
     const CoordinateRounding rounding = roundingOf(bounds);
     if (!rounding.isLarge()) return;
     const bool canMove = format == ScreenFormat::Obj;
-    observer.notify(
-        {.level = NoticeLevel::Warning,
-         .text = roundingText(rounding, {}),
-         .file = screen.file,
-         .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = screen.file}});
+    observer.notify({.level = NoticeLevel::Warning,
+                     .text = roundingText(rounding, {}),
+                     .file = file,
+                     .remedy = {.kind = canMove ? RemedyKind::MoveOrigin : RemedyKind::None, .file = file}});
 }
 
-Screen buildScreenOf(MeshText text, std::uint64_t maxMemory, const ObjOptions& objOptions,
-                     const std::function<void(ObjSource&)>& prepare, Observer& observer) {
-    ObjSource& source = text.source;
+Bounds<3> storedBoundsOf(const IScreenGeometry& geometry) {
+    Bounds<3> bounds;
+    geometry.getBounds(&bounds.min, &bounds.max);
+    return bounds;
+}
+
+// A text that was edited and repaired as the options demand.
+struct PreparedText {
+    MeshText text;
+    ScreenFormat fileFormat;
+    std::vector<MeshRepair> repairs = {};
+};
+
+PreparedText prepareText(MeshText text, const ObjOptions& objOptions,
+                         const std::function<void(ObjSource&)>& prepare, Observer& observer) {
+    const ScreenFormat fileFormat = text.format;
+    PreparedText prepared{.text = std::move(text), .fileFormat = fileFormat};
+    ObjSource& source = prepared.text.source;
+    // The numbers of an OBJ text are edited before a repair may round them.
+    if (prepared.fileFormat == ScreenFormat::Obj) editObjText(source, objOptions);
+    if (objOptions.repair == RepairPolicy::Repair) prepared.repairs = repairMesh(prepared.text, observer);
+    if (prepared.text.format == ScreenFormat::Stl) return prepared;
+    if (prepared.fileFormat == ScreenFormat::Stl) editObjText(source, objOptions);
+    if (prepare) prepare(source);
+    return prepared;
+}
+
+Screen buildStlScreen(ObjSource source, std::uint64_t maxMemory, Observer& observer) {
+    const std::string file = source.file;
+    StlMesh mesh = loadStl(std::move(source), maxMemory);
+    Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
+    screen.mesh->counts.triangles = mesh.triangleCount;
+    warnOfRounding(storedBoundsOf(*screen.geometry), file, ScreenFormat::Stl, observer);
+    return screen;
+}
+
+Screen buildScreenOf(PreparedText prepared, std::uint64_t maxMemory, Observer& observer) {
+    ObjSource& source = prepared.text.source;
+    if (prepared.text.format == ScreenFormat::Stl)
+        return buildStlScreen(std::move(source), maxMemory, observer);
     const std::string file = source.file;
     const std::string name = source.name;
-    const ScreenFormat format = text.format;
-    // The numbers of an OBJ text are edited before a repair may round them.
-    if (format == ScreenFormat::Obj) editObjText(source, objOptions);
-    std::vector<MeshRepair> repairs;
-    if (objOptions.repair == RepairPolicy::Repair) repairs = repairMesh(text, observer);
-    if (text.format == ScreenFormat::Stl) {
-        StlMesh mesh = loadStl(std::move(source), maxMemory);
-        Screen screen{.file = file, .geometry = std::move(mesh.screen), .mesh = MeshSource()};
-        screen.mesh->counts.triangles = mesh.triangleCount;
-        warnOfRounding(screen, format, observer);
-        return screen;
-    }
-    if (format == ScreenFormat::Stl) editObjText(source, objOptions);
-    if (prepare) prepare(source);
     ObjMesh mesh = loadObj(std::move(source), maxMemory, observer);
-    noteRepairs(name, repairs, observer);
+    noteRepairs(name, prepared.repairs, observer);
     Screen screen{.file = file,
                   .geometry = std::move(mesh.screen),
                   .mesh = std::move(mesh.source),
-                  .repairs = std::move(repairs)};
-    warnOfRounding(screen, format, observer);
+                  .repairs = std::move(prepared.repairs)};
+    warnOfRounding(storedBoundsOf(*screen.geometry), file, prepared.fileFormat, observer);
     return screen;
+}
+
+UnindexedScreen buildUnindexedScreenOf(PreparedText prepared, std::uint64_t maxMemory, Observer& observer) {
+    ObjSource& source = prepared.text.source;
+    if (prepared.text.format == ScreenFormat::Stl)
+        return buildStlScreen(std::move(source), maxMemory, observer);
+    const std::string file = source.file;
+    const std::string name = source.name;
+    UnindexedMesh mesh = loadUnindexedObj(std::move(source), maxMemory, observer);
+    noteRepairs(name, prepared.repairs, observer);
+    warnOfRounding(boundsOf(mesh.triangles), file, prepared.fileFormat, observer);
+    return mesh;
 }
 
 void refuseFrame(const ObjOptions& options, const std::string& path) {
@@ -125,6 +156,16 @@ std::variant<MeshText, Screen> readContents(ScreenFile file, std::uint64_t maxMe
     return contents;
 }
 
+// Returns the contents of a file from which a screen is built.
+std::variant<MeshText, Screen> readFile(const std::string& path, std::uint64_t maxMemory,
+                                        const ObjOptions& objOptions, Observer& observer) {
+    observer.setStage("reading " + path);
+    ScreenFile file = readScreenFile(path, maxMemory);
+    const bool isRepaired = objOptions.repair == RepairPolicy::Repair;
+    if (file.format == ScreenFormat::Stl && !isRepaired) refuseFrame(objOptions, path);
+    return readContents(std::move(file), maxMemory, objOptions, observer);
+}
+
 }  // namespace
 
 std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxMemory,
@@ -136,13 +177,20 @@ std::optional<MeshText> readMeshText(const std::string& path, std::uint64_t maxM
 
 Screen readScreen(const std::string& path, std::uint64_t maxMemory, const ObjOptions& objOptions,
                   Observer& observer, const std::function<void(ObjSource&)>& prepare) {
-    observer.setStage("reading " + path);
-    ScreenFile file = readScreenFile(path, maxMemory);
-    const bool isRepaired = objOptions.repair == RepairPolicy::Repair;
-    if (file.format == ScreenFormat::Stl && !isRepaired) refuseFrame(objOptions, path);
-    auto contents = readContents(std::move(file), maxMemory, objOptions, observer);
+    auto contents = readFile(path, maxMemory, objOptions, observer);
     if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
-    return buildScreenOf(std::move(std::get<MeshText>(contents)), maxMemory, objOptions, prepare, observer);
+    return buildScreenOf(prepareText(std::move(std::get<MeshText>(contents)), objOptions, prepare, observer),
+                         maxMemory, observer);
+}
+
+UnindexedScreen readUnindexedScreen(const std::string& path, std::uint64_t maxMemory,
+                                    const ObjOptions& objOptions, Observer& observer,
+                                    const std::function<void(ObjSource&)>& prepare) {
+    auto contents = readFile(path, maxMemory, objOptions, observer);
+    if (auto* const screen = std::get_if<Screen>(&contents)) return std::move(*screen);
+    return buildUnindexedScreenOf(
+        prepareText(std::move(std::get<MeshText>(contents)), objOptions, prepare, observer), maxMemory,
+        observer);
 }
 
 }  // namespace quarn

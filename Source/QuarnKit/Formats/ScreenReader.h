@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include <QuarnKit/Formats/Xml/ScreenTags.h>
@@ -47,5 +48,14 @@ struct Screen {
 [[nodiscard]] Screen readScreen(const std::string& path, std::uint64_t maxMemory,
                                 const ObjOptions& objOptions, Observer& observer,
                                 const std::function<void(ObjSource&)>& prepare = {});
+
+/// An OBJ mesh without indexes, or any other screen.
+using UnindexedScreen = std::variant<UnindexedMesh, Screen>;
+
+/// Reads as readScreen(), with the same errors and notices, and builds no index of an OBJ mesh. For
+/// uses that need its triangles or its text alone.
+[[nodiscard]] UnindexedScreen readUnindexedScreen(const std::string& path, std::uint64_t maxMemory,
+                                                  const ObjOptions& objOptions, Observer& observer,
+                                                  const std::function<void(ObjSource&)>& prepare = {});
 
 }  // namespace quarn

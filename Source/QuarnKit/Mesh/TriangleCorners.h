@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
+#include <QuarnKit/Base/Bounds.h>
 #include <QuarnScreen/Triangle.h>
 
 namespace quarn {
@@ -14,6 +16,14 @@ using TriangleUVs = std::array<Point<double, 2>, 3>;
 [[nodiscard]] inline TriangleCorners cornersOf(const Triangle& triangle) {
     const auto& [a, b, c] = triangle.vertices;
     return {a.position, b.position, c.position};
+}
+
+/// Returns the bounds of the corners of all triangles.
+[[nodiscard]] inline Bounds<3> boundsOf(const std::vector<Triangle>& triangles) {
+    Bounds<3> bounds;
+    for (const Triangle& triangle : triangles)
+        for (const TriangleVertex& corner : triangle.vertices) bounds.include(corner.position);
+    return bounds;
 }
 
 [[nodiscard]] inline TriangleUVs uvsOf(const Triangle& triangle) {

@@ -99,5 +99,18 @@ TEST(ObjLogicalLines, ABackslashThatEndsTheTextIsNoWord) {
     }
 }
 
+// A search of the whole rest of the text for each line would take minutes.
+TEST(ObjLogicalLines, ManyLinesWithoutLineFeedTakeLinearTime) {
+    constexpr std::uint64_t kLines = 500'000;
+    std::string text;
+    for (std::uint64_t i = 0; i < kLines; ++i) text += "v 1 2 3\r";
+    ObjLogicalLines lines(text);
+    ObjLogicalLine line;
+    std::uint64_t count = 0;
+    while (lines.next(line)) ++count;
+    EXPECT_EQ(count, kLines);
+    EXPECT_EQ(line.line, kLines);
+}
+
 }  // namespace
 }  // namespace quarn::test

@@ -23,23 +23,32 @@ Point<double, 3> toDoubles(const std::array<float, 3>& record) {
     return {record[0], record[1], record[2]};
 }
 
-template <std::size_t N>
-void addLines(std::string& text, const char* keyword, const std::vector<std::array<float, N>>& records) {
-    for (const auto& record : records) {
-        text += keyword;
-        for (const float number : record) text.append(1, ' ').append(objNumberText(number));
-        text += '\n';
-    }
+// An OBJ text counts from 1.
+void appendIndex(std::string& text, std::int32_t index) {
+    appendObjInteger(text, static_cast<std::uint64_t>(std::int64_t{index} + 1));
 }
 
 void addFace(std::string& text, const detail::ObjFace& face) {
     text += 'f';
     for (const detail::ObjCorner& corner : face) {
-        text.append(1, ' ').append(std::to_string(corner.vertex + 1)) += '/';
-        if (corner.textureCoordinate >= 0) text += std::to_string(corner.textureCoordinate + 1);
-        text.append(1, '/').append(std::to_string(corner.normal + 1));
+        appendIndex(text += ' ', corner.vertex);
+        text += '/';
+        if (corner.textureCoordinate >= 0) appendIndex(text, corner.textureCoordinate);
+        appendIndex(text += '/', corner.normal);
     }
     text += '\n';
+}
+
+// Returns an upper bound for the lines of a mesh. Bytes that are reserved in vain take no memory.
+std::size_t maxTextBytes(const MeshDocument& mesh) {
+    constexpr std::size_t kNumberBytes = 16;  // of a float and the blank before it
+    constexpr std::size_t kKeywordBytes = 3;
+    const std::size_t numbers = 3 * mesh.positions.size() + 2 * mesh.uvs.size() + 3 * mesh.normals.size();
+    const std::size_t lines =
+        mesh.positions.size() + mesh.uvs.size() + mesh.normals.size() + mesh.faces.size();
+    const std::size_t largestIndex = std::max({mesh.positions.size(), mesh.uvs.size(), mesh.normals.size()});
+    const std::size_t cornerBytes = 3 * (std::to_string(largestIndex).size() + 1);
+    return numbers * kNumberBytes + lines * kKeywordBytes + 3 * mesh.faces.size() * cornerBytes;
 }
 
 // A triangle with zero area has no normal of its own, and any is valid.
@@ -54,11 +63,9 @@ std::array<float, 3> normalOf(const MeshDocument& mesh, const detail::ObjFace& f
 
 }  // namespace
 
-std::string objTextOf(const MeshDocument& mesh, const std::string& comment) {
-    std::vector<std::array<float, 3>> normals = mesh.normals;
-    std::vector<detail::ObjFace> faces = mesh.faces;
-    UniqueRecords<3> uniqueNormals(normals);
-    for (detail::ObjFace& face : faces) {
+std::string objTextOf(MeshDocument mesh, const std::string& comment) {
+    UniqueRecords<3> uniqueNormals(mesh.normals);
+    for (detail::ObjFace& face : mesh.faces) {
         if (std::none_of(face.begin(), face.end(),
                          [](const detail::ObjCorner& corner) { return corner.normal < 0; }))
             continue;
@@ -67,10 +74,11 @@ std::string objTextOf(const MeshDocument& mesh, const std::string& comment) {
             if (corner.normal < 0) corner.normal = normal;
     }
     std::string text = "# " + comment + "\n";
-    addLines(text, "v", mesh.positions);
-    addLines(text, "vt", mesh.uvs);
-    addLines(text, "vn", normals);
-    for (const detail::ObjFace& face : faces) addFace(text, face);
+    text.reserve(text.size() + maxTextBytes(mesh));
+    appendObjLines(text, "v", mesh.positions);
+    appendObjLines(text, "vt", mesh.uvs);
+    appendObjLines(text, "vn", mesh.normals);
+    for (const detail::ObjFace& face : mesh.faces) addFace(text, face);
     return text;
 }
 
@@ -78,6 +86,7 @@ MeshDocument meshDocumentOf(std::span<const Triangle> triangles) {
     MeshDocument mesh;
     UniqueRecords<3> positions(mesh.positions);
     UniqueRecords<2> uvs(mesh.uvs);
+    mesh.faces.reserve(triangles.size());
     for (const Triangle& triangle : triangles) {
         detail::ObjFace& face = mesh.faces.emplace_back();
         for (std::size_t i = 0; i < face.size(); ++i) {

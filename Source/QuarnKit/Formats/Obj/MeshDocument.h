@@ -24,7 +24,7 @@ struct MeshDocument {
 
 /// Returns the text of a mesh, from which the library reads the same floats in the same order.
 /// \param comment the first line, without its "#"
-[[nodiscard]] std::string objTextOf(const MeshDocument& mesh, const std::string& comment);
+[[nodiscard]] std::string objTextOf(MeshDocument mesh, const std::string& comment);
 
 /// Returns the mesh of triangles that share nothing: equal positions become one vertex, and equal
 /// UVs one UV. Corners with kNoUV have no UV.

@@ -16,7 +16,8 @@ std::uint64_t ObjSourceText::lineOf(const char* place) const {
 
 ObjSourceText joinObjLines(std::string name, std::string& text) {
     std::vector<std::size_t> joined;
-    for (std::size_t at = text.find("\\\n"); at != std::string::npos; at = text.find("\\\n", at + 2))
+    for (std::size_t at = text.find(kObjLineJoin); at != std::string::npos;
+         at = text.find(kObjLineJoin, at + kObjLineJoin.size()))
         joined.push_back(at + 1);
     if (!joined.empty()) OBJScreen::replaceNewLineEscapeSequencesWithBlanks(text);
     return {.name = std::move(name), .text = text, .joinedLines = std::move(joined)};

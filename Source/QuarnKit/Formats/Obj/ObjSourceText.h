@@ -24,6 +24,9 @@ struct ObjSourceText {
     [[nodiscard]] std::uint64_t lineOf(const char* place) const;
 };
 
+/// The end of a line that continues on the next one.
+inline constexpr std::string_view kObjLineJoin = "\\\n";
+
 /// Joins the lines of \p text that a backslash continues, in place.
 /// \param text has to outlive the result
 [[nodiscard]] ObjSourceText joinObjLines(std::string name, std::string& text);

@@ -37,11 +37,7 @@ std::uint64_t ObjFaceNormals::numberFor(const std::vector<std::uint64_t>& vertic
 
 std::string ObjFaceNormals::lines() const {
     std::string text;
-    for (const auto& normal : addedNormals) {
-        text += "vn";
-        for (const float number : normal) text.append(1, ' ').append(objNumberText(number));
-        text += '\n';
-    }
+    appendObjLines(text, "vn", addedNormals);
     return text;
 }
 

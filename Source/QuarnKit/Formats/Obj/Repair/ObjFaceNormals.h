@@ -24,7 +24,9 @@ public:
     /// \param vertices numbers from 1
     [[nodiscard]] std::uint64_t numberFor(const std::vector<std::uint64_t>& vertices);
 
-    /// Returns the lines of all normals that numberFor() added.
+    /// Returns the number of normals that numberFor() added.
+    [[nodiscard]] std::uint64_t addedCount() const { return addedNormals.size(); }
+    /// Returns their lines.
     [[nodiscard]] std::string lines() const;
 
 private:

@@ -20,12 +20,6 @@ bool isContinuedLine(std::string_view line) {
     return text.starts_with('v') || text.starts_with('f');
 }
 
-std::size_t lineLength(std::string_view text) {
-    const auto* const end = std::find_if(text.data(), text.data() + text.size(),
-                                         [](char byte) { return byte == '\n' || byte == '\r'; });
-    return static_cast<std::size_t>(end - text.data());
-}
-
 // Returns true if the "#" at an index of a word begins the rest of a number that is not finite, as
 // in 1.#IND, -1.#QNAN and 1#INF.
 bool isPartOfNumber(std::string_view text, std::size_t at) {
@@ -62,7 +56,10 @@ void splitWords(std::string_view text, ObjLogicalLine& logicalLine) {
 
 std::string_view ObjLogicalLines::takeLine(std::string_view& lineEnd) {
     ++lineCount;
-    const std::string_view line = rest.substr(0, lineLength(rest));
+    // Searched once for each line feed, since a text of carriage returns may have none.
+    if (rest.data() > nextFeed) nextFeed = rest.data() + std::min(rest.size(), rest.find('\n'));
+    std::string_view line = rest.substr(0, static_cast<std::size_t>(nextFeed - rest.data()));
+    line = line.substr(0, line.find('\r'));
     rest.remove_prefix(line.size());
     lineEnd = rest.substr(0, rest.starts_with("\r\r\n") ? 3 : rest.starts_with("\r\n") ? 2 : 1);
     rest.remove_prefix(lineEnd.size());

@@ -2,6 +2,7 @@
 /// The lines of the OBJ text of any program.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,7 +27,8 @@ struct ObjLogicalLine {
 class ObjLogicalLines {
 public:
     /// \param text has to outlive the object
-    explicit ObjLogicalLines(std::string_view text) : rest(text) {}
+    explicit ObjLogicalLines(std::string_view text)
+        : rest(text), nextFeed(text.data() + std::min(text.size(), text.find('\n'))) {}
 
     /// Sets \p logicalLine to the next one, and returns false at the end. Its views are valid until
     /// the next call.
@@ -37,12 +39,15 @@ private:
     void joinLines(ObjLogicalLine& logicalLine);
 
     std::string_view rest;
+    const char* nextFeed;  // at or after the start of the rest; the end of the text if there is none
     std::uint64_t lineCount = 0;
     std::string joined;
 };
 
 /// Returns true if a byte separates words.
 [[nodiscard]] constexpr bool isObjSpace(char byte) {
+    // Most bytes need one comparison.
+    if (static_cast<unsigned char>(byte) > ' ') return false;
     return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f' || byte == '\0' || byte == '\x1A';
 }
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <optional>
 #include <string_view>
 
 #include <QuarnKit/Base/ByteOrderMarks.h>
 #include <QuarnKit/Base/Error.h>
+#include <QuarnKit/Formats/Obj/ObjNumberText.h>
 #include <QuarnKit/Mesh/EarClipping.h>
 #include <QuarnScreen/Detail/Obj/ObjParser.h>
 #include <QuarnScreen/OBJScreen.h>
@@ -26,7 +28,8 @@ bool isVertexData(ObjLineKind kind) {
 }
 
 bool hasUnusualSpace(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char byte) { return byte != ' ' && isObjSpace(byte); });
+    return std::any_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < ' ' && isObjSpace(byte); });
 }
 
 std::uint64_t feedCount(std::string_view text) {
@@ -71,7 +74,9 @@ Repairer::Repairer(const std::string& name, std::string_view objText)
     : prescan(prescanObj(name, objText)),
       reader(name, prescan, result.repairs),
       normals(prescan.positions, prescan.normalCount) {
-    result.text.reserve(objText.size() + objText.size() / 8);
+    // Corners without normals get the numbers of theirs. Bytes that are reserved in vain take no
+    // memory.
+    result.text.reserve(objText.size() + objText.size() / (prescan.normalCount == 0 ? 2 : 8));
     ObjLogicalLines logicalLines(objText);
     for (ObjLogicalLine logicalLine; logicalLines.next(logicalLine);) add(logicalLine);
     if (result.triangleLines.empty())
@@ -84,11 +89,16 @@ Repairer::Repairer(const std::string& name, std::string_view objText)
 // change the numbers of others.
 RepairedObj Repairer::finish() {
     const std::string lines = normals.lines();
-    if (!lines.empty()) {
-        const bool isLineOpen = normalsPlace > 0 && result.text[normalsPlace - 1] != '\n';
-        result.text.insert(normalsPlace, (isLineOpen ? "\n" : "") + lines);
-        result.lineMap.insert(normalsLine, feedCount(lines));
-    }
+    if (lines.empty()) return std::move(result);
+    const std::string_view text = result.text;
+    std::string whole;
+    whole.reserve(text.size() + lines.size() + 1);
+    whole += text.substr(0, normalsPlace);
+    if (!whole.empty() && !whole.ends_with('\n')) whole += '\n';
+    whole += lines;
+    whole += text.substr(normalsPlace);
+    result.text = std::move(whole);
+    result.lineMap.insert(normalsLine, normals.addedCount());
     return std::move(result);
 }
 
@@ -195,15 +205,17 @@ void Repairer::addFace(const ObjLogicalLine& logicalLine) {
 }
 
 void Repairer::addCorner(const ObjCornerIndices& corner, std::uint64_t faceNormal) {
-    result.text += ' ' + std::to_string(corner.vertex) + '/';
-    if (corner.uv != 0) result.text += std::to_string(corner.uv);
-    result.text += '/' + std::to_string(corner.normal != 0 ? corner.normal : faceNormal);
+    appendObjInteger(result.text += ' ', corner.vertex);
+    result.text += '/';
+    if (corner.uv != 0) appendObjInteger(result.text, corner.uv);
+    appendObjInteger(result.text += '/', corner.normal != 0 ? corner.normal : faceNormal);
 }
 
 // Adds the lines of the triangles of a face. Returns the triangles if they differ from the fan.
 std::vector<PolygonTriangle> Repairer::triangulate(std::uint64_t line) {
     const auto first = static_cast<std::uint32_t>(result.triangleLines.size());
     result.triangleLines.insert(result.triangleLines.end(), corners.size() - 2, line);
+    if (corners.size() == 3) return {};
     positions.clear();
     for (const std::uint64_t vertex : vertices) {
         const auto& [x, y, z] = prescan.positions[vertex - 1];
