@@ -2,8 +2,11 @@
 /// A tree of boxes.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "FourBoxes.h"

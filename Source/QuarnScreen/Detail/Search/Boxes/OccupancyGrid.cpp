@@ -1,5 +1,6 @@
 #include "OccupancyGrid.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quarn::detail {
