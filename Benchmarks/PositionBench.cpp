@@ -1,6 +1,5 @@
 // Questions about positions: which centroid is nearest, and which triangle lies there.
-#include <Common/PointKDTree.h>
-
+#include <algorithm>
 #include <vector>
 
 #include "Inputs/Queries.h"
@@ -28,20 +27,9 @@ using quarn::test::pointersTo;
 using quarn::test::ReferenceCentroidKey;
 using quarn::test::ReferenceIndexes;
 using quarn::test::ReferenceScene;
-using Tree = PointKDTree<const Triangle*, 3, ReferenceCentroidKey>;
 using Positions = std::vector<Point3>;
 
 // What a mesh needs is built at its first use.
-const Tree& treeOf(const MeshCase& mesh) {
-    static PerMesh<Tree> trees;
-    return trees.get(mesh, [&] {
-        const auto pointers = pointersTo(meshOf(mesh));
-        auto made = std::make_unique<Tree>();
-        made->build(pointers.begin(), pointers.end());
-        return made;
-    });
-}
-
 const ReferenceIndexes& referenceOf(const MeshCase& mesh) {
     static PerMesh<ReferenceIndexes> indexes;
     return indexes.get(mesh, [&] { return std::make_unique<ReferenceIndexes>(meshOf(mesh)); });
@@ -77,16 +65,26 @@ const Positions& positionsOf(const MeshCase& mesh, const std::string& where) {
 
 // The query of a position by each implementation.
 auto nearestByLibrary(const MeshCase& mesh) {
-    return [&tree = treeOf(mesh)](const Point3& position) { return tree.findNearest(position); };
+    return [&screen = screenOf(mesh)](const Point3& position) { return screen.getClosestPoint(position); };
+}
+// The library's result from the triangle with the nearest centroid.
+Point3 closestPoint(const Triangle& triangle, const Point3& position) {
+    double t = 0.0;
+    double a = 0.0;
+    double b = 0.0;
+    Point3 hit;
+    if (!intersectTrianglePlane(position, position + triangle.normal, triangle, t, hit, a, b, false))
+        return {};
+    return triangle.pointAt(std::clamp(a, 0.0, 1.0), std::clamp(b, 0.0, 1.0));
 }
 auto nearestByReference(const MeshCase& mesh) {
     return [&tree = referenceOf(mesh).centroidTree](const Point3& position) {
-        return tree.findNearest(position);
+        return closestPoint(*tree.findNearest(position), position);
     };
 }
 auto nearestByNanoflann(const MeshCase& mesh) {
     return [&tree = nanoflannOf(mesh), &triangles = meshOf(mesh)](const Point3& position) {
-        return &triangles[tree.findNearest(position)];
+        return closestPoint(triangles[tree.findNearest(position)], position);
     };
 }
 auto normalByLibrary(const MeshCase& mesh) {

@@ -111,14 +111,13 @@ Point<double, 3> MeshScreen::rayPointNearestBoundary(const Ray& ray, int normalS
 
 const Triangle* MeshScreen::findClosestTriangle(const Point<double, 3>& point, bool nearestCentroid) const {
     const quarn::detail::ContainingTriangleSearch& search = index->containingTriangle;
-    if (nearestCentroid) return search.tree().findNearest(point);
+    if (nearestCentroid) return search.findNearest(point);
 
-    const Triangle* const containing = search.findContaining(point);
-    if (containing == nullptr || !boundaryValid) return containing;
+    if (!boundaryValid) return search.findContaining(point);
     // Intended: the first visited triangle that does not contain the point decides whether the
     // point is on the screen at all, with the UV of its first corner if the projection is outside
     // of it. A reader would expect the containing triangle to decide.
-    const std::optional<Point<double, 2>> rejected = search.firstRejectedUV(point);
+    const auto [containing, rejected] = search.find(point);
     return !rejected || isWithinOutline(*rejected) ? containing : nullptr;
 }
 

@@ -29,10 +29,17 @@ void compareAt(const quarn::detail::ContainingTriangleSearch& search, const Refe
     const ReferenceMesh::Search expected = plain.searchHolding(point);
     ASSERT_EQ(search.findContaining(point), expected.triangle);
     ASSERT_EQ(search.tree().findNearest(point), plain.findNearestCentroid(point));
+    ASSERT_EQ(search.findNearest(point), plain.findNearestCentroid(point));
     const std::optional<Point2> rejected = search.firstRejectedUV(point);
     ASSERT_EQ(rejected.has_value(), expected.firstRejectedUV.has_value());
     if (rejected) {
         ASSERT_TRUE(sameBits(*rejected, *expected.firstRejectedUV));
+    }
+    const auto [triangle, rejectedUV] = search.find(point);
+    ASSERT_EQ(triangle, expected.triangle);
+    ASSERT_EQ(rejectedUV.has_value(), triangle != nullptr && rejected.has_value());
+    if (rejectedUV) {
+        ASSERT_TRUE(sameBits(*rejectedUV, *rejected));
     }
     ++(expected.triangle == nullptr ? tally.heldByNone : tally.held);
     if (!rejected) ++tally.rejectedNone;
@@ -55,6 +62,8 @@ TEST(ContainingTriangleSearch, EmptyMeshHoldsNothing) {
     search.build(Mesh());
     EXPECT_EQ(search.findContaining({}), nullptr);
     EXPECT_FALSE(search.firstRejectedUV({}));
+    EXPECT_EQ(search.find({}).triangle, nullptr);
+    EXPECT_THROW((void)search.findNearest({}), ZelmoreException);
     EXPECT_THROW((void)search.tree().findNearest({}), ZelmoreException);
 }
 
@@ -144,6 +153,22 @@ TEST(ContainingTriangleSearch, OfEquallyNearTrianglesTheWalkDecides) {
     for (int x = -17; x <= 17; ++x)
         for (int z = -17; z <= 17; ++z) compareAt(search, plain, {0.25 * x, 0.0, 0.25 * z}, tally);
     EXPECT_GT(tally.held, 1000);
+}
+
+// Large enough for all levels of the indexes.
+TEST(ContainingTriangleSearch, FindsTheTrianglesOfTheReferenceOnLargeMeshes) {
+    Tally tally;
+    for (int i = 0; i < seedCount(8); ++i) {
+        Rng rng(i);
+        SCOPED_TRACE(i);
+        Mesh mesh = i % 2 == 0 ? dome({50, 40}) : wave({60, 40});
+        if (rng.coin()) shuffle(mesh, i);
+        if (rng.coin()) duplicate(mesh, rng, 1000);
+        compareAround(mesh, rng, 500, tally);
+        if (HasFatalFailure()) return;
+    }
+    EXPECT_GT(tally.held, seedCount(1000));
+    EXPECT_GT(tally.heldByNone, seedCount(1000));
 }
 
 TEST(ContainingTriangleSearch, SecondBuildForgetsTheFirst) {

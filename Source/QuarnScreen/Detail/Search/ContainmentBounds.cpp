@@ -27,20 +27,6 @@ constexpr double kMarginOffPlane = 2.0 * kContainmentDistance;
 constexpr double kMarginAlongEdges = 1e-5;
 constexpr double kRoundingSteps = 1024.0;
 
-// Largest magnitude that certainly rounds to a finite float: half of the largest float.
-constexpr double kMaxRounded = static_cast<double>(std::numeric_limits<float>::max()) * 0.5;
-
-// Returns a float that is not greater than a number, and less by at most one rounding step.
-float roundedDown(double number) {
-    using Limits = std::numeric_limits<float>;
-    if (number < -kMaxRounded) return -Limits::infinity();
-    return static_cast<float>(number - std::abs(number) * static_cast<double>(Limits::epsilon()));
-}
-
-float roundedUp(double number) {
-    return -roundedDown(-number);
-}
-
 // Returns a bound of the coordinates and of the length. NaN if a coordinate is NaN, which a maximum
 // would hide.
 double sizeOf(const Point<double, 3>& point) {
@@ -77,21 +63,20 @@ bool isOrdinary(const Triangle& triangle, const EdgeProducts& products, double s
            products.determinant >= kMinSquaredSine * products.d11 * products.d22;
 }
 
-}  // namespace
-
-ContainmentBounds::Box ContainmentBounds::boxOf(const Triangle& triangle) {
+// Returns the box of the positions that a triangle can contain.
+FloatBox boxOf(const Triangle& triangle) {
     const EdgeProducts products(triangle);
-    if (containsNothing(triangle, products)) return kNowhere;
+    if (containsNothing(triangle, products)) return FloatBox::nowhere();
 
     const double edges = sizeOf(triangle.edge1) + sizeOf(triangle.edge2);
     const double size = sizeOf(triangle.vertices[0].position) + edges;
-    if (!isOrdinary(triangle, products, size)) return kEverywhere;
+    if (!isOrdinary(triangle, products, size)) return FloatBox::everywhere();
 
     const double squaredSine = products.determinant / (products.d11 * products.d22);
     const double margin =
         kMarginOffPlane + kMarginAlongEdges * edges + kRoundingSteps * kEpsilon * (size + 1.0) / squaredSine;
     const Point<double, 3>& v0 = triangle.vertices[0].position;
-    Box box{};
+    FloatBox box{};
     for (std::size_t i = 0; i < 3; ++i) {
         const double second = v0[i] + triangle.edge1[i];
         const double third = v0[i] + triangle.edge2[i];
@@ -101,54 +86,34 @@ ContainmentBounds::Box ContainmentBounds::boxOf(const Triangle& triangle) {
     return box;
 }
 
-void ContainmentBounds::Box::include(const Box& other) {
-    for (std::size_t i = 0; i < 3; ++i) {
-        lower[i] = std::min(lower[i], other.lower[i]);
-        upper[i] = std::max(upper[i], other.upper[i]);
-    }
-}
+}  // namespace
 
-// Returns the ball through the corners of the box. Coordinates are far below the largest float, so
-// that nothing overflows.
-ContainmentBounds::Ball ContainmentBounds::ballAround(const Box& box) {
-    if (box.lower[0] > box.upper[0]) return {{}, -1.0F};
-    if (box.upper[0] == kInfinity) return {{}, kInfinity};
-    Ball ball{};
-    double squared = 0.0;
-    for (std::size_t i = 0; i < 3; ++i) {
-        ball.center[i] = (box.lower[i] + box.upper[i]) * 0.5F;
-        const double half = std::max(static_cast<double>(box.upper[i]) - static_cast<double>(ball.center[i]),
-                                     static_cast<double>(ball.center[i]) - static_cast<double>(box.lower[i]));
-        squared += half * half;
-    }
-    ball.squaredRadius = roundedUp(squared * (1.0 + kRoundingSteps * kEpsilon));
-    return ball;
-}
-
-void ContainmentBounds::build(const CentroidTree& tree, const std::vector<Triangle>& triangles) {
-    nodes.clear();
-    if (triangles.empty()) return;
+void ContainmentBounds::build(const CentroidTree& tree, const TriangleBuckets& buckets,
+                              const std::vector<Triangle>& triangles) {
     // Compute the boxes in the order of the triangles first: that reads the large mesh
     // sequentially.
-    std::vector<Box> boxes(triangles.size());
+    std::vector<FloatBox> boxes(triangles.size());
     std::transform(triangles.begin(), triangles.end(), boxes.begin(), boxOf);
 
-    nodes.resize(tree.size());
-    const auto buildSubtree = [&](const auto& self, const CentroidTree::Subtree& subtree) -> Box {
-        Box box = boxes[static_cast<std::size_t>(tree.valueAt(subtree.slot) - triangles.data())];
-        if (subtree.size == 1) {
-            nodes[subtree.slot] = {kNowhere, kNowhere, ballAround(box)};
-            return box;
+    groups.assign(buckets.groupCount(), FourBoxes::nowhere());
+    std::vector<FloatBox> boxOfBucket;
+    boxOfBucket.reserve(buckets.size());
+    for (std::size_t bucket = 0; bucket < buckets.size(); ++bucket) {
+        FloatBox whole = FloatBox::nowhere();
+        const TriangleBuckets::Range range = buckets.groupsOf(bucket);
+        for (std::size_t group = range.first; group < range.last; ++group) {
+            for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                const std::uint32_t slot = buckets.slotAt(group, lane);
+                if (slot == TriangleBuckets::kNoSlot) break;
+                const FloatBox& box = boxes[static_cast<std::size_t>(tree.valueAt(slot) - triangles.data())];
+                groups[group].set(lane, box);
+                whole.include(box);
+            }
         }
-        const Ball own = ballAround(box);
-        const Box left = self(self, subtree.left());
-        const Box right = subtree.right().size == 0 ? kNowhere : self(self, subtree.right());
-        nodes[subtree.slot] = {left, right, own};
-        box.include(left);
-        box.include(right);
-        return box;
-    };
-    whole = buildSubtree(buildSubtree, tree.whole());
+        boxOfBucket.push_back(whole);
+    }
+    grid.build(boxOfBucket);
+    bucketBoxes.build(boxOfBucket);
 }
 
 }  // namespace quarn::detail
