@@ -8,7 +8,7 @@
 namespace quarn::detail {
 class HitPair;
 struct ScreenAccess;
-}
+}  // namespace quarn::detail
 
 /// The parameters of a cylindrical screen. Lengths are in the screen's unit.
 ///

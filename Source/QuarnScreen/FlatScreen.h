@@ -9,7 +9,7 @@
 
 namespace quarn::detail {
 struct ScreenAccess;
-}
+}  // namespace quarn::detail
 
 /// The parameters of a flat screen, in the screen's unit.
 ///

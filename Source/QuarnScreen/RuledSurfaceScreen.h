@@ -10,7 +10,7 @@
 
 namespace quarn::detail {
 struct ScreenAccess;
-}
+}  // namespace quarn::detail
 
 /// The parameters of a ruled screen: two lengths in the screen's unit and the limits of two arcs in
 /// radians.

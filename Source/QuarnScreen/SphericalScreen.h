@@ -8,7 +8,7 @@
 namespace quarn::detail {
 class HitPair;
 struct ScreenAccess;
-}
+}  // namespace quarn::detail
 
 /// The parameters of a spherical screen. Lengths are in the screen's unit.
 ///

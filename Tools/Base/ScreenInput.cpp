@@ -45,6 +45,8 @@ void ConsoleObserver::setStage(const std::string& stage) {
 }
 
 void ConsoleObserver::notify(const Notice& notice) {
+    // The warning on the input states it.
+    if (notice.name == "bad_boundary" && !warnedFiles().empty()) return;
     const std::string command = remedyCommand(notice.remedy);
     const std::string line =
         withLocation(notice.file, notice.line, notice.text + (command.empty() ? "" : "; try: " + command));
@@ -85,13 +87,9 @@ void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::str
     writeWarningLine(withLocation(screen.file, 0, text));
 }
 
-bool isWarnedOfBoundaries(const std::string& path) {
-    return warnedFiles().contains(path);
-}
-
 void warnWithoutUV(const Screen& screen) {
     // The warning of several boundaries states it.
-    if (isWarnedOfBoundaries(screen.file)) return;
+    if (warnedFiles().contains(screen.file)) return;
     if (screen.mesh && !screen.geometry->hasParameterization())
         writeWarningLine(withLocation(screen.file, 0, "the mesh has no usable UV, see quarnscreen info"));
 }

@@ -42,9 +42,6 @@ private:
 /// \param unit unit of the center
 void warnOfIgnoredCenter(const Screen& screen, CenterQuery query, const std::string& unit);
 
-/// True if openScreen() warned of several boundaries of a file, and so that UV does not work.
-[[nodiscard]] bool isWarnedOfBoundaries(const std::string& path);
-
 /// Writes a warning if a mesh has no UV, for commands that need it, unless openScreen() warned of
 /// several boundaries.
 void warnWithoutUV(const Screen& screen);

@@ -12,16 +12,6 @@
 
 namespace quarn::tool {
 
-namespace {
-
-// Shows the stages alone, for a mesh whose status the warning on its input states.
-class StageObserver : public ConsoleObserver {
-public:
-    void notify(const Notice& /*notice*/) override {}
-};
-
-}  // namespace
-
 void addMeshEditOptions(Command& command, MeshEditOptions& options) {
     command.argument("FILE FILE", options.input, "OBJ or STL file, or XML file of a mesh").required();
     addOutputOption(
@@ -65,12 +55,11 @@ void writeMesh(std::vector<Triangle> triangles, const std::string& comment, cons
     triangles = {};
     std::string text = objTextOf(std::move(mesh), comment);
     ConsoleObserver observer;
-    StageObserver stageObserver;
-    Observer& used = isWarnedOfBoundaries(options.input) ? stageObserver : observer;
     if (writesXml(options))
-        output.write(xmlTextOf(*loadGeneratedText(options.output, std::move(text), options.maxMemory, used)));
+        output.write(
+            xmlTextOf(*loadGeneratedText(options.output, std::move(text), options.maxMemory, observer)));
     else
-        output.write(verifyGeneratedText(options.output, std::move(text), options.maxMemory, used));
+        output.write(verifyGeneratedText(options.output, std::move(text), options.maxMemory, observer));
     output.finish();
 }
 

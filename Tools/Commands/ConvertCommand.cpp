@@ -67,8 +67,7 @@ std::string objTextOfMesh(const UnindexedMesh& mesh, const ConvertOptions& optio
     if (options.obj.origin) noteOrigin(mesh.source);
     std::string text = objTextOf(mesh);
     ConsoleObserver observer;
-    if (!isWarnedOfBoundaries(options.input))
-        noteMeshStatus(options.output, mesh, text, options.maxMemory, observer);
+    noteMeshStatus(options.output, mesh, text, options.maxMemory, observer);
     return text;
 }
 

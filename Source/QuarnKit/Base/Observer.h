@@ -21,6 +21,7 @@ struct Notice {
     std::string file = {};   ///< Empty for arguments.
     std::uint64_t line = 0;  ///< Line in that file, 0 for the file as a whole.
     Remedy remedy = {};      ///< An action of the application that helps.
+    std::string name = {};   ///< A stable word for programs, or empty.
 };
 
 /// Receives the stages and notices of an operation, on the thread that called it. This class

@@ -31,8 +31,8 @@ struct MappedPoint {
     Point<double, N> point = {};
 };
 
-/// Returns the position of a UV: that of IScreenGeometry::mapInto3D() on a screen that has just been
-/// loaded. A position that is not finite counts as none. Locks and caches nothing.
+/// Returns the position of a UV: that of IScreenGeometry::mapInto3D() on a screen that has just
+/// been loaded. A position that is not finite counts as none. Locks and caches nothing.
 [[nodiscard]] MappedPoint<3> positionAt(const IScreenGeometry& screen, const Point<double, 2>& uv,
                                         BeyondScreen beyond);
 

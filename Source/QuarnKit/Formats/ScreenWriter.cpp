@@ -60,8 +60,9 @@ std::string nameOf(const std::string& path) {
 
 void noteStatus(const std::string& path, OBJScreen::Status status, const MeshSource& source,
                 Observer& observer) {
-    if (status != OBJScreen::StatusOk)
-        observer.notify({.text = meshStatusOf(status, source).text, .file = nameOf(path)});
+    if (status == OBJScreen::StatusOk) return;
+    const MeshStatus described = meshStatusOf(status, source);
+    observer.notify({.text = described.text, .file = nameOf(path), .name = described.word});
 }
 
 ObjSource generatedSource(const std::string& path, std::string objText) {

@@ -1,5 +1,5 @@
-// The hits of rays by one traversal, for each instruction set of the ray tracer that the processor has. The linker sends
-// rtcNewDevice through here (--wrap), so that a test selects the set.
+// The hits of rays by one traversal, for each instruction set of the ray tracer that the processor
+// has. The linker sends rtcNewDevice through here (--wrap), so that a test selects the set.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -18,9 +18,10 @@ struct RayCase {
     std::vector<Ray> rays;
 };
 
-/// Returns a random case: a smooth surface, sheets that nearly coincide, or loose triangles with small whole
-/// coordinates, any of them twice, at any distance from the origin. Rays aim at positions, vertices and edges, and run
-/// within the planes of triangles; their directions have any length.
+/// Returns a random case: a smooth surface, sheets that nearly coincide, or loose triangles with
+/// small whole coordinates, any of them twice, at any distance from the origin. Rays aim at
+/// positions, vertices and edges, and run within the planes of triangles; their directions have any
+/// length.
 [[nodiscard]] RayCase wildRayCase(Rng& rng, int rayCount);
 
 }  // namespace quarn::test

@@ -29,7 +29,7 @@ NpyRowInput::NpyRowInput(InputStream source, const InputColumns& columns, std::s
         throw Error({.found = "found a NumPy array of " + std::to_string(found) +
                               (found == 1 ? " column" : " columns"),
                      .expected = std::to_string(width) + " (" + rowText + ")",
-                     .file = name()});
+                     .file = reader.name()});
 }
 
 std::size_t NpyRowInput::nextBlock() {

@@ -108,7 +108,7 @@ NpyNumber numberOf(std::string_view value) {
         if (name == "<f4") return NpyNumber::Float32;
     }
     throw Error({.found = "found a NumPy array of " + quotedExcerpt(name),
-                 .expected = "floats: \"<f8\" (numpy.float64), \">f8\" or \"<f4\""});
+                 .expected = R"(floats: "<f8" (numpy.float64), ">f8" or "<f4")"});
 }
 
 NpyOrder orderOf(std::string_view value) {

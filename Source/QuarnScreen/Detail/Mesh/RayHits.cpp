@@ -49,8 +49,8 @@ bool isBetween(double low, double high, double direction, double distance) {
     return low - slack <= direction * distance && direction * distance <= high + slack;
 }
 
-// True if the ray is in the triangle's bounding box at the distance of a crossing. If not, casts may
-// find the crossing or not, depending on where they start, because they skip boxes.
+// True if the ray is in the triangle's bounding box at the distance of a crossing. If not, casts
+// may find the crossing or not, depending on where they start, because they skip boxes.
 bool isInBox(const RayScene::Ray& ray, const Crossing& crossing, const RayScene::Corners& corners) {
     for (std::size_t i = 0; i < 3; ++i) {
         const auto [low, high] = std::minmax({corners[0][i], corners[1][i], corners[2][i]});
@@ -141,7 +141,7 @@ bool RayHitSearch::addCollectedHits(const Ray& ray, const RayScene::Ray& narrow,
     for (const Crossing& crossing : crossings.first(*count)) {
         // The scene may be older than the triangles, and contain more of them.
         if (crossing.triangle >= triangles.size()) break;
-        hits.add(hitAt(ray, scene.positionOf(crossing), crossing.triangle, crossing.a, crossing.b));
+        hits.add(hitAt(ray, scene.positionAt(crossing), crossing.triangle, crossing.a, crossing.b));
     }
     return true;
 }

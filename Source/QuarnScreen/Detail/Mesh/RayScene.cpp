@@ -190,7 +190,7 @@ std::optional<RayScene::Hit> RayScene::cast(const Vector& origin, const Vector& 
     if (query.hit.geomID == RTC_INVALID_GEOMETRY_ID) return std::nullopt;
 
     const Crossing crossing{query.ray.tfar, query.hit.u, query.hit.v, query.hit.primID};
-    return Hit{positionOf(crossing), crossing.triangle, crossing.distance, crossing.a, crossing.b};
+    return Hit{positionAt(crossing), crossing.triangle, crossing.distance, crossing.a, crossing.b};
 }
 
 void RayScene::collect(const Ray& ray, Crossings& crossings) const {
@@ -230,7 +230,7 @@ void RayScene::collect(std::span<const Ray> rays, std::span<Crossings> crossings
     rtcIntersect8(isActive.data(), tracer->scene, &context.base, &query);
 }
 
-Point<double, 3> RayScene::positionOf(const Crossing& crossing) const {
+Point<double, 3> RayScene::positionAt(const Crossing& crossing) const {
     alignas(16) std::array<float, 4> position{};
     rtcInterpolate0(tracer->geometry, crossing.triangle, crossing.a, crossing.b, RTC_BUFFER_TYPE_VERTEX, 0,
                     position.data(), 3);

@@ -21,7 +21,7 @@ namespace quarn::detail {
 /// The first scene of the process opens the ray tracer and the last one closes it, on any threads.
 /// Errors of the ray tracer are not reported: after an error, rays hit nothing.
 ///
-/// Thread-safety: cast(), collect() and positionOf() may run on any number of threads at once.
+/// Thread-safety: cast(), collect() and positionAt() may run on any number of threads at once.
 /// upload() must not overlap with them.
 class RayScene {
 public:
@@ -104,7 +104,7 @@ public:
     void collect(std::span<const Ray> rays, std::span<Crossings> crossings) const;
 
     /// Returns the position of a crossing, as cast() returns it.
-    [[nodiscard]] Point<double, 3> positionOf(const Crossing& crossing) const;
+    [[nodiscard]] Point<double, 3> positionAt(const Crossing& crossing) const;
 
     /// Returns the corners of a triangle of the scene.
     /// \pre the scene contains the triangle

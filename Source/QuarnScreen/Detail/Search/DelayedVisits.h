@@ -8,15 +8,15 @@
 
 namespace quarn::detail {
 
-/// Delays the visits of up to \p kCapacity items, so that the memory that a caller prefetches for
+/// Delays the visits of up to \p Capacity items, so that the memory that a caller prefetches for
 /// an item arrives before its visit.
-template <std::size_t kCapacity>
+template <std::size_t Capacity>
 class DelayedVisits {
 public:
     /// Adds an item. If the queue is full, calls `visit(item)` for all earlier ones.
     template <class Visit>
     void add(std::uint32_t item, Visit& visit) {
-        if (count == kCapacity) visitAll(visit);
+        if (count == Capacity) visitAll(visit);
         items[count++] = item;
     }
 
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] bool isEmpty() const { return count == 0; }
 
 private:
-    std::array<std::uint32_t, kCapacity> items;  // the first `count` ones
+    std::array<std::uint32_t, Capacity> items = {};
     std::size_t count = 0;
 };
 

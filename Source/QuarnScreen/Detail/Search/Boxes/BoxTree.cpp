@@ -24,9 +24,10 @@ void BoxTree::build(const std::vector<FloatBox>& boxes) {
         for (const FourBoxes& node : levels.back()) wholes.push_back(node.whole());
         levels.push_back(nodesAbove(wholes));
     }
-    for (auto level = levels.rbegin(); level != levels.rend(); ++level) {
+    std::reverse(levels.begin(), levels.end());
+    for (const std::vector<FourBoxes>& level : levels) {
         starts[levelCount++] = nodes.size();
-        nodes.insert(nodes.end(), level->begin(), level->end());
+        nodes.insert(nodes.end(), level.begin(), level.end());
     }
 }
 

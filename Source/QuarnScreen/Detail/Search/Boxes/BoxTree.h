@@ -59,7 +59,7 @@ private:
 template <class Visit>
 void BoxTree::visitContaining(const FloatPosition& position, Visit&& visit) const {
     if (levelCount == 0) return;
-    std::array<Waiting, kMaxWaiting> waiting;
+    std::array<Waiting, kMaxWaiting> waiting = {};
     std::size_t waitingCount = 0;
     waiting[waitingCount++] = {0, 0};
     while (waitingCount > 0) {
