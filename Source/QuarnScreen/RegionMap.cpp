@@ -18,6 +18,10 @@ constexpr int kNoSlot = -1;
 // Smaller trees are searched faster without the lookup table.
 constexpr int kMinLookupLeaves = 16;
 
+// Triangles per leaf above which the subdivision has failed, as for identical triangles: a search
+// scans a long list anyway, and preparing its tests would take longer than the subdivision.
+constexpr std::size_t kMaxTestsPerLeaf = 64;
+
 constexpr double kMaxDouble = std::numeric_limits<double>::max();
 
 }  // namespace
@@ -31,7 +35,7 @@ const Triangle* RegionNode::triangle(int index) const {
 
 // What only searches read.
 struct RegionMap::SearchTables {
-    std::vector<UVTest> tests;  // by slot; none if no triangle has an area in UV
+    std::vector<UVTest> tests;  // by slot; none without an area in UV, or for few and long leaves
     quarn::detail::RegionMapShortcut lookup;
 
     void clear() {
@@ -225,7 +229,8 @@ RegionMap::UVTest RegionMap::uvTestOf(const Triangle& triangle) {
 }
 
 void RegionMap::makeTests() {
-    if (hasUVArea) {
+    const std::size_t maxTests = kMaxTestsPerLeaf * static_cast<std::size_t>(statistics.leafCount);
+    if (hasUVArea && slotTriangles.size() <= maxTests) {
         tables->tests.reserve(slotTriangles.size());
         for (const int triangle : slotTriangles)
             tables->tests.push_back(uvTestOf(buildRanges.back()[triangle]));
