@@ -2,8 +2,8 @@
 /// Rows of values in memory that the caller owns.
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <cstring>
 #include <type_traits>
 
 #include <QuarnScreen/Point.h>
@@ -47,10 +47,10 @@ public:
     /// \pre index < size()
     [[nodiscard]] Row row(std::size_t index) const {
         if constexpr (N == 1) {
-            return *at(index, 0);
+            return valueAt(index, 0);
         } else {
             Row result;
-            for (std::size_t i = 0; i < N; ++i) result[i] = *at(index, i);
+            for (std::size_t i = 0; i < N; ++i) result[i] = valueAt(index, i);
             return result;
         }
     }
@@ -59,18 +59,26 @@ public:
     /// \pre index < size()
     void set(std::size_t index, const Row& values) const requires(!std::is_const_v<T>) {
         if constexpr (N == 1)
-            *at(index, 0) = values;
+            setValue(index, 0, values);
         else
-            for (std::size_t i = 0; i < N; ++i) *at(index, i) = values[i];
+            for (std::size_t i = 0; i < N; ++i) setValue(index, i, values[i]);
     }
 
 private:
     using Byte = std::conditional_t<std::is_const_v<T>, const std::byte, std::byte>;
 
-    [[nodiscard]] T* at(std::size_t row, std::size_t value) const {
-        return reinterpret_cast<T*>(reinterpret_cast<Byte*>(start) +
-                                    static_cast<std::ptrdiff_t>(row) * rowStride +
-                                    static_cast<std::ptrdiff_t>(value) * valueStride);
+    [[nodiscard]] Byte* at(std::size_t row, std::size_t value) const {
+        return reinterpret_cast<Byte*>(start) + static_cast<std::ptrdiff_t>(row) * rowStride +
+               static_cast<std::ptrdiff_t>(value) * valueStride;
+    }
+    // Values may have any alignment, as in packed records.
+    [[nodiscard]] Value valueAt(std::size_t row, std::size_t value) const {
+        Value result;
+        std::memcpy(&result, at(row, value), sizeof(Value));
+        return result;
+    }
+    void setValue(std::size_t row, std::size_t value, const Value& newValue) const {
+        std::memcpy(at(row, value), &newValue, sizeof(Value));
     }
 
     T* start = nullptr;

@@ -22,7 +22,6 @@ namespace {
 
 using detail::RayHits;
 using detail::RayHitSearch;
-using detail::RayScene;
 using detail::ScreenAccess;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -77,8 +76,8 @@ Ray rayAt(const RayRows& rays, std::size_t index) {
 
 void hitMesh(const RayHitSearch& search, const RayRows& rays, const HitWriter& writer, std::size_t first,
              std::size_t last) {
-    std::array<Ray, RayScene::kPacketSize> packet;
-    std::array<RayHits, RayScene::kPacketSize> hits;
+    std::array<Ray, RayHitSearch::kPacketSize> packet;
+    std::array<RayHits, RayHitSearch::kPacketSize> hits;
     for (std::size_t start = first; start < last; start += packet.size()) {
         const std::size_t count = std::min(packet.size(), last - start);
         for (std::size_t i = 0; i < count; ++i) packet[i] = rayAt(rays, start + i);

@@ -1,13 +1,15 @@
 /// \file
 /// Many queries of a screen at once.
 ///
-/// Each function computes one result for each row of its inputs, with the same bits as the single
-/// query on a screen that has just been loaded, for any number of threads and any block size. Rows
-/// without a result are NaN. No query allocates memory. An Error is thrown before any result is
-/// written if the numbers of rows differ.
+/// Each function computes one result for each row of its inputs, for any number of threads and any
+/// block size. Rows without a result are NaN. For the library's own classes, the results have the
+/// bits of the single query on a screen that has just been loaded, and no query allocates memory,
+/// except that of a UV that is extrapolated from a mesh. A screen of a derived class is queried as
+/// it is. An Error is thrown before any result is written if the numbers of rows differ; exceptions
+/// of a query pass through.
 ///
-/// Thread-safety: as for the const operations of the screen. Outputs must not overlap with inputs
-/// or with each other.
+/// Thread-safety: as for the const operations of the screen. Outputs must not overlap with inputs,
+/// with each other, or with themselves by a distance of 0 between rows.
 #pragma once
 
 #include <cstdint>
@@ -34,8 +36,7 @@ struct HitRows {
     RowView<Found, 1> found = {};
 };
 
-/// Computes the first hit of each ray: IScreenGeometry::intersect() and its first element. The rays
-/// of a mesh are fastest if neighbors are nearly parallel.
+/// Computes the first hit of each ray: IScreenGeometry::intersect() and its first element.
 ///
 /// \code{.cpp}
 /// const FlatScreen wall(4.0, 2.0);

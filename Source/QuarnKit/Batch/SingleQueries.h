@@ -32,7 +32,8 @@ struct MappedPoint {
 };
 
 /// Returns the position of a UV: that of IScreenGeometry::mapInto3D() on a screen that has just
-/// been loaded. A position that is not finite counts as none. Locks and caches nothing.
+/// been loaded. A position that is not finite counts as none. Locks and caches nothing, except
+/// for screens of derived classes, which are queried as they are.
 [[nodiscard]] MappedPoint<3> positionAt(const IScreenGeometry& screen, const Point<double, 2>& uv,
                                         BeyondScreen beyond);
 

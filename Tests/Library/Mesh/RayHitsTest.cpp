@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <span>
 #include <string>
 
@@ -49,7 +51,7 @@ void expectHitsOfCasts(const RayCase& given) {
     scene.upload(given.mesh);
     const RayHitSearch search(scene, given.mesh);
     const std::span<const Ray> rays(given.rays);
-    std::array<RayHits, RayScene::kPacketSize> packet;
+    std::array<RayHits, RayHitSearch::kPacketSize> packet;
     RayHits single;
     for (std::size_t first = 0; first < rays.size(); first += packet.size()) {
         const auto some = rays.subspan(first, std::min(packet.size(), rays.size() - first));
@@ -91,6 +93,30 @@ INSTANTIATE_TEST_SUITE_P(EachSet, RayHitsBySet, testing::Values("sse2", "sse4.2"
                              std::erase(name, '.');
                              return name;
                          });
+
+// Nearly parallel rays from one eye, of which most pass just beside an edge or a vertex, and some
+// have coordinates that the ray tracer replaces.
+TEST_P(RayHitsBySet, AreThoseOfCastsForNearlyParallelRays) {
+    for (int i = 0; i < seedCount(3000); ++i) {
+        SCOPED_TRACE(i);
+        Rng rng(i);
+        RayCase given = wildRayCase(rng, 1);
+        const Point<double, 3> eye(2.0, -std::ldexp(1.0, rng.integer(1, 9)), 3.0);
+        for (int packet = 0; packet < 4; ++packet) {
+            const auto index =
+                static_cast<std::size_t>(rng.integer(0, static_cast<int>(given.mesh.size()) - 1));
+            const Triangle& triangle = given.mesh[index];
+            const Point<double, 3> vertex = triangle.vertices[0].position;
+            const double offset = length(vertex - eye) * std::pow(10.0, rng.uniform(-8.0, -6.0));
+            for (int ray = 0; ray < 7; ++ray)
+                given.rays.push_back({eye, vertex + offset * rng.point(-1.0, 1.0)});
+            given.rays.push_back({eye, triangle.centroid});
+            given.rays.back().target[2] = eye[2] - (rng.coin() ? 1e-25 : 0.01);
+        }
+        expectHitsOfCasts(given);
+        if (HasFatalFailure()) return;
+    }
+}
 
 TEST(RayHits, RaysThatTheTracerRefusesHitNothing) {
     RayScene scene;

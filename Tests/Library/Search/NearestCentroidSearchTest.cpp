@@ -110,3 +110,31 @@ TEST(NearestCentroidSearch, FindsNothingBeyondTheLargestDouble) {
     EXPECT_EQ(search.findNearest({1e200, 0.0, 0.0}), nullptr);
     EXPECT_EQ(search.findNearest({std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0}), nullptr);
 }
+
+// As for a face that a file repeats: the ties are left to the walk.
+TEST(NearestCentroidSearch, ManyEqualCentroidsAreThoseOfTheWalk) {
+    Rng rng(1);
+    const Mesh mesh = meshWith(20000, rng, atOneOfTwo);
+    quarn::detail::ContainingTriangleSearch search;
+    search.build(mesh);
+    for (int question = 0; question < 500; ++question) {
+        const Point3 point = question % 2 == 0 ? atOneOfTwo(rng) : anywhere(rng);
+        ASSERT_EQ(search.findNearest(point), search.tree().findNearest(point)) << question;
+    }
+}
+
+// Floats are too coarse for boxes there.
+TEST(NearestCentroidSearch, FarFromTheOriginItIsTheWalk) {
+    for (const double distance : {1e5, 1e7, 1e9, 1e40}) {
+        Rng rng(2);
+        Mesh mesh = meshWith(3000, rng, anywhere);
+        const Point3 offset(distance, -distance, 0.0);
+        for (Triangle& triangle : mesh) triangle.centroid = triangle.centroid + offset;
+        quarn::detail::ContainingTriangleSearch search;
+        search.build(mesh);
+        for (int question = 0; question < 300; ++question) {
+            const Point3 point = anywhere(rng) + offset;
+            ASSERT_EQ(search.findNearest(point), search.tree().findNearest(point)) << distance;
+        }
+    }
+}

@@ -18,7 +18,8 @@ class SphericalScreen;
 
 namespace quarn::detail {
 
-/// The queries of the screens without memory allocation, locks and caches. The results have the
+/// The queries of the screens without locks and caches, and all but the extrapolation without
+/// memory allocation. The results have the
 /// bits of the public operations of the same class; a derived class may override those.
 ///
 /// Thread-safety: as for the const operations of the screens.

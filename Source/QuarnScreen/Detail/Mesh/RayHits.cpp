@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 
+#include <Common/Detail/Assert.h>
 #include <QuarnScreen/Detail/Platform/Sign.h>
 
 namespace quarn::detail {
@@ -103,11 +104,14 @@ void RayHitSearch::find(const Ray& ray, RayHits& hits) const {
 }
 
 void RayHitSearch::find(std::span<const Ray> rays, std::span<RayHits> hits) const {
-    std::array<RayScene::Ray, RayScene::kPacketSize> narrow;
-    std::array<RayScene::Crossings, RayScene::kPacketSize> crossings;
-    for (std::size_t i = 0; i < rays.size(); ++i) narrow[i] = narrowed(rays[i]);
-    scene.collect(std::span(narrow).first(rays.size()), crossings);
-    for (std::size_t i = 0; i < rays.size(); ++i) prefetchTriangles(crossings[i].stored());
+    QUARN_ASSERT(rays.size() <= kPacketSize && rays.size() <= hits.size());
+    std::array<RayScene::Ray, kPacketSize> narrow;
+    std::array<RayScene::Crossings, kPacketSize> crossings;
+    for (std::size_t i = 0; i < rays.size(); ++i) {
+        narrow[i] = narrowed(rays[i]);
+        scene.collect(narrow[i], crossings[i]);
+        prefetchTriangles(crossings[i].stored());
+    }
     for (std::size_t i = 0; i < rays.size(); ++i) addHits(rays[i], narrow[i], crossings[i], hits[i]);
 }
 

@@ -44,6 +44,9 @@ private:
 /// or number, the casts are made instead, so that the result is always theirs.
 class RayHitSearch {
 public:
+    /// Maximum number of rays of a packet.
+    static constexpr std::size_t kPacketSize = 8;
+
     /// \param traced scene of the triangles
     /// \param hitTriangles the mesh; it may have fewer triangles than the scene
     RayHitSearch(const RayScene& traced, const std::vector<Triangle>& hitTriangles)
@@ -52,8 +55,12 @@ public:
     /// Replaces \p hits by those of a ray.
     void find(const Ray& ray, RayHits& hits) const;
 
-    /// Replaces each element of \p hits by the hits of one of the rays.
-    /// \pre 1 to RayScene::kPacketSize rays, and as many elements
+    /// Replaces each element of \p hits by the hits of one of the rays. This is faster than one ray
+    /// after the other, as the triangles of all hits are fetched at once.
+    ///
+    /// The ray tracer's own packets are not used. Their traversal of nearly parallel rays tests
+    /// boxes for all of them together, and so finds other hits beside edges.
+    /// \pre 1 to kPacketSize rays, and as many elements
     void find(std::span<const Ray> rays, std::span<RayHits> hits) const;
 
 private:

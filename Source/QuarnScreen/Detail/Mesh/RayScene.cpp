@@ -9,8 +9,6 @@
 #include <mutex>
 #include <type_traits>
 
-#include <Common/Detail/Assert.h>
-
 namespace quarn::detail {
 namespace {
 
@@ -52,31 +50,12 @@ bool isTraceable(const RayScene::Ray& ray) {
     return isTraceable(ray.origin) && isTraceable(ray.direction);
 }
 
-// Differences of directions up to which rays are traced together, in units of the direction, and of
-// origins, in units of the direction as well. They affect the speed only.
-constexpr float kMaxSpread = 0.125F;
-
-// True if all rays nearly coincide, so that they cross the same parts of the scene.
-bool areCoherent(std::span<const RayScene::Ray> rays) {
-    const RayScene::Ray& first = rays.front();
-    float size = 0.0F;
-    for (const float coordinate : first.direction) size += std::abs(coordinate);
-    const float limit = kMaxSpread * size;
-    return std::all_of(rays.begin() + 1, rays.end(), [&](const RayScene::Ray& ray) {
-        for (std::size_t i = 0; i < 3; ++i) {
-            if (!(std::abs(ray.direction[i] - first.direction[i]) <= limit)) return false;
-            if (!(std::abs(ray.origin[i] - first.origin[i]) <= limit)) return false;
-        }
-        return true;
-    });
-}
-
 // A traversal that collects.
 struct CollectingContext {
     RTCIntersectContext base{};  // the ray tracer passes its address to the filter
     RayScene::Crossings* crossings = nullptr;
 
-    explicit CollectingContext(RayScene::Crossings* lists) : crossings(lists) {
+    explicit CollectingContext(RayScene::Crossings* list) : crossings(list) {
         rtcInitIntersectContext(&base);
         base.filter = storeCrossings;
     }
@@ -84,13 +63,12 @@ struct CollectingContext {
 private:
     // Rejects each hit after it is stored, so that the traversal continues to the next one.
     static void storeCrossings(const RTCFilterFunctionNArguments* found) {
-        auto* const lists = reinterpret_cast<CollectingContext*>(found->context)->crossings;
+        RayScene::Crossings& list = *reinterpret_cast<CollectingContext*>(found->context)->crossings;
         for (unsigned int i = 0; i < found->N; ++i) {
             if (found->valid[i] != -1) continue;
             found->valid[i] = 0;
-            lists[RTCRayN_id(found->ray, found->N, i)].add(
-                {RTCRayN_tfar(found->ray, found->N, i), RTCHitN_u(found->hit, found->N, i),
-                 RTCHitN_v(found->hit, found->N, i), RTCHitN_primID(found->hit, found->N, i)});
+            list.add({RTCRayN_tfar(found->ray, found->N, i), RTCHitN_u(found->hit, found->N, i),
+                      RTCHitN_v(found->hit, found->N, i), RTCHitN_primID(found->hit, found->N, i)});
         }
     }
 };
@@ -199,35 +177,6 @@ void RayScene::collect(const Ray& ray, Crossings& crossings) const {
     RTCRayHit query = queryOf(ray, 0.0F);
     CollectingContext context(&crossings);
     rtcIntersect1(tracer->scene, &context.base, &query);
-}
-
-void RayScene::collect(std::span<const Ray> rays, std::span<Crossings> crossings) const {
-    QUARN_ASSERT(!rays.empty() && rays.size() <= kPacketSize && rays.size() <= crossings.size());
-    for (std::size_t i = 0; i < rays.size(); ++i) crossings[i].clear();
-    if (tracer->geometryId == RTC_INVALID_GEOMETRY_ID) return;
-
-    alignas(32) std::array<int, kPacketSize> isActive{};
-    RTCRayHit8 query{};
-    for (std::size_t i = 0; i < rays.size(); ++i) {
-        if (!isTraceable(rays[i])) continue;
-        isActive[i] = -1;
-        query.ray.org_x[i] = rays[i].origin[0];
-        query.ray.org_y[i] = rays[i].origin[1];
-        query.ray.org_z[i] = rays[i].origin[2];
-        query.ray.dir_x[i] = rays[i].direction[0];
-        query.ray.dir_y[i] = rays[i].direction[1];
-        query.ray.dir_z[i] = rays[i].direction[2];
-        query.ray.tfar[i] = std::numeric_limits<float>::infinity();
-        query.ray.mask[i] = 0xFFFFFFFFU;
-        query.ray.id[i] = static_cast<unsigned int>(i);
-        query.hit.geomID[i] = RTC_INVALID_GEOMETRY_ID;
-        query.hit.primID[i] = RTC_INVALID_GEOMETRY_ID;
-        query.hit.instID[0][i] = RTC_INVALID_GEOMETRY_ID;
-    }
-    CollectingContext context(crossings.data());
-    context.base.flags =
-        areCoherent(rays) ? RTC_INTERSECT_CONTEXT_FLAG_COHERENT : RTC_INTERSECT_CONTEXT_FLAG_INCOHERENT;
-    rtcIntersect8(isActive.data(), tracer->scene, &context.base, &query);
 }
 
 Point<double, 3> RayScene::positionAt(const Crossing& crossing) const {

@@ -76,9 +76,6 @@ public:
         std::size_t total = 0;
     };
 
-    /// Number of rays that are traced at once.
-    static constexpr std::size_t kPacketSize = 8;
-
     RayScene();
     RayScene(const RayScene&) = delete;
     RayScene& operator=(const RayScene&) = delete;
@@ -97,11 +94,6 @@ public:
     /// Finds all triangles that a ray crosses at or after its origin. The crossings are those of
     /// cast(), with the same bits. A ray that the ray tracer does not support has none.
     void collect(const Ray& ray, Crossings& crossings) const;
-
-    /// Finds the crossings of several rays, which is faster than one ray after the other if
-    /// neighboring rays are nearly parallel. The results are the same.
-    /// \pre 1 to kPacketSize rays, and as many lists
-    void collect(std::span<const Ray> rays, std::span<Crossings> crossings) const;
 
     /// Returns the position of a crossing, as cast() returns it.
     [[nodiscard]] Point<double, 3> positionAt(const Crossing& crossing) const;

@@ -34,7 +34,8 @@ private:
     };
 
     std::vector<Centroids> groups;
-    BoxTree boxes;  // of the centroids of each bucket
+    BoxTree boxes;                // of the centroids of each bucket
+    bool haveBoxesEffect = true;  // false if rounding made most of them too large
 };
 
 }  // namespace quarn::detail

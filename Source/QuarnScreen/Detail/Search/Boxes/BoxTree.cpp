@@ -25,6 +25,10 @@ void BoxTree::build(const std::vector<FloatBox>& boxes) {
         levels.push_back(nodesAbove(wholes));
     }
     std::reverse(levels.begin(), levels.end());
+    // After this, nothing allocates memory: no level may remain without its nodes.
+    std::size_t count = 0;
+    for (const std::vector<FourBoxes>& level : levels) count += level.size();
+    nodes.reserve(count);
     for (const std::vector<FourBoxes>& level : levels) {
         starts[levelCount++] = nodes.size();
         nodes.insert(nodes.end(), level.begin(), level.end());
