@@ -105,8 +105,8 @@ private:
 
 void queryTool(benchmark::State& state, const MeshCase& mesh) {
     static const Files files;
-    const quarn::tool::RowQuery query = quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position,
-                                                             quarn::tool::BeyondScreen::Reject);
+    const quarn::tool::RowQuery query =
+        quarn::tool::mapRows(screenOf(mesh), quarn::tool::MapTarget::Position, quarn::BeyondScreen::Reject);
     for ([[maybe_unused]] auto _ : state) {
         FileSink sink(files.output);
         quarn::tool::RowPipeline rows({files.input, "a CSV file"}, quarn::tool::uvInput(), "m",
