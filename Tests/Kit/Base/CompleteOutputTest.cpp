@@ -42,36 +42,40 @@ TEST(CompleteOutput, AFileGetsTheBytesWithTheirNewBeginning) {
     }
 }
 
+// Returns what a pipe receives while `write` runs with its other end.
+template <class Write>
+std::string bytesThroughPipe(Write write) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder.path("pipe");
+    EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    auto received = std::async(std::launch::async, [&] { return bytesOf(pipe); });
+    {
+        OutputFile stream(pipe, {});
+        write(stream);
+    }
+    return received.get();
+}
+
 TEST(CompleteOutput, AStreamGetsTheBytesWithTheirNewBeginningAtTheEnd) {
     for (const std::size_t size : {std::size_t{10}, kMegabyte, 9 * kMegabyte}) {
-        const TemporaryFolder folder;
-        const std::string pipe = folder.path("pipe");
-        ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-        auto received = std::async(std::launch::async, [&] { return bytesOf(pipe); });
-        {
-            OutputFile stream(pipe, {});
+        const std::string received = bytesThroughPipe([&](OutputFile& stream) {
             CompleteOutput output(stream);
             writeParts(output, someBytes(size));
             output.overwriteBeginning("begin");
             output.write("end");
             output.finish();
             stream.finish();
-        }
-        EXPECT_TRUE(received.get() == "begin" + someBytes(size).substr(5) + "end");
+        });
+        EXPECT_TRUE(received == "begin" + someBytes(size).substr(5) + "end");
     }
 }
 
 TEST(CompleteOutput, AnOutputThatIsNotFinishedLeavesNothingInAStream) {
-    const TemporaryFolder folder;
-    const std::string pipe = folder.path("pipe");
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    auto received = std::async(std::launch::async, [&] { return bytesOf(pipe); });
-    {
-        OutputFile stream(pipe, {});
+    const std::string received = bytesThroughPipe([&](OutputFile& stream) {
         CompleteOutput output(stream);
         writeParts(output, someBytes(9 * kMegabyte));
-    }
-    EXPECT_EQ(received.get(), "");
+    });
+    EXPECT_EQ(received, "");
 }
 
 TEST(CompleteOutput, ATemporaryFileThatCannotBeWrittenIsAnError) {

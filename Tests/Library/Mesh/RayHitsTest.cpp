@@ -8,6 +8,7 @@
 #include <limits>
 #include <span>
 #include <string>
+#include <vector>
 
 #include <QuarnScreen/Detail/Mesh/RayHits.h>
 
@@ -32,12 +33,15 @@ bool isSupported(const std::string& name) {
     return __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512vl") != 0;
 }
 
+std::vector<std::string> supportedSets() {
+    std::vector<std::string> sets = {"sse2", "sse4.2", "avx", "avx2", "avx512"};
+    std::erase_if(sets, [](const std::string& name) { return !isSupported(name); });
+    return sets;
+}
+
 class RayHitsBySet : public testing::TestWithParam<std::string> {
 protected:
-    void SetUp() override {
-        if (!isSupported(GetParam())) GTEST_SKIP() << "the processor has no " << GetParam();
-        instructionSet = GetParam();
-    }
+    void SetUp() override { instructionSet = GetParam(); }
     void TearDown() override { instructionSet.clear(); }
 };
 
@@ -87,12 +91,11 @@ TEST_P(RayHitsBySet, AreThoseOfCasts) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EachSet, RayHitsBySet, testing::Values("sse2", "sse4.2", "avx", "avx2", "avx512"),
-                         [](const auto& tested) {
-                             std::string name = tested.param;
-                             std::erase(name, '.');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(EachSet, RayHitsBySet, testing::ValuesIn(supportedSets()), [](const auto& tested) {
+    std::string name = tested.param;
+    std::erase(name, '.');
+    return name;
+});
 
 // Nearly parallel rays from one eye, of which most pass just beside an edge or a vertex, and some
 // have coordinates that the ray tracer replaces.

@@ -18,6 +18,8 @@ namespace {
 // Most outputs are smaller and need no file.
 constexpr std::size_t kMemoryBytes = 4194304;
 constexpr std::size_t kCopyBytes = 65536;
+// At the end of a name, which mkostemp() replaces.
+constexpr std::size_t kRandomLetters = 6;
 
 Error spoolError(const std::string& name) {
     return systemError(name, "a temporary file failed");
@@ -31,7 +33,7 @@ std::string temporaryFolder() {
 
 // The name is removed immediately, so that nothing else can open the file or has to remove it.
 FileHandle openWithoutName(const std::string& folder) {
-    std::string path = folder + "/quarn-XXXXXX";
+    std::string path = folder + "/quarn-" + std::string(kRandomLetters, 'X');
     FileHandle file(::mkostemp(path.data(), O_CLOEXEC));
     if (!file.isOpen()) throw spoolError(folder);
     ::unlink(path.c_str());

@@ -55,8 +55,9 @@ public:
     /// Replaces \p hits by those of a ray.
     void find(const Ray& ray, RayHits& hits) const;
 
-    /// Replaces each element of \p hits by the hits of one of the rays. This is faster than one ray
-    /// after the other, as the triangles of all hits are fetched at once.
+    /// Replaces each element of \p hits by the hits of one of the rays. The triangles of all hits
+    /// are fetched at once, which is faster than one ray after the other if the rays hit distant
+    /// parts of the mesh.
     ///
     /// The ray tracer's own packets are not used. Their traversal of nearly parallel rays tests
     /// boxes for all of them together, and so finds other hits beside edges.

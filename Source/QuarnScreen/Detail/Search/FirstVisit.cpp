@@ -11,8 +11,9 @@ constexpr std::size_t kMaxSubtree = 15;
 void FirstVisit::build(const CentroidTree& tree) {
     planes.clear();
     levelCount = 0;
-    for (std::size_t largest = tree.size(); largest > kMaxSubtree; largest /= 2) ++levelCount;
-    planes.resize((std::size_t{1} << levelCount) - 1);
+    const std::size_t levels = levelOfSubtrees(tree.size(), kMaxSubtree);
+    planes.resize((std::size_t{1} << levels) - 1);
+    levelCount = levels;
     const auto copy = [&](const auto& self, const CentroidTree::Subtree& subtree, std::size_t axis,
                           std::size_t plane) -> void {
         if (plane >= planes.size()) return;

@@ -17,9 +17,7 @@ void TriangleBuckets::build(const CentroidTree& tree) {
     starts.clear();
     above.clear();
     if (tree.size() == 0) return;
-    // The left subtree is never smaller than the right one.
-    int levels = 0;
-    for (std::size_t largest = tree.size(); largest > kMaxSubtree; largest /= 2) ++levels;
+    const std::size_t levels = levelOfSubtrees(tree.size(), kMaxSubtree);
     starts.reserve((std::size_t{1} << levels) + 1);
     slots.reserve(tree.size() + tree.size() / 4 + kLanes);
     starts.push_back(0);
@@ -28,7 +26,7 @@ void TriangleBuckets::build(const CentroidTree& tree) {
 
 // Takes the last ones of `above`, beginning with `firstAbove`, along.
 void TriangleBuckets::fill(const CentroidTree& tree, const CentroidTree::Subtree& subtree, std::size_t axis,
-                           int levels, std::size_t firstAbove) {
+                           std::size_t levels, std::size_t firstAbove) {
     const auto first = above.begin() + static_cast<std::ptrdiff_t>(firstAbove);
     if (levels == 0) {
         const std::size_t start = slots.size();

@@ -43,8 +43,8 @@ public:
     }
 
 private:
-    void fill(const CentroidTree& tree, const CentroidTree::Subtree& subtree, std::size_t axis, int levels,
-              std::size_t firstAbove);
+    void fill(const CentroidTree& tree, const CentroidTree::Subtree& subtree, std::size_t axis,
+              std::size_t levels, std::size_t firstAbove);
     void closeBucket();
 
     std::vector<std::uint32_t> slots;

@@ -28,6 +28,14 @@ struct UVCentroidOf {
 using CentroidTree = PointKDTree<const Triangle*, 3, CentroidOf>;
 using UVTree = PointKDTree<const Triangle*, 2, UVCentroidOf>;
 
+/// Returns the depth of the first level of a tree whose subtrees have at most \p maxSize nodes.
+[[nodiscard]] inline std::size_t levelOfSubtrees(std::size_t treeSize, std::size_t maxSize) {
+    std::size_t level = 0;
+    // The left subtree is never smaller than the right one.
+    for (std::size_t largest = treeSize; largest > maxSize; largest /= 2) ++level;
+    return level;
+}
+
 /// Builds a tree over all triangles of a mesh.
 template <class Tree>
 void buildOver(Tree& tree, const std::vector<Triangle>& triangles) {
